@@ -1,0 +1,23 @@
+# Headers, both forms of the library, modules, resources, the CMake package and the pkg-config file.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS fexora fexora_static EXPORT fexora-targets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS fexora_text fexora_net LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/fexora)
+install(DIRECTORY fexora/resources/ DESTINATION ${CMAKE_INSTALL_LIBDIR}/fexora/resources
+        FILES_MATCHING PATTERN "*.plist")
+install(DIRECTORY fexora DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h"
+        PATTERN "modules" EXCLUDE)
+
+install(EXPORT fexora-targets NAMESPACE fexora:: FILE fexora-targets.cmake
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/fexora)
+configure_package_config_file(cmake/fexora-config.cmake.in ${CMAKE_BINARY_DIR}/fexora-config.cmake
+                              INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/fexora)
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/fexora-config-version.cmake
+                                 COMPATIBILITY SameMinorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/fexora-config.cmake
+              ${CMAKE_BINARY_DIR}/fexora-config-version.cmake
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/fexora)
+
+configure_file(cmake/fexora.pc.in ${CMAKE_BINARY_DIR}/fexora.pc @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/fexora.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

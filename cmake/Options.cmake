@@ -1,0 +1,32 @@
+# Choices of a build, and the flags that follow from them.
+
+option(FEXORA_TESTS "Build the tests" OFF)
+option(FEXORA_BENCH "Build the benchmarks" OFF)
+option(FEXORA_FUZZ "Build the fuzz targets (clang only)" OFF)
+option(FEXORA_WERROR "Treat warnings as errors" OFF)
+set(FEXORA_SANITIZE "" CACHE STRING "Sanitizers for everything, like address,undefined")
+set(FEXORA_RATES_URL "http://rates.fexora.example/rates.json"
+    CACHE STRING "Address of the rates service (plain HTTP; overridden by the environment at run time)")
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+add_compile_options(-Wall -Wextra -Wconversion -Wshadow)
+if(FEXORA_WERROR)
+  add_compile_options(-Werror)
+endif()
+if(FEXORA_SANITIZE)
+  add_compile_options(-fsanitize=${FEXORA_SANITIZE} -fno-omit-frame-pointer
+                      -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${FEXORA_SANITIZE})
+  if(FEXORA_SANITIZE MATCHES "undefined")
+    add_compile_options(-fsanitize=float-cast-overflow -fsanitize=float-divide-by-zero)
+    # Dividing a double by zero is defined in IEEE arithmetic, and the rates rely on it.
+    add_compile_options(-fno-sanitize=float-divide-by-zero)
+  endif()
+endif()

@@ -1,0 +1,35 @@
+#include "fexora/platform/Platform.h"
+
+#include "fexora/platform/foundation/NoDestructor.h"
+
+namespace fexora {
+namespace {
+
+// Until a host supplies strings there are none, and every currency is shown by its code.
+class NoStrings final : public HostStrings {
+ public:
+  std::optional<std::string> string(std::string_view /*key*/) override { return std::nullopt; }
+  std::uint64_t generation() override { return 1; }
+};
+
+HostStrings& noStrings() {
+  static NoDestructor<NoStrings> strings;
+  return *strings;
+}
+
+}  // namespace
+
+Platform& Platform::process() {
+  static Platform platform{&Files::process(),
+                           &FolderWatch::process(),
+                           &RunLoop::process(),
+                           &Transport::process(),
+                           &Text::process(),
+                           &NotificationCenter::defaultCenter(),
+                           &Log::process(),
+                           &noStrings(),
+                           &Resources::process()};
+  return platform;
+}
+
+}  // namespace fexora

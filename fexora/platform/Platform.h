@@ -1,0 +1,34 @@
+// What the library takes from the desktop, gathered so that a host or a test can replace each piece.
+#pragma once
+
+#include "fexora/platform/files/Files.h"
+#include "fexora/platform/foundation/HostStrings.h"
+#include "fexora/platform/foundation/Log.h"
+#include "fexora/platform/foundation/NotificationCenter.h"
+#include "fexora/platform/foundation/Resources.h"
+#include "fexora/platform/foundation/Text.h"
+#include "fexora/platform/loop/RunLoop.h"
+#include "fexora/platform/network/Transport.h"
+#include "fexora/platform/watch/FolderWatch.h"
+
+namespace fexora {
+
+// Non-owning; each piece outlives whatever was made with the record. Never null.
+struct FEXORA_API Platform {
+  Files* files;
+  FolderWatch* folderWatch;
+  RunLoop* loop;
+  Transport* transport;
+  Text* text;
+  NotificationCenter* notifications;
+  Log* log;
+  HostStrings* strings;
+  Resources* resources;
+
+  // The process's own pieces, which the shared instances use. A host that brings pieces of its own
+  // sets them here on the main thread before it first uses the library; they then live to the end
+  // of the process.
+  static Platform& process();
+};
+
+}  // namespace fexora

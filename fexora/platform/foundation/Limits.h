@@ -1,0 +1,34 @@
+// Every bound that keeps hostile or broken input from growing, nesting or lasting without end.
+// Sizes in bytes, times in seconds unless the name says otherwise.
+#pragma once
+
+#include <cstddef>
+
+namespace fexora::limits {
+
+// Files in the container.
+inline constexpr std::size_t kStoreFileBytes = std::size_t{64} << 20;
+inline constexpr std::size_t kCatalogueFileBytes = std::size_t{16} << 20;
+inline constexpr int kPropertyListDepth = 256;
+// Objects in one property list: a binary file may name one object many times over, so the count is
+// of what is built, not of what is stored.
+inline constexpr std::size_t kPropertyListObjects = std::size_t{2} << 20;
+// Kept-aside copies of unreadable store files; the oldest goes when one more comes.
+inline constexpr int kUnreadableCopies = 4;
+// How often one interrupted system call is made again before it counts as failed.
+inline constexpr int kInterruptedRetries = 64;
+// How often a temporary name that is taken makes the writer try the next one.
+inline constexpr int kTemporaryNames = 64;
+
+// Typed text. Parsing is quadratic in the digits, so longer text is no number.
+inline constexpr std::size_t kAmountBytes = 4096;
+
+// The rates service.
+inline constexpr double kConnectSeconds = 10.0;
+inline constexpr double kRequestSeconds = 30.0;
+inline constexpr std::size_t kAnswerBytes = std::size_t{16} << 20;
+inline constexpr std::size_t kHeaderBytes = std::size_t{64} << 10;
+inline constexpr int kRedirects = 5;
+inline constexpr int kJsonDepth = 256;
+
+}  // namespace fexora::limits

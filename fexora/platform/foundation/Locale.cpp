@@ -1,0 +1,65 @@
+#include "fexora/platform/foundation/Locale.h"
+
+#include <array>
+#include <cstdlib>
+#include <initializer_list>
+#include <mutex>
+
+#include "fexora/platform/foundation/NoDestructor.h"
+
+namespace fexora {
+namespace {
+
+struct HostLocale {
+  std::mutex mutex;
+  std::string name;
+};
+
+HostLocale& hostLocale() {
+  static NoDestructor<HostLocale> locale;
+  return *locale;
+}
+
+// "de_DE.UTF-8@euro" is "de_DE" to every user of the name.
+std::string withoutEncoding(std::string_view name) {
+  return std::string(name.substr(0, name.find_first_of(".@")));
+}
+
+std::string hostOr(std::initializer_list<const char*> variables) {
+  {
+    HostLocale& host = hostLocale();
+    const std::lock_guard lock(host.mutex);
+    if (!host.name.empty()) return host.name;
+  }
+  for (const char* variable : variables) {
+    const char* value = std::getenv(variable);
+    if (value != nullptr && *value != '\0') return withoutEncoding(value);
+  }
+  return "C";
+}
+
+}  // namespace
+
+std::string Locale::current() { return hostOr({"LC_ALL", "LC_NUMERIC", "LANG"}); }
+
+void Locale::setCurrent(std::string_view name) {
+  HostLocale& host = hostLocale();
+  const std::lock_guard lock(host.mutex);
+  host.name = withoutEncoding(name);
+}
+
+std::string Locale::currentLanguage() { return hostOr({"LC_ALL", "LC_MESSAGES", "LANG"}); }
+
+bool Locale::hasPlainNumbers(std::string_view name) noexcept {
+  if (name.empty() || name == "C" || name == "POSIX") return true;
+  // Only the regions whose English numbers were compared with the plain form; India groups by two
+  // and South Africa writes a comma, so they are not among them.
+  constexpr std::array<std::string_view, 10> kPlain = {"en",    "en_US", "en_GB", "en_AU", "en_CA",
+                                                       "en_IE", "en_NZ", "en_SG", "en_HK", "en_PH"};
+  for (const std::string_view plain : kPlain) {
+    if (name == plain) return true;
+  }
+  return false;
+}
+
+}  // namespace fexora

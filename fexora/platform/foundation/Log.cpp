@@ -1,0 +1,53 @@
+#include "fexora/platform/foundation/Log.h"
+
+#include <unistd.h>
+
+#include <mutex>
+#include <string>
+#include <utility>
+
+#include "fexora/platform/foundation/NoDestructor.h"
+
+namespace fexora {
+namespace {
+
+void writeToStandardError(std::string_view line) {
+  std::string whole;
+  whole.reserve(line.size() + 1);
+  whole.append(line).push_back('\n');
+  // A log line that cannot be written has nowhere to be reported.
+  [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, whole.data(), whole.size());
+}
+
+class ProcessLog final : public Log {
+ public:
+  void write(std::string_view line) override {
+    const std::lock_guard lock(mutex_);
+    if (sink_) sink_(line);
+  }
+  void setSink(std::function<void(std::string_view)> sink) {
+    const std::lock_guard lock(mutex_);
+    sink_ = std::move(sink);
+  }
+
+ private:
+  std::mutex mutex_;
+  std::function<void(std::string_view)> sink_ = writeToStandardError;
+};
+
+ProcessLog& processLog() {
+  static NoDestructor<ProcessLog> log;
+  return *log;
+}
+
+}  // namespace
+
+Log::~Log() = default;
+
+Log& Log::process() { return processLog(); }
+
+void Log::setProcessSink(std::function<void(std::string_view)> sink) {
+  processLog().setSink(std::move(sink));
+}
+
+}  // namespace fexora

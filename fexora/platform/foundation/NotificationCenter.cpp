@@ -1,0 +1,83 @@
+#include "fexora/platform/foundation/NotificationCenter.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "fexora/platform/foundation/NoDestructor.h"
+
+namespace fexora {
+
+struct NotificationCenter::Observers {
+  struct Observer {
+    std::uint64_t id;
+    std::string name;
+    std::shared_ptr<std::function<void()>> function;
+  };
+
+  const Observer* find(std::uint64_t id) const {
+    const auto at = std::find_if(list.begin(), list.end(),
+                                 [id](const Observer& observer) { return observer.id == id; });
+    return at != list.end() ? &*at : nullptr;
+  }
+
+  std::vector<Observer> list;
+  std::uint64_t lastId = 0;
+};
+
+NotificationCenter::Token::Token(std::weak_ptr<Observers> observers, std::uint64_t id) noexcept
+    : observers_(std::move(observers)), id_(id) {}
+
+NotificationCenter::Token::Token(Token&& other) noexcept
+    : observers_(std::exchange(other.observers_, {})), id_(std::exchange(other.id_, 0)) {}
+
+NotificationCenter::Token& NotificationCenter::Token::operator=(Token&& other) noexcept {
+  if (this != &other) {
+    end();
+    observers_ = std::exchange(other.observers_, {});
+    id_ = std::exchange(other.id_, 0);
+  }
+  return *this;
+}
+
+NotificationCenter::Token::~Token() { end(); }
+
+void NotificationCenter::Token::end() noexcept {
+  if (const auto observers = observers_.lock()) {
+    std::erase_if(observers->list, [this](const auto& observer) { return observer.id == id_; });
+  }
+}
+
+NotificationCenter::NotificationCenter() : observers_(std::make_shared<Observers>()) {}
+NotificationCenter::~NotificationCenter() = default;
+
+NotificationCenter& NotificationCenter::defaultCenter() {
+  static NoDestructor<NotificationCenter> center;
+  return *center;
+}
+
+NotificationCenter::Token NotificationCenter::addObserver(std::string_view name,
+                                                          std::function<void()> function) {
+  const std::uint64_t id = ++observers_->lastId;
+  observers_->list.push_back(
+      {id, std::string(name), std::make_shared<std::function<void()>>(std::move(function))});
+  return {observers_, id};
+}
+
+void NotificationCenter::postNotification(std::string_view name) {
+  std::vector<std::uint64_t> ids;
+  for (const auto& observer : observers_->list) {
+    if (observer.name == name) ids.push_back(observer.id);
+  }
+  const auto observers = observers_;  // an observer may end the center itself
+  for (const std::uint64_t id : ids) {
+    const auto* observer = observers->find(id);
+    if (observer == nullptr) continue;
+    const auto function = observer->function;  // an observer may end its own observation
+    try {
+      if (*function) (*function)();
+    } catch (...) {  // NOLINT(bugprone-empty-catch): the next observer must still be told
+    }
+  }
+}
+
+}  // namespace fexora

@@ -1,0 +1,28 @@
+#include "fexora/platform/foundation/Resources.h"
+
+#include "fexora/platform/foundation/Library.h"
+#include "fexora/platform/foundation/NoDestructor.h"
+
+namespace fexora {
+namespace {
+
+class LibraryResources final : public Resources {
+ public:
+  std::optional<std::string> path(std::string_view name, std::string_view extension) override {
+    auto path = libraryFolder();
+    if (!path) return std::nullopt;
+    path->append("/fexora/resources/").append(name).append(".").append(extension);
+    return path;
+  }
+};
+
+}  // namespace
+
+Resources::~Resources() = default;
+
+Resources& Resources::process() {
+  static NoDestructor<LibraryResources> resources;
+  return *resources;
+}
+
+}  // namespace fexora

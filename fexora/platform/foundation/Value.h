@@ -1,0 +1,109 @@
+// What a property list or a JSON text can hold: nothing, a number, text, a date, bytes, a list or a
+// dictionary with text keys.
+//
+// A Value is immutable and cheap to copy: text, bytes, lists and dictionaries share their payload.
+// Copies may be read on any thread. Text is UTF-8 by convention; what must be UTF-8 (the writers of
+// files) checks it. Nothing here throws but for memory that cannot be had.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "fexora/platform/foundation/Date.h"
+#include "fexora/platform/foundation/Export.h"
+#include "fexora/platform/foundation/NSNumber.h"
+
+namespace fexora {
+
+class Value;
+
+using Array = std::vector<Value>;
+using Data = std::vector<std::uint8_t>;
+
+// Text keys, each once, kept in byte order. A copy shares its content until one of the two changes.
+class FEXORA_API Dictionary {
+ public:
+  using Entry = std::pair<std::string, Value>;
+
+  Dictionary() noexcept = default;
+  Dictionary(std::initializer_list<Entry> entries);
+  // Takes the entries in any order; of several with one key the first stays.
+  static Dictionary fromEntries(std::vector<Entry> entries);
+
+  // Null when the key is absent; valid until this dictionary changes.
+  const Value* find(std::string_view key) const noexcept;
+  void set(std::string_view key, Value value);
+  void remove(std::string_view key);
+
+  std::size_t size() const noexcept;
+  bool empty() const noexcept { return size() == 0; }
+  const Entry* begin() const noexcept;
+  const Entry* end() const noexcept;
+
+  friend FEXORA_API bool operator==(const Dictionary& a, const Dictionary& b) noexcept;
+
+ private:
+  friend class Value;
+  using Entries = std::vector<Entry>;
+
+  std::shared_ptr<Entries> entries_;  // null when empty; never changed while shared
+};
+
+class FEXORA_API Value {
+ public:
+  enum class Kind : std::uint8_t { null, number, string, date, data, array, dictionary };
+
+  Value() noexcept = default;
+  // NOLINTBEGIN(google-explicit-constructor): each kind of content stands wherever a Value is taken.
+  Value(NSNumber number) noexcept : content_(number) {}
+  Value(std::same_as<bool> auto value) noexcept : content_(NSNumber(value)) {}
+  template <std::integral T>
+    requires(!std::same_as<T, bool>)
+  Value(T value) noexcept : content_(NSNumber(value)) {}
+  Value(std::floating_point auto value) noexcept : content_(NSNumber(value)) {}
+  Value(const char* text);  // a null pointer gives the null value
+  Value(std::string text);
+  Value(std::string_view text);
+  Value(Date date) noexcept : content_(date) {}
+  Value(Data data);
+  Value(Array array);
+  Value(Dictionary dictionary) noexcept;
+  // NOLINTEND(google-explicit-constructor)
+
+  Kind kind() const noexcept { return static_cast<Kind>(content_.index()); }
+  bool isNull() const noexcept { return kind() == Kind::null; }
+
+  // The content when the value is of that kind, else null; valid as long as this value.
+  const NSNumber* number() const noexcept { return std::get_if<NSNumber>(&content_); }
+  const std::string* string() const noexcept { return payload<std::string>(); }
+  const Date* date() const noexcept { return std::get_if<Date>(&content_); }
+  const Data* data() const noexcept { return payload<Data>(); }
+  const Array* array() const noexcept { return payload<Array>(); }
+  const Dictionary* dictionary() const noexcept { return std::get_if<Dictionary>(&content_); }
+
+  // Two values for which this is true are equal and of one kind; false says nothing. O(1): numbers
+  // and dates by content and kind, the rest by the payload that copies share.
+  bool sameAs(const Value& other) const noexcept;
+
+  friend FEXORA_API bool operator==(const Value& a, const Value& b) noexcept;
+
+ private:
+  template <class T>
+  const T* payload() const noexcept {
+    const auto* shared = std::get_if<std::shared_ptr<const T>>(&content_);
+    return shared != nullptr ? shared->get() : nullptr;
+  }
+
+  std::variant<std::monostate, NSNumber, std::shared_ptr<const std::string>, Date,
+               std::shared_ptr<const Data>, std::shared_ptr<const Array>, Dictionary>
+      content_;
+};
+
+}  // namespace fexora

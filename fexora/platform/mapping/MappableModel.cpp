@@ -1,0 +1,34 @@
+#include "fexora/platform/mapping/MappableModel.h"
+
+#include <functional>
+
+#include "fexora/platform/mapping/Map.h"
+
+namespace fexora {
+
+MappableModel::~MappableModel() = default;
+
+std::size_t MappableModel::hashValue() const { return std::hash<const void*>()(this); }
+
+std::string MappableModel::description() const { return "<MappableModel>"; }
+
+bool MappableModel::initWithMap(Map& /*map*/) { return true; }
+
+void MappableModel::mapping(Map& /*map*/) {}
+
+bool MappableModel::isEqualTo(const MappableModel& object) const { return this == &object; }
+
+void MappableModel::mapping(const MappableModel& object) {
+  const Value json = jsonOf(object);
+  Map map = Map::reading(*json.dictionary());
+  mapping(map);
+}
+
+Value jsonOf(const MappableModel& record) {
+  Map map = Map::writing();
+  // One `mapping` serves both ways, so it cannot be const; a writing map only reads the fields.
+  const_cast<MappableModel&>(record).mapping(map);  // NOLINT(cppcoreguidelines-pro-type-const-cast)
+  return std::move(map).result();
+}
+
+}  // namespace fexora

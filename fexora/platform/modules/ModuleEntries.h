@@ -1,0 +1,21 @@
+// The one function that each module offers. The pieces live to the end of the process.
+#pragma once
+
+#include "fexora/platform/foundation/Export.h"
+
+namespace fexora {
+class Log;
+class RunLoop;
+class Text;
+class Transport;
+}  // namespace fexora
+
+extern "C" {
+
+// ICU behind the Text seam. Never null.
+FEXORA_API fexora::Text* fexora_text_module();
+// HTTP behind the Transport seam, completing on `loop`; null when the machine gives no thread or
+// descriptor for it.
+FEXORA_API fexora::Transport* fexora_net_module(fexora::RunLoop* loop, fexora::Log* log);
+
+}  // extern "C"

@@ -1,0 +1,32 @@
+// Why a request brought no answer.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "fexora/platform/foundation/Export.h"
+
+namespace fexora {
+
+struct FEXORA_API ResponseError {
+  enum class Kind : std::uint8_t {
+    noTransport,   // this build or process cannot send requests
+    noAddress,     // the address is malformed or its host has no address
+    noConnection,  // refused, reset, or broken off before the answer was whole
+    timeOut,
+    httpStatus,  // any but 200 and 304; see `status`
+    tooLarge,    // more than the limits in foundation/Limits.h
+    notJson,
+    notAnObject,  // JSON, but not an object at its root
+  };
+
+  Kind kind = Kind::noTransport;
+  std::string address;  // what was asked for
+  std::string message;  // one line for people, naming the address and the cause
+  int status = 0;       // the HTTP status with kind httpStatus, else 0
+};
+
+// The kind in words, as in "no connection".
+FEXORA_API const char* text(ResponseError::Kind kind) noexcept;
+
+}  // namespace fexora
