@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "fexora/platform/foundation/Decimal.h"
 #include "fexora/platform/foundation/Limits.h"
@@ -45,7 +44,6 @@ void appendGrouped(std::string& out, std::string_view digits, bool grouping) {
 std::optional<double> parsePlainNumber(std::string_view text,
                                        std::optional<int> maximumFractionDigits) {
   if (text.empty() || text.size() > limits::kAmountBytes) return std::nullopt;
-  if (text == "NaN") return std::numeric_limits<double>::quiet_NaN();
   std::string ungrouped(text);
   if (!removeGrouping(ungrouped)) return std::nullopt;
   auto number = Decimal::fromText(ungrouped);

@@ -13,7 +13,7 @@ namespace fexora {
 
 // The number that the whole ASCII text denotes: digits with an optional minus before them, a point,
 // and an exponent after "E" or "e"; the whole part may be grouped in threes by one kind of mark
-// (comma, apostrophe or blank); or "NaN". See Text::parseNumber.
+// (comma, apostrophe or blank). See Text::parseNumber.
 std::optional<double> parsePlainNumber(std::string_view text,
                                        std::optional<int> maximumFractionDigits);
 

@@ -50,7 +50,8 @@ class FEXORA_API Text {
   virtual std::string decimalSeparator(std::string_view locale) = 0;
 
   // The number that the whole text denotes in the decimal style of `locale`; nothing for any other
-  // text, an empty one and one longer than limits::kAmountBytes included.
+  // text: the empty one, the sign for not-a-number and whatever is longer than
+  // limits::kAmountBytes too. A number too large for a double is infinite.
   // With `maximumFractionDigits` the value is rounded to that many digits, half to even.
   virtual std::optional<double> parseNumber(std::string_view text, std::string_view locale,
                                             std::optional<int> maximumFractionDigits) = 0;

@@ -1,6 +1,7 @@
 #include "fexora/platform/modules/text/IcuNumbers.h"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <mutex>
 
@@ -28,19 +29,15 @@ struct Kept {
   std::map<std::string, std::shared_ptr<const IcuNumbers>, std::less<>> byLocale;
 };
 
-double roundedValue(const icu::Formattable& number, int maximumFractionDigits) {
+// The digits as typed, rounded; nothing for an infinite number, which has none.
+std::optional<Decimal> roundedDecimal(const icu::Formattable& number, int maximumFractionDigits) {
   UErrorCode error = U_ZERO_ERROR;
   icu::Formattable copy(number);
   const icu::StringPiece digits = copy.getDecimalNumber(error);
-  auto decimal = U_SUCCESS(error) != 0
-                     ? Decimal::fromText({digits.data(), static_cast<std::size_t>(digits.size())})
-                     : std::nullopt;
-  if (!decimal) {  // infinite and not-a-number have no digits
-    error = U_ZERO_ERROR;
-    return number.getDouble(error);
-  }
-  decimal->round(std::max(maximumFractionDigits, 0));
-  return decimal->value();
+  if (U_FAILURE(error) != 0) return std::nullopt;
+  auto decimal = Decimal::fromText({digits.data(), static_cast<std::size_t>(digits.size())});
+  if (decimal) decimal->round(std::max(maximumFractionDigits, 0));
+  return decimal;
 }
 
 }  // namespace
@@ -81,10 +78,12 @@ std::optional<double> IcuNumbers::parse(std::string_view text,
   icu::ParsePosition position(0);
   parser_->parse(typed, number, position);
   if (position.getIndex() != typed.length()) return std::nullopt;
-  if (maximumFractionDigits) return roundedValue(number, *maximumFractionDigits);
   UErrorCode error = U_ZERO_ERROR;
   const double value = number.getDouble(error);
-  return U_SUCCESS(error) != 0 ? std::optional(value) : std::nullopt;
+  if (U_FAILURE(error) != 0 || std::isnan(value)) return std::nullopt;
+  const auto rounded =
+      maximumFractionDigits ? roundedDecimal(number, *maximumFractionDigits) : std::nullopt;
+  return rounded ? std::copysign(rounded->value(), value) : value;
 }
 
 std::string IcuNumbers::format(double value, const NumberStyle& style) const {
