@@ -1,10 +1,10 @@
 #include "fexora/platform/foundation/Locale.h"
 
 #include <array>
-#include <cstdlib>
 #include <initializer_list>
 #include <mutex>
 
+#include "fexora/platform/foundation/Environment.h"
 #include "fexora/platform/foundation/NoDestructor.h"
 
 namespace fexora {
@@ -32,8 +32,7 @@ std::string hostOr(std::initializer_list<const char*> variables) {
     if (!host.name.empty()) return host.name;
   }
   for (const char* variable : variables) {
-    const char* value = std::getenv(variable);
-    if (value != nullptr && *value != '\0') return withoutEncoding(value);
+    if (const auto value = environment(variable)) return withoutEncoding(*value);
   }
   return "C";
 }

@@ -1,0 +1,147 @@
+#include "fexora/catalogue/CurrencyManager.h"
+
+#include <optional>
+#include <span>
+#include <utility>
+
+#include "fexora/platform/files/ReadFile.h"
+#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/foundation/NoDestructor.h"
+#include "fexora/platform/plist/PropertyListReader.h"
+#include "fexora/resources/EmbeddedCatalogue.h"
+
+namespace fexora {
+namespace {
+
+std::string canonicalCode(Text& text, std::string_view code) {
+  return isAscii(code) ? std::string(code) : text.canonical(code);
+}
+
+// The resource's codes, or nothing with the reason.
+std::optional<std::vector<std::string>> readCodes(Platform& platform, const std::string& path,
+                                                  std::string& reason) {
+  const auto file = readWholeFile(*platform.files, path, limits::kCatalogueFileBytes);
+  if (!file.ok()) {
+    reason = file.error().message();
+    return std::nullopt;
+  }
+  const auto list = readPropertyList(file->bytes);
+  if (!list.value) {
+    reason = list.error;
+    return std::nullopt;
+  }
+  const Array* elements = list.value->array();
+  if (elements == nullptr) {
+    reason = "its root is not an array";
+    return std::nullopt;
+  }
+  std::vector<std::string> codes;
+  codes.reserve(elements->size());
+  for (const Value& element : *elements) {
+    if (element.string() == nullptr) {
+      reason = "element " + std::to_string(codes.size()) + " is not a string";
+      return std::nullopt;
+    }
+    codes.push_back(*element.string());
+  }
+  return codes;
+}
+
+std::vector<std::string> catalogueCodes(Platform& platform) {
+  std::string reason;
+  if (const auto path = platform.resources->path("Currency", "plist")) {
+    if (auto codes = readCodes(platform, *path, reason)) return *std::move(codes);
+    platform.log->write("The catalogue " + *path + " cannot be used (" + reason +
+                        "); the built-in one takes its place");
+  }
+  const auto embedded = embeddedCatalogue();
+  return {embedded.begin(), embedded.end()};
+}
+
+}  // namespace
+
+std::atomic<bool> CurrencyManager::codesChanged = false;
+
+void Currency::setCode(std::string code) {
+  if (place_ != kNoPlace && code != code_) CurrencyManager::codesChanged = true;
+  code_ = std::move(code);
+}
+
+CurrencyManager::CurrencyManager() : CurrencyManager(Platform::process()) {}
+
+CurrencyManager::CurrencyManager(Platform& platform)
+    : CurrencyManager(platform, Lifetime::counted) {}
+
+CurrencyManager::CurrencyManager(Platform& platform, Lifetime lifetime) : platform_(platform) {
+  loadCurrencies(lifetime);
+}
+
+CurrencyManager::~CurrencyManager() = default;
+
+void CurrencyManager::loadCurrencies(Lifetime lifetime) {
+  auto codes = catalogueCodes(platform_);
+  std::vector<CurrencyRef> currencies;
+  currencies.reserve(codes.size());
+  // Records that live for ever stand in one block, and their references count nothing.
+  Currency* block = lifetime == Lifetime::endless ? new Currency[codes.size()] : nullptr;
+  for (std::string& code : codes) {
+    const auto place = static_cast<std::uint32_t>(currencies.size());
+    auto currency = block != nullptr ? CurrencyRef(std::shared_ptr<void>(), block + place)
+                                     : std::make_shared<Currency>();
+    places_.try_emplace(canonicalCode(*platform_.text, code), place);
+    currency->code_ = std::move(code);
+    currency->place_ = place;
+    currencies.push_back(std::move(currency));
+  }
+  _currencies = std::move(currencies);
+}
+
+std::uint32_t CurrencyManager::placeOfCode(std::string_view code) const {
+  if (codesChanged) return walk(code);
+  const auto at = places_.find(canonicalCode(*platform_.text, code));
+  return at != places_.end() ? at->second : kNoPlace;
+}
+
+std::uint32_t CurrencyManager::placeOf(const Currency& currency) const {
+  const std::uint32_t place = currency.place_;
+  // A record of this catalogue is usually the first with its code: then nothing is looked up.
+  if (!codesChanged && place < _currencies.size() && _currencies[place].get() == &currency &&
+      places_.size() == _currencies.size()) {
+    return place;
+  }
+  return placeOfCode(currency.code());
+}
+
+std::uint32_t CurrencyManager::walk(std::string_view code) const {
+  for (std::uint32_t place = 0; place < _currencies.size(); ++place) {
+    if (equalText(*platform_.text, _currencies[place]->code(), code)) return place;
+  }
+  return kNoPlace;
+}
+
+CurrencyRef CurrencyManager::currencyForCode(std::string_view code) const {
+  const std::uint32_t place = placeOfCode(code);
+  return place != kNoPlace ? _currencies[place] : nullptr;
+}
+
+bool CurrencyManager::hasCurrency(std::string_view code) const {
+  return placeOfCode(code) != kNoPlace;
+}
+
+std::optional<Value> CurrencyManager::perform(std::string_view selector, const Array& arguments) {
+  if (selector == "init" && arguments.empty()) return Value();
+  if (selector == "hasCurrency:" && arguments.size() == 1 && arguments[0].string() != nullptr) {
+    return Value(hasCurrency(*arguments[0].string()));
+  }
+  return NSObject::perform(selector, arguments);
+}
+
+CurrencyManager& currencyManager() {
+  struct Shared : CurrencyManager {
+    Shared() : CurrencyManager(Platform::process(), Lifetime::endless) {}
+  };
+  static NoDestructor<Shared> manager;
+  return *manager;
+}
+
+}  // namespace fexora

@@ -1,0 +1,84 @@
+// The catalogue: every currency that the system knows, in a fixed order, read once from the
+// library's resource Currency.plist (an array of codes).
+//
+// Lookups compare codes exactly (canonical equivalence; case counts) and take the same time for any
+// size. After construction the list never changes, so lookups may run on any thread at once, as far
+// as nobody changes a record's code meanwhile.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "fexora/platform/Platform.h"
+#include "fexora/platform/foundation/NSObject.h"
+#include "fexora/records/Currency.h"
+
+namespace fexora {
+
+struct SearchKeys;
+
+// Reachable by name: the selectors "init" (answers the null value; the catalogue is complete
+// already) and "hasCurrency:" (a string; answers a boolean).
+class FEXORA_API CurrencyManager : public NSObject {
+ public:
+  // Reads the resource. One that is missing, unreadable or not an array of strings gives one log
+  // line, and the copy that is compiled in takes its place: the catalogue is never partly filled.
+  CurrencyManager();
+  explicit CurrencyManager(Platform& platform);
+  CurrencyManager(const CurrencyManager&) = delete;
+  CurrencyManager& operator=(const CurrencyManager&) = delete;
+  ~CurrencyManager() override;
+
+  // The catalogue's own records. Duplicate and empty codes of the resource are kept.
+  virtual const std::vector<CurrencyRef>& currencies() const { return _currencies; }
+
+  // The first record with this code, the same object at each call; null when there is none.
+  virtual CurrencyRef currencyForCode(std::string_view code) const;
+  virtual bool hasCurrency(std::string_view code) const;
+
+  // Free-text search; see catalogue/CurrencySearch.h, where it is defined.
+  virtual std::vector<CurrencyRef> currenciesForString(
+      std::string_view string, std::int64_t limit, const std::vector<CurrencyRef>& exclude) const;
+
+  // Each record's display record, in order; see catalogue/NSCurrency.h, where it is defined.
+  virtual std::vector<NSCurrencyRef> getNSCurrenciesFromCurrencies(
+      const std::vector<CurrencyRef>& currencies) const;
+
+  std::optional<Value> perform(std::string_view selector, const Array& arguments = {}) override;
+
+  static constexpr std::uint32_t kNoPlace = Currency::kNoPlace;
+  // Where in `currencies` the first record with this code stands, or kNoPlace.
+  std::uint32_t placeOfCode(std::string_view code) const;
+  // The same for a record's own code; the catalogue's own records are found without a look-up.
+  std::uint32_t placeOf(const Currency& currency) const;
+
+ private:
+  friend class Currency;
+  friend CurrencyManager& currencyManager();
+  enum class Lifetime : std::uint8_t { counted, endless };
+  CurrencyManager(Platform& platform, Lifetime lifetime);
+
+  void loadCurrencies(Lifetime lifetime);
+  std::uint32_t walk(std::string_view code) const;
+
+  // Raised whenever a record of any catalogue gets another code: the indexes by code, which are
+  // built once, are then no longer asked.
+  static std::atomic<bool> codesChanged;
+
+  Platform& platform_;
+  std::vector<CurrencyRef> _currencies;
+  std::unordered_map<std::string, std::uint32_t> places_;  // by canonical code
+  mutable std::mutex searchMutex_;
+  mutable std::shared_ptr<const SearchKeys> searchKeys_;  // under searchMutex_
+};
+
+// The process's one catalogue, made at the first call and never destroyed. Any thread.
+FEXORA_API CurrencyManager& currencyManager();
+
+}  // namespace fexora

@@ -1,0 +1,60 @@
+#include "fexora/platform/files/ContainerFolder.h"
+
+#include "fexora/platform/foundation/Environment.h"
+
+namespace fexora {
+namespace {
+
+constexpr std::uint32_t kPrivate = 0700;
+constexpr std::uint32_t kOthersWrite = 0022;
+
+std::string chosenPath(std::string_view groupIdentifier) {
+  if (auto container = environment("FEXORA_CONTAINER")) return *std::move(container);
+  auto data = environment("XDG_DATA_HOME");
+  // A relative path there counts as none, by the rule of the XDG base directories.
+  if (!data || !data->starts_with('/')) {
+    data = environment("HOME");
+    if (!data) return {};
+    data->append("/.local/share");
+  }
+  return data->append("/").append(groupIdentifier);
+}
+
+// Makes the folder and what is missing above it.
+std::error_code makeFolders(Files& files, const std::string& path) {
+  std::error_code error = files.makeFolder(path, kPrivate);
+  if (error != std::errc::no_such_file_or_directory) return error;
+  const auto slash = path.find_last_not_of('/');
+  const auto parent = path.rfind('/', slash);
+  if (slash == std::string::npos || parent == std::string::npos || parent == 0) return error;
+  error = makeFolders(files, path.substr(0, parent));
+  if (error && error != std::errc::file_exists) return error;
+  return files.makeFolder(path, kPrivate);
+}
+
+ContainerFolder unusable(const std::string& path, const std::string& why) {
+  return {"", "the container folder " + path + " cannot be used: " + why};
+}
+
+}  // namespace
+
+ContainerFolder containerFolder(Files& files, std::string_view groupIdentifier) {
+  std::string path = chosenPath(groupIdentifier);
+  if (path.empty()) {
+    return {"", "there is no container folder: none of FEXORA_CONTAINER, XDG_DATA_HOME and HOME "
+                "is set"};
+  }
+  const auto made = makeFolders(files, path);
+  if (made && made != std::errc::file_exists) return unusable(path, made.message());
+  // With the dot, a link to a folder counts as the folder: where it lies is the user's choice.
+  const auto status = files.statusOf(path + "/.");
+  if (!status.ok()) return unusable(path, status.error().message());
+  if (status->owner != files.user()) return unusable(path, "it belongs to another user");
+  std::string warning;
+  if ((status->mode & kOthersWrite) != 0) {
+    warning = "the container folder " + path + " may be written by other users";
+  }
+  return {std::move(path), std::move(warning)};
+}
+
+}  // namespace fexora

@@ -1,0 +1,26 @@
+// The folder that the processes of one application group share.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "fexora/platform/files/Files.h"
+
+namespace fexora {
+
+// Every name of ours in the container but the store file's begins so, and the folder watch ignores
+// it: one save then wakes the other process once.
+inline constexpr std::string_view kOwnPrefix = ".fexora-";
+
+struct ContainerFolder {
+  std::string path;     // empty when there is none
+  std::string problem;  // one line: why there is none, or what to know about the one there is
+};
+
+// $FEXORA_CONTAINER; else the folder named `groupIdentifier` in $XDG_DATA_HOME (when absolute);
+// else in .local/share under $HOME. Made with mode 0700 when missing, its parents too. There is
+// none when no variable says where, when it cannot be made, when it is not a folder, or when it
+// belongs to another user; one that others may write is used, and `problem` says so.
+FEXORA_API ContainerFolder containerFolder(Files& files, std::string_view groupIdentifier);
+
+}  // namespace fexora

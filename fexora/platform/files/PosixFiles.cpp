@@ -1,0 +1,145 @@
+#include "fexora/platform/files/PosixFiles.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+#include "fexora/platform/foundation/NoDestructor.h"
+
+namespace fexora {
+namespace {
+
+std::error_code lastError() { return {errno, std::generic_category()}; }
+
+std::error_code outcome(int result) { return result == 0 ? std::error_code() : lastError(); }
+
+FileResult<Files::Handle> opened(int descriptor) {
+  if (descriptor < 0) return lastError();
+  return descriptor;
+}
+
+FileResult<std::size_t> counted(ssize_t result) {
+  if (result < 0) return lastError();
+  return static_cast<std::size_t>(result);
+}
+
+FileStatus::Type typeOf(mode_t mode) {
+  if (S_ISREG(mode)) return FileStatus::Type::file;
+  if (S_ISDIR(mode)) return FileStatus::Type::folder;
+  if (S_ISLNK(mode)) return FileStatus::Type::link;
+  return FileStatus::Type::other;
+}
+
+FileStatus statusFrom(const struct stat& from) {
+  constexpr std::int64_t kNanoseconds = 1'000'000'000;
+  FileStatus status;
+  status.type = typeOf(from.st_mode);
+  status.size = static_cast<std::uint64_t>(from.st_size);
+  status.device = from.st_dev;
+  status.inode = from.st_ino;
+  status.links = from.st_nlink;
+  status.mode = from.st_mode & 07777U;
+  status.owner = from.st_uid;
+  status.modified = from.st_mtim.tv_sec * kNanoseconds + from.st_mtim.tv_nsec;
+  return status;
+}
+
+}  // namespace
+
+Files::~Files() = default;
+
+Files& Files::process() {
+  static NoDestructor<PosixFiles> files;
+  return *files;
+}
+
+FileResult<Files::Handle> PosixFiles::openForReading(const std::string& path) {
+  return opened(
+      ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
+}
+
+FileResult<Files::Handle> PosixFiles::openFolder(const std::string& path) {
+  return opened(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+FileResult<Files::Handle> PosixFiles::createExclusive(const std::string& path,
+                                                      std::uint32_t mode) {
+  const int descriptor =
+      ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
+  // The creation mask may have taken bits away.
+  if (descriptor >= 0 && ::fchmod(descriptor, mode) != 0) {
+    const auto error = lastError();
+    ::close(descriptor);
+    ::unlink(path.c_str());
+    return error;
+  }
+  return opened(descriptor);
+}
+
+std::error_code PosixFiles::close(Handle handle) { return outcome(::close(handle)); }
+
+FileResult<std::size_t> PosixFiles::read(Handle handle, std::span<char> buffer) {
+  return counted(::read(handle, buffer.data(), buffer.size()));
+}
+
+FileResult<std::size_t> PosixFiles::write(Handle handle, std::string_view bytes) {
+  return counted(::write(handle, bytes.data(), bytes.size()));
+}
+
+std::error_code PosixFiles::flush(Handle handle) { return outcome(::fsync(handle)); }
+
+std::error_code PosixFiles::lock(Handle handle) {
+  return outcome(::flock(handle, LOCK_EX | LOCK_NB));
+}
+
+FileResult<FileStatus> PosixFiles::status(Handle handle) {
+  struct stat status {};
+  if (::fstat(handle, &status) != 0) return lastError();
+  return statusFrom(status);
+}
+
+FileResult<FileStatus> PosixFiles::statusOf(const std::string& path) {
+  struct stat status {};
+  if (::lstat(path.c_str(), &status) != 0) return lastError();
+  return statusFrom(status);
+}
+
+std::error_code PosixFiles::rename(const std::string& from, const std::string& to) {
+  return outcome(::rename(from.c_str(), to.c_str()));
+}
+
+std::error_code PosixFiles::link(const std::string& from, const std::string& to) {
+  return outcome(::link(from.c_str(), to.c_str()));
+}
+
+std::error_code PosixFiles::remove(const std::string& path) {
+  return outcome(::unlink(path.c_str()));
+}
+
+std::error_code PosixFiles::makeFolder(const std::string& path, std::uint32_t mode) {
+  return outcome(::mkdir(path.c_str(), mode));
+}
+
+FileResult<std::vector<std::string>> PosixFiles::list(const std::string& folder) {
+  DIR* stream = ::opendir(folder.c_str());
+  if (stream == nullptr) return lastError();
+  std::vector<std::string> names;
+  errno = 0;
+  while (const dirent* entry = ::readdir(stream)) {  // NOLINT(concurrency-mt-unsafe)
+    const std::string_view name = entry->d_name;
+    if (name != "." && name != "..") names.emplace_back(name);
+  }
+  const auto error = errno != 0 ? lastError() : std::error_code();
+  ::closedir(stream);
+  if (error) return error;
+  return names;
+}
+
+std::uint32_t PosixFiles::user() { return ::geteuid(); }
+
+}  // namespace fexora

@@ -1,0 +1,31 @@
+// The run loop on GLib's default main context, which GTK and Qt hosts iterate.
+#pragma once
+
+#include <atomic>
+#include <mutex>
+#include <vector>
+
+#include "fexora/platform/loop/RunLoop.h"
+
+namespace fexora {
+
+class GlibRunLoop final : public RunLoop {
+ public:
+  GlibRunLoop();
+
+  double monotonicSeconds() override;
+  double wallSeconds() override;
+  std::shared_ptr<Timer> scheduleTimer(double seconds, Function function) override;
+  void post(Function function) override;
+  std::unique_ptr<DescriptorWatch> watchReadable(int descriptor, Function function) override;
+  void runUntil(const std::function<bool()>& done) override;
+
+ private:
+  void runPosted();
+
+  std::mutex mutex_;
+  std::vector<Function> posted_;  // under mutex_
+  int wake_;                      // an eventfd that other threads write, or -1
+};
+
+}  // namespace fexora

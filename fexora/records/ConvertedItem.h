@@ -1,0 +1,34 @@
+// One line of a conversion: an amount in a source currency and what it gives in one destination.
+#pragma once
+
+#include <string>
+
+#include "fexora/records/Rate.h"
+
+namespace fexora {
+
+struct FEXORA_API ConvertedItem {
+  // From a rate whose currencies are set. `dstAmount` is amount × rate, or with `invert` amount ÷
+  // rate (the worth in `src` of `amount` units of `dst`), in double arithmetic and unguarded: a
+  // rate of zero can give an infinite amount. `invert` changes nothing else: the currencies stay
+  // the rate's.
+  ConvertedItem(const Rate& rate, NSNumber amount, bool invert);
+  ConvertedItem(CurrencyRef src, CurrencyRef dst, NSNumber rate, NSNumber amount, bool invert)
+      : srcCurrency(std::move(src)),
+        dstCurrency(std::move(dst)),
+        rate(rate),
+        srcAmount(amount),
+        dstAmount(invert ? amount.doubleValue() / rate.doubleValue()
+                         : amount.doubleValue() * rate.doubleValue()) {}
+
+  // "From 100.0000(USD) To 90.0000(EUR)", the amounts taken through 32-bit floats.
+  std::string description() const;
+
+  CurrencyRef srcCurrency;
+  CurrencyRef dstCurrency;
+  NSNumber rate;
+  NSNumber srcAmount;
+  NSNumber dstAmount;  // a real
+};
+
+}  // namespace fexora

@@ -1,0 +1,44 @@
+#include "fexora/records/Currency.h"
+
+#include <functional>
+#include <utility>
+
+#include "fexora/platform/foundation/Text.h"
+#include "fexora/platform/mapping/Map.h"
+
+namespace fexora {
+
+CurrencyRef Currency::make() { return std::make_shared<Currency>(); }
+
+CurrencyRef Currency::make(std::string code) { return std::make_shared<Currency>(std::move(code)); }
+
+Currency::Currency(const Currency& other)
+    : MappableModel(other), std::enable_shared_from_this<Currency>(other), code_(other.code_) {}
+
+Currency& Currency::operator=(const Currency& other) {
+  if (this != &other) {
+    MappableModel::operator=(other);
+    setCode(other.code_);
+  }
+  return *this;
+}
+
+std::size_t Currency::hashValue() const {
+  return std::hash<std::string>()(isAscii(code_) ? code_ : Text::process().canonical(code_));
+}
+
+std::string Currency::description() const { return code_; }
+
+void Currency::mapping(Map& map) {
+  std::string code = code_;
+  map.bind("code", code);
+  if (map.isReading()) setCode(std::move(code));
+}
+
+bool Currency::isEqualTo(const MappableModel& object) const {
+  if (code_.empty()) return false;
+  const auto* other = dynamic_cast<const Currency*>(&object);
+  return other != nullptr && equalText(Text::process(), code_, other->code_);
+}
+
+}  // namespace fexora

@@ -1,0 +1,59 @@
+// One currency, identified by its code. Every other unit passes these around.
+//
+// The shared catalogue's records live to the end of the process, and their references carry no
+// count, so that copying one costs nothing. Two records are equal when their codes are equal and
+// not empty, whichever objects hold them; a record with an empty code equals none, itself included.
+// JSON form: {"code": text}.
+// One thread at a time, but any number may read while nobody writes.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "fexora/platform/mapping/MappableModel.h"
+
+namespace fexora {
+
+class Currency;
+class NSCurrency;
+using CurrencyRef = std::shared_ptr<Currency>;
+using NSCurrencyRef = std::shared_ptr<NSCurrency>;
+
+class FEXORA_API Currency : public MappableModel, public std::enable_shared_from_this<Currency> {
+ public:
+  static CurrencyRef make();
+  static CurrencyRef make(std::string code);
+
+  Currency() = default;
+  explicit Currency(std::string code) : code_(std::move(code)) {}
+  // A copy has the code, and no display record yet.
+  Currency(const Currency& other);
+  Currency& operator=(const Currency& other);
+
+  using MappableModel::mapping;
+  std::size_t hashValue() const override;
+  std::string description() const override;  // the code
+  void mapping(Map& map) override;
+  bool isEqualTo(const MappableModel& object) const override;
+
+  // Canonically equivalent codes are equal; case counts.
+  virtual const std::string& code() const { return code_; }
+  virtual void setCode(std::string code);
+
+  // The display record, made at the first call and kept; see catalogue/NSCurrency.h, where these
+  // are defined. One thread at a time.
+  virtual NSCurrencyRef _NSCurrency();  // NOLINT(bugprone-reserved-identifier): the given name
+  virtual void set_NSCurrency(NSCurrencyRef record);
+
+ private:
+  friend class CurrencyManager;
+  static constexpr std::uint32_t kNoPlace = UINT32_MAX;
+
+  std::string code_;
+  // Where the record stands in its catalogue's list; kNoPlace outside of one.
+  std::uint32_t place_ = kNoPlace;
+  NSCurrencyRef display_;
+};
+
+}  // namespace fexora
