@@ -26,11 +26,11 @@ std::optional<std::vector<std::string>> readCodes(Platform& platform, const std:
     return std::nullopt;
   }
   const auto list = readPropertyList(file->bytes);
-  if (!list.value) {
+  if (!list.ok()) {
     reason = list.error;
     return std::nullopt;
   }
-  const Array* elements = list.value->array();
+  const Array* elements = list.value.array();
   if (elements == nullptr) {
     reason = "its root is not an array";
     return std::nullopt;

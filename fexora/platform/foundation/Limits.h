@@ -22,6 +22,11 @@ inline constexpr int kTemporaryNames = 64;
 
 // Typed text. Parsing is quadratic in the digits, so longer text is no number.
 inline constexpr std::size_t kAmountBytes = 4096;
+// Digits after the decimal mark in a number for people; asking for more gives this many. The
+// smallest double has its last of 17 digits at place 340.
+inline constexpr int kFractionDigits = 340;
+// Locales whose number formats are kept at one time.
+inline constexpr std::size_t kKeptLocales = 32;
 
 // The rates service.
 inline constexpr double kConnectSeconds = 10.0;

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "fexora/platform/foundation/Export.h"
 
@@ -38,6 +39,9 @@ class FEXORA_API Text {
   // User-perceived characters (extended grapheme clusters).
   virtual std::size_t characterCount(std::string_view text) = 0;
 
+  // The byte offset at which each user-perceived character ends, ascending; the last is the size.
+  virtual std::vector<std::size_t> characterEnds(std::string_view text) = 0;
+
   // Whether `part` occurs in `whole` as a run of whole user-perceived characters, canonically
   // equivalent texts being equal; an empty part occurs nowhere. Case counts.
   virtual bool contains(std::string_view whole, std::string_view part) = 0;
@@ -46,7 +50,8 @@ class FEXORA_API Text {
   virtual std::string decimalSeparator(std::string_view locale) = 0;
 
   // The number that the whole text denotes in the decimal style of `locale`; nothing for any other
-  // text, an empty one and one longer than limits::kAmountBytes included.
+  // text: the empty one, the sign for not-a-number and whatever is longer than
+  // limits::kAmountBytes too. A number too large for a double is infinite.
   // With `maximumFractionDigits` the value is rounded to that many digits, half to even.
   virtual std::optional<double> parseNumber(std::string_view text, std::string_view locale,
                                             std::optional<int> maximumFractionDigits) = 0;
@@ -64,7 +69,7 @@ class FEXORA_API Text {
   static Text& process();
 };
 
-// Whether two texts are canonically equivalent; plain ASCII needs no module.
+// Whether two texts are canonically equivalent; equal bytes and plain ASCII ask nothing of `text`.
 FEXORA_API bool equalText(Text& text, std::string_view a, std::string_view b);
 FEXORA_API bool isAscii(std::string_view text) noexcept;
 

@@ -1,0 +1,22 @@
+// The whole library for hosts: #include <fexora/fexora.h>.
+#pragma once
+
+#include "fexora/catalogue/CurrencyManager.h"
+#include "fexora/input/AmountParsing.h"
+#include "fexora/input/CalculationDetection.h"
+#include "fexora/input/Response.h"
+#include "fexora/input/Transforms.h"
+#include "fexora/platform/Platform.h"
+#include "fexora/platform/foundation/Locale.h"
+#include "fexora/platform/mapping/Mapper.h"
+#include "fexora/platform/network/NetworkManager.h"
+#include "fexora/rates/BundledRates.h"
+#include "fexora/rates/RateManager.h"
+#include "fexora/records/Converted.h"
+#include "fexora/records/Currency.h"
+#include "fexora/records/Rate.h"
+#include "fexora/records/StoreSource.h"
+#include "fexora/records/USDRate.h"
+#include "fexora/store/FolderMonitor.h"
+#include "fexora/store/StoreManager.h"
+#include "fexora/store/UserStoreManager.h"

@@ -1,0 +1,68 @@
+// Turns one dictionary that is written and read many times into a property-list file and back,
+// doing only the work that what changed asks for.
+//
+// It remembers the last file, written or read: for each top-level key the value's identity
+// (Value::sameAs) and where its bytes stand. Writing copies the bytes of keys whose value is the
+// same; reading parses only the keys whose bytes differ, and gives the very same values for the
+// others. The outcome is always that of writePropertyList and readPropertyList: a file that is not
+// laid out as the writer lays it out is read whole.
+//
+// Holds one copy of the last file. One thread at a time. Nothing throws.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "fexora/platform/foundation/Export.h"
+#include "fexora/platform/foundation/Value.h"
+
+namespace fexora {
+
+class FEXORA_API DictionaryCodec {
+ public:
+  // A view into the codec, valid until it is next used; or one line that says why there is none.
+  struct Encoded {
+    std::string_view bytes;
+    std::string error;
+    bool ok() const noexcept { return error.empty(); }
+  };
+  struct Decoded {
+    Dictionary dictionary;
+    std::string error;
+    bool ok() const noexcept { return error.empty(); }
+  };
+
+  Encoded encode(const Dictionary& dictionary);
+  // A root that is no dictionary is a failure. After a failure the last file stays the last.
+  Decoded decode(std::string bytes);
+
+ private:
+  // One top-level key of the last file, from its line's first tab to its value's last line end.
+  struct Segment {
+    std::string key;
+    Value value;
+    std::size_t begin = 0;
+    std::size_t size = 0;
+    std::size_t objects = 0;
+    bool exact = true;  // reading the bytes gives the value, bit for bit
+  };
+
+  bool writeSegments(const Dictionary& dictionary, std::string& file,
+                     std::vector<Segment>& segments) const;
+  bool writeSegment(const Dictionary::Entry& entry, const Segment* last, std::string& file,
+                    Segment& out) const;
+  Encoded encodeAnew(const Dictionary& dictionary);
+  Decoded decodeAnew(std::string_view bytes);
+  bool readSegments(std::string_view bytes, std::vector<Segment>& segments) const;
+  bool readSegment(std::string_view bytes, std::size_t begin, std::size_t& expected,
+                   Segment& out) const;
+  std::string_view bytesOf(const Segment& segment) const noexcept;
+  const Segment* segmentAt(std::string_view rest, std::size_t& expected) const noexcept;
+
+  std::string file_;
+  std::vector<Segment> segments_;  // by key, ascending, as they stand in the file
+};
+
+}  // namespace fexora

@@ -1,0 +1,23 @@
+// What text a property list can carry, in either encoding.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "fexora/platform/foundation/Export.h"
+
+namespace fexora {
+
+// Whether `text` is UTF-8 and holds nothing that XML 1.0 cannot express: no control character but
+// tab, line feed and carriage return, and neither U+FFFE nor U+FFFF.
+FEXORA_API bool isPlistText(std::string_view text) noexcept;
+
+// `text` without XML's white space at both ends.
+std::string_view trimmedOfSpace(std::string_view text) noexcept;
+// Whether there is nothing else than XML's white space.
+bool isSpace(std::string_view text) noexcept;
+
+// `name` fit for a one-line message: at most 60 bytes, printable ASCII, anything else as "?".
+std::string printableName(std::string_view name);
+
+}  // namespace fexora

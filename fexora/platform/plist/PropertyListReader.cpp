@@ -1,0 +1,20 @@
+#include "fexora/platform/plist/PropertyListReader.h"
+
+#include <new>
+
+#include "fexora/platform/plist/BinaryPlistReader.h"
+#include "fexora/platform/plist/XmlPlistReader.h"
+
+namespace fexora {
+
+PlistResult readPropertyList(std::string_view bytes) {
+  try {
+    if (bytes.empty()) return {{}, "the file is empty"};
+    if (bytes.starts_with("bplist")) return readBinaryPlist(bytes);
+    return readXmlPlist(bytes);
+  } catch (const std::bad_alloc&) {
+    return {{}, "out of memory"};
+  }
+}
+
+}  // namespace fexora

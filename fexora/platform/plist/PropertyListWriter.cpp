@@ -1,0 +1,22 @@
+#include "fexora/platform/plist/PropertyListWriter.h"
+
+#include <new>
+
+#include "fexora/platform/plist/XmlPlistWriter.h"
+
+namespace fexora {
+
+PlistBytes writePropertyList(const Value& root) {
+  try {
+    PlistBytes result;
+    result.bytes = kXmlPlistHead;
+    XmlPlistWriter writer(result.bytes);
+    if (!writer.appendRoot(root)) return {{}, writer.error()};
+    result.bytes += kXmlPlistTail;
+    return result;
+  } catch (const std::bad_alloc&) {
+    return {{}, "out of memory"};
+  }
+}
+
+}  // namespace fexora

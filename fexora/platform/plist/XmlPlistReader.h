@@ -1,0 +1,29 @@
+// Reads the XML form of property lists: expat finds the elements, PlistBuilder makes the values.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "fexora/platform/plist/PropertyListReader.h"
+
+namespace fexora {
+
+// As readPropertyList, for bytes that are meant to be XML. May throw std::bad_alloc.
+PlistResult readXmlPlist(std::string_view bytes);
+
+// A key and its value as they stand in a root dictionary.
+struct XmlPlistEntry {
+  std::string key;
+  Value value;
+  std::size_t bytes = 0;    // from the beginning of what was read to the end of the value's element
+  std::size_t objects = 0;  // values in it, each counted
+};
+
+// Reads one entry at the head of `bytes` exactly as the whole reader would inside the root
+// dictionary of a UTF-8 file; what follows the entry is not looked at. Nothing when there is no
+// whole entry. May throw std::bad_alloc.
+std::optional<XmlPlistEntry> readXmlPlistEntry(std::string_view bytes);
+
+}  // namespace fexora

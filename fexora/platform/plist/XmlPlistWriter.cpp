@@ -1,0 +1,176 @@
+#include "fexora/platform/plist/XmlPlistWriter.h"
+
+#include <cmath>
+
+#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/plist/Base64.h"
+#include "fexora/platform/plist/PlistText.h"
+
+namespace fexora {
+namespace {
+
+constexpr std::size_t kPlaceBytes = 200;
+
+// A carriage return would be read back as a line feed if it stood by itself.
+void appendEscaped(std::string& out, std::string_view text) {
+  while (true) {
+    const std::size_t plain = text.find_first_of("&<>\r");
+    out += text.substr(0, plain);
+    if (plain == std::string_view::npos) return;
+    switch (text[plain]) {
+      case '&':
+        out += "&amp;";
+        break;
+      case '<':
+        out += "&lt;";
+        break;
+      case '>':
+        out += "&gt;";
+        break;
+      default:
+        out += "&#13;";
+        break;
+    }
+    text.remove_prefix(plain + 1);
+  }
+}
+
+}  // namespace
+
+std::string XmlPlistWriter::error() const {
+  return (place_.empty() ? "the root" : place_) + ": " + why_;
+}
+
+bool XmlPlistWriter::refuse(std::string_view why) {
+  why_ = why;
+  return false;
+}
+
+// On the way back out: `place` is put before the places further in.
+bool XmlPlistWriter::refuseAt(std::string_view place) {
+  const bool joined = !place_.empty() && !place_.starts_with('[');
+  place_.insert(0, joined ? "." : "");
+  place_.insert(0, place);
+  if (place_.size() > kPlaceBytes) place_.replace(kPlaceBytes, std::string::npos, "...");
+  return false;
+}
+
+bool XmlPlistWriter::appendRoot(const Value& value) {
+  return append(value, 0);
+}
+
+bool XmlPlistWriter::appendRootEntry(const Dictionary::Entry& entry) {
+  return appendEntry(entry, 1);
+}
+
+// A value's element with its line's end; `depth` containers are open around it.
+bool XmlPlistWriter::append(const Value& value, std::size_t depth) {
+  if (++objects_ > limits::kPropertyListObjects) return refuse("too many objects");
+  out_.append(depth, '\t');
+  switch (value.kind()) {
+    case Value::Kind::null:
+      return refuse("a null value");
+    case Value::Kind::number:
+      return appendNumber(*value.number());
+    case Value::Kind::string:
+      return appendText("string", *value.string());
+    case Value::Kind::date:
+      return appendDate(*value.date());
+    case Value::Kind::data:
+      out_ += "<data>";
+      appendBase64(out_, *value.data());
+      out_ += "</data>\n";
+      return true;
+    case Value::Kind::array:
+      return appendArray(*value.array(), depth + 1);
+    case Value::Kind::dictionary:
+      return appendDictionary(*value.dictionary(), depth + 1);
+  }
+  return refuse("a value of an unknown kind");
+}
+
+bool XmlPlistWriter::appendNumber(const NSNumber& number) {
+  switch (number.kind()) {
+    case NSNumber::Kind::boolean:
+      out_ += number.boolValue() ? "<true/>\n" : "<false/>\n";
+      break;
+    case NSNumber::Kind::integer:
+      out_ += "<integer>";
+      appendIntegerText(out_, number.intValue());
+      out_ += "</integer>\n";
+      break;
+    case NSNumber::Kind::real:
+      exact_ = exact_ && !std::isnan(number.doubleValue());
+      out_ += "<real>";
+      appendShortestText(out_, number.doubleValue());
+      out_ += "</real>\n";
+      break;
+  }
+  return true;
+}
+
+bool XmlPlistWriter::appendText(std::string_view tag, std::string_view text) {
+  if (!isPlistText(text)) return refuse("text with control characters or broken UTF-8");
+  out_ += '<';
+  out_ += tag;
+  out_ += '>';
+  appendEscaped(out_, text);
+  out_ += "</";
+  out_ += tag;
+  out_ += ">\n";
+  return true;
+}
+
+bool XmlPlistWriter::appendDate(const Date& date) {
+  const auto text = date.isoText();
+  if (!text) return refuse("a date outside the years 1 to 9999");
+  const double seconds = date.secondsSince1970();
+  exact_ = exact_ && seconds == std::floor(seconds);
+  out_ += "<date>";
+  out_ += *text;
+  out_ += "</date>\n";
+  return true;
+}
+
+bool XmlPlistWriter::appendArray(const Array& array, std::size_t depth) {
+  if (depth > static_cast<std::size_t>(limits::kPropertyListDepth))
+    return refuse("nested too deeply");
+  if (array.empty()) {
+    out_ += "<array/>\n";
+    return true;
+  }
+  out_ += "<array>\n";
+  std::int64_t index = 0;
+  for (const Value& item : array) {
+    if (!append(item, depth)) return refuseAt("[" + integerText(index) + "]");
+    ++index;
+  }
+  out_.append(depth - 1, '\t');
+  out_ += "</array>\n";
+  return true;
+}
+
+bool XmlPlistWriter::appendDictionary(const Dictionary& dictionary, std::size_t depth) {
+  if (depth > static_cast<std::size_t>(limits::kPropertyListDepth))
+    return refuse("nested too deeply");
+  if (dictionary.empty()) {
+    out_ += "<dict/>\n";
+    return true;
+  }
+  out_ += "<dict>\n";
+  for (const Dictionary::Entry& entry : dictionary) {
+    if (!appendEntry(entry, depth)) return false;
+  }
+  out_.append(depth - 1, '\t');
+  out_ += "</dict>\n";
+  return true;
+}
+
+bool XmlPlistWriter::appendEntry(const Dictionary::Entry& entry, std::size_t depth) {
+  out_.append(depth, '\t');
+  const bool done = appendText("key", entry.first) && append(entry.second, depth);
+  return done || refuseAt(printableName(entry.first));
+}
+
+}  // namespace fexora

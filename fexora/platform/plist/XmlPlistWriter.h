@@ -1,0 +1,55 @@
+// The elements of an XML property list, as PropertyListWriter.h lays them out.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "fexora/platform/foundation/Value.h"
+
+namespace fexora {
+
+// What stands before and after the root's element.
+inline constexpr std::string_view kXmlPlistHead =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+    "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+    "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+    "<plist version=\"1.0\">\n";
+inline constexpr std::string_view kXmlPlistTail = "</plist>\n";
+
+// Appends to a text of the caller's, which outlives it. Each operation answers false when something
+// cannot be written; the text then ends somewhere in the middle, and error() says what and where.
+// May throw std::bad_alloc.
+class XmlPlistWriter {
+ public:
+  explicit XmlPlistWriter(std::string& out) : out_(out) {}
+
+  bool appendRoot(const Value& value);
+  // An entry of the root dictionary, as appendRoot writes it inside that dictionary's element.
+  bool appendRootEntry(const Dictionary::Entry& entry);
+
+  std::string error() const;
+  // Objects written: every value counts, keys do not.
+  std::size_t objects() const noexcept { return objects_; }
+  // Whether all of it reads back bit for bit: no date had a fraction, no number was a not-a-number.
+  bool isExact() const noexcept { return exact_; }
+
+ private:
+  bool refuse(std::string_view why);
+  bool refuseAt(std::string_view place);
+  bool append(const Value& value, std::size_t depth);
+  bool appendNumber(const NSNumber& number);
+  bool appendText(std::string_view tag, std::string_view text);
+  bool appendDate(const Date& date);
+  bool appendArray(const Array& array, std::size_t depth);
+  bool appendDictionary(const Dictionary& dictionary, std::size_t depth);
+  bool appendEntry(const Dictionary::Entry& entry, std::size_t depth);
+
+  std::string& out_;
+  std::string why_;
+  std::string place_;  // the way to what was refused, built from its end
+  std::size_t objects_ = 0;
+  bool exact_ = true;
+};
+
+}  // namespace fexora

@@ -1,0 +1,133 @@
+#include "fexora/rates/PairRates.h"
+
+#include <algorithm>
+
+namespace fexora {
+
+PairRates::PairRates(const CurrencyManager& catalogue, const std::vector<KnownRate>& usdRates,
+                     const std::vector<CurrencyRef>& selection)
+    : catalogue_(&catalogue), dollar_(catalogue.placeOfCode("USD")) {
+  if (dollar_ == CurrencyManager::kNoPlace) return;
+  std::vector<bool> selected(catalogue.currencies().size());
+  for (const CurrencyRef& currency : selection) {
+    const std::uint32_t at = currency != nullptr ? place(*currency) : kNone;
+    if (at != kNone) selected[at] = true;
+  }
+  const std::size_t most = usdRates.size();
+  places_.reserve(most);
+  rates_.reserve(most);
+  for (const KnownRate& known : usdRates) {
+    if (!selected[known.place]) continue;
+    places_.push_back(known.place);
+    rates_.push_back(known.rate);
+  }
+  link();
+}
+
+// Chains the entries by code and lays out the groups.
+void PairRates::link() {
+  const auto count = static_cast<std::uint32_t>(places_.size());
+  first_.assign(catalogue_->currencies().size(), kNone);
+  next_.resize(count);
+  std::vector<std::uint32_t> alike(first_.size());
+  for (std::uint32_t entry = count; entry-- > 0;) {
+    std::uint32_t& first = first_[places_[entry]];
+    next_[entry] = first;
+    first = entry;
+    ++alike[places_[entry]];
+  }
+  groups_.reserve(count);
+  starts_.reserve(count + 1);
+  std::size_t start = 0;
+  for (std::uint32_t entry = 0; entry < count; ++entry) {
+    if (places_[entry] == dollar_) continue;
+    groups_.push_back(entry);
+    starts_.push_back(start);
+    start += 2 + count - alike[places_[entry]];
+  }
+  starts_.push_back(start);
+}
+
+const CurrencyRef& PairRates::currencyAt(std::uint32_t place) const {
+  return catalogue_->currencies()[place];
+}
+
+// A record with an empty code equals none, not even the catalogue's own.
+std::uint32_t PairRates::place(const Currency& currency) const {
+  return currency.code().empty() ? kNone : catalogue_->placeOf(currency);
+}
+
+Rate PairRates::operator[](std::size_t index) const {
+  const auto after = std::upper_bound(starts_.begin(), starts_.end(), index);
+  const auto group = static_cast<std::size_t>(after - starts_.begin()) - 1;
+  return pairInGroup(groups_[group], index - starts_[group]);
+}
+
+Rate PairRates::pairInGroup(std::uint32_t entry, std::size_t offset) const {
+  const CurrencyRef& own = currencyAt(places_[entry]);
+  if (offset == 0) return {currencyAt(dollar_), own, rates_[entry]};
+  if (offset == 1) return {own, currencyAt(dollar_), 1.0 / rateAt(entry)};
+  // Entries with the group's own code are passed over.
+  auto other = static_cast<std::uint32_t>(offset - 2);
+  for (std::uint32_t same = first_[places_[entry]]; same != kNone && same <= other;
+       same = next_[same]) {
+    ++other;
+  }
+  return {own, currencyAt(places_[other]), rateAt(other) / rateAt(entry)};
+}
+
+std::optional<Rate> PairRates::find(const Currency& src, const Currency& dst) const {
+  if (empty()) return std::nullopt;
+  const std::uint32_t from = place(src);
+  const std::uint32_t to = place(dst);
+  if (from == kNone || to == kNone || from == to) return std::nullopt;
+  const std::uint32_t source = first_[from];
+  const std::uint32_t target = first_[to];
+  if (from == dollar_) {
+    if (target == kNone) return std::nullopt;
+    return Rate(currencyAt(from), currencyAt(to), rates_[target]);
+  }
+  if (source == kNone) return std::nullopt;
+  if (to == dollar_) return Rate(currencyAt(from), currencyAt(to), 1.0 / rateAt(source));
+  if (target == kNone) return std::nullopt;
+  return Rate(currencyAt(from), currencyAt(to), rateAt(target) / rateAt(source));
+}
+
+std::vector<ConvertedItem> PairRates::convert(const Currency& src, NSNumber amount,
+                                              bool invert) const {
+  std::vector<ConvertedItem> items;
+  const std::uint32_t from = empty() ? kNone : place(src);
+  if (from == kNone) return items;
+  if (from == dollar_) {
+    convertFromDollar(amount, invert, items);
+    return items;
+  }
+  for (std::uint32_t entry = first_[from]; entry != kNone; entry = next_[entry]) {
+    convertGroup(entry, amount, invert, items);
+  }
+  return items;
+}
+
+void PairRates::convertFromDollar(NSNumber amount, bool invert,
+                                  std::vector<ConvertedItem>& items) const {
+  items.reserve(groups_.size());
+  for (const std::uint32_t entry : groups_) {
+    items.emplace_back(currencyAt(dollar_), currencyAt(places_[entry]), rates_[entry], amount,
+                       invert);
+  }
+}
+
+void PairRates::convertGroup(std::uint32_t entry, NSNumber amount, bool invert,
+                             std::vector<ConvertedItem>& items) const {
+  const std::uint32_t own = places_[entry];
+  const CurrencyRef& source = currencyAt(own);
+  const double rate = rateAt(entry);
+  items.reserve(items.size() + places_.size() + 1);
+  items.emplace_back(source, currencyAt(dollar_), 1.0 / rate, amount, invert);
+  for (std::uint32_t other = 0; other < places_.size(); ++other) {
+    if (places_[other] == own) continue;
+    items.emplace_back(source, currencyAt(places_[other]), rateAt(other) / rate, amount, invert);
+  }
+}
+
+}  // namespace fexora

@@ -1,0 +1,153 @@
+#include "fexora/rates/RateManager.h"
+
+#include "fexora/platform/foundation/Environment.h"
+#include "fexora/platform/foundation/NoDestructor.h"
+#include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/network/NetworkManager.h"
+
+namespace fexora {
+
+const std::string kTrelbyRatesURL = environment("FEXORA_RATES_URL").value_or(FEXORA_RATES_URL);
+
+RateManager::RateManager() : RateManager(Platform::process()) {}
+
+RateManager::RateManager(Platform& platform, CurrencyManager* catalogue, StoreManager* store)
+    : platform_(platform),
+      catalogue_(catalogue),
+      store_(store),
+      self_(std::make_shared<RateManager*>(this)) {}
+
+RateManager::~RateManager() = default;
+
+CurrencyManager& RateManager::catalogue() const {
+  return catalogue_ != nullptr ? *catalogue_ : currencyManager();
+}
+
+StoreManager& RateManager::store() const { return store_ != nullptr ? *store_ : storeManager(); }
+
+std::optional<Date> RateManager::updated() const {
+  const Value* stored = store().ud().find(kUDUSDRatesUpdated);
+  if (stored == nullptr || stored->date() == nullptr) return std::nullopt;
+  return *stored->date();
+}
+
+std::vector<USDRateRef> RateManager::filterRatesForLocalCurrencies(
+    const std::vector<USDRateRef>& list) const {
+  std::vector<USDRateRef> filtered;
+  filtered.reserve(list.size());
+  for (const USDRateRef& rate : list) {
+    if (rate != nullptr && catalogue().hasCurrency(rate->code())) filtered.push_back(rate);
+  }
+  return filtered;
+}
+
+void RateManager::takeUSDRates(const std::vector<USDRateRef>& filtered) {
+  std::vector<KnownRate> known;
+  known.reserve(filtered.size());
+  for (const USDRateRef& rate : filtered) {
+    known.push_back({catalogue().placeOfCode(rate->code()), rate->rate()});
+  }
+  USDRates_ = std::move(known);
+  ratesForCurrenciesBasedOnUSDRates();
+}
+
+void RateManager::ratesForCurrenciesBasedOnUSDRates() {
+  rates_ = PairRates(catalogue(), USDRates_, currencies_);
+}
+
+void RateManager::loadRates(std::optional<std::vector<CurrencyRef>> forCurrencies, bool cache,
+                            bool sync, Completion complete) {
+  currencies_ = forCurrencies ? *std::move(forCurrencies) : catalogue().currencies();
+  if (cache && !USDRates_.empty()) {
+    ratesForCurrenciesBasedOnUSDRates();
+    if (complete) complete(true, nullptr);
+    return;
+  }
+  if (const auto stored = store().loadUSDRates()) {
+    takeUSDRates(filterRatesForLocalCurrencies(*stored));
+    if (complete) complete(true, nullptr);
+  }
+  if (mayRequest()) request(sync, std::move(complete));
+}
+
+bool RateManager::mayRequest() const {
+  if (!lastUpdate_) return true;
+  const double difference = platform_.loop->wallSeconds() - lastUpdate_->secondsSince1970();
+  platform_.log->write("Time difference between requests: " + fixedText(difference, 6) + "sec");
+  return difference >= kRequestSpacing;
+}
+
+void RateManager::request(bool sync, Completion complete) {
+  lastUpdate_ = Date(platform_.loop->wallSeconds());
+  NetworkManager::simpleRequest<Response>(
+      *platform_.transport, kTrelbyRatesURL,
+      [weak = std::weak_ptr(self_), sync, complete = std::move(complete)](
+          const std::shared_ptr<Response>& response, const std::optional<ResponseError>& error) {
+        const auto self = weak.lock();
+        if (self == nullptr) return;
+        if (response != nullptr) {
+          (*self)->receive(*response, sync);
+          if (complete) complete(false, nullptr);
+        } else if (error && complete) {
+          complete(false, &*error);
+        }
+      });
+}
+
+void RateManager::receive(const Response& response, bool sync) {
+  serviceMessage_ = response.serviceMessage();
+  const auto filtered = filterRatesForLocalCurrencies(response.rates());
+  takeUSDRates(filtered);
+  store().saveUSDRates(filtered, sync);
+}
+
+void RateManager::tryLoadRatesFromQTXServer() {}
+
+std::pair<Converted, StoreSourceRef> RateManager::convertAmount(NSNumber amount,
+                                                                CurrencyRef srcCurrency, bool sync,
+                                                                bool invert) {
+  if (srcCurrency == nullptr) srcCurrency = Currency::make();
+  auto source = store().saveSourceCurrency(srcCurrency, amount, sync);
+  Converted converted;
+  converted.setItems(rates_.convert(*srcCurrency, amount, invert));
+  return {std::move(converted), std::move(source)};
+}
+
+std::optional<Rate> RateManager::rateForSourceCurrency(const CurrencyRef& src,
+                                                       const CurrencyRef& dst) const {
+  if (src == nullptr || dst == nullptr) return std::nullopt;
+  return rates_.find(*src, *dst);
+}
+
+std::optional<Value> RateManager::valueForKey(std::string_view name) const {
+  if (name == "serviceMessage") return Value(serviceMessage());
+  if (name == "lastUpdate") return lastUpdate() ? Value(*lastUpdate()) : Value();
+  return NSObject::valueForKey(name);
+}
+
+bool RateManager::setValueForKey(std::string_view name, const Value& value) {
+  if (name == "serviceMessage" && value.string() != nullptr) {
+    setServiceMessage(*value.string());
+    return true;
+  }
+  if (name == "lastUpdate" && (value.date() != nullptr || value.isNull())) {
+    setLastUpdate(value.date() != nullptr ? std::optional(*value.date()) : std::nullopt);
+    return true;
+  }
+  return NSObject::setValueForKey(name, value);
+}
+
+std::optional<Value> RateManager::perform(std::string_view selector, const Array& arguments) {
+  if (selector == "tryLoadRatesFromQTXServer" && arguments.empty()) {
+    tryLoadRatesFromQTXServer();
+    return Value();
+  }
+  return NSObject::perform(selector, arguments);
+}
+
+RateManager& rateManager() {
+  static NoDestructor<RateManager> manager;
+  return *manager;
+}
+
+}  // namespace fexora

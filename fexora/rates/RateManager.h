@@ -1,0 +1,110 @@
+// The rate engine: holds the USD rates, derives the pair rates, converts amounts, and brings fresh
+// rates from memory, the store and the rates service.
+//
+// Main thread only. The catalogue and the store are the shared ones when none are given; each is
+// asked for at its first use.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "fexora/input/Response.h"
+#include "fexora/platform/Platform.h"
+#include "fexora/platform/foundation/NSObject.h"
+#include "fexora/rates/PairRates.h"
+#include "fexora/store/StoreManager.h"
+
+namespace fexora {
+
+// The address of the rates service: the environment's FEXORA_RATES_URL as it was when the library
+// was loaded, else the one that the build was configured with.
+FEXORA_API extern const std::string kTrelbyRatesURL;
+
+// Reachable by name: "serviceMessage" and "lastUpdate" (read and write; a date or the null value),
+// and the selector "tryLoadRatesFromQTXServer".
+class FEXORA_API RateManager : public NSObject {
+ public:
+  // `fromCache` is true when the rates came from memory or the store. `error` is set only for a
+  // request that failed, and is valid during the call.
+  using Completion = std::function<void(bool fromCache, const ResponseError* error)>;
+
+  // The least time between two requests of one process, in seconds.
+  static constexpr double kRequestSpacing = 30.0;
+
+  RateManager();
+  explicit RateManager(Platform& platform, CurrencyManager* catalogue = nullptr,
+                       StoreManager* store = nullptr);
+  RateManager(const RateManager&) = delete;
+  RateManager& operator=(const RateManager&) = delete;
+  ~RateManager() override;
+
+  // The service's message for the user in its last answer; empty before the first.
+  virtual const std::string& serviceMessage() const { return serviceMessage_; }
+  virtual void setServiceMessage(std::string message) { serviceMessage_ = std::move(message); }
+  // When this process last sent a request. Setting it moves the spacing of requests.
+  virtual std::optional<Date> lastUpdate() const { return lastUpdate_; }
+  virtual void setLastUpdate(std::optional<Date> date) { lastUpdate_ = date; }
+  // When the current rates were stored, by this process or the other.
+  virtual std::optional<Date> updated() const;
+
+  // Selects `forCurrencies` (absent: the whole catalogue; null references are skipped) and brings
+  // rates for them, telling `complete` at each arrival.
+  //   1. With `cache` and rates in memory: derives anew, complete(true, null), and ends.
+  //   2. The store's rates, if it holds a list: takes them, derives, complete(true, null).
+  //   3. Ends if a request was sent less than 30 seconds ago by the wall clock; a clock that was
+  //      set back counts as less. The difference is logged.
+  //   4. Sends one request and returns. Later, on the main thread: an answer is taken, stored (the
+  //      file is written if `sync`), derived, complete(false, null); a failure changes nothing,
+  //      complete(false, error).
+  virtual void loadRates(std::optional<std::vector<CurrencyRef>> forCurrencies, bool cache,
+                         bool sync, Completion complete);
+  void loadRates(std::optional<std::vector<CurrencyRef>> forCurrencies, Completion complete) {
+    loadRates(std::move(forCurrencies), false, true, std::move(complete));
+  }
+  // Does nothing; kept for hosts that call it by name.
+  virtual void tryLoadRatesFromQTXServer();
+
+  // Records amount and source in the store first (writing the file if `sync`), whatever is found
+  // then: one line for each pair rate from `srcCurrency`, in their order. See ConvertedItem for
+  // `invert`.
+  virtual std::pair<Converted, StoreSourceRef> convertAmount(NSNumber amount,
+                                                             CurrencyRef srcCurrency, bool sync,
+                                                             bool invert = false);
+  // The first pair rate from `src` to `dst`; nothing is derived, inverted or made up for it.
+  virtual std::optional<Rate> rateForSourceCurrency(const CurrencyRef& src,
+                                                    const CurrencyRef& dst) const;
+
+  std::optional<Value> valueForKey(std::string_view name) const override;
+  bool setValueForKey(std::string_view name, const Value& value) override;
+  std::optional<Value> perform(std::string_view selector, const Array& arguments = {}) override;
+
+ private:
+  std::vector<USDRateRef> filterRatesForLocalCurrencies(const std::vector<USDRateRef>& list) const;
+  void takeUSDRates(const std::vector<USDRateRef>& filtered);
+  void ratesForCurrenciesBasedOnUSDRates();
+  bool mayRequest() const;
+  void request(bool sync, Completion complete);
+  void receive(const Response& response, bool sync);
+  CurrencyManager& catalogue() const;
+  StoreManager& store() const;
+
+  Platform& platform_;
+  CurrencyManager* catalogue_;
+  StoreManager* store_;
+  std::vector<KnownRate> USDRates_;
+  PairRates rates_;
+  std::vector<CurrencyRef> currencies_;
+  std::string serviceMessage_;
+  std::optional<Date> lastUpdate_;
+  std::shared_ptr<RateManager*> self_;  // what a request on its way still finds, or no longer
+};
+
+// The process's one rate manager, made at the first call and never destroyed. Any thread may be
+// first; its operations belong to the main thread. Making it touches neither store nor network.
+FEXORA_API RateManager& rateManager();
+
+}  // namespace fexora

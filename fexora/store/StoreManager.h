@@ -1,0 +1,127 @@
+// The store that the system uses: "Store.plist", with eight settings in typed form and the cached
+// currencies, rates and source amount.
+//
+// Setting a setting writes all eight into the dictionary and saves the file at once. Loading sets
+// all eight from the dictionary and writes nothing; a value that is missing or of another kind gives
+// the default, and so does a number of 0 for `fraction` and `numberOfCurrenciesInWidget`. An integer
+// setting takes an integer only, `seporate` a boolean only.
+// Main thread only.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "fexora/records/StoreSource.h"
+#include "fexora/records/USDRate.h"
+#include "fexora/store/UserStoreManager.h"
+
+namespace fexora {
+
+class CurrencyManager;
+
+// The keys of the cached data in the dictionary and the file.
+inline constexpr std::string_view kUDUSDRates = "UDUSDRates";
+inline constexpr std::string_view kUDUSDRatesUpdated = "UDUSDRatesUpdated";
+inline constexpr std::string_view kUDCurrencies = "UDCurrencies";
+inline constexpr std::string_view kUDSourceCurrency = "UDSourceCurrency";
+
+enum class StyleMode : std::int64_t { light = 0, dark = 1 };
+enum class Naming : std::int64_t { names = 0, codes = 1 };
+enum class TodayConversionMode : std::int64_t { linear = 0, rate = 1 };
+
+class FEXORA_API StoreManager : public UserStoreManager {
+ public:
+  static constexpr std::int64_t kDefaultFraction = 3;
+  static constexpr std::int64_t kDefaultNumberOfCurrencies = 10;
+
+  // Reads the file, or makes it, and watches its folder. The catalogue is the shared one when none
+  // is given; it is asked for at its first use.
+  StoreManager();
+  explicit StoreManager(Platform& platform, CurrencyManager* catalogue = nullptr);
+
+  std::string storeName() const override { return "Store.plist"; }
+  void loadData() override;
+
+  virtual std::int64_t fraction() const { return fraction_; }
+  virtual void setFraction(std::int64_t fraction);
+  virtual StyleMode mode() const { return mode_; }
+  virtual void setMode(StyleMode mode);
+  virtual bool seporate() const { return seporate_; }
+  virtual void setSeporate(bool seporate);
+  virtual Naming namingInWidget() const { return namingInWidget_; }
+  virtual void setNamingInWidget(Naming naming);
+  virtual std::int64_t numberOfCurrenciesInWidget() const { return numberOfCurrenciesInWidget_; }
+  virtual void setNumberOfCurrenciesInWidget(std::int64_t number);
+  virtual const std::vector<CurrencyRef>& todayCurrencies() const { return todayCurrencies_; }
+  virtual void setTodayCurrencies(std::vector<CurrencyRef> currencies);
+  virtual TodayConversionMode todayConversionMode() const { return todayConversionMode_; }
+  virtual void setTodayConversionMode(TodayConversionMode mode);
+  // Never null: setting null sets the default, "USD".
+  virtual const CurrencyRef& todayRelativeCurrency() const { return todayRelativeCurrency_; }
+  virtual void setTodayRelativeCurrency(CurrencyRef currency);
+
+  // A one-shot switch: false makes the next saveSettings() do nothing but set it to true again.
+  virtual bool canSave() const { return canSave_; }
+  virtual void setCanSave(bool canSave) { canSave_ = canSave; }
+  virtual void saveSettings();
+
+  // Keeps the rates with the current time as their date.
+  virtual void saveUSDRates(const std::vector<USDRateRef>& rates, bool sync);
+  // Nothing when no list of rates is kept.
+  virtual std::optional<std::vector<USDRateRef>> loadUSDRates() const;
+  // Saves the file at once.
+  virtual void saveCurrencies(const std::vector<CurrencyRef>& currencies);
+  // The kept selection, which may be empty; without one the catalogue's USD and EUR, as far as it
+  // has them.
+  virtual std::vector<CurrencyRef> loadCurrencies() const;
+  // With `sync` the file is written before the call returns, else with the next save of any kind.
+  virtual StoreSourceRef saveSourceCurrency(const CurrencyRef& currency, NSNumber withAmount,
+                                            bool sync);
+  // Null when none is kept.
+  virtual StoreSourceRef loadSourceCurrency() const;
+
+ private:
+  enum class Key : std::uint8_t {
+    Fraction,
+    Mode,
+    Seporate,
+    NamingInWidget,
+    NumberOfCurrenciesInWidget,
+    TodayCurrencies,
+    TodayConversionMode,
+    TodayRelativeCurrency
+  };
+
+  static const char* rawValue(Key key);
+  void loadSettings();
+  void saveValue(Value value, Key key);
+  void put(std::string_view key, Value value);
+  const Value* storedValue(Key key) const;
+  std::optional<std::int64_t> storedInteger(Key key) const;
+  template <class Enum>
+  Enum storedCase(Key key) const;
+  std::int64_t storedCount(Key key, std::int64_t fallback) const;
+  template <class Field>
+  void change(Field& field, Field value);
+  CurrencyManager& catalogue() const;
+
+  CurrencyManager* catalogue_;
+  std::int64_t fraction_ = kDefaultFraction;
+  StyleMode mode_ = StyleMode::light;
+  bool seporate_ = true;
+  Naming namingInWidget_ = Naming::names;
+  std::int64_t numberOfCurrenciesInWidget_ = kDefaultNumberOfCurrencies;
+  std::vector<CurrencyRef> todayCurrencies_;
+  TodayConversionMode todayConversionMode_ = TodayConversionMode::linear;
+  CurrencyRef todayRelativeCurrency_;
+  bool canSave_ = true;
+};
+
+// The process's one store, made at the first call and never destroyed. Any thread may be first; its
+// operations belong to the main thread.
+FEXORA_API StoreManager& storeManager();
+
+}  // namespace fexora

@@ -1,0 +1,143 @@
+// A dictionary of named values in memory, mirrored to one property-list file that two processes
+// share.
+//
+// A save writes the whole dictionary by atomic rename and opens a skip period of one second, in
+// which the process ignores changes of the folder, its own among them. Outside of it a change of
+// the folder makes the store read the file again, replace its dictionary whole and post
+// "FileWatcherUpdate". There is no lock and no merge: who saves last wins, and a reload drops what
+// this process had not saved. What arrives inside the skip period is missed until the folder's next
+// change, unless setReconcilesAfterSkip(true) was called.
+//
+// Nothing here fails towards the caller: what cannot be read leaves the dictionary as it was, what
+// cannot be written leaves the old file whole, and both are logged. A file that cannot be read as a
+// dictionary is kept aside, by a hard link beside it, before a save replaces it. A file that cannot
+// be opened or read for now (no permission, too many open files) is not replaced at all until it
+// can be.
+// Main thread only. No timer and no folder event is delivered after the destructor.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "fexora/platform/Platform.h"
+#include "fexora/platform/foundation/NSObject.h"
+#include "fexora/platform/plist/DictionaryCodec.h"
+#include "fexora/store/FolderMonitor.h"
+
+namespace fexora {
+
+// The application group whose processes share the container folder.
+inline constexpr std::string_view kAppGroupIdentifier = "FX4C7Q2M9K.org.fexora.shared";
+
+// Reachable by name: "ud", "storeName", "skipUpdate", "applicationDocumentsDirectory", "fileURL"
+// (all but "storeName" settable), and the selectors "loadData", "folderUpdate", "synchronize",
+// "startSyncTimer", "startDisableSkipUpdateTimer", "syncFromTimer:" and "disableSkipFileUpdate:"
+// (the argument, a timer, is not looked at).
+class FEXORA_API UserStoreManager : public NSObject {
+ public:
+  static constexpr double kSkipSeconds = 1.0;
+  static constexpr double kSyncDelaySeconds = 1.0;
+
+  UserStoreManager(const UserStoreManager&) = delete;
+  UserStoreManager& operator=(const UserStoreManager&) = delete;
+  ~UserStoreManager() override;
+
+  // Null before the start, and where there is no folder to watch.
+  virtual FolderMonitor* folderMonitor() const { return folderMonitor_.get(); }
+  // The in-memory copy of the file. Setting it writes nothing.
+  virtual const Dictionary& ud() const { return ud_; }
+  virtual void setUd(Dictionary ud) { ud_ = std::move(ud); }
+  // The file's name in the folder.
+  virtual std::string storeName() const { return ""; }
+
+  // Replaces `ud` by the file's content; where there is no file, makes one of the current `ud`.
+  virtual void loadData();
+
+  virtual bool skipUpdate() const { return skipUpdate_; }
+  virtual void setSkipUpdate(bool skip) { skipUpdate_ = skip; }
+  // The folder has changed: outside the skip period, loads and then posts the notification.
+  virtual void folderUpdate();
+  // Writes `ud` now and opens the skip period, whose second starts anew.
+  virtual void synchronize();
+
+  virtual const std::shared_ptr<Timer>& syncTimer() const { return syncTimer_; }
+  virtual void setSyncTimer(std::shared_ptr<Timer> timer) { syncTimer_ = std::move(timer); }
+  // Writes one second from now; a further call moves that to a second from then.
+  virtual void startSyncTimer();
+  // What that timer does: a save that opens no skip period, so that outside of one this process
+  // takes its own write for the other's.
+  virtual void syncFromTimer(const std::shared_ptr<Timer>& timer);
+  virtual const std::shared_ptr<Timer>& timer() const { return timer_; }
+  virtual void setTimer(std::shared_ptr<Timer> timer) { timer_ = std::move(timer); }
+  // Closes the skip period one second from now.
+  virtual void startDisableSkipUpdateTimer();
+  virtual void disableSkipFileUpdate(const std::shared_ptr<Timer>& timer);
+
+  // The container folder, found at the first call and kept; empty when there is none. Setting it
+  // moves neither the watch nor a `fileURL` that is already kept.
+  virtual const std::string& applicationDocumentsDirectory();
+  virtual void setApplicationDocumentsDirectory(std::string folder);
+  // The store file's path: `storeName` in that folder, found at the first call and kept; empty when
+  // there is no folder, and then the store works in memory.
+  virtual const std::string& fileURL();
+  virtual void setFileURL(std::string path);
+
+  std::optional<Value> valueForKey(std::string_view name) const override;
+  bool setValueForKey(std::string_view name, const Value& value) override;
+  std::optional<Value> perform(std::string_view selector, const Array& arguments = {}) override;
+
+  // Off by default. On: when a skip period ends and the file is not the one that this process last
+  // wrote or read, the store takes it over and posts the notification then.
+  bool reconcilesAfterSkip() const { return reconcilesAfterSkip_; }
+  void setReconcilesAfterSkip(bool reconciles) { reconcilesAfterSkip_ = reconciles; }
+
+  // One line that says why the last save or load went wrong; empty when it went well.
+  const std::string& saveProblem() const { return saveProblem_; }
+  const std::string& loadProblem() const { return loadProblem_; }
+
+ protected:
+  explicit UserStoreManager(Platform& platform) : platform_(platform) {}
+  // Loads, then watches the folder. The most derived constructor's last step, since a base
+  // constructor does not reach the overrides.
+  void start();
+
+  Platform& platform() const { return platform_; }
+
+ private:
+  enum class Disk : std::uint8_t {
+    usable,       // read or written last, or not there
+    unreadable,   // holds something else than a dictionary: kept aside before it is replaced
+    inaccessible  // could not be opened or read: not replaced
+  };
+
+  void log(const std::string& line) const { platform_.log->write(line); }
+  Disk readFile();
+  void refuse(std::string problem, Disk state, const FileStatus& status);
+  void writeFile(const Dictionary& content);
+  std::string save(const Dictionary& content);
+  bool regainAccess();
+  std::error_code keepAside();
+  void dropOldestAside(const std::string& folder);
+  bool differsOnDisk();
+
+  Platform& platform_;
+  std::unique_ptr<FolderMonitor> folderMonitor_;
+  Dictionary ud_;
+  bool skipUpdate_ = false;
+  std::shared_ptr<Timer> syncTimer_;
+  std::shared_ptr<Timer> timer_;
+  std::optional<std::string> applicationDocumentsDirectory_;
+  std::optional<std::string> fileURL_;
+
+  DictionaryCodec codec_;
+  Disk disk_ = Disk::usable;
+  FileStatus known_;     // the file last read, written or refused
+  bool loaded_ = false;  // a file has been read or written
+  bool reconcilesAfterSkip_ = false;
+  std::string saveProblem_;
+  std::string loadProblem_;
+};
+
+}  // namespace fexora

@@ -1,0 +1,41 @@
+// The words of the command line, sorted into a command, its operands and its options.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fexora::program {
+
+enum class Command : std::uint8_t { convert, select, settings, search, refresh, watch, status };
+
+struct CommandLine {
+  Command command = Command::convert;
+  std::vector<std::string> operands;  // without the command's own name
+
+  bool json = false;
+  bool verbose = false;
+  std::string container;  // empty: not given, and so for the next two
+  std::string locale;
+  std::string language;
+
+  bool invert = false;  // convert
+  bool noSave = false;
+  bool names = false;
+  std::optional<std::int64_t> limit;  // search
+  std::vector<std::string> exclude;
+  std::optional<std::int64_t> count;  // watch
+  std::optional<double> refresh;      // watch: seconds
+
+  // Set when the line asked for a text instead of work: the help or the version.
+  std::optional<std::string> answer;
+};
+
+// Whether --json stands among the words: known even when the rest cannot be read.
+bool asksForJson(const std::vector<std::string>& words);
+
+// Throws a Failure of kind "usage" when the words do not fit the grammar.
+CommandLine readCommandLine(const std::vector<std::string>& words);
+
+}  // namespace fexora::program

@@ -1,0 +1,19 @@
+// The commands of the program. Each prints its result and throws a Failure when it cannot.
+#pragma once
+
+#include "fexora/fexora.h"
+#include "programs/fexora/CommandLine.h"
+#include "programs/fexora/JsonText.h"
+
+namespace fexora::program {
+
+void convert(const CommandLine& line);
+void select(const CommandLine& line);
+void settings(const CommandLine& line);
+void watch(const CommandLine& line);
+void status(const CommandLine& line);
+
+// Adds the object of all eight settings by property name.
+void addSettings(JsonText& json, const StoreManager& store);
+
+}  // namespace fexora::program

@@ -1,0 +1,25 @@
+// Shows or replaces the stored selection.
+#include "programs/fexora/Commands.h"
+#include "programs/fexora/Currencies.h"
+#include "programs/fexora/Output.h"
+#include "programs/fexora/Store.h"
+
+namespace fexora::program {
+
+void select(const CommandLine& line) {
+  const auto chosen = currenciesFromTexts(line.operands);
+  StoreManager& store = openStore();
+  if (!chosen.empty()) store.saveCurrencies(chosen);
+  const auto codes = codesOf(store.loadCurrencies());
+  if (line.json) {
+    JsonText json;
+    json.beginObject().key("currencies").beginArray();
+    for (const std::string& code : codes) json.string(code);
+    printLine(json.endArray().endObject().text());
+  } else {
+    for (const std::string& code : codes) printLine(code);
+  }
+  requireSaved(store);
+}
+
+}  // namespace fexora::program

@@ -1,0 +1,168 @@
+// Shows the eight settings or sets one.
+#include <array>
+#include <functional>
+#include <limits>
+#include <sstream>
+
+#include "fexora/platform/foundation/NumberText.h"
+#include "programs/fexora/Commands.h"
+#include "programs/fexora/Currencies.h"
+#include "programs/fexora/Failure.h"
+#include "programs/fexora/Output.h"
+#include "programs/fexora/Store.h"
+
+namespace fexora::program {
+namespace {
+
+using Text = const std::string&;
+
+// A range that stores and reads back: 0 would read as the default.
+constexpr std::int64_t kMostFraction = 15;
+constexpr std::int64_t kMostCurrencies = 100'000;
+
+[[noreturn]] void refuse(Text name, Text value, Text expected) {
+  throw Failure{Exit::usage, "value",
+                "the setting " + name + " cannot be \"" + value + "\"; expected " + expected};
+}
+
+std::int64_t integerIn(Text name, Text value, std::int64_t least, std::int64_t most) {
+  const auto number = parseInteger(value);
+  if (number && *number >= least && *number <= most) return *number;
+  refuse(name, value,
+         "a whole number from " + std::to_string(least) + " to " + std::to_string(most));
+}
+
+bool boolean(Text name, Text value) {
+  if (value == "true" || value == "1") return true;
+  if (value == "false" || value == "0") return false;
+  refuse(name, value, "true or false");
+}
+
+// Takes the raw value or the case's name.
+template <class Enum>
+Enum enumCase(Text name, Text value, const char* zero, const char* one) {
+  if (value == "0" || value == zero) return static_cast<Enum>(0);
+  if (value == "1" || value == one) return static_cast<Enum>(1);
+  refuse(name, value, std::string(zero) + " (0) or " + one + " (1)");
+}
+
+std::vector<CurrencyRef> currencyList(Text value) {
+  std::vector<std::string> codes;
+  std::istringstream in(value);
+  for (std::string code; std::getline(in, code, ',');) codes.push_back(code);
+  return currenciesFromTexts(codes);
+}
+
+struct Setting {
+  const char* name;
+  void (*write)(JsonText& json, const StoreManager& store);
+  void (*set)(StoreManager& store, Text name, Text value);
+};
+
+template <class Enum>
+std::int64_t raw(Enum value) {
+  return static_cast<std::int64_t>(value);
+}
+
+const std::array<Setting, 8> kSettings = {{
+    {"fraction", [](JsonText& json, const StoreManager& store) { json.integer(store.fraction()); },
+     [](StoreManager& store, Text name, Text value) {
+       store.setFraction(integerIn(name, value, 1, kMostFraction));
+     }},
+    {"mode", [](JsonText& json, const StoreManager& store) { json.integer(raw(store.mode())); },
+     [](StoreManager& store, Text name, Text value) {
+       store.setMode(enumCase<StyleMode>(name, value, "light", "dark"));
+     }},
+    {"seporate",
+     [](JsonText& json, const StoreManager& store) { json.boolean(store.seporate()); },
+     [](StoreManager& store, Text name, Text value) { store.setSeporate(boolean(name, value)); }},
+    {"namingInWidget",
+     [](JsonText& json, const StoreManager& store) { json.integer(raw(store.namingInWidget())); },
+     [](StoreManager& store, Text name, Text value) {
+       store.setNamingInWidget(enumCase<Naming>(name, value, "names", "codes"));
+     }},
+    {"numberOfCurrenciesInWidget",
+     [](JsonText& json, const StoreManager& store) {
+       json.integer(store.numberOfCurrenciesInWidget());
+     },
+     [](StoreManager& store, Text name, Text value) {
+       store.setNumberOfCurrenciesInWidget(integerIn(name, value, 1, kMostCurrencies));
+     }},
+    {"todayCurrencies",
+     [](JsonText& json, const StoreManager& store) {
+       json.beginArray();
+       for (const std::string& code : codesOf(store.todayCurrencies())) json.string(code);
+       json.endArray();
+     },
+     [](StoreManager& store, Text /*name*/, Text value) {
+       store.setTodayCurrencies(currencyList(value));
+     }},
+    {"todayConversionMode",
+     [](JsonText& json, const StoreManager& store) {
+       json.integer(raw(store.todayConversionMode()));
+     },
+     [](StoreManager& store, Text name, Text value) {
+       store.setTodayConversionMode(
+           enumCase<TodayConversionMode>(name, value, "linear", "rate"));
+     }},
+    {"todayRelativeCurrency",
+     [](JsonText& json, const StoreManager& store) {
+       json.string(store.todayRelativeCurrency()->code());
+     },
+     [](StoreManager& store, Text /*name*/, Text value) {
+       store.setTodayRelativeCurrency(currencyFromText(value));
+     }},
+}};
+
+const Setting& settingNamed(Text name) {
+  std::string names;
+  for (const Setting& setting : kSettings) {
+    if (name == setting.name) return setting;
+    names += std::string(names.empty() ? "" : ", ") + setting.name;
+  }
+  throw usageFailure("there is no setting \"" + name + "\"; expected one of " + names);
+}
+
+// One setting for people: codes separated by commas, everything else as in JSON but unquoted.
+std::string shown(const Setting& setting, const StoreManager& store) {
+  JsonText json;
+  setting.write(json, store);
+  std::string text;
+  for (const char c : json.text()) {
+    if (c != '"' && c != '[' && c != ']') text += c;
+  }
+  return text;
+}
+
+void print(const CommandLine& line, const StoreManager& store) {
+  if (line.json) {
+    JsonText json;
+    addSettings(json, store);
+    printLine(json.text());
+  } else if (!line.operands.empty()) {
+    printLine(shown(settingNamed(line.operands[0]), store));
+  } else {
+    for (const Setting& setting : kSettings) {
+      printLine(std::string(setting.name) + " = " + shown(setting, store));
+    }
+  }
+}
+
+}  // namespace
+
+void addSettings(JsonText& json, const StoreManager& store) {
+  json.beginObject();
+  for (const Setting& setting : kSettings) setting.write(json.key(setting.name), store);
+  json.endObject();
+}
+
+void settings(const CommandLine& line) {
+  if (line.operands.size() > 2) throw usageFailure("settings takes a name and a value at most");
+  const Setting* setting = line.operands.empty() ? nullptr : &settingNamed(line.operands[0]);
+  StoreManager& store = openStore();
+  if (line.operands.size() == 2) setting->set(store, line.operands[0], line.operands[1]);
+  print(line, store);
+  requireSaved(store);
+}
+
+}  // namespace fexora::program

@@ -1,0 +1,29 @@
+// The shared store as the commands use it.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "fexora/fexora.h"
+#include "programs/fexora/JsonText.h"
+
+namespace fexora::program {
+
+// The process's store, with a warning on standard error when its file could not be read.
+StoreManager& openStore();
+
+// Throws a Failure when the last save did not reach the file.
+void requireSaved(StoreManager& store);
+
+// When the store's rates were taken, and how long ago that is by the wall clock.
+struct RatesDate {
+  std::optional<std::string> updated;  // UTC, like 2026-09-29T00:00:00Z
+  std::optional<double> ageSeconds;
+};
+RatesDate ratesDate();
+// Adds "updated" and "age_seconds".
+void addRatesDate(JsonText& json, const RatesDate& date);
+// "rates of 2026-09-29, 56 days old".
+std::string ratesLine(const RatesDate& date);
+
+}  // namespace fexora::program

@@ -1,0 +1,75 @@
+// Shows each change that another process makes to the store.
+#include <cstdint>
+
+#include "programs/fexora/Commands.h"
+#include "programs/fexora/Currencies.h"
+#include "programs/fexora/Failure.h"
+#include "programs/fexora/Output.h"
+#include "programs/fexora/Store.h"
+
+namespace fexora::program {
+namespace {
+
+void printWatching(const CommandLine& line, const std::string& folder) {
+  if (!line.json) return printLine("watching " + folder);
+  JsonText json;
+  printLine(json.beginObject().key("watching").string(folder).endObject().text());
+}
+
+void addSource(JsonText& json, const StoreSourceRef& source) {
+  json.key("source");
+  if (source == nullptr || source->currency() == nullptr) {
+    json.null();
+    return;
+  }
+  json.beginObject().key("amount").number(source->amount().doubleValue());
+  json.key("currency").string(source->currency()->code()).endObject();
+}
+
+std::string jsonUpdate(const StoreManager& store) {
+  JsonText json;
+  json.beginObject().key("notification").string(fileWatcherUpdate);
+  addSettings(json.key("settings"), store);
+  json.key("currencies").beginArray();
+  for (const std::string& code : codesOf(store.loadCurrencies())) json.string(code);
+  json.endArray();
+  addSource(json, store.loadSourceCurrency());
+  json.key("updated").stringOrNull(ratesDate().updated);
+  return json.endObject().text();
+}
+
+std::string plainUpdate(const StoreManager& store) {
+  std::string text = std::string(fileWatcherUpdate) + ": selection";
+  for (const std::string& code : codesOf(store.loadCurrencies())) text += " " + code;
+  const auto source = store.loadSourceCurrency();
+  if (source != nullptr && source->currency() != nullptr) {
+    text += ", last amount " + source->amount().stringValue() + " " + source->currency()->code();
+  }
+  return text + ", " + ratesLine(ratesDate());
+}
+
+}  // namespace
+
+void watch(const CommandLine& line) {
+  if (!line.operands.empty()) throw usageFailure("watch takes options only");
+  StoreManager& store = openStore();
+  if (store.folderMonitor() == nullptr) {
+    throw Failure{Exit::notWritten, "store", "there is no container folder to watch"};
+  }
+  std::int64_t seen = 0;
+  std::optional<Failure> failure;
+  const auto token = NotificationCenter::defaultCenter().addObserver(fileWatcherUpdate, [&] {
+    try {
+      printLine(line.json ? jsonUpdate(store) : plainUpdate(store));
+    } catch (const Failure& problem) {
+      failure = problem;
+    }
+    ++seen;
+  });
+  printWatching(line, store.applicationDocumentsDirectory());
+  Platform::process().loop->runUntil(
+      [&] { return failure.has_value() || (line.count && seen >= *line.count); });
+  if (failure) throw *failure;
+}
+
+}  // namespace fexora::program

@@ -1,0 +1,65 @@
+// The command-line host: converts offline, and shows and changes what the store holds.
+#include <cstdlib>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "fexora/fexora.h"
+#include "programs/fexora/CommandLine.h"
+#include "programs/fexora/Commands.h"
+#include "programs/fexora/Failure.h"
+#include "programs/fexora/Output.h"
+
+namespace fexora::program {
+namespace {
+
+// Before anything else asks the library, since it reads these at its first use.
+void prepareLibrary(const CommandLine& line) {
+  if (!line.verbose) Log::setProcessSink({});
+  if (!line.container.empty()) setenv("FEXORA_CONTAINER", line.container.c_str(), 1);
+  if (!line.locale.empty()) Locale::setCurrent(line.locale);
+}
+
+void run(const CommandLine& line) {
+  switch (line.command) {
+    case Command::convert:
+      return convert(line);
+    case Command::select:
+      return select(line);
+    case Command::settings:
+      return settings(line);
+    case Command::watch:
+      return watch(line);
+    case Command::status:
+      return status(line);
+    default:
+      break;
+  }
+}
+
+int runProgram(const std::vector<std::string>& words) {
+  const bool json = asksForJson(words);
+  try {
+    const CommandLine line = readCommandLine(words);
+    if (line.answer) {
+      printLine(*line.answer);
+    } else {
+      prepareLibrary(line);
+      run(line);
+    }
+    return static_cast<int>(Exit::done);
+  } catch (const Failure& failure) {
+    printFailure(failure, json);
+    return static_cast<int>(failure.exit);
+  } catch (const std::exception& error) {
+    printFailure({Exit::notWritten, "internal", error.what()}, json);
+    return static_cast<int>(Exit::notWritten);
+  }
+}
+
+}  // namespace
+}  // namespace fexora::program
+
+int main(int count, char** words) {
+  return fexora::program::runProgram({words + 1, words + count});
+}

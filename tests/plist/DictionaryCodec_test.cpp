@@ -1,0 +1,198 @@
+// The codec is compared with the plain reader and writer throughout.
+#include "fexora/platform/plist/DictionaryCodec.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "fexora/platform/plist/PropertyListReader.h"
+#include "fexora/platform/plist/PropertyListWriter.h"
+
+#include "tests/support/Describe.h"
+#include "tests/support/RandomValues.h"
+
+namespace fexora::test {
+namespace {
+
+std::string written(const Dictionary& dictionary) {
+  return writePropertyList(dictionary).bytes;
+}
+
+void expectEncodes(DictionaryCodec& codec, const Dictionary& dictionary) {
+  const PlistBytes plain = writePropertyList(dictionary);
+  const DictionaryCodec::Encoded encoded = codec.encode(dictionary);
+  EXPECT_EQ(encoded.error, plain.error);
+  EXPECT_TRUE(encoded.bytes == plain.bytes);
+}
+
+// Gives what was decoded, for looking closer.
+Dictionary expectDecodes(DictionaryCodec& codec, const std::string& bytes) {
+  const PlistResult plain = readPropertyList(bytes);
+  const DictionaryCodec::Decoded decoded = codec.decode(bytes);
+  const bool isDictionary = plain.ok() && plain.value.dictionary() != nullptr;
+  EXPECT_EQ(decoded.ok(), isDictionary) << decoded.error;
+  if (!plain.ok()) {
+    EXPECT_EQ(decoded.error, plain.error);
+  }
+  if (isDictionary) {
+    EXPECT_TRUE(sameDescription(describe(decoded.dictionary), describe(plain.value)));
+  }
+  return decoded.dictionary;
+}
+
+std::string replaced(std::string text, std::string_view from, std::string_view to) {
+  const std::size_t at = text.find(from);
+  EXPECT_NE(at, std::string::npos) << from;
+  return at == std::string::npos ? text : text.replace(at, from.size(), to);
+}
+
+// Adds, changes, replaces by an equal copy, and removes.
+void mutate(Dictionary& dictionary, RandomValues& random) {
+  for (auto steps = random.number(4); steps > 0; --steps) {
+    const bool known = !dictionary.empty() && random.number(3) > 0;
+    const std::string key =
+        known ? (dictionary.begin() + random.number(dictionary.size()))->first : random.text();
+    if (known && random.number(3) == 0) {
+      dictionary.remove(key);
+    } else {
+      dictionary.set(key, random.value(3));
+    }
+  }
+}
+
+TEST(DictionaryCodec, TwoProcessesInTurn_AgreeWithThePlainOnes) {
+  for (std::uint64_t seed = 0; seed < 60; ++seed) {
+    RandomValues random(seed);
+    DictionaryCodec ours;
+    DictionaryCodec theirs;
+    Dictionary dictionary = random.dictionary(20, 3);
+    for (int round = 0; round < 30; ++round) {
+      DictionaryCodec& writer = random.number(2) == 0 ? ours : theirs;
+      DictionaryCodec& reader = &writer == &ours ? theirs : ours;
+      expectEncodes(writer, dictionary);
+      dictionary = expectDecodes(reader, written(dictionary));
+      mutate(dictionary, random);
+    }
+  }
+}
+
+TEST(DictionaryCodec, DamagedFiles_AgreeWithThePlainReader) {
+  RandomValues random(77);
+  DictionaryCodec codec;
+  Dictionary dictionary = random.dictionary(20, 2);
+  const std::string whole = written(dictionary);
+  for (int round = 0; round < 3000; ++round) {
+    std::string damaged = whole;
+    const std::size_t at = random.number(damaged.size());
+    switch (random.number(4)) {
+      case 0:
+        damaged[at] = "<>/&\n\tk]!- "[random.number(11)];
+        break;
+      case 1:
+        damaged.erase(at, random.number(40));
+        break;
+      case 2:
+        damaged.insert(at, damaged.substr(random.number(damaged.size()), random.number(60)));
+        break;
+      default:
+        damaged = whole;
+    }
+    expectDecodes(codec, damaged);
+  }
+}
+
+TEST(DictionaryCodec, UnchangedKeys_KeepTheirValue) {
+  const Dictionary first{{"A", Array{"x", 1}}, {"B", Dictionary{{"k", 2.5}}}, {"C", "text"}};
+  DictionaryCodec codec;
+  const Dictionary once = expectDecodes(codec, written(first));
+  Dictionary changed = first;
+  changed.set("B", 7);
+  changed.set("AA", true);
+  const Dictionary twice = expectDecodes(codec, written(changed));
+  EXPECT_TRUE(twice.find("A")->sameAs(*once.find("A")));
+  EXPECT_TRUE(twice.find("C")->sameAs(*once.find("C")));
+  // What was written counts as the last file, too.
+  const Dictionary mine{{"A", Array{"mine"}}};
+  expectEncodes(codec, mine);
+  EXPECT_TRUE(expectDecodes(codec, written(mine)).find("A")->sameAs(*mine.find("A")));
+}
+
+TEST(DictionaryCodec, Unwritable_LeavesTheRestUsable) {
+  // A value that cannot be written fails each time; its neighbours stay usable.
+  DictionaryCodec codec;
+  Dictionary dictionary{{"A", Array{1}}, {"B", 1}};
+  expectEncodes(codec, dictionary);
+  dictionary.set("B", Value());
+  expectEncodes(codec, dictionary);
+  dictionary.set("B", 2);
+  expectEncodes(codec, dictionary);
+  expectEncodes(codec, {});
+  expectEncodes(codec, dictionary);
+}
+
+TEST(DictionaryCodec, ValuesThatTheFileRounds_AreReadFromTheFile) {
+  DictionaryCodec codec;
+  const Dictionary halves{{"Date", Date(0.5)}, {"In", Array{Date(1.5)}}};
+  expectEncodes(codec, halves);
+  expectEncodes(codec, halves);
+  EXPECT_EQ(describe(expectDecodes(codec, written(halves))),
+            describe(Dictionary{{"Date", Date(0.0)}, {"In", Array{Date(1.0)}}}));
+}
+
+TEST(DictionaryCodec, TextThatLooksLikeAKey_MisleadsNothing) {
+  const Dictionary plain{{"A", "1"}, {"B", "2"}, {"C", "3"}};
+  const std::string whole = written(plain);
+  const std::string b = "\t<key>B</key>\n\t<string>2</string>\n";
+  const std::vector<std::string> files = {
+      // Inside a comment, inside a CDATA section, after the end, in a nested dictionary.
+      replaced(whole, b, "<!--\n" + b + "-->\n"),
+      replaced(whole, b, "\t<key>B</key>\n\t<string><![CDATA[\n" + b + "]]></string>\n"),
+      replaced(whole, "<string>1</string>\n", "<string>1</string><!--\n" + b + "-->\n"),
+      replaced(whole, "<string>1</string>",
+               "<string><![CDATA[\n" + b + "</dict>\n</plist>\n]]></string>"),
+      replaced(whole, "<string>1</string>", "<array><dict>\n" + b + "</dict></array>"),
+      replaced(whole, "<string>1</string>", "<string>1<!-- </string>\n" + b + "--></string>"),
+      whole + b,
+      whole + "<!--\n</dict>\n</plist>\n-->\n",
+      replaced(whole, "</dict>\n", "<!--\n</dict>\n</plist>\n-->"),
+      // The same key twice, keys out of order, a key that only ends like one.
+      replaced(whole, b, b + "\t<key>B</key>\n\t<true/>\n"),
+      replaced(replaced(whole, b, ""), "\t<key>A", b + "\t<key>A"),
+      replaced(whole, "<key>B</key>", "<key>A&#66;</key>"),
+      replaced(whole, "<key>B</key>", "<key>&#65;</key>"),
+      replaced(whole, "<key>B</key>", "<key>B&amp;</key>"),
+      replaced(whole, "<dict>\n", "<dict>"),
+      replaced(whole, "plist PUBLIC", "plist  PUBLIC"),
+      replaced(whole, "<dict>", "<array>"),
+      "",
+  };
+  for (const std::string& file : files) {
+    DictionaryCodec cold;
+    expectDecodes(cold, file);
+    DictionaryCodec warm;
+    expectDecodes(warm, whole);
+    expectDecodes(warm, file);
+    expectDecodes(warm, whole);
+  }
+}
+
+TEST(DictionaryCodec, ManyKeys_AreWrittenAndReadWhole) {
+  std::vector<Dictionary::Entry> entries;
+  for (int i = 0; i < 3000; ++i) entries.emplace_back("k" + std::to_string(i), i);
+  const Dictionary many = Dictionary::fromEntries(std::move(entries));
+  DictionaryCodec codec;
+  expectEncodes(codec, many);
+  expectDecodes(codec, written(many));
+  expectEncodes(codec, Dictionary{{"A", 1}});
+}
+
+TEST(DictionaryCodec, OtherRoots_Fail) {
+  DictionaryCodec codec;
+  EXPECT_EQ(codec.decode(writePropertyList(Array{1}).bytes).error, "the root is no dictionary");
+  EXPECT_TRUE(expectDecodes(codec, written({})).empty());
+}
+
+}  // namespace
+}  // namespace fexora::test
