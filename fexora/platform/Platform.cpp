@@ -20,14 +20,10 @@ HostStrings& noStrings() {
 }  // namespace
 
 Platform& Platform::process() {
-  static Platform platform{&Files::process(),
-                           &FolderWatch::process(),
-                           &RunLoop::process(),
-                           &Transport::process(),
-                           &Text::process(),
-                           &NotificationCenter::defaultCenter(),
-                           &Log::process(),
-                           &noStrings(),
+  static Platform platform{&Files::process(),    &FolderWatch::process(),
+                           &RunLoop::process(),  &Transport::process(),
+                           &Text::process(),     &NotificationCenter::defaultCenter(),
+                           &Log::process(),      &noStrings(),
                            &Resources::process()};
   return platform;
 }

@@ -41,8 +41,9 @@ ContainerFolder unusable(const std::string& path, const std::string& why) {
 ContainerFolder containerFolder(Files& files, std::string_view groupIdentifier) {
   std::string path = chosenPath(groupIdentifier);
   if (path.empty()) {
-    return {"", "there is no container folder: none of FEXORA_CONTAINER, XDG_DATA_HOME and HOME "
-                "is set"};
+    return {"",
+            "there is no container folder: none of FEXORA_CONTAINER, XDG_DATA_HOME and HOME "
+            "is set"};
   }
   const auto made = makeFolders(files, path);
   if (made && made != std::errc::file_exists) return unusable(path, made.message());
