@@ -32,14 +32,10 @@ Transport& Transport::process() {
 }
 
 Platform& Platform::process() {
-  static Platform platform{&Files::process(),
-                           &FolderWatch::process(),
-                           &RunLoop::process(),
-                           &Transport::process(),
-                           &Text::process(),
-                           &NotificationCenter::defaultCenter(),
-                           &Log::process(),
-                           &noStrings(),
+  static Platform platform{&Files::process(),    &FolderWatch::process(),
+                           &RunLoop::process(),  &Transport::process(),
+                           &Text::process(),     &NotificationCenter::defaultCenter(),
+                           &Log::process(),      &noStrings(),
                            &Resources::process()};
   return platform;
 }

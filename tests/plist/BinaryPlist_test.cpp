@@ -22,9 +22,8 @@ using namespace std::string_literals;
 
 std::string bigEndian(std::uint64_t value, int bytes) {
   std::string out;
-  for (int i = bytes - 1; i >= 0; --i) {
-    out += static_cast<char>((value >> static_cast<unsigned>(8 * i)) & 0xFFU);
-  }
+  for (; bytes > 0; --bytes, value >>= 8U)
+    out.insert(out.begin(), static_cast<char>(value & 0xFFU));
   return out;
 }
 

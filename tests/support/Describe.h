@@ -2,9 +2,9 @@
 // comparing values with each other and with what tests/support/plist_tool.py prints.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "fexora/platform/foundation/Value.h"
 

@@ -1,0 +1,13 @@
+// The codes of the catalogue resource, compiled in for when the file is missing or unreadable.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace fexora {
+
+// The same codes as in Currency.plist, in the same order; see currencies.tsv, from which both are
+// made.
+std::span<const std::string_view> embeddedCatalogue() noexcept;
+
+}  // namespace fexora
