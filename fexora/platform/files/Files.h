@@ -30,6 +30,7 @@ class FileResult {
   const std::error_code& error() const noexcept { return error_; }
   T& operator*() noexcept { return value_; }
   const T& operator*() const noexcept { return value_; }
+  T* operator->() noexcept { return &value_; }
   const T* operator->() const noexcept { return &value_; }
 
  private:
