@@ -27,9 +27,9 @@ class FEXORA_API FolderWatch {
 
   // Calls `changed` on the main thread after entries of `folder` whose names do not begin with
   // `ignoredPrefix` were made, deleted, moved in or closed after writing; several such changes may
-  // give one call. Whatever breaks the watch (the folder is missing, goes and comes back, events are
-  // lost) is said in the log, and after each break `changed` is called once.
-  // Null, with a log line, when the machine has no watch left to give. Main thread.
+  // give one call. Whatever breaks the watch (the folder is missing, goes and comes back, events
+  // are lost) is said in the log, and after each break `changed` is called once. Null, with a log
+  // line, when the machine has no watch left to give. Main thread.
   virtual std::unique_ptr<Watch> watch(const std::string& folder, const std::string& ignoredPrefix,
                                        std::function<void()> changed) = 0;
 

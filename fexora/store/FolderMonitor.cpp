@@ -1,0 +1,51 @@
+#include "fexora/store/FolderMonitor.h"
+
+#include <utility>
+
+#include "fexora/platform/files/ContainerFolder.h"
+
+namespace fexora {
+
+FolderMonitor::FolderMonitor(std::string path, Handler handler, Platform& platform)
+    : path_(std::move(path)), platform_(platform), delivery_(std::make_shared<Delivery>()) {
+  delivery_->handler = std::move(handler);
+  FolderMonitor::start();
+}
+
+FolderMonitor::~FolderMonitor() = default;
+
+void FolderMonitor::start() {
+  if (state() == State::on) return;
+  setState(State::on);
+  if (watch_ == nullptr) open();
+  if (delivery_->isPending) deliverPending();
+}
+
+void FolderMonitor::stop() {
+  if (state() == State::on) setState(State::off);
+}
+
+void FolderMonitor::open() {
+  watch_ = platform_.folderWatch->watch(path_, std::string(kOwnPrefix),
+                                        [weak = std::weak_ptr<Delivery>(delivery_)] {
+                                          if (const auto delivery = weak.lock()) delivery->call();
+                                        });
+}
+
+// Two rounds of the queue later: changes that the watch had not yet seen at start() come in the
+// first, take the pending one along, and leave nothing to tell.
+void FolderMonitor::deliverPending() {
+  platform_.loop->post([loop = platform_.loop, weak = std::weak_ptr<Delivery>(delivery_)] {
+    loop->post([weak] {
+      const auto delivery = weak.lock();
+      if (delivery != nullptr && delivery->isPending) delivery->call();
+    });
+  });
+}
+
+void FolderMonitor::Delivery::call() {
+  isPending = state == State::off;
+  if (!isPending && handler) handler();
+}
+
+}  // namespace fexora
