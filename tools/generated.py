@@ -1,5 +1,9 @@
 """What the scripts that make source files share."""
+import pathlib
 import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+KINDS = ["traded", "iso", "local", "metal", "crypto", "withdrawn"]
 
 
 def fail(message):
@@ -18,3 +22,26 @@ def finish(files):
              if not path.exists() or path.read_bytes() != content]
     if stale:
         fail("not up to date, run this without --check: " + " ".join(stale))
+
+
+def currency_table():
+    """The checked rows of fexora/resources/currencies.tsv: code, kind, English name."""
+    path = ROOT / "fexora" / "resources" / "currencies.tsv"
+    rows = []
+    for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+        if line.startswith("#"):
+            continue
+        cells = line.split("\t")
+        if len(cells) != 4:
+            fail(f"{path.name}:{number}: {len(cells)} columns instead of 4")
+        code, kind, name, digits = cells
+        if not code or code != code.strip().upper() or not code.isascii():
+            fail(f"{path.name}:{number}: the code {code!r}")
+        if kind not in KINDS:
+            fail(f"{path.name}:{number}: the kind {kind!r}")
+        if not name or name != name.strip():
+            fail(f"{path.name}:{number}: the name {name!r}")
+        if digits not in ("", "0", "2", "3", "4"):
+            fail(f"{path.name}:{number}: the digits {digits!r}")
+        rows.append((code, kind, name))
+    return rows

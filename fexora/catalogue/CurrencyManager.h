@@ -21,7 +21,7 @@
 
 namespace fexora {
 
-struct SearchKeys;
+class SearchKeys;
 
 // Reachable by name: the selectors "init" (answers the null value; the catalogue is complete
 // already) and "hasCurrency:" (a string; answers a boolean).
@@ -66,6 +66,8 @@ class FEXORA_API CurrencyManager : public NSObject {
 
   void loadCurrencies(Lifetime lifetime);
   std::uint32_t walk(std::string_view code) const;
+  std::shared_ptr<const SearchKeys> searchKeys() const;
+  std::uint32_t groupOf(const SearchKeys& keys, std::string_view code) const;
 
   // Raised whenever a record of any catalogue gets another code: the indexes by code, which are
   // built once, are then no longer asked.

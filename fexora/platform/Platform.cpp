@@ -1,6 +1,7 @@
 #include "fexora/platform/Platform.h"
 
 #include "fexora/platform/foundation/NoDestructor.h"
+#include "fexora/platform/network/LazyTransport.h"
 
 namespace fexora {
 namespace {
@@ -17,17 +18,24 @@ HostStrings& noStrings() {
   return *strings;
 }
 
+LazyTransport::Host transportHost() {
+  const Platform& platform = Platform::process();
+  return {platform.loop, platform.log, platform.files, processNetOptions()};
+}
+
 }  // namespace
 
+// Defined here because requests complete on the loop that a host may have set in the record.
+Transport& Transport::process() {
+  static NoDestructor<LazyTransport> transport(transportHost);
+  return *transport;
+}
+
 Platform& Platform::process() {
-  static Platform platform{&Files::process(),
-                           &FolderWatch::process(),
-                           &RunLoop::process(),
-                           &Transport::process(),
-                           &Text::process(),
-                           &NotificationCenter::defaultCenter(),
-                           &Log::process(),
-                           &noStrings(),
+  static Platform platform{&Files::process(),    &FolderWatch::process(),
+                           &RunLoop::process(),  &Transport::process(),
+                           &Text::process(),     &NotificationCenter::defaultCenter(),
+                           &Log::process(),      &noStrings(),
                            &Resources::process()};
   return platform;
 }

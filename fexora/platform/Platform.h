@@ -1,4 +1,5 @@
-// What the library takes from the desktop, gathered so that a host or a test can replace each piece.
+// What the library takes from the desktop, gathered so that a host or a test can replace each
+// piece.
 #pragma once
 
 #include "fexora/platform/files/Files.h"

@@ -6,8 +6,8 @@
 namespace fexora {
 
 // Puts the bundled rates into the dictionary of a store that has none (no list, or an empty one),
-// dated with the day they were taken, so that their age is shown truly. Writes nothing. True when it
-// did. Main thread.
+// dated with the day they were taken, so that their age is shown truly. Writes nothing. True when
+// it did. Main thread.
 FEXORA_API bool seedBundledRates(StoreManager& store);
 
 }  // namespace fexora

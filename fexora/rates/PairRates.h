@@ -95,7 +95,11 @@ class PairRates::Iterator {
   std::size_t index_;
 };
 
-inline PairRates::Iterator PairRates::begin() const noexcept { return {*this, 0}; }
-inline PairRates::Iterator PairRates::end() const noexcept { return {*this, size()}; }
+inline PairRates::Iterator PairRates::begin() const noexcept {
+  return {*this, 0};
+}
+inline PairRates::Iterator PairRates::end() const noexcept {
+  return {*this, size()};
+}
 
 }  // namespace fexora

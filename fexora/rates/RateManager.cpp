@@ -23,7 +23,9 @@ CurrencyManager& RateManager::catalogue() const {
   return catalogue_ != nullptr ? *catalogue_ : currencyManager();
 }
 
-StoreManager& RateManager::store() const { return store_ != nullptr ? *store_ : storeManager(); }
+StoreManager& RateManager::store() const {
+  return store_ != nullptr ? *store_ : storeManager();
+}
 
 std::optional<Date> RateManager::updated() const {
   const Value* stored = store().ud().find(kUDUSDRatesUpdated);

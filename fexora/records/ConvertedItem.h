@@ -12,14 +12,14 @@ struct FEXORA_API ConvertedItem {
   // rate (the worth in `src` of `amount` units of `dst`), in double arithmetic and unguarded: a
   // rate of zero can give an infinite amount. `invert` changes nothing else: the currencies stay
   // the rate's.
-  ConvertedItem(const Rate& rate, NSNumber amount, bool invert);
-  ConvertedItem(CurrencyRef src, CurrencyRef dst, NSNumber rate, NSNumber amount, bool invert)
+  ConvertedItem(const Rate& from, NSNumber amount, bool invert);
+  ConvertedItem(CurrencyRef src, CurrencyRef dst, NSNumber pairRate, NSNumber amount, bool invert)
       : srcCurrency(std::move(src)),
         dstCurrency(std::move(dst)),
-        rate(rate),
+        rate(pairRate),
         srcAmount(amount),
-        dstAmount(invert ? amount.doubleValue() / rate.doubleValue()
-                         : amount.doubleValue() * rate.doubleValue()) {}
+        dstAmount(invert ? amount.doubleValue() / pairRate.doubleValue()
+                         : amount.doubleValue() * pairRate.doubleValue()) {}
 
   // "From 100.0000(USD) To 90.0000(EUR)", the amounts taken through 32-bit floats.
   std::string description() const;

@@ -8,9 +8,13 @@
 
 namespace fexora {
 
-CurrencyRef Currency::make() { return std::make_shared<Currency>(); }
+CurrencyRef Currency::make() {
+  return std::make_shared<Currency>();
+}
 
-CurrencyRef Currency::make(std::string code) { return std::make_shared<Currency>(std::move(code)); }
+CurrencyRef Currency::make(std::string code) {
+  return std::make_shared<Currency>(std::move(code));
+}
 
 Currency::Currency(const Currency& other)
     : MappableModel(other), std::enable_shared_from_this<Currency>(other), code_(other.code_) {}
@@ -27,7 +31,9 @@ std::size_t Currency::hashValue() const {
   return std::hash<std::string>()(isAscii(code_) ? code_ : Text::process().canonical(code_));
 }
 
-std::string Currency::description() const { return code_; }
+std::string Currency::description() const {
+  return code_;
+}
 
 void Currency::mapping(Map& map) {
   std::string code = code_;

@@ -17,6 +17,7 @@ namespace fexora {
 
 class Currency;
 class NSCurrency;
+struct Platform;
 using CurrencyRef = std::shared_ptr<Currency>;
 using NSCurrencyRef = std::shared_ptr<NSCurrency>;
 
@@ -30,6 +31,7 @@ class FEXORA_API Currency : public MappableModel, public std::enable_shared_from
   // A copy has the code, and no display record yet.
   Currency(const Currency& other);
   Currency& operator=(const Currency& other);
+  ~Currency() override;
 
   using MappableModel::mapping;
   std::size_t hashValue() const override;
@@ -41,18 +43,20 @@ class FEXORA_API Currency : public MappableModel, public std::enable_shared_from
   virtual const std::string& code() const { return code_; }
   virtual void setCode(std::string code);
 
-  // The display record, made at the first call and kept; see catalogue/NSCurrency.h, where these
-  // are defined. One thread at a time.
+  // The display record, made at the first read and kept until another one is written (null: the
+  // next read makes one); see catalogue/NSCurrency.h, where these are defined. One thread at a time.
   virtual NSCurrencyRef _NSCurrency();  // NOLINT(bugprone-reserved-identifier): the given name
   virtual void set_NSCurrency(NSCurrencyRef record);
 
  private:
   friend class CurrencyManager;
+  friend class NSCurrency;
   static constexpr std::uint32_t kNoPlace = UINT32_MAX;
 
   std::string code_;
   // Where the record stands in its catalogue's list; kNoPlace outside of one.
   std::uint32_t place_ = kNoPlace;
+  NSCurrencyRef displayRecord(Platform& platform);
   NSCurrencyRef display_;
 };
 

@@ -5,7 +5,9 @@
 
 namespace fexora {
 
-StoreSourceRef StoreSource::make() { return std::make_shared<StoreSource>(); }
+StoreSourceRef StoreSource::make() {
+  return std::make_shared<StoreSource>();
+}
 
 StoreSourceRef StoreSource::make(NSNumber amount, CurrencyRef currency) {
   return std::make_shared<StoreSource>(amount, std::move(currency));

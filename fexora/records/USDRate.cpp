@@ -9,7 +9,9 @@
 
 namespace fexora {
 
-USDRateRef USDRate::make() { return std::make_shared<USDRate>(); }
+USDRateRef USDRate::make() {
+  return std::make_shared<USDRate>();
+}
 
 USDRateRef USDRate::make(NSNumber rate, std::string code) {
   return std::make_shared<USDRate>(rate, std::move(code));
@@ -30,6 +32,8 @@ bool USDRate::isEqualTo(const MappableModel& object) const {
   return other != nullptr && equalText(Text::process(), code_, other->code_);
 }
 
-CurrencyRef USDRate::currency() const { return currencyManager().currencyForCode(code_); }
+CurrencyRef USDRate::currency() const {
+  return currencyManager().currencyForCode(code_);
+}
 
 }  // namespace fexora

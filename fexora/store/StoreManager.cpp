@@ -9,7 +9,9 @@
 namespace fexora {
 namespace {
 
-CurrencyRef defaultRelativeCurrency() { return Currency::make("USD"); }
+CurrencyRef defaultRelativeCurrency() {
+  return Currency::make("USD");
+}
 
 }  // namespace
 
@@ -59,7 +61,9 @@ void StoreManager::put(std::string_view key, Value value) {
   setUd(std::move(content));
 }
 
-void StoreManager::saveValue(Value value, Key key) { put(rawValue(key), std::move(value)); }
+void StoreManager::saveValue(Value value, Key key) {
+  put(rawValue(key), std::move(value));
+}
 
 void StoreManager::saveSettings() {
   if (!canSave_) {
@@ -77,7 +81,9 @@ void StoreManager::saveSettings() {
   synchronize();
 }
 
-const Value* StoreManager::storedValue(Key key) const { return ud().find(rawValue(key)); }
+const Value* StoreManager::storedValue(Key key) const {
+  return ud().find(rawValue(key));
+}
 
 std::optional<std::int64_t> StoreManager::storedInteger(Key key) const {
   const Value* value = storedValue(key);
@@ -129,10 +135,18 @@ void StoreManager::change(Field& field, Field value) {
   saveSettings();
 }
 
-void StoreManager::setFraction(std::int64_t fraction) { change(fraction_, fraction); }
-void StoreManager::setMode(StyleMode mode) { change(mode_, mode); }
-void StoreManager::setSeporate(bool seporate) { change(seporate_, seporate); }
-void StoreManager::setNamingInWidget(Naming naming) { change(namingInWidget_, naming); }
+void StoreManager::setFraction(std::int64_t fraction) {
+  change(fraction_, fraction);
+}
+void StoreManager::setMode(StyleMode mode) {
+  change(mode_, mode);
+}
+void StoreManager::setSeporate(bool seporate) {
+  change(seporate_, seporate);
+}
+void StoreManager::setNamingInWidget(Naming naming) {
+  change(namingInWidget_, naming);
+}
 void StoreManager::setNumberOfCurrenciesInWidget(std::int64_t number) {
   change(numberOfCurrenciesInWidget_, number);
 }
@@ -144,8 +158,8 @@ void StoreManager::setTodayConversionMode(TodayConversionMode mode) {
   change(todayConversionMode_, mode);
 }
 void StoreManager::setTodayRelativeCurrency(CurrencyRef currency) {
-  change(todayRelativeCurrency_, currency != nullptr ? std::move(currency)
-                                                     : defaultRelativeCurrency());
+  change(todayRelativeCurrency_,
+         currency != nullptr ? std::move(currency) : defaultRelativeCurrency());
 }
 
 StoreManager& storeManager() {

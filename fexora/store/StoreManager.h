@@ -2,10 +2,9 @@
 // currencies, rates and source amount.
 //
 // Setting a setting writes all eight into the dictionary and saves the file at once. Loading sets
-// all eight from the dictionary and writes nothing; a value that is missing or of another kind gives
-// the default, and so does a number of 0 for `fraction` and `numberOfCurrenciesInWidget`. An integer
-// setting takes an integer only, `seporate` a boolean only.
-// Main thread only.
+// all eight from the dictionary and writes nothing; a value that is missing or of another kind
+// gives the default, and so does a number of 0 for `fraction` and `numberOfCurrenciesInWidget`. An
+// integer setting takes an integer only, `seporate` a boolean only. Main thread only.
 #pragma once
 
 #include <cstdint>

@@ -18,9 +18,8 @@ static_assert(kAsidePrefix.starts_with(kOwnPrefix));
 
 // What stands at the path will not become readable by waiting.
 bool isContentError(const std::error_code& error) {
-  return error == std::errc::too_many_symbolic_link_levels ||
-         error == std::errc::is_a_directory || error == std::errc::operation_not_supported ||
-         error == std::errc::file_too_large;
+  return error == std::errc::too_many_symbolic_link_levels || error == std::errc::is_a_directory ||
+         error == std::errc::operation_not_supported || error == std::errc::file_too_large;
 }
 
 }  // namespace
@@ -35,8 +34,8 @@ void UserStoreManager::start() {
   const std::string& folder = applicationDocumentsDirectory();
   if (folder.empty()) return;
   removeDeadTemporaries(*platform_.files, folder);
-  folderMonitor_ =
-      std::make_unique<FolderMonitor>(folder, [this] { folderUpdate(); }, platform_);
+  folderMonitor_ = std::make_unique<FolderMonitor>(
+      folder, [this] { folderUpdate(); }, platform_);
 }
 
 void UserStoreManager::loadData() {
@@ -144,12 +143,12 @@ std::string UserStoreManager::save(const Dictionary& content) {
   if (!regainAccess()) return what + "the file there cannot be read now, so it is not replaced";
   const auto encoded = codec_.encode(wasInaccessible ? ud_ : content);
   if (!encoded.ok()) return what + encoded.error;
-  const auto outcome = replaceFile(*platform_.files, path, encoded.bytes, kFileMode,
-                                   [this] { return keepAside(); });
+  const auto outcome =
+      replaceFile(*platform_.files, path, encoded.bytes, kFileMode, [this] { return keepAside(); });
   if (outcome.error) return what + outcome.step + ": " + outcome.error.message();
   if (outcome.doubt) {
-    log("The store " + path + " is saved, but may not survive a power cut: " +
-        outcome.doubt.message());
+    log("The store " + path +
+        " is saved, but may not survive a power cut: " + outcome.doubt.message());
   }
   known_ = outcome.status;
   disk_ = Disk::usable;
@@ -157,8 +156,8 @@ std::string UserStoreManager::save(const Dictionary& content) {
   return {};
 }
 
-// A file that could not be read is tried again before it is replaced. What it holds comes back under
-// the keys that this process has not set since.
+// A file that could not be read is tried again before it is replaced. What it holds comes back
+// under the keys that this process has not set since.
 bool UserStoreManager::regainAccess() {
   if (disk_ != Disk::inaccessible) return true;
   const Dictionary mine = ud_;

@@ -5,7 +5,8 @@ namespace fexora {
 
 std::optional<Value> UserStoreManager::valueForKey(std::string_view name) const {
   // The two paths are found at their first reading, which changes nothing that a caller sees.
-  auto& self = const_cast<UserStoreManager&>(*this);  // NOLINT(cppcoreguidelines-pro-type-const-cast)
+  auto& self =
+      const_cast<UserStoreManager&>(*this);  // NOLINT(cppcoreguidelines-pro-type-const-cast)
   if (name == "ud") return Value(ud());
   if (name == "storeName") return Value(storeName());
   if (name == "skipUpdate") return Value(skipUpdate());

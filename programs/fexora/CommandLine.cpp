@@ -1,11 +1,12 @@
 #include "programs/fexora/CommandLine.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <string_view>
 #include <utility>
+
+#include <CLI/CLI.hpp>
 
 #include "programs/fexora/Failure.h"
 
@@ -99,6 +100,16 @@ void addOptions(CLI::App& app, CommandLine& line, bool& version) {
   }
 }
 
+// CLI11 knows the options only; the operands are named here.
+std::string helpText(const CLI::App& app, const std::string& operands) {
+  constexpr std::string_view kOptions = "[OPTIONS]";
+  std::string text = app.help();
+  const auto at = text.find(kOptions);
+  if (at != std::string::npos) text.insert(at + kOptions.size(), " " + operands);
+  while (text.ends_with('\n')) text.pop_back();
+  return text;
+}
+
 void checkRanges(const CommandLine& line) {
   if (line.count && *line.count < 1) throw usageFailure("--count takes a whole number from 1");
   if (line.refresh && !(*line.refresh >= 1 && std::isfinite(*line.refresh))) {
@@ -120,8 +131,8 @@ CommandLine readCommandLine(const std::vector<std::string>& words) {
   line.command = entry.command;
   line.operands = std::move(sorted.operands);
 
-  CLI::App app(entry.purpose, "fexora" + (*entry.name != '\0' ? std::string(" ") + entry.name : ""));
-  app.usage(app.get_name() + " [OPTIONS] " + entry.operands);
+  CLI::App app(entry.purpose,
+               "fexora" + (*entry.name != '\0' ? std::string(" ") + entry.name : ""));
   app.set_help_flag("--help", "Print this help");
   bool version = false;
   addOptions(app, line, version);
@@ -129,7 +140,7 @@ CommandLine readCommandLine(const std::vector<std::string>& words) {
   try {
     app.parse(sorted.options);
   } catch (const CLI::CallForHelp&) {
-    line.answer = app.help();
+    line.answer = helpText(app, entry.operands);
     return line;
   } catch (const CLI::ParseError& error) {
     throw usageFailure(error.what());

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "fexora/fexora.h"
+
 #include "programs/fexora/CommandLine.h"
 #include "programs/fexora/JsonText.h"
 

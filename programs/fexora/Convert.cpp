@@ -28,9 +28,9 @@ double amountFromText(const std::string& typed) {
 
 Failure noRate(const CurrencyRef& source, const CurrencyRef& destination) {
   const std::string pair = "from " + source->code() + " to " + destination->code();
-  return {Exit::noCurrency, "rate",
-          "there is no rate " + pair +
-              (*source == *destination ? ": they are the same currency" : "")};
+  return {
+      Exit::noCurrency, "rate",
+      "there is no rate " + pair + (*source == *destination ? ": they are the same currency" : "")};
 }
 
 std::vector<CurrencyRef> destinations(const CommandLine& line, const StoreManager& store,
@@ -65,7 +65,8 @@ Conversion run(const CommandLine& line, StoreManager& store, double amount) {
   loadStoredRates(std::move(selection));
   // The store keeps the amount only when every line of the answer is there.
   for (const CurrencyRef& destination : wanted) {
-    if (!rateManager().rateForSourceCurrency(source, destination)) throw noRate(source, destination);
+    if (!rateManager().rateForSourceCurrency(source, destination))
+      throw noRate(source, destination);
   }
   const auto converted =
       rateManager().convertAmount(amount, source, !line.noSave, line.invert).first;

@@ -48,7 +48,9 @@ JsonText& JsonText::number(double value) {
   return std::isfinite(value) ? raw(shortestText(value)) : null();
 }
 
-JsonText& JsonText::integer(std::int64_t value) { return raw(integerText(value)); }
+JsonText& JsonText::integer(std::int64_t value) {
+  return raw(integerText(value));
+}
 
 JsonText& JsonText::stringOrNull(const std::optional<std::string>& value) {
   return value ? string(*value) : null();

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "fexora/platform/foundation/NumberText.h"
+
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Currencies.h"
 #include "programs/fexora/Failure.h"
@@ -73,8 +74,7 @@ const std::array<Setting, 8> kSettings = {{
      [](StoreManager& store, Text name, Text value) {
        store.setMode(enumCase<StyleMode>(name, value, "light", "dark"));
      }},
-    {"seporate",
-     [](JsonText& json, const StoreManager& store) { json.boolean(store.seporate()); },
+    {"seporate", [](JsonText& json, const StoreManager& store) { json.boolean(store.seporate()); },
      [](StoreManager& store, Text name, Text value) { store.setSeporate(boolean(name, value)); }},
     {"namingInWidget",
      [](JsonText& json, const StoreManager& store) { json.integer(raw(store.namingInWidget())); },
@@ -102,8 +102,7 @@ const std::array<Setting, 8> kSettings = {{
        json.integer(raw(store.todayConversionMode()));
      },
      [](StoreManager& store, Text name, Text value) {
-       store.setTodayConversionMode(
-           enumCase<TodayConversionMode>(name, value, "linear", "rate"));
+       store.setTodayConversionMode(enumCase<TodayConversionMode>(name, value, "linear", "rate"));
      }},
     {"todayRelativeCurrency",
      [](JsonText& json, const StoreManager& store) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "fexora/fexora.h"
+
 #include "programs/fexora/JsonText.h"
 
 namespace fexora::program {

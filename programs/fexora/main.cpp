@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "fexora/fexora.h"
+
 #include "programs/fexora/CommandLine.h"
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Failure.h"

@@ -1,9 +1,9 @@
 #include "fexora/platform/foundation/NumberText.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
+
+#include <gtest/gtest.h>
 
 namespace fexora {
 namespace {

@@ -1,11 +1,11 @@
 #include "tests/support/ScratchFolder.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+
+#include <gtest/gtest.h>
 
 namespace fexora::test {
 

@@ -56,8 +56,7 @@ class Replacement {
     auto error = std::make_error_code(std::errc::file_exists);
     for (int i = 0; i < limits::kTemporaryNames && error == std::errc::file_exists; ++i) {
       temporary_ = folder + "/" + temporaryName();
-      const auto made =
-          retryInterrupted([&] { return files_.createExclusive(temporary_, mode); });
+      const auto made = retryInterrupted([&] { return files_.createExclusive(temporary_, mode); });
       error = made.error();
       if (!made.ok()) continue;
       handle_ = *made;

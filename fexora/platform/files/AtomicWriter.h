@@ -15,14 +15,15 @@
 namespace fexora {
 
 struct ReplaceOutcome {
-  std::error_code error;     // set: the old file is whole and no temporary is left
-  const char* step = "";     // what failed, as in "write"
-  std::error_code doubt;     // set without `error`: the new file stands, but may not survive a crash
-  FileStatus status;         // of the new file
+  std::error_code error;  // set: the old file is whole and no temporary is left
+  const char* step = "";  // what failed, as in "write"
+  std::error_code doubt;  // set without `error`: the new file stands, but may not survive a crash
+  FileStatus status;      // of the new file
 };
 
 // `path` names the file, in a folder that exists; the new one has mode `mode`. `beforeRename` is
-// called with everything flushed; an error from it ends the replacement as one of step "keep aside".
+// called with everything flushed; an error from it ends the replacement as one of step "keep
+// aside".
 FEXORA_API ReplaceOutcome replaceFile(Files& files, const std::string& path, std::string_view bytes,
                                       std::uint32_t mode,
                                       const std::function<std::error_code()>& beforeRename = {});

@@ -1,14 +1,20 @@
 #include "fexora/platform/files/ContainerFolder.h"
 
+#include "fexora/platform/files/PrivateFolder.h"
 #include "fexora/platform/foundation/Environment.h"
 
 namespace fexora {
 namespace {
 
-constexpr std::uint32_t kPrivate = 0700;
 constexpr std::uint32_t kOthersWrite = 0022;
 
-std::string chosenPath(std::string_view groupIdentifier) {
+ContainerFolder unusable(const std::string& path, const std::string& why) {
+  return {"", "the container folder " + path + " cannot be used: " + why};
+}
+
+}  // namespace
+
+std::string containerPath(std::string_view groupIdentifier) {
   if (auto container = environment("FEXORA_CONTAINER")) return *std::move(container);
   auto data = environment("XDG_DATA_HOME");
   // A relative path there counts as none, by the rule of the XDG base directories.
@@ -20,31 +26,14 @@ std::string chosenPath(std::string_view groupIdentifier) {
   return data->append("/").append(groupIdentifier);
 }
 
-// Makes the folder and what is missing above it.
-std::error_code makeFolders(Files& files, const std::string& path) {
-  std::error_code error = files.makeFolder(path, kPrivate);
-  if (error != std::errc::no_such_file_or_directory) return error;
-  const auto slash = path.find_last_not_of('/');
-  const auto parent = path.rfind('/', slash);
-  if (slash == std::string::npos || parent == std::string::npos || parent == 0) return error;
-  error = makeFolders(files, path.substr(0, parent));
-  if (error && error != std::errc::file_exists) return error;
-  return files.makeFolder(path, kPrivate);
-}
-
-ContainerFolder unusable(const std::string& path, const std::string& why) {
-  return {"", "the container folder " + path + " cannot be used: " + why};
-}
-
-}  // namespace
-
 ContainerFolder containerFolder(Files& files, std::string_view groupIdentifier) {
-  std::string path = chosenPath(groupIdentifier);
+  std::string path = containerPath(groupIdentifier);
   if (path.empty()) {
-    return {"", "there is no container folder: none of FEXORA_CONTAINER, XDG_DATA_HOME and HOME "
-                "is set"};
+    return {"",
+            "there is no container folder: none of FEXORA_CONTAINER, XDG_DATA_HOME and HOME "
+            "is set"};
   }
-  const auto made = makeFolders(files, path);
+  const auto made = makePrivateFolder(files, path);
   if (made && made != std::errc::file_exists) return unusable(path, made.message());
   // With the dot, a link to a folder counts as the folder: where it lies is the user's choice.
   const auto status = files.statusOf(path + "/.");

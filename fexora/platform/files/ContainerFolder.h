@@ -17,6 +17,9 @@ struct ContainerFolder {
   std::string problem;  // one line: why there is none, or what to know about the one there is
 };
 
+// Where that folder lies, whether or not it is there; empty when no variable says so.
+FEXORA_API std::string containerPath(std::string_view groupIdentifier);
+
 // $FEXORA_CONTAINER; else the folder named `groupIdentifier` in $XDG_DATA_HOME (when absolute);
 // else in .local/share under $HOME. Made with mode 0700 when missing, its parents too. There is
 // none when no variable says where, when it cannot be made, when it is not a folder, or when it

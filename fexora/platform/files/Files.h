@@ -24,12 +24,13 @@ namespace fexora {
 template <class T>
 class FileResult {
  public:
-  FileResult(T value) : value_(std::move(value)) {}           // NOLINT
+  FileResult(T value) : value_(std::move(value)) {}               // NOLINT
   FileResult(std::error_code error) : value_{}, error_(error) {}  // NOLINT
   bool ok() const noexcept { return !error_; }
   const std::error_code& error() const noexcept { return error_; }
   T& operator*() noexcept { return value_; }
   const T& operator*() const noexcept { return value_; }
+  T* operator->() noexcept { return &value_; }
   const T* operator->() const noexcept { return &value_; }
 
  private:
@@ -44,8 +45,8 @@ struct FileStatus {
   std::uint64_t device = 0;
   std::uint64_t inode = 0;
   std::uint64_t links = 0;
-  std::uint32_t mode = 0;   // permission bits
-  std::uint32_t owner = 0;  // user id
+  std::uint32_t mode = 0;     // permission bits
+  std::uint32_t owner = 0;    // user id
   std::int64_t modified = 0;  // nanoseconds since 1970
 
   friend bool operator==(const FileStatus&, const FileStatus&) = default;

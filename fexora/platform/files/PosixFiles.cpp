@@ -1,22 +1,26 @@
 #include "fexora/platform/files/PosixFiles.h"
 
+#include <cerrno>
+#include <cstdio>
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstdio>
-
 #include "fexora/platform/foundation/NoDestructor.h"
 
 namespace fexora {
 namespace {
 
-std::error_code lastError() { return {errno, std::generic_category()}; }
+std::error_code lastError() {
+  return {errno, std::generic_category()};
+}
 
-std::error_code outcome(int result) { return result == 0 ? std::error_code() : lastError(); }
+std::error_code outcome(int result) {
+  return result == 0 ? std::error_code() : lastError();
+}
 
 FileResult<Files::Handle> opened(int descriptor) {
   if (descriptor < 0) return lastError();
@@ -59,16 +63,14 @@ Files& Files::process() {
 }
 
 FileResult<Files::Handle> PosixFiles::openForReading(const std::string& path) {
-  return opened(
-      ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
+  return opened(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
 }
 
 FileResult<Files::Handle> PosixFiles::openFolder(const std::string& path) {
   return opened(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-FileResult<Files::Handle> PosixFiles::createExclusive(const std::string& path,
-                                                      std::uint32_t mode) {
+FileResult<Files::Handle> PosixFiles::createExclusive(const std::string& path, std::uint32_t mode) {
   const int descriptor =
       ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
   // The creation mask may have taken bits away.
@@ -81,7 +83,9 @@ FileResult<Files::Handle> PosixFiles::createExclusive(const std::string& path,
   return opened(descriptor);
 }
 
-std::error_code PosixFiles::close(Handle handle) { return outcome(::close(handle)); }
+std::error_code PosixFiles::close(Handle handle) {
+  return outcome(::close(handle));
+}
 
 FileResult<std::size_t> PosixFiles::read(Handle handle, std::span<char> buffer) {
   return counted(::read(handle, buffer.data(), buffer.size()));
@@ -91,7 +95,9 @@ FileResult<std::size_t> PosixFiles::write(Handle handle, std::string_view bytes)
   return counted(::write(handle, bytes.data(), bytes.size()));
 }
 
-std::error_code PosixFiles::flush(Handle handle) { return outcome(::fsync(handle)); }
+std::error_code PosixFiles::flush(Handle handle) {
+  return outcome(::fsync(handle));
+}
 
 std::error_code PosixFiles::lock(Handle handle) {
   return outcome(::flock(handle, LOCK_EX | LOCK_NB));
@@ -140,6 +146,8 @@ FileResult<std::vector<std::string>> PosixFiles::list(const std::string& folder)
   return names;
 }
 
-std::uint32_t PosixFiles::user() { return ::geteuid(); }
+std::uint32_t PosixFiles::user() {
+  return ::geteuid();
+}
 
 }  // namespace fexora

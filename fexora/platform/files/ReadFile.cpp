@@ -32,8 +32,8 @@ std::error_code readAll(Files& files, Files::Handle handle, std::size_t limit, s
       if (got > limit) return std::make_error_code(std::errc::file_too_large);
       bytes.resize(std::min(got + kStep, limit + 1));
     }
-    const auto count = retryInterrupted(
-        [&] { return files.read(handle, std::span(bytes).subspan(got)); });
+    const auto count =
+        retryInterrupted([&] { return files.read(handle, std::span(bytes).subspan(got)); });
     if (!count.ok()) return count.error();
     if (*count == 0) break;
     got += *count;

@@ -8,7 +8,9 @@
 
 namespace fexora {
 
-inline const std::error_code& errorOf(const std::error_code& error) noexcept { return error; }
+inline const std::error_code& errorOf(const std::error_code& error) noexcept {
+  return error;
+}
 template <class T>
 const std::error_code& errorOf(const FileResult<T>& result) noexcept {
   return result.error();

@@ -1,8 +1,16 @@
 #include "fexora/platform/foundation/HostStrings.h"
 
+#include <atomic>
+#include <utility>
+
 namespace fexora {
 
 HostStrings::~HostStrings() = default;
+
+std::uint64_t HostStrings::newGeneration() noexcept {
+  static std::atomic<std::uint64_t> last = 0;
+  return ++last;
+}
 
 std::string localizedString(HostStrings& strings, std::string_view key) {
   auto text = strings.string(key);

@@ -23,6 +23,10 @@ class FEXORA_API HostStrings {
   // A number that changes whenever the strings do (another language, another table). Zero: nothing
   // is promised, and no string may be kept from one call to the next. Any thread.
   virtual std::uint64_t generation() = 0;
+
+ protected:
+  // A generation that no object of this process has had; never zero.
+  static std::uint64_t newGeneration() noexcept;
 };
 
 // The string for `key`, or the key itself when the host has none.

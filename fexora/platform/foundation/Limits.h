@@ -31,6 +31,9 @@ inline constexpr int kFractionDigits = 340;
 // Locales whose number formats are kept at one time.
 inline constexpr std::size_t kKeptLocales = 32;
 
+// A file of localized strings.
+inline constexpr std::size_t kStringsFileBytes = std::size_t{16} << 20;
+
 // The rates service.
 inline constexpr double kConnectSeconds = 10.0;
 inline constexpr double kRequestSeconds = 30.0;
@@ -38,5 +41,8 @@ inline constexpr std::size_t kAnswerBytes = std::size_t{16} << 20;
 inline constexpr std::size_t kHeaderBytes = std::size_t{64} << 10;
 inline constexpr int kRedirects = 5;
 inline constexpr int kJsonDepth = 256;
+// Values in one answer, keys not counted: what they take in memory has little to do with the bytes
+// that they came as.
+inline constexpr std::size_t kJsonValues = std::size_t{256} << 10;
 
 }  // namespace fexora::limits

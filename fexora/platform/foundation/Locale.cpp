@@ -39,7 +39,9 @@ std::string hostOr(std::initializer_list<const char*> variables) {
 
 }  // namespace
 
-std::string Locale::current() { return hostOr({"LC_ALL", "LC_NUMERIC", "LANG"}); }
+std::string Locale::current() {
+  return hostOr({"LC_ALL", "LC_NUMERIC", "LANG"});
+}
 
 void Locale::setCurrent(std::string_view name) {
   HostLocale& host = hostLocale();
@@ -47,7 +49,9 @@ void Locale::setCurrent(std::string_view name) {
   host.name = withoutEncoding(name);
 }
 
-std::string Locale::currentLanguage() { return hostOr({"LC_ALL", "LC_MESSAGES", "LANG"}); }
+std::string Locale::currentLanguage() {
+  return hostOr({"LC_ALL", "LC_MESSAGES", "LANG"});
+}
 
 bool Locale::hasPlainNumbers(std::string_view name) noexcept {
   if (name.empty() || name == "C" || name == "POSIX") return true;

@@ -1,10 +1,10 @@
 #include "fexora/platform/foundation/Log.h"
 
-#include <unistd.h>
-
 #include <mutex>
 #include <string>
 #include <utility>
+
+#include <unistd.h>
 
 #include "fexora/platform/foundation/NoDestructor.h"
 
@@ -44,7 +44,9 @@ ProcessLog& processLog() {
 
 Log::~Log() = default;
 
-Log& Log::process() { return processLog(); }
+Log& Log::process() {
+  return processLog();
+}
 
 void Log::setProcessSink(std::function<void(std::string_view)> sink) {
   processLog().setSink(std::move(sink));

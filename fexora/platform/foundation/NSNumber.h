@@ -31,8 +31,8 @@ class FEXORA_API NSNumber {
 
   // An integer that does not fit 64 signed bits becomes a real.
   template <std::integral T>
-    requires(!std::same_as<T, bool>)
-  constexpr NSNumber(T value) noexcept : integer_(0), kind_(Kind::integer) {
+  requires(!std::same_as<T, bool>) constexpr NSNumber(T value) noexcept
+      : integer_(0), kind_(Kind::integer) {
     if constexpr (std::is_unsigned_v<T> && sizeof(T) >= sizeof(std::int64_t)) {
       if (value > static_cast<T>(std::numeric_limits<std::int64_t>::max())) {
         real_ = static_cast<double>(value);

@@ -39,7 +39,9 @@ NotificationCenter::Token& NotificationCenter::Token::operator=(Token&& other) n
   return *this;
 }
 
-NotificationCenter::Token::~Token() { end(); }
+NotificationCenter::Token::~Token() {
+  end();
+}
 
 void NotificationCenter::Token::end() noexcept {
   if (const auto observers = observers_.lock()) {

@@ -29,8 +29,7 @@ bool isLarge(std::string_view text) {
   const bool negative = exponent.starts_with('-');
   if (negative || exponent.starts_with('+')) exponent.remove_prefix(1);
   std::int64_t power = 0;
-  const auto parsed =
-      std::from_chars(exponent.data(), exponent.data() + exponent.size(), power).ec;
+  const auto parsed = std::from_chars(exponent.data(), exponent.data() + exponent.size(), power).ec;
   if (parsed == std::errc::result_out_of_range) return !negative;
   return (negative ? -power : power) + place > 0;
 }
@@ -69,9 +68,9 @@ std::string fixedText(double value, int digits) {
   if (!std::isfinite(value)) return shortestText(value);
   // The largest double has 309 digits before the point.
   std::string out(static_cast<std::size_t>(320 + digits), '\0');
-  const auto end = std::to_chars(out.data(), out.data() + out.size(), value,
-                                 std::chars_format::fixed, digits)
-                       .ptr;
+  const auto end =
+      std::to_chars(out.data(), out.data() + out.size(), value, std::chars_format::fixed, digits)
+          .ptr;
   out.resize(static_cast<std::size_t>(end - out.data()));
   return out;
 }

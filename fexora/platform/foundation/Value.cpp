@@ -67,7 +67,9 @@ void Dictionary::remove(std::string_view key) {
   entries_->erase(std::lower_bound(entries_->begin(), entries_->end(), key, ByKey()));
 }
 
-std::size_t Dictionary::size() const noexcept { return entries_ ? entries_->size() : 0; }
+std::size_t Dictionary::size() const noexcept {
+  return entries_ ? entries_->size() : 0;
+}
 
 const Dictionary::Entry* Dictionary::begin() const noexcept {
   return entries_ ? entries_->data() : nullptr;
@@ -100,10 +102,9 @@ bool Value::sameAs(const Value& other) const noexcept {
       const NSNumber b = *other.number();
       if (a.kind() != b.kind()) return false;
       // By bits, so that -0.0 is not 0.0 and not-a-number is itself.
-      return a.kind() == NSNumber::Kind::real
-                 ? std::bit_cast<std::uint64_t>(a.doubleValue()) ==
-                       std::bit_cast<std::uint64_t>(b.doubleValue())
-                 : a.intValue() == b.intValue();
+      return a.kind() == NSNumber::Kind::real ? std::bit_cast<std::uint64_t>(a.doubleValue()) ==
+                                                    std::bit_cast<std::uint64_t>(b.doubleValue())
+                                              : a.intValue() == b.intValue();
     }
     case Kind::date:
       return *date() == *other.date();

@@ -1,14 +1,14 @@
 #include "fexora/platform/loop/GlibRunLoop.h"
 
-#include <glib.h>
-#include <sys/eventfd.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <utility>
+
+#include <glib.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
 
 #include "fexora/platform/foundation/NoDestructor.h"
 
@@ -38,7 +38,9 @@ gboolean dispatch(GSource* source, GSourceFunc /*callback*/, gpointer /*data*/) 
   return call() ? G_SOURCE_CONTINUE : G_SOURCE_REMOVE;
 }
 
-void finalize(GSource* source) { delete reinterpret_cast<LoopSource*>(source)->call; }
+void finalize(GSource* source) {
+  delete reinterpret_cast<LoopSource*>(source)->call;
+}
 
 GSourceFuncs loopSourceFunctions = {nullptr, nullptr, dispatch, finalize, nullptr, nullptr};
 

@@ -1,9 +1,9 @@
 // One record and its JSON dictionary, on the way in or out.
 //
-// A record's `mapping` binds each key to a field; the same bindings read and write. Reading, a field
-// takes the value when the key is present and its value is of the field's type, else it keeps what
-// it had. Writing, the field's value goes under the key.
-// Lives for one call of `mapping`; used by its thread only.
+// A record's `mapping` binds each key to a field; the same bindings read and write. Reading, a
+// field takes the value when the key is present and its value is of the field's type, else it keeps
+// what it had. Writing, the field's value goes under the key. Lives for one call of `mapping`; used
+// by its thread only.
 #pragma once
 
 #include <memory>

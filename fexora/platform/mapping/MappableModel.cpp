@@ -8,15 +8,23 @@ namespace fexora {
 
 MappableModel::~MappableModel() = default;
 
-std::size_t MappableModel::hashValue() const { return std::hash<const void*>()(this); }
+std::size_t MappableModel::hashValue() const {
+  return std::hash<const void*>()(this);
+}
 
-std::string MappableModel::description() const { return "<MappableModel>"; }
+std::string MappableModel::description() const {
+  return "<MappableModel>";
+}
 
-bool MappableModel::initWithMap(Map& /*map*/) { return true; }
+bool MappableModel::initWithMap(Map& /*map*/) {
+  return true;
+}
 
 void MappableModel::mapping(Map& /*map*/) {}
 
-bool MappableModel::isEqualTo(const MappableModel& object) const { return this == &object; }
+bool MappableModel::isEqualTo(const MappableModel& object) const {
+  return this == &object;
+}
 
 void MappableModel::mapping(const MappableModel& object) {
   const Value json = jsonOf(object);

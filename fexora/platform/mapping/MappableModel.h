@@ -29,8 +29,8 @@ class FEXORA_API MappableModel {
   virtual std::size_t hashValue() const;
   virtual std::string description() const;
 
-  // Called once on a new record before `mapping` reads into it; false refuses the dictionary, and no
-  // record is made of it.
+  // Called once on a new record before `mapping` reads into it; false refuses the dictionary, and
+  // no record is made of it.
   virtual bool initWithMap(Map& map);
   // Binds the record's keys to its fields.
   virtual void mapping(Map& map);
@@ -38,9 +38,7 @@ class FEXORA_API MappableModel {
   // Takes over what the JSON form of `object` holds under this record's keys.
   virtual void mapping(const MappableModel& object);
 
-  friend bool operator==(const MappableModel& a, const MappableModel& b) {
-    return a.isEqualTo(b);
-  }
+  friend bool operator==(const MappableModel& a, const MappableModel& b) { return a.isEqualTo(b); }
 
  private:
   std::int64_t id_ = 0;

@@ -4,7 +4,9 @@
 
 namespace fexora {
 
-std::optional<std::string> libraryFolder() { return std::nullopt; }
+std::optional<std::string> libraryFolder() {
+  return std::nullopt;
+}
 
 void* moduleEntry(std::string_view name, const char* /*entry*/, std::string& reason) {
   if (name == "text") return reinterpret_cast<void*>(&fexora_text_module);

@@ -4,7 +4,9 @@
 #include "fexora/platform/foundation/Export.h"
 
 namespace fexora {
+class Files;
 class Log;
+struct NetOptions;
 class RunLoop;
 class Text;
 class Transport;
@@ -15,7 +17,9 @@ extern "C" {
 // ICU behind the Text seam. Never null.
 FEXORA_API fexora::Text* fexora_text_module();
 // HTTP behind the Transport seam, completing on `loop`; null when the machine gives no thread or
-// descriptor for it.
-FEXORA_API fexora::Transport* fexora_net_module(fexora::RunLoop* loop, fexora::Log* log);
+// descriptor for it. Main thread; the first call decides, later ones give the same transport.
+FEXORA_API fexora::Transport* fexora_net_module(fexora::RunLoop* loop, fexora::Log* log,
+                                                fexora::Files* files,
+                                                const fexora::NetOptions* options);
 
 }  // extern "C"

@@ -1,0 +1,85 @@
+#include "fexora/platform/network/LazyTransport.h"
+
+#include "fexora/platform/files/ContainerFolder.h"
+#include "fexora/platform/foundation/Environment.h"
+#include "fexora/platform/foundation/Library.h"
+#include "fexora/platform/modules/ModuleEntries.h"
+#include "fexora/platform/network/WorkerThread.h"
+
+namespace fexora {
+namespace {
+
+// Joined at exit at the latest: nothing may be taken down under a thread that still loads it.
+WorkerThread& opener() {
+  static WorkerThread thread;
+  return thread;
+}
+
+std::string cacheFolder() {
+  auto cache = environment("XDG_CACHE_HOME");
+  if (!cache || !cache->starts_with('/')) {
+    cache = environment("HOME");
+    if (!cache) return {};
+    cache->append("/.cache");
+  }
+  return cache->append("/fexora");
+}
+
+}  // namespace
+
+NetOptions processNetOptions() {
+  NetOptions options;
+  options.cacheFolder = cacheFolder();
+  options.container = containerPath({});
+  return options;
+}
+
+void LazyTransport::get(const std::string& address, Completion complete) {
+  if (state_ == State::closed) open();
+  if (state_ == State::opening) {
+    waiting_.emplace_back(address, std::move(complete));
+  } else {
+    send(address, std::move(complete));
+  }
+}
+
+void LazyTransport::open() {
+  host_ = makeHost_();
+  state_ = State::opening;
+  const bool started = opener().start([this] {
+    entry_ = moduleEntry("net", "fexora_net_module", reason_);
+    host_.loop->post([this] { opened(); });
+  });
+  if (started) return;
+  reason_ = "the machine gives no thread";
+  settle(State::missing);
+}
+
+void LazyTransport::opened() {
+  opener().join();
+  if (entry_ != nullptr) {
+    const auto module = reinterpret_cast<decltype(&fexora_net_module)>(entry_);
+    transport_ = module(host_.loop, host_.log, host_.files, &host_.options);
+    if (transport_ == nullptr) reason_ = "the machine gives no thread or descriptor";
+  }
+  settle(transport_ != nullptr ? State::open : State::missing);
+}
+
+void LazyTransport::settle(State state) {
+  state_ = state;
+  if (state == State::missing) host_.log->write("No requests can be sent: " + reason_);
+  for (auto& [address, complete] : std::exchange(waiting_, {})) {
+    send(address, std::move(complete));
+  }
+}
+
+void LazyTransport::send(const std::string& address, Completion complete) {
+  if (transport_ != nullptr) return transport_->get(address, std::move(complete));
+  ResponseError error{ResponseError::Kind::noTransport, address,
+                      address + ": no request can be sent: " + reason_, 0};
+  host_.loop->post([complete = std::move(complete), error = std::move(error)] {
+    complete(std::nullopt, error);
+  });
+}
+
+}  // namespace fexora

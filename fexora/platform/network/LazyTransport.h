@@ -1,0 +1,59 @@
+// The transport of a process that may never send a request: opens the net module on the first one.
+//
+// The module is opened on a thread of its own, since loading it and what it needs takes
+// milliseconds from memory and far longer from a cold disk; requests wait meanwhile. Where it is
+// missing, each request completes with an error of kind noTransport, and the log says why once.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "fexora/platform/files/Files.h"
+#include "fexora/platform/foundation/Log.h"
+#include "fexora/platform/loop/RunLoop.h"
+#include "fexora/platform/network/NetOptions.h"
+#include "fexora/platform/network/Transport.h"
+
+namespace fexora {
+
+// Main thread; lives to the end of the process once it has been asked.
+class LazyTransport final : public Transport {
+ public:
+  struct Host {
+    RunLoop* loop;
+    Log* log;
+    Files* files;
+    NetOptions options;
+  };
+
+  // `host` is called at the first request.
+  explicit LazyTransport(std::function<Host()> host) : makeHost_(std::move(host)) {}
+
+  void get(const std::string& address, Completion complete) override;
+
+ private:
+  enum class State { closed, opening, open, missing };
+
+  void open();
+  void opened();
+  void settle(State state);
+  void send(const std::string& address, Completion complete);
+
+  std::function<Host()> makeHost_;
+  Host host_{};
+  State state_ = State::closed;
+  std::vector<std::pair<std::string, Completion>> waiting_;
+  Transport* transport_ = nullptr;
+
+  // Written by the opening thread until it ends.
+  void* entry_ = nullptr;
+  std::string reason_;
+};
+
+// The places of this process's user and container: $XDG_CACHE_HOME/fexora (when absolute), else
+// .cache/fexora under $HOME, else nowhere.
+NetOptions processNetOptions();
+
+}  // namespace fexora

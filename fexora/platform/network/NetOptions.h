@@ -1,0 +1,24 @@
+// What bounds a request, and where answers are kept.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "fexora/platform/foundation/Limits.h"
+
+namespace fexora {
+
+struct NetOptions {
+  double connectSeconds = limits::kConnectSeconds;  // name look-up included
+  double requestSeconds = limits::kRequestSeconds;  // from the start to the last byte
+  std::size_t answerBytes = limits::kAnswerBytes;   // of the body once inflated
+  std::size_t headerBytes = limits::kHeaderBytes;   // of all answers on the way, redirects included
+  int redirects = limits::kRedirects;
+
+  // Where answers are kept for revalidation; empty: nowhere. Made when missing.
+  std::string cacheFolder;
+  // Whom a kept answer belongs to: another container never sees it.
+  std::string container;
+};
+
+}  // namespace fexora

@@ -1,0 +1,69 @@
+// What the tests of the network layer share: a transport on the process's run loop, asked one thing
+// at a time, while a timer ticks to show whether the loop ever stood still.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "fexora/platform/modules/net/CurlTransport.h"
+#include "tests/support/FaultServer.h"
+#include "tests/support/ScratchFolder.h"
+
+namespace fexora::test {
+
+// Keeps the lines. Any thread.
+class LineLog final : public Log {
+ public:
+  void write(std::string_view line) override;
+  std::vector<std::string> lines() const;
+
+ private:
+  mutable std::mutex mutex_;
+  std::vector<std::string> lines_;
+};
+
+struct Outcome {
+  int completions = 0;
+  std::optional<Value> root;
+  std::optional<ResponseError> error;
+  int ticks = 0;             // of a timer of one millisecond, while the request ran
+  double longestStall = 0;   // seconds by which a tick came late, at most
+};
+
+class NetworkTest : public testing::Test {
+ protected:
+  NetworkTest();
+
+  // Made at first use, from `options` as it is then.
+  CurlTransport& transport();
+  void endTransport() { transport_.reset(); }
+
+  // Runs the loop until the request has completed, and once more for what may follow.
+  Outcome ask(const std::string& address);
+  Outcome askServer(const std::string& bytes);  // a server that answers with these
+
+  NetOptions options;
+  FaultServer server;
+  ScratchFolder scratch;
+  LineLog log;
+
+ private:
+  std::unique_ptr<CurlTransport> transport_;
+};
+
+// The most memory that the process has held since the start of the measurement, beyond what it held
+// then, in bytes.
+class PeakMemory {
+ public:
+  PeakMemory();
+  std::size_t growth() const;
+
+ private:
+  std::size_t before_;
+};
+
+}  // namespace fexora::test

@@ -1,0 +1,131 @@
+#include "fexora/rates/PairRates.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <limits>
+#include <random>
+
+#include "tests/rates/ReferencePairs.h"
+#include "tests/support/VirtualPlatform.h"
+
+namespace fexora {
+namespace {
+
+using test::referencePairs;
+
+std::vector<KnownRate> known(const CurrencyManager& catalogue,
+                             const std::vector<USDRateRef>& rates) {
+  std::vector<KnownRate> list;
+  for (const auto& rate : rates) {
+    const auto place = catalogue.placeOfCode(rate->code());
+    if (place != CurrencyManager::kNoPlace) list.push_back({place, rate->rate()});
+  }
+  return list;
+}
+
+std::uint64_t bits(NSNumber number) {
+  const double value = number.doubleValue();
+  return value != value ? 1 : std::bit_cast<std::uint64_t>(value);
+}
+
+void expectSame(const Rate& a, const Rate& b) {
+  EXPECT_EQ(a.src().get(), b.src().get());
+  EXPECT_EQ(a.dst().get(), b.dst().get());
+  EXPECT_EQ(bits(a.rate()), bits(b.rate())) << b.description();
+}
+
+// Every answer of the sequence against a walk over the plain list.
+void expectLikeReference(const CurrencyManager& catalogue, const std::vector<USDRateRef>& usdRates,
+                         const std::vector<CurrencyRef>& selection) {
+  const auto reference = referencePairs(catalogue, usdRates, selection);
+  const PairRates pairs(catalogue, known(catalogue, usdRates), selection);
+  ASSERT_EQ(pairs.size(), reference.size());
+  std::size_t index = 0;
+  for (const Rate& pair : pairs) expectSame(pair, reference[index++]);
+  EXPECT_EQ(index, reference.size());
+  for (const auto& src : catalogue.currencies()) {
+    std::vector<ConvertedItem> lines;
+    for (const Rate& pair : reference) {
+      if (*pair.src() == *src) lines.emplace_back(pair, 3.5, false);
+    }
+    const auto items = pairs.convert(*src, 3.5, false);
+    ASSERT_EQ(items.size(), lines.size()) << src->code();
+    for (std::size_t i = 0; i < items.size(); ++i) {
+      EXPECT_EQ(items[i].dstCurrency, lines[i].dstCurrency);
+      EXPECT_EQ(bits(items[i].dstAmount), bits(lines[i].dstAmount));
+    }
+    for (const auto& dst : catalogue.currencies()) {
+      const auto first = std::find_if(reference.begin(), reference.end(), [&](const Rate& pair) {
+        return *pair.src() == *src && *pair.dst() == *dst;
+      });
+      const auto found = pairs.find(*src, *Currency::make(dst->code()));
+      ASSERT_EQ(found.has_value(), first != reference.end()) << src->code() << dst->code();
+      if (found) expectSame(*found, *first);
+    }
+  }
+}
+
+TEST(PairRates, WorkedExample_SixPairsInOrder) {
+  auto& catalogue = currencyManager();
+  const std::vector<USDRateRef> rates = {USDRate::make(0.9, "EUR"), USDRate::make(0.8, "GBP"),
+                                         USDRate::make(110, "JPY")};
+  const std::vector<CurrencyRef> selection = {Currency::make("EUR"), Currency::make("GBP"),
+                                              Currency::make("USD"), nullptr};
+  const PairRates pairs(catalogue, known(catalogue, rates), selection);
+  std::vector<std::string> texts;
+  for (const Rate& pair : pairs) texts.push_back(pair.src()->code() + pair.dst()->code());
+  EXPECT_EQ(texts, (std::vector<std::string>{"USDEUR", "EURUSD", "EURGBP", "USDGBP", "GBPUSD",
+                                             "GBPEUR"}));
+  EXPECT_EQ(pairs[5].rate().doubleValue(), 0.9 / 0.8);
+  EXPECT_FALSE(pairs.find(*Currency::make("EUR"), *Currency::make("EUR")));
+  EXPECT_FALSE(pairs.find(*Currency::make("EUR"), *Currency::make("JPY")));
+  EXPECT_TRUE(pairs.convert(*Currency::make("JPY"), 1, false).empty());
+  EXPECT_TRUE(pairs.convert(*Currency::make(), 1, false).empty());
+}
+
+TEST(PairRates, RandomLists_AgreeWithThePlainLoop) {
+  test::ScratchFolder folder;
+  test::VirtualPlatform desktop;
+  desktop.resources.folder = folder.path();
+  // A catalogue with a code that stands twice, an empty one and one without ASCII.
+  std::string plist = "<plist version=\"1.0\"><array>";
+  const std::vector<std::string> codes = {"EUR", "USD", "GBP", "EUR", "", "JPY", "\u00C5", "BTC"};
+  for (const auto& code : codes) plist += "<string>" + code + "</string>";
+  test::writeFile(folder / "Currency.plist", plist + "</array></plist>");
+  const CurrencyManager catalogue(desktop.platform);
+  ASSERT_EQ(catalogue.currencies().size(), codes.size());
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  const std::vector<NSNumber> numbers = {0.9,  0.0,       -0.0,
+                                         1,    kInfinity, std::numeric_limits<double>::quiet_NaN(),
+                                         1e-9, 1e300,     true};
+  std::mt19937 random(20261124);  // NOLINT(cert-msc51-cpp): the same run every time
+  for (int round = 0; round < 400; ++round) {
+    std::vector<USDRateRef> rates;
+    for (auto count = random() % 9; count-- > 0;) {
+      const auto& code = random() % 9 == 0 ? "XXX" : codes[random() % codes.size()];
+      rates.push_back(USDRate::make(numbers[random() % numbers.size()], code));
+    }
+    std::vector<CurrencyRef> selection;
+    for (auto count = random() % 9; count-- > 0;) {
+      selection.push_back(Currency::make(codes[random() % codes.size()]));
+    }
+    expectLikeReference(catalogue, rates, selection);
+    if (testing::Test::HasFailure()) FAIL() << "round " << round;
+  }
+}
+
+TEST(PairRates, CatalogueWithoutDollar_HasNoPairs) {
+  test::ScratchFolder folder;
+  test::VirtualPlatform desktop;
+  desktop.resources.folder = folder.path();
+  test::writeFile(folder / "Currency.plist",
+                  "<plist version=\"1.0\"><array><string>EUR</string></array></plist>");
+  const CurrencyManager catalogue(desktop.platform);
+  const PairRates pairs(catalogue, {{0, 0.9}}, catalogue.currencies());
+  EXPECT_TRUE(pairs.empty());
+  EXPECT_FALSE(pairs.find(*Currency::make("USD"), *Currency::make("EUR")));
+}
+
+}  // namespace
+}  // namespace fexora

@@ -1,0 +1,187 @@
+// Equality, JSON forms and printed forms of the records.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <unordered_set>
+
+#include "fexora/fexora.h"
+
+namespace fexora {
+namespace {
+
+TEST(Currency, EqualByCode_WhoeverHoldsIt) {
+  const auto euro = Currency::make("EUR");
+  const auto empty = Currency::make();
+  const USDRate rate(0.9, "EUR");
+  EXPECT_TRUE(*euro == *Currency::make("EUR"));
+  EXPECT_EQ(euro->hashValue(), Currency::make("EUR")->hashValue());
+  EXPECT_FALSE(*euro == *Currency::make("eur"));
+  EXPECT_FALSE(*empty == *empty);
+  EXPECT_FALSE(*euro == rate);
+  EXPECT_FALSE(rate == *euro);
+  EXPECT_TRUE(rate == USDRate(0.95, "EUR"));
+  EXPECT_FALSE(USDRate() == USDRate());
+}
+
+TEST(Currency, CanonicallyEquivalentCodes_AreEqual) {
+  const auto composed = Currency::make("\u00C5");
+  const auto decomposed = Currency::make("A\u030A");
+  EXPECT_TRUE(*composed == *decomposed);
+  EXPECT_EQ(composed->hashValue(), decomposed->hashValue());
+}
+
+TEST(Currency, JsonForm_IsTheCodeAlone) {
+  auto euro = Currency::make("EUR");
+  euro->setId(7);
+  EXPECT_EQ(Mapper<Currency>::toJSON(*euro), Value(Dictionary{{"code", "EUR"}}));
+  const auto read = Mapper<Currency>::map(Dictionary{{"code", "GBP"}, {"id", 9}});
+  EXPECT_EQ(read->code(), "GBP");
+  EXPECT_EQ(read->id(), 0);
+  EXPECT_EQ(Mapper<Currency>::map(Dictionary{{"code", 5}})->code(), "");
+  EXPECT_EQ(Mapper<Currency>::map("EUR"), nullptr);
+}
+
+// A record that refuses some dictionaries, as a host's own may.
+class Picky : public MappableModel {
+ public:
+  using MappableModel::mapping;
+  bool initWithMap(Map& map) override {
+    map.bind("name", name);
+    return !name.empty();
+  }
+  void mapping(Map& map) override { map.bind("name", name); }
+  std::string name;
+};
+
+TEST(Mapper, RecordsThatDoNotMap_AreLeftOut) {
+  const Value list(Array{Dictionary{{"name", "a"}}, Dictionary{}, Dictionary{{"name", "b"}}});
+  const auto records = Mapper<Picky>::mapArray(list);
+  ASSERT_TRUE(records.has_value());
+  ASSERT_EQ(records->size(), 2U);
+  EXPECT_EQ((*records)[1]->name, "b");
+  EXPECT_FALSE(Mapper<Picky>::mapArray(Array{Dictionary{{"name", "a"}}, "b"}).has_value());
+}
+
+TEST(MappableModel, MappingFromAnotherRecord_TakesItsKeys) {
+  USDRate from(0.5, "GBP");
+  USDRate to(0.9, "EUR");
+  to.mapping(from);
+  EXPECT_EQ(to.code(), "GBP");
+  EXPECT_EQ(to.rate().doubleValue(), 0.5);
+  to.mapping(*Currency::make("JPY"));
+  EXPECT_EQ(to.code(), "JPY");
+  EXPECT_EQ(to.rate().doubleValue(), 0.5);
+}
+
+TEST(MappableModel, Base_IsEqualToItselfOnly) {
+  MappableModel one;
+  const MappableModel other;
+  one.setId(4);
+  EXPECT_EQ(one.id(), 4);
+  EXPECT_TRUE(one == one);
+  EXPECT_FALSE(one == other);
+  EXPECT_NE(one.hashValue(), other.hashValue());
+}
+
+TEST(USDRate, RateAsText_ReadsInEveryLocale) {
+  for (const char* locale : {"en_US", "de_DE", "fr_FR"}) {
+    Locale::setCurrent(locale);
+    const auto rate = Mapper<USDRate>::map(Dictionary{{"rate", "0.9"}, {"code", "EUR"}});
+    EXPECT_EQ(rate->rate().doubleValue(), 0.9) << locale;
+  }
+  Locale::setCurrent("");
+  const auto written = Mapper<USDRate>::toJSON(USDRate(0.9, "EUR"));
+  EXPECT_EQ(written, Value(Dictionary{{"rate", 0.9}, {"code", "EUR"}}));
+  EXPECT_EQ(Mapper<USDRate>::map(Dictionary{{"rate", Value()}})->rate().doubleValue(), 0.0);
+}
+
+TEST(USDRate, Currency_IsTheCataloguesOwnRecord) {
+  const USDRate euro(0.9, "EUR");
+  EXPECT_EQ(euro.currency(), currencyManager().currencyForCode("EUR"));
+  EXPECT_NE(euro.currency(), nullptr);
+  EXPECT_EQ(USDRate(1, "no such code").currency(), nullptr);
+}
+
+TEST(Rate, PrintedForm_AndMembersByName) {
+  Rate rate(Currency::make("EUR"), Currency::make("USD"), 1 / 0.9);
+  EXPECT_EQ(rate.description(), "EUR -> USD = 1.111111");
+  EXPECT_EQ(rate.valueForKey("description"), Value("EUR -> USD = 1.111111"));
+  EXPECT_EQ(rate.valueForKey("rate"), Value(1 / 0.9));
+  EXPECT_TRUE(rate.setValueForKey("rate", 0.5));
+  EXPECT_EQ(rate.rate().doubleValue(), 0.5);
+  EXPECT_FALSE(rate.setValueForKey("rate", "0.5"));
+  EXPECT_FALSE(rate.setValueForKey("src", "USD"));
+  EXPECT_EQ(rate.valueForKey("src"), std::nullopt);
+  EXPECT_EQ(Rate().description(), " ->  = 0.000000");
+}
+
+TEST(ConvertedItem, Invert_ChangesTheArithmeticAlone) {
+  const Rate rate(Currency::make("USD"), Currency::make("EUR"), 0.9);
+  const ConvertedItem plain(rate, 100, false);
+  const ConvertedItem inverted(rate, 100, true);
+  EXPECT_EQ(plain.dstAmount.doubleValue(), 100 * 0.9);
+  EXPECT_EQ(inverted.dstAmount.doubleValue(), 100 / 0.9);
+  EXPECT_EQ(inverted.srcCurrency->code(), "USD");
+  EXPECT_EQ(inverted.srcAmount.kind(), NSNumber::Kind::integer);
+  EXPECT_EQ(plain.description(), "From 100.0000(USD) To 90.0000(EUR)");
+  // 1234567.89 is not a 32-bit float; the nearest one is printed.
+  const ConvertedItem large(rate, 1234567.89, false);
+  EXPECT_TRUE(large.description().starts_with("From 1234567.8750(USD)"));
+  const Rate zero(Currency::make("USD"), Currency::make("EUR"), 0.0);
+  EXPECT_TRUE(std::isinf(ConvertedItem(zero, 1, true).dstAmount.doubleValue()));
+  EXPECT_TRUE(std::isnan(ConvertedItem(zero, 0, true).dstAmount.doubleValue()));
+}
+
+TEST(Converted, ItemForDestination_IsTheFirst) {
+  const auto dollar = Currency::make("USD");
+  Converted converted;
+  EXPECT_FALSE(converted.itemForDstCurrency(dollar).has_value());
+  converted.setItems({{Rate(Currency::make("EUR"), dollar, 1.5), 1, false},
+                      {Rate(Currency::make("EUR"), dollar, 2.5), 1, false}});
+  EXPECT_EQ(converted.itemForDstCurrency(Currency::make("USD"))->rate.doubleValue(), 1.5);
+  EXPECT_FALSE(converted.itemForDstCurrency(nullptr).has_value());
+}
+
+TEST(StoreSource, RoundTrip_KeepsTheNumbersKind) {
+  const auto source = StoreSource::make(12.5, Currency::make("EUR"));
+  const auto json = Mapper<StoreSource>::toJSON(*source);
+  EXPECT_EQ(json, Value(Dictionary{{"amount", 12.5}, {"currency", Dictionary{{"code", "EUR"}}}}));
+  const auto read = Mapper<StoreSource>::map(json);
+  EXPECT_EQ(read->amount().doubleValue(), 12.5);
+  EXPECT_TRUE(*read->currency() == *source->currency());
+  EXPECT_EQ(StoreSource().amount().kind(), NSNumber::Kind::integer);
+  EXPECT_EQ(Mapper<StoreSource>::map(Dictionary{})->currency(), nullptr);
+}
+
+TEST(Response, WrongTypes_LeaveTheInitialValues) {
+  const auto empty = Mapper<Response>::map(Dictionary{});
+  EXPECT_EQ(empty->serviceMessage(), "");
+  EXPECT_EQ(empty->count().kind(), NSNumber::Kind::integer);
+  const auto odd = Mapper<Response>::map(Dictionary{
+      {"serviceMessage", 5}, {"count", "3"}, {"source", "x"}, {"rates", Array{Dictionary{}, "a"}}});
+  EXPECT_EQ(odd->serviceMessage(), "");
+  EXPECT_EQ(odd->count().intValue(), 0);
+  EXPECT_EQ(odd->source(), "x");
+  EXPECT_TRUE(odd->rates().empty());
+  const auto full = Mapper<Response>::map(
+      Dictionary{{"rates", Array{Dictionary{{"code", "EUR"}, {"rate", "1,08"}},
+                                 Dictionary{{"code", "GBP"}, {"rate", "none"}}}}});
+  ASSERT_EQ(full->rates().size(), 2U);
+  EXPECT_EQ(full->rates()[0]->rate().doubleValue(), 1.08);
+  EXPECT_EQ(full->rates()[1]->rate().doubleValue(), 0.0);
+}
+
+TEST(NSNumber, OtherKinds_NeverFail) {
+  EXPECT_EQ(NSNumber(true).kind(), NSNumber::Kind::boolean);
+  EXPECT_EQ(NSNumber(std::numeric_limits<std::uint64_t>::max()).kind(), NSNumber::Kind::real);
+  EXPECT_EQ(NSNumber(1e300).intValue(), std::numeric_limits<std::int64_t>::max());
+  EXPECT_EQ(NSNumber(std::nan("")).intValue(), 0);
+  EXPECT_EQ(NSNumber(-2.9).intValue(), -2);
+  EXPECT_TRUE(std::isinf(NSNumber(1e300).floatValue()));
+  EXPECT_EQ(NSNumber(42).stringValue(), "42");
+  EXPECT_EQ(NSNumber("7").kind(), NSNumber::Kind::real);
+}
+
+}  // namespace
+}  // namespace fexora

@@ -1,0 +1,86 @@
+#include "tests/support/VirtualPlatform.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include <gtest/gtest.h>
+
+namespace fexora::test {
+
+int RecordingLog::count(std::string_view part) const {
+  return static_cast<int>(std::count_if(lines.begin(), lines.end(), [&](const std::string& line) {
+    return line.find(part) != std::string::npos;
+  }));
+}
+
+class VirtualFolderWatch::VirtualWatch final : public FolderWatch::Watch {
+ public:
+  VirtualWatch(VirtualFolderWatch& owner, std::function<void()> call)
+      : changed(std::move(call)), owner_(&owner) {
+    owner_->watches_.push_back(this);
+  }
+  ~VirtualWatch() override { std::erase(owner_->watches_, this); }
+
+  std::function<void()> changed;
+
+ private:
+  VirtualFolderWatch* owner_;
+};
+
+std::unique_ptr<FolderWatch::Watch> VirtualFolderWatch::watch(const std::string& /*folder*/,
+                                                              const std::string& /*ignoredPrefix*/,
+                                                              std::function<void()> changed) {
+  return std::make_unique<VirtualWatch>(*this, std::move(changed));
+}
+
+void VirtualFolderWatch::change() {
+  for (VirtualWatch* watch : std::vector(watches_)) watch->changed();
+}
+
+void ScriptedTransport::answer(std::optional<Value> root, std::optional<ResponseError> error) {
+  ASSERT_FALSE(requests.empty());
+  const Request request = std::move(requests.front());
+  requests.erase(requests.begin());
+  request.complete(std::move(root), std::move(error));
+}
+
+std::optional<std::string> TableStrings::string(std::string_view key) {
+  const auto at = strings_.find(key);
+  return at != strings_.end() ? std::optional(at->second) : std::nullopt;
+}
+
+void TableStrings::set(std::map<std::string, std::string, std::less<>> strings) {
+  strings_ = std::move(strings);
+  ++generation_;
+}
+
+std::optional<std::string> FolderResources::path(std::string_view name,
+                                                 std::string_view extension) {
+  if (!folder) return std::nullopt;
+  return *folder + "/" + std::string(name) + "." + std::string(extension);
+}
+
+VirtualPlatform::VirtualPlatform(Files& files)
+    : platform{&files,         &watch, &loop,    &transport, &Text::process(),
+               &notifications, &log,   &strings, &resources} {}
+
+EnvironmentVariable::EnvironmentVariable(std::string name, const std::optional<std::string>& value)
+    : name_(std::move(name)) {
+  const char* before = std::getenv(name_.c_str());
+  if (before != nullptr) before_ = before;
+  put(value);
+}
+
+EnvironmentVariable::~EnvironmentVariable() {
+  put(before_);
+}
+
+void EnvironmentVariable::put(const std::optional<std::string>& value) {
+  if (value) {
+    setenv(name_.c_str(), value->c_str(), 1);
+  } else {
+    unsetenv(name_.c_str());
+  }
+}
+
+}  // namespace fexora::test
