@@ -68,6 +68,18 @@ TEST_F(Faults, Address_Malformed) {
   expectError(ask(std::string("http://127.0.0.1\0.example/", 26)), Kind::noAddress);
 }
 
+TEST_F(Faults, Name_UnknownOrNeverAnswered) {
+  options.connectSeconds = 0.3;
+  expectError(ask("http://missing.test/rates.json"), Kind::noAddress);
+  // Neither the loop nor the end of the transport waits for the look-up, which goes on for ever.
+  const Outcome outcome = ask("http://silent.test/rates.json");
+  expectError(outcome, Kind::timeOut);
+  EXPECT_GE(outcome.ticks, 5);
+  transport().get("http://silent.test/rates.json", [](auto, auto) {});
+  EXPECT_TRUE(askServer(answer(kBody)).root.has_value());
+  endTransport();
+}
+
 TEST_F(Faults, Connection_RefusedOrBrokenOff) {
   const RefusingPort refusing;
   expectError(ask("http://127.0.0.1:" + std::to_string(refusing.port()) + "/"), Kind::noConnection);

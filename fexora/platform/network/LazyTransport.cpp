@@ -3,7 +3,6 @@
 #include "fexora/platform/files/ContainerFolder.h"
 #include "fexora/platform/foundation/Environment.h"
 #include "fexora/platform/foundation/Library.h"
-#include "fexora/platform/modules/ModuleEntries.h"
 #include "fexora/platform/network/WorkerThread.h"
 
 namespace fexora {
@@ -58,7 +57,7 @@ void LazyTransport::open() {
 void LazyTransport::opened() {
   opener().join();
   if (entry_ != nullptr) {
-    const auto module = reinterpret_cast<decltype(&fexora_net_module)>(entry_);
+    const auto module = reinterpret_cast<NetModuleEntry*>(entry_);
     transport_ = module(host_.loop, host_.log, host_.files, &host_.options);
     if (transport_ == nullptr) reason_ = "the machine gives no thread or descriptor";
   }

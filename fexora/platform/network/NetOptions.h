@@ -8,6 +8,11 @@
 
 namespace fexora {
 
+class Files;
+class Log;
+class RunLoop;
+class Transport;
+
 struct NetOptions {
   double connectSeconds = limits::kConnectSeconds;  // name look-up included
   double requestSeconds = limits::kRequestSeconds;  // from the start to the last byte
@@ -20,5 +25,8 @@ struct NetOptions {
   // Whom a kept answer belongs to: another container never sees it.
   std::string container;
 };
+
+// The function that the net module offers as fexora_net_module.
+using NetModuleEntry = Transport*(RunLoop*, Log*, Files*, const NetOptions*);
 
 }  // namespace fexora

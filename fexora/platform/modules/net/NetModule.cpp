@@ -1,3 +1,5 @@
+#include <type_traits>
+
 #include "fexora/platform/modules/ModuleEntries.h"
 #include "fexora/platform/modules/net/CurlTransport.h"
 
@@ -11,6 +13,8 @@ struct ProcessTransport {
     if (transport != nullptr) transport->stop();
   }
 };
+
+static_assert(std::is_same_v<decltype(fexora_net_module), fexora::NetModuleEntry>);
 
 }  // namespace
 
