@@ -19,5 +19,7 @@ install(FILES ${CMAKE_BINARY_DIR}/fexora-config.cmake
               ${CMAKE_BINARY_DIR}/fexora-config-version.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/fexora)
 
+# Relative, so that the tree may be moved or installed under another prefix than was configured.
+file(RELATIVE_PATH fexora_pc_to_prefix "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 configure_file(cmake/fexora.pc.in ${CMAKE_BINARY_DIR}/fexora.pc @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/fexora.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

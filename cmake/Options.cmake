@@ -20,6 +20,10 @@ add_compile_options(-Wall -Wextra -Wconversion -Wshadow)
 if(FEXORA_WERROR)
   add_compile_options(-Werror)
 endif()
+if(NOT FEXORA_SANITIZE)
+  # A symbol that the library forgot to export stops the build, not a module at run time.
+  add_link_options(-Wl,-z,defs)
+endif()
 if(FEXORA_SANITIZE)
   add_compile_options(-fsanitize=${FEXORA_SANITIZE} -fno-omit-frame-pointer
                       -fno-sanitize-recover=all)

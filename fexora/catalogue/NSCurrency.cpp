@@ -95,8 +95,9 @@ void Currency::set_NSCurrency(NSCurrencyRef record) {
     if (auto own = record->weak_from_this().lock()) record = std::move(own);
   }
   const NSCurrencyRef replaced = std::exchange(display_, std::move(record));
-  if (replaced != nullptr) replaced->settle();
+  // The new one first, since a walk needs all rings but its own to be broken.
   if (display_ != nullptr) display_->settle();
+  if (replaced != nullptr) replaced->settle();
 }
 
 std::vector<NSCurrencyRef> CurrencyManager::getNSCurrenciesFromCurrencies(

@@ -6,50 +6,46 @@
 
 namespace fexora {
 
-// Shared with the calls on their way, which find it stopped when the monitor has gone.
-struct FolderMonitor::Delivery : std::enable_shared_from_this<FolderMonitor::Delivery> {
-  Delivery(RunLoop& runLoop, std::function<void()> call)
-      : loop(runLoop), handler(std::move(call)) {}
-
-  void changed() {
-    if (state == State::off) {
-      missed = true;
-    } else if (handler) {
-      const auto keep = shared_from_this();  // the handler may end the monitor
-      handler();
-    }
-  }
-
-  void deliverMissed() {
-    if (state == State::off || !std::exchange(missed, false)) return;
-    changed();
-  }
-
-  RunLoop& loop;
-  std::function<void()> handler;
-  State state = State::off;
-  bool missed = false;
-};
-
-FolderMonitor::FolderMonitor(const std::string& path, std::function<void()> handler,
-                             Platform& platform)
-    : delivery_(std::make_shared<Delivery>(*platform.loop, std::move(handler))),
-      watch_(platform.folderWatch->watch(path, std::string(kOwnPrefix),
-                                         [delivery = delivery_] { delivery->changed(); })) {
+FolderMonitor::FolderMonitor(std::string path, Handler handler, Platform& platform)
+    : path_(std::move(path)), platform_(platform), delivery_(std::make_shared<Delivery>()) {
+  delivery_->handler = std::move(handler);
   FolderMonitor::start();
 }
 
-FolderMonitor::~FolderMonitor() { FolderMonitor::stop(); }
+FolderMonitor::~FolderMonitor() = default;
 
 void FolderMonitor::start() {
-  if (delivery_->state == State::on) return;
-  delivery_->state = State::on;
-  if (!delivery_->missed) return;
-  delivery_->loop.post([weak = std::weak_ptr(delivery_)] {
-    if (const auto delivery = weak.lock()) delivery->deliverMissed();
+  if (state() == State::on) return;
+  setState(State::on);
+  if (watch_ == nullptr) open();
+  if (delivery_->isPending) deliverPending();
+}
+
+void FolderMonitor::stop() {
+  if (state() == State::on) setState(State::off);
+}
+
+void FolderMonitor::open() {
+  watch_ = platform_.folderWatch->watch(path_, std::string(kOwnPrefix),
+                                        [weak = std::weak_ptr<Delivery>(delivery_)] {
+                                          if (const auto delivery = weak.lock()) delivery->call();
+                                        });
+}
+
+// Two rounds of the queue later: changes that the watch had not yet seen at start() come in the
+// first, take the pending one along, and leave nothing to tell.
+void FolderMonitor::deliverPending() {
+  platform_.loop->post([loop = platform_.loop, weak = std::weak_ptr<Delivery>(delivery_)] {
+    loop->post([weak] {
+      const auto delivery = weak.lock();
+      if (delivery != nullptr && delivery->isPending) delivery->call();
+    });
   });
 }
 
-void FolderMonitor::stop() { delivery_->state = State::off; }
+void FolderMonitor::Delivery::call() {
+  isPending = state == State::off;
+  if (!isPending && handler) handler();
+}
 
 }  // namespace fexora

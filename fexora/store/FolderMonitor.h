@@ -1,11 +1,7 @@
-// Calls a handler on the main queue whenever something is written into one folder.
-//
-// Our own names in the folder (kOwnPrefix) are not looked at. The handler learns neither what has
-// changed nor whether several changes were merged into one call. A folder that cannot be watched
-// leaves the monitor inert, which the watch says in the log.
-// Main thread only, which is where the handler runs. No call follows the destructor.
+// Watches one folder and calls a handler on the main queue whenever something is written into it.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -14,25 +10,45 @@
 
 namespace fexora {
 
+// The handler learns nothing about the change; several changes may come as one call. Names that
+// begin with kOwnPrefix are ours and count for nothing. A folder that is missing, goes or comes
+// back costs one call when it is there again. Where the machine gives no watch the log says so and
+// the monitor is inert; start() after stop() then tries again.
+// Main thread. The handler may stop or destroy the monitor.
 class FEXORA_API FolderMonitor {
  public:
+  using Handler = std::function<void()>;
   enum class State : std::uint8_t { on, off };
 
-  // Running when the constructor returns.
-  FolderMonitor(const std::string& path, std::function<void()> handler,
-                Platform& platform = Platform::process());
+  // Running when this returns. `platform` outlives the monitor.
+  FolderMonitor(std::string path, Handler handler, Platform& platform = Platform::process());
   FolderMonitor(const FolderMonitor&) = delete;
   FolderMonitor& operator=(const FolderMonitor&) = delete;
+  // No call follows, whatever the state.
   virtual ~FolderMonitor();
 
-  // Resumes the calls; nothing when running. What changed while stopped gives one call, later.
+  // Goes on; changes made while stopped come as one call soon after.
   virtual void start();
-  // No call until the next start; nothing when stopped.
+  // No call is made until start().
   virtual void stop();
 
  private:
-  struct Delivery;
+  // What a call needs, kept while it lasts even when the monitor goes meanwhile.
+  struct Delivery {
+    Handler handler;
+    State state = State::off;
+    bool isPending = false;  // changed while off, or since start() and not yet told
 
+    void call();
+  };
+
+  virtual State state() const { return delivery_->state; }
+  virtual void setState(State state) { delivery_->state = state; }
+  void open();
+  void deliverPending();
+
+  std::string path_;
+  Platform& platform_;
   std::shared_ptr<Delivery> delivery_;
   std::unique_ptr<FolderWatch::Watch> watch_;
 };

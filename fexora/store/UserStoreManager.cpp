@@ -137,7 +137,9 @@ void UserStoreManager::writeFile(const Dictionary& content) {
 // The problem, or nothing when the file is written.
 std::string UserStoreManager::save(const Dictionary& content) {
   const std::string& path = fileURL();
-  if (path.empty()) return "there is no container folder to save into";
+  if (path.empty()) {
+    return loadProblem_.empty() ? "there is no container folder to save into" : loadProblem_;
+  }
   const std::string what = "The store " + path + " was not saved: ";
   const bool wasInaccessible = disk_ == Disk::inaccessible;
   if (!regainAccess()) return what + "the file there cannot be read now, so it is not replaced";

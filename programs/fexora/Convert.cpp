@@ -121,7 +121,7 @@ void convert(const CommandLine& line) {
   if (line.operands.size() < 2) {
     throw usageFailure("expected a currency after the amount, as in: fexora 100 USD EUR");
   }
-  StoreManager& store = openStore();
+  StoreManager& store = openStore(!line.noSave);
   const Conversion conversion = run(line, store, amount);
   if (line.json) {
     printJson(conversion);

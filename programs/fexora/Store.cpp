@@ -28,10 +28,12 @@ std::string ageText(double seconds) {
 
 }  // namespace
 
-StoreManager& openStore() {
+StoreManager& openStore(bool saves) {
   StoreManager& store = storeManager();
   store.setReconcilesAfterSkip(true);
-  if (!store.loadProblem().empty()) printMessage("warning: " + store.loadProblem());
+  // Without a folder the command itself says so, unless it has nothing to write.
+  const bool told = store.fileURL().empty() && saves;
+  if (!store.loadProblem().empty() && !told) printMessage("warning: " + store.loadProblem());
   return store;
 }
 

@@ -10,8 +10,9 @@
 
 namespace fexora::program {
 
-// The process's store, with a warning on standard error when its file could not be read.
-StoreManager& openStore();
+// The process's store, with a warning on standard error when its file could not be read. `saves`:
+// the command ends with requireSaved.
+StoreManager& openStore(bool saves = true);
 
 // Throws a Failure when the last save did not reach the file.
 void requireSaved(StoreManager& store);

@@ -1,4 +1,5 @@
 // The command-line host: converts offline, and shows and changes what the store holds.
+#include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <string>
@@ -13,6 +14,9 @@
 
 namespace fexora::program {
 namespace {
+
+// A file-size limit then fails the write, which is reported, instead of killing the program.
+void ignoreFileSizeSignal() { std::signal(SIGXFSZ, SIG_IGN); }
 
 // Before anything else asks the library, since it reads these at its first use.
 void prepareLibrary(const CommandLine& line) {
@@ -39,6 +43,7 @@ void run(const CommandLine& line) {
 }
 
 int runProgram(const std::vector<std::string>& words) {
+  ignoreFileSizeSignal();
   const bool json = asksForJson(words);
   try {
     const CommandLine line = readCommandLine(words);

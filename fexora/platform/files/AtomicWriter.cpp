@@ -30,7 +30,8 @@ class Replacement {
   Replacement(const Replacement&) = delete;
   Replacement& operator=(const Replacement&) = delete;
   ~Replacement() {
-    if (handle_ >= 0) files_.close(handle_);
+    close(handle_);
+    close(lock_);
   }
 
   ReplaceOutcome run(std::string_view bytes, std::uint32_t mode,
@@ -41,6 +42,9 @@ class Replacement {
     if (const auto error = files_.flush(handle_)) return giveUp(error, "flush");
     const auto status = files_.status(handle_);
     if (!status.ok()) return giveUp(status.error(), "read the status");
+    // Closed under its own name: closed after the rename, the file would wake every watcher of the
+    // folder a second time.
+    if (const auto error = close(handle_)) return giveUp(error, "close");
     if (beforeRename) {
       if (const auto error = beforeRename()) return giveUp(error, "keep aside");
     }
@@ -63,20 +67,32 @@ class Replacement {
       error = claim();
       if (!error) return {};
       files_.remove(temporary_);
-      files_.close(std::exchange(handle_, -1));
+      close(handle_);
+      close(lock_);
     }
     return error;
   }
 
-  // Locks the new temporary; file_exists when somebody who clears dead ones was faster.
+  // Locks the new temporary, through a handle that outlives the one for writing; file_exists when
+  // somebody who clears dead ones was faster.
   std::error_code claim() {
     const auto taken = std::make_error_code(std::errc::file_exists);
-    if (const auto error = retryInterrupted([&] { return files_.lock(handle_); })) {
+    const auto opened = retryInterrupted([&] { return files_.openForReading(temporary_); });
+    if (!opened.ok()) {
+      return opened.error() == std::errc::no_such_file_or_directory ? taken : opened.error();
+    }
+    lock_ = *opened;
+    if (const auto error = retryInterrupted([&] { return files_.lock(lock_); })) {
       return error == std::errc::resource_unavailable_try_again ? taken : error;
     }
-    const auto status = files_.status(handle_);
+    const auto status = files_.status(lock_);
     if (!status.ok()) return status.error();
     return status->links == 0 ? taken : std::error_code();
+  }
+
+  std::error_code close(Files::Handle& handle) {
+    if (handle < 0) return {};
+    return files_.close(std::exchange(handle, -1));
   }
 
   std::error_code write(std::string_view bytes) {
@@ -105,7 +121,8 @@ class Replacement {
   Files& files_;
   const std::string& path_;
   std::string temporary_;
-  Files::Handle handle_ = -1;
+  Files::Handle handle_ = -1;  // for writing
+  Files::Handle lock_ = -1;    // holds the lock until after the rename
 };
 
 void removeIfDead(Files& files, const std::string& path) {

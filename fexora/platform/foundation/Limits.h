@@ -20,6 +20,9 @@ inline constexpr int kInterruptedRetries = 64;
 // How often a temporary name that is taken makes the writer try the next one.
 inline constexpr int kTemporaryNames = 64;
 
+// How often a folder is looked for when nothing tells of its coming.
+inline constexpr double kFolderRetrySeconds = 5.0;
+
 // Typed text. Parsing is quadratic in the digits, so longer text is no number.
 inline constexpr std::size_t kAmountBytes = 4096;
 // Digits after the decimal mark in a number for people; asking for more gives this many. The

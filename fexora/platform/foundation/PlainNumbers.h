@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "fexora/platform/foundation/Export.h"
 #include "fexora/platform/foundation/Text.h"
 
 namespace fexora {
@@ -18,6 +19,6 @@ std::optional<double> parsePlainNumber(std::string_view text,
                                        std::optional<int> maximumFractionDigits);
 
 // See Text::formatNumber.
-std::string formatPlainNumber(double value, const NumberStyle& style);
+FEXORA_API std::string formatPlainNumber(double value, const NumberStyle& style);
 
 }  // namespace fexora

@@ -1,0 +1,99 @@
+"""The main job, offline."""
+
+import json
+import time
+import unittest
+
+from support import ProgramTest, snapshot_rates
+
+
+class Conversion(ProgramTest):
+    def test_every_pair_of_many_codes_is_the_quotient_of_the_snapshot(self):
+        rates = snapshot_rates()
+        extremes = ["BTC", "VEF", "IDR", "1INCH", "USD", "EUR", "JPY", "KWD", "SHIB", "XAU", "IRR"]
+        codes = extremes + [code for code in sorted(rates) if code not in extremes][:60]
+        self.succeed("select", *codes)
+        for source in codes:
+            items = self.json("1", source)["items"]
+            self.assertEqual([item["currency"] for item in items], [c for c in codes if c != source])
+            for item in items:
+                # The dollar's own 1 makes both directions of it plain quotients too.
+                self.assertEqual(item["rate"], rates[item["currency"]] / rates[source], (source, item))
+
+    def test_keys_and_values_of_the_answer(self):
+        answer = self.json("100", "usd", "Eur", "GBP", "eur")
+        self.assertEqual(list(answer), ["amount", "source", "invert", "updated", "age_seconds",
+                                        "origin", "items"])
+        self.assertEqual((answer["amount"], answer["source"], answer["invert"]), (100, "USD", False))
+        self.assertEqual((answer["updated"], answer["origin"]), ("2026-09-29T00:00:00Z", "bundled"))
+        self.assertAlmostEqual(answer["age_seconds"], time.time() - 1790640000, delta=60)
+        self.assertEqual([item["currency"] for item in answer["items"]], ["EUR", "GBP"])
+        rate = snapshot_rates()["EUR"]
+        self.assertEqual(answer["items"][0], {"currency": "EUR", "rate": rate, "amount": 100 * rate})
+        self.assertEqual(self.json("1", "USD", "EUR")["origin"], "store")
+
+    def test_invert_divides(self):
+        rates = snapshot_rates()
+        item = self.json("100", "EUR", "GBP", "--invert")["items"][0]
+        self.assertEqual(item["amount"], 100 / (rates["GBP"] / rates["EUR"]))
+
+    def test_amounts_with_signs_and_both_marks(self):
+        for typed, value in [("-5", -5), ("-.5", -0.5), ("12,5", 12.5), ("12.5", 12.5), ("0", 0)]:
+            self.assertEqual(self.json(typed, "USD", "EUR")["amount"], value)
+
+    def test_the_input_is_recorded_unless_told_not_to(self):
+        self.succeed("--no-save", "5", "USD", "EUR")
+        self.assertEqual(self.content(), {})
+        self.succeed("7", "gbp", "EUR")
+        self.assertEqual(self.content()["UDSourceCurrency"],
+                         {"amount": 7.0, "currency": {"code": "GBP"}})
+
+    def test_people_read_their_own_number_format_and_the_age(self):
+        self.succeed("settings", "fraction", "2")
+        out = self.succeed("1234567.5", "USD", "JPY", "--locale", "de_DE")
+        amount = f"{1234567.5 * snapshot_rates()['JPY']:,.2f}"
+        self.assertIn(amount.translate(str.maketrans(".,", ",.")) + " JPY", out)
+        self.assertRegex(out, r"rates of 2026-09-29, \d+ days old\n\Z")
+        self.succeed("settings", "seporate", "false")
+        self.assertIn(amount.replace(",", "") + " JPY", self.succeed("1234567.5", "USD", "JPY"))
+        # Too small for two digits: shown all the same.
+        small = 1 / snapshot_rates()["IDR"] * snapshot_rates()["BTC"]
+        self.assertIn(f"{small:.2e}"[:1], self.succeed("1", "IDR", "BTC").split("BTC")[0])
+        self.assertNotIn(" 0.00 ", self.succeed("1", "IDR", "BTC"))
+
+
+class Refusals(ProgramTest):
+    def test_wrong_use_and_no_numbers_exit_with_2(self):
+        self.assertIn("amount", self.fail(2))
+        self.assertIn("currency", self.fail(2, "100"))
+        for text in ["abc", "1.2.3", "", "1,234.5", "--", "0x10", "1e", "½"]:
+            words = ["--", text] if text.startswith("--") else [text]
+            self.assertIn(f'"{text}"', self.fail(2, *words, "USD", "EUR"))
+        self.assertIn("--bogus", self.fail(2, "1", "USD", "--bogus"))
+        self.assertIn("--count", self.fail(2, "watch", "--count", "0"))
+        self.assertFalse(self.store.exists(), "nothing is made for a wrong use")
+
+    def test_unknown_currencies_exit_with_1_and_offer_near_ones(self):
+        self.assertRegex(self.fail(1, "1", "UDS"), r'"UDS".*\bUSD\b')
+        self.assertIn('"XXQ"', self.fail(1, "1", "USD", "EUR", "XXQ"))
+        # A currency of the catalogue that no rate came for.
+        self.assertIn("no rate from USD to CLF", self.fail(1, "1", "USD", "EUR", "CLF"))
+        self.assertNotIn("UDSourceCurrency", self.content())
+
+    def test_json_errors_stand_on_standard_output_too(self):
+        code, out, err = self.run_program("abc", "USD", "EUR", "--json")
+        error = json.loads(out)["error"]
+        self.assertEqual((code, list(error)), (2, ["kind", "message"]))
+        self.assertEqual(err, f"fexora: {error['message']}\n")
+        _, out, err = self.run_program("1", "\n" * 2000 + '"', "--json")
+        self.assertEqual(len(err.splitlines()), 1)
+        self.assertIn("message", json.loads(out)["error"])
+
+    def test_help_and_version(self):
+        self.assertIn("AMOUNT SRC", self.succeed("--help"))
+        self.assertIn("NAME", self.succeed("settings", "--help"))
+        self.assertRegex(self.succeed("--version"), r"\Afexora \d+\.\d+\.\d+\n\Z")
+
+
+if __name__ == "__main__":
+    unittest.main()

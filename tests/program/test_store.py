@@ -1,0 +1,112 @@
+"""Settings, selection, status, and containers that cannot be used."""
+
+import os
+import plistlib
+import resource
+import signal
+import subprocess
+import unittest
+
+from support import BIN, ProgramTest
+
+DEFAULTS = {"fraction": 3, "mode": 0, "seporate": True, "namingInWidget": 0,
+            "numberOfCurrenciesInWidget": 10, "todayCurrencies": [], "todayConversionMode": 0,
+            "todayRelativeCurrency": "USD"}
+
+
+class Settings(ProgramTest):
+    def test_each_setting_is_kept_and_shown(self):
+        self.assertEqual(self.json("settings"), DEFAULTS)
+        for name, typed, value in [
+                ("fraction", "5", 5), ("mode", "dark", 1), ("seporate", "0", False),
+                ("namingInWidget", "1", 1), ("numberOfCurrenciesInWidget", "250", 250),
+                ("todayCurrencies", "eur,GBP", ["EUR", "GBP"]), ("todayConversionMode", "rate", 1),
+                ("todayRelativeCurrency", "jpy", "JPY")]:
+            self.assertEqual(self.json("settings", name, typed)[name], value)
+            self.assertEqual(self.json("settings")[name], value)
+        self.assertEqual(self.succeed("settings", "mode"), "1\n")
+        # Another reader sees the types that the file's format has.
+        content = self.content()
+        self.assertIs(content["Seporate"], False)
+        self.assertIs(type(content["Mode"]), int)
+        self.assertEqual(content["TodayCurrencies"], [{"code": "EUR"}, {"code": "GBP"}])
+
+    def test_values_out_of_range_are_refused_and_change_nothing(self):
+        for name, typed in [("fraction", "0"), ("fraction", "two"), ("mode", "2"), ("seporate", "x"),
+                            ("numberOfCurrenciesInWidget", "-1"), ("nope", "1")]:
+            self.assertIn(name, self.fail(2, "settings", name, typed))
+        self.fail(1, "settings", "todayCurrencies", "EUR,nope")
+        self.assertEqual(self.json("settings"), DEFAULTS)
+
+    def test_selection(self):
+        self.assertEqual(self.json("select"), {"currencies": ["USD", "EUR"]})
+        self.assertEqual(self.json("select", "jpy", "GBP", "JPY"), {"currencies": ["JPY", "GBP"]})
+        self.assertEqual(self.content()["UDCurrencies"], [{"code": "JPY"}, {"code": "GBP"}])
+        self.fail(1, "select", "nope")
+        self.assertEqual([item["currency"] for item in self.json("1", "JPY")["items"]], ["GBP"])
+
+    def test_status(self):
+        before = self.json("status")
+        self.assertEqual(before, {"container": str(self.container), "file": str(self.store),
+                                  "catalogue": before["catalogue"], "rates": 0, "currencies": 2,
+                                  "updated": None, "age_seconds": None,
+                                  "url": "http://127.0.0.1:9/rates.json"})
+        self.succeed("1", "USD", "EUR")
+        self.assertEqual(self.json("status")["rates"], 339)
+
+    def test_a_binary_store_of_another_writer_is_read(self):
+        content = {"Fraction": 4, "UDUSDRates": [{"code": "EUR", "rate": 0.1 + 0.2}]}
+        self.store.write_bytes(plistlib.dumps(content, fmt=plistlib.FMT_BINARY))
+        self.assertEqual(self.json("1", "USD", "EUR")["items"][0]["rate"], 0.1 + 0.2)
+        self.assertEqual(self.content()["UDUSDRates"], content["UDUSDRates"])
+
+
+class Unusable(ProgramTest):
+    def convert(self, code, **options):
+        """A conversion prints its result first, and then what went wrong."""
+        got, out, err = self.run_program("100", "USD", "EUR", **options)
+        self.assertEqual(got, code, err)
+        self.assertIn("EUR", out)
+        return err
+
+    def test_a_container_that_is_a_file(self):
+        env = self.environment(FEXORA_CONTAINER=str(self.container / "file"))
+        (self.container / "file").write_text("mine")
+        self.assertIn("file", self.convert(4, env=env))
+        self.assertIn("file", self.fail(4, "settings", "fraction", "5", env=env))
+        self.assertEqual((self.container / "file").read_text(), "mine")
+
+    def test_a_container_that_nobody_can_make(self):
+        self.assertIn("/proc/fexora", self.convert(4, env=self.environment(FEXORA_CONTAINER="/proc/fexora")))
+
+    def test_a_full_disk_keeps_the_old_file(self):
+        self.succeed("settings", "fraction", "5")
+        before = self.store.read_bytes()
+
+        def limit():
+            # A limit on a file's size makes a real short write, and then a failing one.
+            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+            resource.setrlimit(resource.RLIMIT_FSIZE, (4096, 4096))
+
+        self.assertIn("Store.plist", self.convert(4, preexec_fn=limit))
+        self.assertEqual(self.store.read_bytes(), before)
+        self.assertEqual(os.listdir(self.container), ["Store.plist"])
+
+    def test_a_store_that_cannot_be_read_is_kept_aside(self):
+        self.store.write_text("nonsense")
+        self.assertIn("warning", self.convert(0))
+        names = sorted(os.listdir(self.container))
+        self.assertEqual(len(names), 2)
+        self.assertEqual((self.container / names[0]).read_text(), "nonsense")
+        self.assertIn("UDUSDRates", self.content())
+
+    def test_standard_output_that_is_full(self):
+        with open("/dev/full", "w", encoding="utf-8") as full:
+            done = subprocess.run([BIN / "fexora", "1", "USD", "EUR"], stdout=full,
+                                  stderr=subprocess.PIPE, env=self.environment(), text=True, check=False)
+        self.assertEqual(done.returncode, 4)
+        self.assertIn("standard output", done.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()
