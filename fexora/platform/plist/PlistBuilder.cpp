@@ -3,6 +3,7 @@
 #include <charconv>
 #include <iterator>
 #include <optional>
+#include <span>
 #include <system_error>
 
 #include "fexora/platform/foundation/Limits.h"
@@ -165,7 +166,9 @@ bool PlistBuilder::endContainer() {
   if (frame.tag == Tag::array) return add(cutOff(items_, frame.first));
   if (frame.tag == Tag::dict) {
     if (frame.keyPending) return refuse("a key without a value");
-    return add(Dictionary::fromEntries(cutOff(entries_, frame.first)));
+    auto dictionary = Dictionary::fromEntries(std::span(entries_).subspan(frame.first));
+    entries_.resize(frame.first);
+    return add(std::move(dictionary));
   }
   if (items_.empty()) return refuse("no root value");
   root_ = std::move(items_.front());
