@@ -56,7 +56,8 @@ TEST(LaidOutPlist, WhatTheWriterWrites_IsReadTheFastWay) {
 }
 
 TEST(LaidOutPlist, RandomAndDamagedFiles_AgreeWithTheParser) {
-  constexpr std::string_view kBytes("<>/&\n\t\r k]!-x0.\x80\xC3\xEF\xBF\xBE\xED\xF4\0\x01\x7F", 28);
+  using namespace std::string_view_literals;
+  constexpr std::string_view kBytes = "<>/&\n\t\r k]!-x0.\x80\xC3\xEF\xBF\xBE\xED\xF4\0\x01\x7F"sv;
   for (std::uint64_t seed = 0; seed < 40; ++seed) {
     RandomValues random(seed);
     const std::string whole = writePropertyList(random.dictionary(12, 3)).bytes;
