@@ -63,7 +63,8 @@ std::vector<std::string> catalogueCodes(Platform& platform) {
 std::atomic<bool> CurrencyManager::codesChanged = false;
 
 void Currency::setCode(std::string code) {
-  if (place_ != kNoPlace && code != code_) CurrencyManager::codesChanged.store(true, std::memory_order_relaxed);
+  if (place_ != kNoPlace && code != code_)
+    CurrencyManager::codesChanged.store(true, std::memory_order_relaxed);
   code_ = std::move(code);
 }
 
@@ -107,8 +108,8 @@ std::uint32_t CurrencyManager::placeOfCode(std::string_view code) const {
 std::uint32_t CurrencyManager::placeOf(const Currency& currency) const {
   const std::uint32_t place = currency.place_;
   // A record of this catalogue is usually the first with its code: then nothing is looked up.
-  if (!codesChanged.load(std::memory_order_relaxed) && place < _currencies.size() && _currencies[place].get() == &currency &&
-      places_.size() == _currencies.size()) {
+  if (!codesChanged.load(std::memory_order_relaxed) && place < _currencies.size() &&
+      _currencies[place].get() == &currency && places_.size() == _currencies.size()) {
     return place;
   }
   return placeOfCode(currency.code());

@@ -106,7 +106,8 @@ class Replacement {
   }
 
   std::error_code flushFolder() {
-    const auto folder = retryInterrupted([&] { return files_.openFolder(folderOf(path_).append("/.")); });
+    const auto folder =
+        retryInterrupted([&] { return files_.openFolder(folderOf(path_).append("/.")); });
     if (!folder.ok()) return folder.error();
     const auto error = files_.flush(*folder);
     files_.close(*folder);
