@@ -16,7 +16,9 @@ namespace fexora::program {
 namespace {
 
 // A file-size limit then fails the write, which is reported, instead of killing the program.
-void ignoreFileSizeSignal() { std::signal(SIGXFSZ, SIG_IGN); }
+void ignoreFileSizeSignal() {
+  std::signal(SIGXFSZ, SIG_IGN);
+}
 
 // Before anything else asks the library, since it reads these at its first use.
 void prepareLibrary(const CommandLine& line) {

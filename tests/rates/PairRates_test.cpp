@@ -1,10 +1,10 @@
 #include "fexora/rates/PairRates.h"
 
-#include <gtest/gtest.h>
-
 #include <bit>
 #include <limits>
 #include <random>
+
+#include <gtest/gtest.h>
 
 #include "tests/rates/ReferencePairs.h"
 #include "tests/support/VirtualPlatform.h"
@@ -13,16 +13,6 @@ namespace fexora {
 namespace {
 
 using test::referencePairs;
-
-std::vector<KnownRate> known(const CurrencyManager& catalogue,
-                             const std::vector<USDRateRef>& rates) {
-  std::vector<KnownRate> list;
-  for (const auto& rate : rates) {
-    const auto place = catalogue.placeOfCode(rate->code());
-    if (place != CurrencyManager::kNoPlace) list.push_back({place, rate->rate()});
-  }
-  return list;
-}
 
 std::uint64_t bits(NSNumber number) {
   const double value = number.doubleValue();
@@ -39,7 +29,7 @@ void expectSame(const Rate& a, const Rate& b) {
 void expectLikeReference(const CurrencyManager& catalogue, const std::vector<USDRateRef>& usdRates,
                          const std::vector<CurrencyRef>& selection) {
   const auto reference = referencePairs(catalogue, usdRates, selection);
-  const PairRates pairs(catalogue, known(catalogue, usdRates), selection);
+  const PairRates pairs(catalogue, knownRates(catalogue, usdRates), selection);
   ASSERT_EQ(pairs.size(), reference.size());
   std::size_t index = 0;
   for (const Rate& pair : pairs) expectSame(pair, reference[index++]);
@@ -72,11 +62,11 @@ TEST(PairRates, WorkedExample_SixPairsInOrder) {
                                          USDRate::make(110, "JPY")};
   const std::vector<CurrencyRef> selection = {Currency::make("EUR"), Currency::make("GBP"),
                                               Currency::make("USD"), nullptr};
-  const PairRates pairs(catalogue, known(catalogue, rates), selection);
+  const PairRates pairs(catalogue, knownRates(catalogue, rates), selection);
   std::vector<std::string> texts;
   for (const Rate& pair : pairs) texts.push_back(pair.src()->code() + pair.dst()->code());
-  EXPECT_EQ(texts, (std::vector<std::string>{"USDEUR", "EURUSD", "EURGBP", "USDGBP", "GBPUSD",
-                                             "GBPEUR"}));
+  EXPECT_EQ(texts,
+            (std::vector<std::string>{"USDEUR", "EURUSD", "EURGBP", "USDGBP", "GBPUSD", "GBPEUR"}));
   EXPECT_EQ(pairs[5].rate().doubleValue(), 0.9 / 0.8);
   EXPECT_FALSE(pairs.find(*Currency::make("EUR"), *Currency::make("EUR")));
   EXPECT_FALSE(pairs.find(*Currency::make("EUR"), *Currency::make("JPY")));
@@ -96,9 +86,8 @@ TEST(PairRates, RandomLists_AgreeWithThePlainLoop) {
   const CurrencyManager catalogue(desktop.platform);
   ASSERT_EQ(catalogue.currencies().size(), codes.size());
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  const std::vector<NSNumber> numbers = {0.9,  0.0,       -0.0,
-                                         1,    kInfinity, std::numeric_limits<double>::quiet_NaN(),
-                                         1e-9, 1e300,     true};
+  const std::vector<NSNumber> numbers = {
+      0.9, 0.0, -0.0, 1, kInfinity, std::numeric_limits<double>::quiet_NaN(), 1e-9, 1e300, true};
   std::mt19937 random(20261124);  // NOLINT(cert-msc51-cpp): the same run every time
   for (int round = 0; round < 400; ++round) {
     std::vector<USDRateRef> rates;

@@ -1,12 +1,13 @@
 // Loading, converting and looking up, on a virtual clock and a scripted network.
 #include "fexora/rates/RateManager.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <thread>
 
+#include <gtest/gtest.h>
+
 #include "fexora/fexora.h"
+
 #include "tests/support/VirtualPlatform.h"
 
 namespace fexora {
@@ -19,7 +20,9 @@ Value answer(const Array& rates) {
   return Dictionary{{"serviceMessage", "hello"}, {"rates", rates}};
 }
 
-Dictionary rate(const char* code, Value value) { return {{"code", code}, {"rate", value}}; }
+Dictionary rate(const char* code, Value value) {
+  return {{"code", code}, {"rate", value}};
+}
 
 ResponseError refused() {
   return {ResponseError::Kind::noConnection, kTrelbyRatesURL, "refused", 0};
@@ -50,8 +53,7 @@ TEST_F(Loading, EmptyStore_OneRequestThenTheService) {
   EXPECT_EQ(desktop.transport.requests[0].address, kTrelbyRatesURL);
   EXPECT_EQ(rates.lastUpdate()->secondsSince1970(), desktop.loop.wallSeconds());
   EXPECT_EQ(desktop.log.count("Time difference"), 0);
-  desktop.transport.answer(
-      answer({rate("EUR", 0.9), rate("no such code", 5), rate("GBP", "0.8")}));
+  desktop.transport.answer(answer({rate("EUR", 0.9), rate("no such code", 5), rate("GBP", "0.8")}));
   EXPECT_EQ(told, Told{"service"});
   EXPECT_EQ(rates.serviceMessage(), "hello");
   EXPECT_EQ(store.loadUSDRates()->size(), 2U);

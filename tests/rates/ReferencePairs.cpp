@@ -10,10 +10,10 @@ std::vector<Rate> referencePairs(const CurrencyManager& catalogue,
   std::vector<USDRateRef> used;
   for (const auto& rate : usdRates) {
     const auto currency = catalogue.currencyForCode(rate->code());
-    const bool chosen =
-        currency != nullptr &&
-        std::any_of(selection.begin(), selection.end(),
-                    [&](const auto& one) { return one != nullptr && *one == *currency; });
+    const bool chosen = currency != nullptr &&
+                        std::any_of(selection.begin(), selection.end(), [&](const auto& one) {
+                          return one != nullptr && *one == *currency;
+                        });
     if (chosen) used.push_back(rate);
   }
   std::vector<Rate> pairs;

@@ -1,9 +1,9 @@
 // Equality, JSON forms and printed forms of the records.
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
 #include <unordered_set>
+
+#include <gtest/gtest.h>
 
 #include "fexora/fexora.h"
 

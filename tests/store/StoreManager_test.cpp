@@ -6,6 +6,7 @@
 #include "fexora/fexora.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
+
 #include "tests/support/VirtualPlatform.h"
 
 namespace fexora {

@@ -1,14 +1,15 @@
 // The shared file's protocol on a virtual clock: real files, a folder watch in the test's hand.
+#include <filesystem>
+
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <filesystem>
 
 #include "fexora/fexora.h"
 #include "fexora/platform/foundation/Limits.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
+
 #include "tests/support/VirtualPlatform.h"
 
 namespace fexora {
@@ -60,8 +61,8 @@ TEST_F(UserStore, ChangeOutsideTheSkipPeriod_ReplacesAllAndThenNotifies) {
   store.setUd(Dictionary{{"unsaved", 1}});
   desktop.loop.advance(1.0);
   std::int64_t seen = 0;
-  const auto observer = desktop.notifications.addObserver(
-      fileWatcherUpdate, [&] { seen = store.fraction(); });
+  const auto observer =
+      desktop.notifications.addObserver(fileWatcherUpdate, [&] { seen = store.fraction(); });
   otherProcessWrites(Dictionary{{"Fraction", 7}});
   desktop.watch.change();
   EXPECT_EQ(store.ud(), (Dictionary{{"Fraction", 7}}));
