@@ -1,0 +1,71 @@
+#include "programs/fexora-publish/Options.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <CLI/CLI.hpp>
+
+#include "programs/fexora-publish/Refusal.h"
+
+namespace fexora::publish {
+namespace {
+
+constexpr const char* kPurpose =
+    "Makes the rates service's answer, rates.json, from one or more sources: a euro reference XML, "
+    "a dollar JSON or a CSV of \"code,rate\" in units that one dollar buys. Later sources fill "
+    "what earlier ones lack. Whatever is wrong with a source, nothing is written.";
+
+void addOptions(CLI::App& app, Options& options, bool& version) {
+  app.add_option("SOURCE", options.sources, "A file, or - for standard input")->type_name("");
+  app.add_option("--output", options.output, "File to replace; standard output without it")
+      ->type_name("FILE");
+  app.add_option("--max-age", options.maxAge, "Refuse a source older than so many days")
+      ->type_name("DAYS");
+  app.add_option("--min-count", options.minCount, "Refuse fewer codes (1)")->type_name("N");
+  app.add_option("--max-jump", options.maxJump, "Refuse a larger change to the published file")
+      ->type_name("PERCENT");
+  app.add_flag("--force", options.force, "Publish whatever the change");
+  app.add_flag("--version", version, "Print the version");
+}
+
+bool isBound(const std::optional<double>& value) {
+  return !value || (std::isfinite(*value) && *value >= 0);
+}
+
+void check(const Options& options) {
+  if (options.sources.empty()) throw refusal("no source is named; see --help");
+  if (std::count(options.sources.begin(), options.sources.end(), "-") > 1) {
+    throw refusal("standard input can be read once only");
+  }
+  if (!isBound(options.maxAge)) throw refusal("--max-age takes a number of days from 0");
+  if (!isBound(options.maxJump)) throw refusal("--max-jump takes a percentage from 0");
+  if (options.maxJump && options.output.empty()) {
+    throw refusal("--max-jump compares with the file of --output, which is missing");
+  }
+}
+
+}  // namespace
+
+Options readOptions(int count, char** words) {
+  Options options;
+  CLI::App app(kPurpose, "fexora-publish");
+  app.set_help_flag("--help", "Print this help");
+  bool version = false;
+  addOptions(app, options, version);
+  try {
+    app.parse(count, words);
+  } catch (const CLI::CallForHelp&) {
+    options.answer = app.help();
+    return options;
+  } catch (const CLI::ParseError& error) {
+    throw refusal(error.what());
+  }
+  if (version) {
+    options.answer = "fexora-publish " FEXORA_VERSION "\n";
+  } else {
+    check(options);
+  }
+  return options;
+}
+
+}  // namespace fexora::publish

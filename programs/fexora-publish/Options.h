@@ -1,0 +1,25 @@
+// What the command line asks for.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fexora::publish {
+
+struct Options {
+  std::vector<std::string> sources;  // files, or "-" for standard input
+  std::string output;                // empty: standard output
+  std::optional<double> maxAge;      // days
+  std::size_t minCount = 1;          // codes
+  std::optional<double> maxJump;     // percent
+  bool force = false;                // publishes whatever the jump
+
+  // Set when the line asked for a text instead of work: the help or the version.
+  std::optional<std::string> answer;
+};
+
+// Throws a Refusal when the words do not fit.
+Options readOptions(int count, char** words);
+
+}  // namespace fexora::publish

@@ -1,0 +1,38 @@
+// The rates to publish, put together from the sources and held against the published ones.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "programs/fexora-publish/Options.h"
+#include "programs/fexora-publish/Source.h"
+
+namespace fexora::publish {
+
+struct PublishedRate {
+  double rate = 0;
+  std::string from;  // the source and its line, for messages
+};
+
+using PublishedRates = std::map<std::string, PublishedRate>;
+
+// Refuses a source older than --max-age on the day `today`.
+void checkAge(const Options& options, const Source& source, Date today);
+
+// Earlier sources win.
+PublishedRates merge(const std::vector<Source>& sources);
+
+// Refuses fewer codes than --min-count, and none at all.
+void checkCount(const Options& options, const PublishedRates& rates);
+
+// Refuses a change of more than --max-jump against `published`, the text of the published file.
+void checkJump(const Options& options, const PublishedRates& rates, const std::string& published);
+
+// The rates service's answer. The same rates from the same sources give the same bytes: "updated"
+// is the day of the first source, in seconds since 1970, and the rates stand in the order of their
+// codes.
+std::string answerText(const std::vector<Source>& sources, const PublishedRates& rates);
+
+}  // namespace fexora::publish

@@ -1,0 +1,111 @@
+// Makes the rates service's answer from sources of rates. See docs/operating.md.
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <exception>
+#include <new>
+
+#include "fexora/platform/files/AtomicWriter.h"
+#include "fexora/platform/files/ReadFile.h"
+#include "fexora/platform/foundation/Limits.h"
+
+#include "programs/fexora-publish/Options.h"
+#include "programs/fexora-publish/Publication.h"
+#include "programs/fexora-publish/Refusal.h"
+#include "programs/fexora-publish/Source.h"
+
+namespace fexora::publish {
+namespace {
+
+constexpr std::uint32_t kReadableByAll = 0644;
+
+void write(std::FILE* stream, const std::string& text) {
+  if (std::fwrite(text.data(), 1, text.size(), stream) == text.size() && std::fflush(stream) == 0) {
+    return;
+  }
+  throw Refusal{Exit::notWritten,
+                std::string("standard output does not take the result: ") + std::strerror(errno)};
+}
+
+// The published file, or nothing when there is none.
+std::optional<WholeFile> readPublished(const std::string& path) {
+  auto whole = readWholeFile(Files::process(), path, limits::kAnswerBytes);
+  if (whole.ok()) return std::move(*whole);
+  if (whole.error() == std::errc::no_such_file_or_directory) return std::nullopt;
+  throw Refusal{Exit::notWritten,
+                path + ": what stands there cannot be replaced: " + whole.error().message()};
+}
+
+void replace(const Options& options, const std::string& text,
+             const std::optional<WholeFile>& published) {
+  // An unchanged file keeps its time, and so the answers that clients hold stay valid.
+  if (published && published->bytes == text) return;
+  Files& files = Files::process();
+  removeDeadTemporaries(files, folderOf(options.output));
+  const auto mode = published ? published->status.mode : kReadableByAll;
+  const auto outcome = replaceFile(files, options.output, text, mode);
+  if (!outcome.error) return;
+  throw Refusal{Exit::notWritten, options.output + ": not written, since it failed to " +
+                                      outcome.step + ": " + outcome.error.message()};
+}
+
+// The day that has begun in UTC.
+Date today() {
+  constexpr std::time_t kDay = 86400;
+  return Date(static_cast<double>(std::time(nullptr) / kDay * kDay));
+}
+
+void publish(const Options& options) {
+  std::vector<Source> sources;
+  for (const std::string& operand : options.sources) {
+    sources.push_back(readSource(operand, today()));
+    checkAge(options, sources.back(), today());
+  }
+  const PublishedRates rates = merge(sources);
+  checkCount(options, rates);
+  const std::string text = answerText(sources, rates);
+  if (options.output.empty()) return write(stdout, text);
+  const auto published = readPublished(options.output);
+  if (published && options.maxJump && !options.force) {
+    checkJump(options, rates, published->bytes);
+  }
+  replace(options, text, published);
+}
+
+int fail(Exit exit, std::string message) {
+  constexpr std::size_t kMessageBytes = 500;
+  for (char& c : message) {
+    if (static_cast<unsigned char>(c) < ' ') c = ' ';
+  }
+  message.resize(std::min(message.size(), kMessageBytes));
+  std::fprintf(stderr, "fexora-publish: %s\n", message.c_str());
+  return static_cast<int>(exit);
+}
+
+int run(int count, char** words) {
+  // Both then fail the write, which is reported.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+  try {
+    const Options options = readOptions(count, words);
+    if (options.answer) {
+      write(stdout, *options.answer);
+    } else {
+      publish(options);
+    }
+    return static_cast<int>(Exit::done);
+  } catch (const Refusal& refusal) {
+    return fail(refusal.exit, refusal.message);
+  } catch (const std::exception& error) {
+    return fail(Exit::notWritten, error.what());
+  }
+}
+
+}  // namespace
+}  // namespace fexora::publish
+
+int main(int count, char** words) {
+  return fexora::publish::run(count, words);
+}
