@@ -63,7 +63,7 @@ std::vector<std::string> catalogueCodes(Platform& platform) {
 std::atomic<bool> CurrencyManager::codesChanged = false;
 
 void Currency::setCode(std::string code) {
-  if (place_ != kNoPlace && code != code_) CurrencyManager::codesChanged = true;
+  if (place_ != kNoPlace && code != code_) CurrencyManager::codesChanged.store(true, std::memory_order_relaxed);
   code_ = std::move(code);
 }
 
@@ -82,8 +82,10 @@ void CurrencyManager::loadCurrencies(Lifetime lifetime) {
   auto codes = catalogueCodes(platform_);
   std::vector<CurrencyRef> currencies;
   currencies.reserve(codes.size());
-  // Records that live for ever stand in one block, and their references count nothing.
-  Currency* block = lifetime == Lifetime::endless ? new Currency[codes.size()] : nullptr;
+  // Records that live for ever stand in one block that nobody deletes, and their references count
+  // nothing.
+  Currency* block = nullptr;
+  if (lifetime == Lifetime::endless) block = std::make_unique<Currency[]>(codes.size()).release();
   for (std::string& code : codes) {
     const auto place = static_cast<std::uint32_t>(currencies.size());
     auto currency = block != nullptr ? CurrencyRef(std::shared_ptr<void>(), block + place)
@@ -97,7 +99,7 @@ void CurrencyManager::loadCurrencies(Lifetime lifetime) {
 }
 
 std::uint32_t CurrencyManager::placeOfCode(std::string_view code) const {
-  if (codesChanged) return walk(code);
+  if (codesChanged.load(std::memory_order_relaxed)) return walk(code);
   const auto at = places_.find(canonicalCode(*platform_.text, code));
   return at != places_.end() ? at->second : kNoPlace;
 }
@@ -105,7 +107,7 @@ std::uint32_t CurrencyManager::placeOfCode(std::string_view code) const {
 std::uint32_t CurrencyManager::placeOf(const Currency& currency) const {
   const std::uint32_t place = currency.place_;
   // A record of this catalogue is usually the first with its code: then nothing is looked up.
-  if (!codesChanged && place < _currencies.size() && _currencies[place].get() == &currency &&
+  if (!codesChanged.load(std::memory_order_relaxed) && place < _currencies.size() && _currencies[place].get() == &currency &&
       places_.size() == _currencies.size()) {
     return place;
   }

@@ -21,16 +21,11 @@
 #include <vector>
 
 #include "fexora/catalogue/CurrencyManager.h"
+#include "fexora/rates/KnownRates.h"
 #include "fexora/records/Converted.h"
 #include "fexora/records/Rate.h"
 
 namespace fexora {
-
-// A USD rate whose code the catalogue knows: where its currency stands there, and the rate.
-struct KnownRate {
-  std::uint32_t place;
-  NSNumber rate;
-};
 
 class FEXORA_API PairRates {
  public:

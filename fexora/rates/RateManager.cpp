@@ -43,13 +43,8 @@ std::vector<USDRateRef> RateManager::filterRatesForLocalCurrencies(
   return filtered;
 }
 
-void RateManager::takeUSDRates(const std::vector<USDRateRef>& filtered) {
-  std::vector<KnownRate> known;
-  known.reserve(filtered.size());
-  for (const USDRateRef& rate : filtered) {
-    known.push_back({catalogue().placeOfCode(rate->code()), rate->rate()});
-  }
-  USDRates_ = std::move(known);
+void RateManager::takeUSDRates(const std::vector<USDRateRef>& list) {
+  USDRates_ = knownRates(catalogue(), list);
   ratesForCurrenciesBasedOnUSDRates();
 }
 
@@ -66,7 +61,7 @@ void RateManager::loadRates(std::optional<std::vector<CurrencyRef>> forCurrencie
     return;
   }
   if (const auto stored = store().loadUSDRates()) {
-    takeUSDRates(filterRatesForLocalCurrencies(*stored));
+    takeUSDRates(*stored);
     if (complete) complete(true, nullptr);
   }
   if (mayRequest()) request(sync, std::move(complete));

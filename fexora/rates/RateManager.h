@@ -84,7 +84,7 @@ class FEXORA_API RateManager : public NSObject {
 
  private:
   std::vector<USDRateRef> filterRatesForLocalCurrencies(const std::vector<USDRateRef>& list) const;
-  void takeUSDRates(const std::vector<USDRateRef>& filtered);
+  void takeUSDRates(const std::vector<USDRateRef>& list);
   void ratesForCurrenciesBasedOnUSDRates();
   bool mayRequest() const;
   void request(bool sync, Completion complete);

@@ -9,7 +9,9 @@ namespace fexora {
 FolderMonitor::FolderMonitor(std::string path, Handler handler, Platform& platform)
     : path_(std::move(path)), platform_(platform), delivery_(std::make_shared<Delivery>()) {
   delivery_->handler = std::move(handler);
-  FolderMonitor::start();
+  // Not start(): no subclass's operation may run before the subclass is there.
+  delivery_->state = State::on;
+  open();
 }
 
 FolderMonitor::~FolderMonitor() = default;

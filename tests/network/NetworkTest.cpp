@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <iostream>
 #include <utility>
 
 namespace fexora::test {
@@ -63,6 +64,10 @@ NetworkTest::NetworkTest() {
   options.container = "/container";
 }
 
+NetworkTest::~NetworkTest() {
+  std::cout << "longest stall of the loop: " << longestStall_ * 1000 << " ms\n";
+}
+
 CurlTransport& NetworkTest::transport() {
   if (transport_ == nullptr) {
     transport_ = CurlTransport::make(RunLoop::process(), log, Files::process(), options);
@@ -75,15 +80,16 @@ Outcome NetworkTest::ask(const std::string& address) {
   RunLoop& loop = RunLoop::process();
   {
     const Ticker ticker(loop, outcome);
-    transport().get(address, [&outcome](std::optional<Value> root,
-                                        std::optional<ResponseError> error) {
-      ++outcome.completions;
-      outcome.root = std::move(root);
-      outcome.error = std::move(error);
-    });
+    transport().get(address,
+                    [&outcome](std::optional<Value> root, std::optional<ResponseError> error) {
+                      ++outcome.completions;
+                      outcome.root = std::move(root);
+                      outcome.error = std::move(error);
+                    });
     EXPECT_EQ(outcome.completions, 0) << "called before the request returned";
     loop.runUntil([&] { return outcome.completions > 0; });
   }
+  longestStall_ = std::max(longestStall_, outcome.longestStall);
   // A second call would be in the queue before this.
   bool later = false;
   loop.post([&] { later = true; });
@@ -109,6 +115,8 @@ PeakMemory::PeakMemory() {
   before_ = statusKilobytes("VmHWM:");
 }
 
-std::size_t PeakMemory::growth() const { return (statusKilobytes("VmHWM:") - before_) * 1024; }
+std::size_t PeakMemory::growth() const {
+  return (statusKilobytes("VmHWM:") - before_) * 1024;
+}
 
 }  // namespace fexora::test

@@ -2,14 +2,15 @@
 // at a time, while a timer ticks to show whether the loop ever stood still.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "fexora/platform/modules/net/CurlTransport.h"
+
 #include "tests/support/FaultServer.h"
 #include "tests/support/ScratchFolder.h"
 
@@ -30,13 +31,14 @@ struct Outcome {
   int completions = 0;
   std::optional<Value> root;
   std::optional<ResponseError> error;
-  int ticks = 0;             // of a timer of one millisecond, while the request ran
-  double longestStall = 0;   // seconds by which a tick came late, at most
+  int ticks = 0;            // of a timer of one millisecond, while the request ran
+  double longestStall = 0;  // seconds by which a tick came late, at most
 };
 
 class NetworkTest : public testing::Test {
  protected:
   NetworkTest();
+  ~NetworkTest() override;
 
   // Made at first use, from `options` as it is then.
   CurlTransport& transport();
@@ -53,7 +55,11 @@ class NetworkTest : public testing::Test {
 
  private:
   std::unique_ptr<CurlTransport> transport_;
+  double longestStall_ = 0;
 };
+
+// What one answer may cost in memory, whatever it holds. Sanitizers keep freed memory for a while.
+inline constexpr std::size_t kMemoryBound = std::size_t{FEXORA_TEST_SANITIZED ? 768 : 192} << 20;
 
 // The most memory that the process has held since the start of the measurement, beyond what it held
 // then, in bytes.

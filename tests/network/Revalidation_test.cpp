@@ -1,8 +1,8 @@
 // An answer that stands unchanged is not sent again, and counts as having come again.
-#include <sys/stat.h>
-
 #include <filesystem>
 #include <string>
+
+#include <sys/stat.h>
 
 #include "tests/network/NetworkTest.h"
 
@@ -76,8 +76,8 @@ TEST_F(Revalidation, NewAnswer_TakesThePlaceOfTheKept) {
 
 TEST_F(Revalidation, Gzip_IsKeptInflated) {
   keep(R"({"a": 1})", kTag);
-  server.reply("/rates.json", answer(gzip(R"({"a": 2})"),
-                                     "Content-Encoding: gzip\r\nETag: W/\"packed\"\r\n"));
+  server.reply("/rates.json",
+               answer(gzip(R"({"a": 2})"), "Content-Encoding: gzip\r\nETag: W/\"packed\"\r\n"));
   EXPECT_TRUE(ask(address_).root.has_value());
   endTransport();
   EXPECT_EQ(*askServer(kUnchanged).root, Value(Dictionary{{"a", 2}}));

@@ -14,16 +14,6 @@ namespace {
 
 using test::referencePairs;
 
-std::vector<KnownRate> known(const CurrencyManager& catalogue,
-                             const std::vector<USDRateRef>& rates) {
-  std::vector<KnownRate> list;
-  for (const auto& rate : rates) {
-    const auto place = catalogue.placeOfCode(rate->code());
-    if (place != CurrencyManager::kNoPlace) list.push_back({place, rate->rate()});
-  }
-  return list;
-}
-
 std::uint64_t bits(NSNumber number) {
   const double value = number.doubleValue();
   return value != value ? 1 : std::bit_cast<std::uint64_t>(value);
@@ -39,7 +29,7 @@ void expectSame(const Rate& a, const Rate& b) {
 void expectLikeReference(const CurrencyManager& catalogue, const std::vector<USDRateRef>& usdRates,
                          const std::vector<CurrencyRef>& selection) {
   const auto reference = referencePairs(catalogue, usdRates, selection);
-  const PairRates pairs(catalogue, known(catalogue, usdRates), selection);
+  const PairRates pairs(catalogue, knownRates(catalogue, usdRates), selection);
   ASSERT_EQ(pairs.size(), reference.size());
   std::size_t index = 0;
   for (const Rate& pair : pairs) expectSame(pair, reference[index++]);
@@ -72,7 +62,7 @@ TEST(PairRates, WorkedExample_SixPairsInOrder) {
                                          USDRate::make(110, "JPY")};
   const std::vector<CurrencyRef> selection = {Currency::make("EUR"), Currency::make("GBP"),
                                               Currency::make("USD"), nullptr};
-  const PairRates pairs(catalogue, known(catalogue, rates), selection);
+  const PairRates pairs(catalogue, knownRates(catalogue, rates), selection);
   std::vector<std::string> texts;
   for (const Rate& pair : pairs) texts.push_back(pair.src()->code() + pair.dst()->code());
   EXPECT_EQ(texts, (std::vector<std::string>{"USDEUR", "EURUSD", "EURGBP", "USDGBP", "GBPUSD",

@@ -1,5 +1,8 @@
 #include "tests/support/FaultServer.h"
 
+#include <array>
+#include <utility>
+
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
@@ -8,9 +11,6 @@
 #include <sys/socket.h>
 #include <unistd.h>
 #include <zlib.h>
-
-#include <array>
-#include <utility>
 
 namespace fexora::test {
 namespace {
@@ -61,8 +61,7 @@ bool FaultServer::Connection::readHead() {
 bool FaultServer::Connection::send(std::string_view bytes) {
   while (!bytes.empty()) {
     if (!wait(POLLOUT, -1)) return false;
-    const ssize_t count =
-        ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+    const ssize_t count = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
     if (count <= 0) return false;
     bytes.remove_prefix(static_cast<std::size_t>(count));
   }
@@ -160,6 +159,8 @@ std::string gzip(std::string_view bytes) {
 }
 
 RefusingPort::RefusingPort() : socket_(loopbackSocket(port_)) {}
-RefusingPort::~RefusingPort() { ::close(socket_); }
+RefusingPort::~RefusingPort() {
+  ::close(socket_);
+}
 
 }  // namespace fexora::test

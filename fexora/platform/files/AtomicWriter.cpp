@@ -106,7 +106,7 @@ class Replacement {
   }
 
   std::error_code flushFolder() {
-    const auto folder = retryInterrupted([&] { return files_.openFolder(folderOf(path_) + "/."); });
+    const auto folder = retryInterrupted([&] { return files_.openFolder(folderOf(path_).append("/.")); });
     if (!folder.ok()) return folder.error();
     const auto error = files_.flush(*folder);
     files_.close(*folder);
@@ -152,7 +152,9 @@ void removeDeadTemporaries(Files& files, const std::string& folder) {
   const auto names = files.list(folder);
   if (!names.ok()) return;
   for (const std::string& name : *names) {
-    if (name.starts_with(kTemporaryPrefix)) removeIfDead(files, folder + "/" + name);
+    if (name.starts_with(kTemporaryPrefix)) {
+      removeIfDead(files, std::string(folder).append("/").append(name));
+    }
   }
 }
 

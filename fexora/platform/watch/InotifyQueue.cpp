@@ -12,7 +12,7 @@ namespace fexora {
 namespace {
 
 // Room for hundreds of events; one needs at most 16 bytes and a name of 256.
-constexpr std::size_t kBufferBytes = 16 * 1024;
+constexpr std::size_t kBufferBytes = std::size_t{16} << 10;
 constexpr int kReads = 512;
 
 void handOver(const char* bytes, std::size_t size,

@@ -1,0 +1,119 @@
+// Deriving, looking up and converting, against the least work that the same answer takes.
+#include <unordered_map>
+
+#include "fexora/rates/PairRates.h"
+
+#include "bench/core/Bench.h"
+#include "bench/support/Race.h"
+
+namespace fexora::bench {
+namespace {
+
+constexpr int kBatch = 200;
+
+void raceDerivation(const World& world) {
+  const std::size_t n = world.codes.size();
+  std::vector<std::string_view> codes(world.codes.begin(), world.codes.end());
+  const auto& catalogue = currencyManager();
+  Race race("derivation after rates arrive, n = " + std::to_string(n));
+  race.add("n codes put in an index, n doubles copied", [&, n] {
+    std::unordered_map<std::string_view, std::uint32_t> index;
+    index.reserve(n);
+    for (std::uint32_t i = 0; i < n; ++i) index.emplace(codes[i], i);
+    const std::vector<double> copy(world.values);
+    return static_cast<double>(index.size()) + copy.back();
+  });
+  race.add("known rates and pair rates", [&] {
+    const PairRates pairs(catalogue, knownRates(catalogue, world.records), catalogue.currencies());
+    return static_cast<double>(pairs.size());
+  });
+  if (n <= 1000) {
+    race.add("a plain list of the pairs", [&, n] {
+      std::vector<Rate> list;
+      for (std::size_t i = 1; i < n; ++i) {
+        for (std::size_t j = 0; j < n; ++j) {
+          if (i == j) continue;
+          list.emplace_back(catalogue.currencies()[i], catalogue.currencies()[j],
+                            world.values[j] / world.values[i]);
+        }
+      }
+      return list.back().rate().doubleValue();
+    });
+  }
+  race.run();
+}
+
+void racePairs(const World& world, const PairRates& pairs) {
+  const std::size_t n = world.codes.size();
+  const auto& currencies = currencyManager().currencies();
+  std::unordered_map<std::string, double> index;
+  for (std::size_t i = 0; i < n; ++i) index.emplace(world.codes[i], world.values[i]);
+  const auto at = [n](int i, std::size_t step) { return (static_cast<std::size_t>(i) * step) % n; };
+  Race race("one pair looked up, n = " + std::to_string(n));
+  race.add(
+      "two hash look-ups by code and a division",
+      [&] {
+        double sum = 0;
+        for (int i = 0; i < kBatch; ++i) {
+          sum += index.find(world.codes[at(i, 7)])->second /
+                 index.find(world.codes[at(i, 13)])->second;
+        }
+        return sum;
+      },
+      kBatch);
+  race.add(
+      "from records to a Rate, hit",
+      [&] {
+        double sum = 0;
+        for (int i = 0; i < kBatch; ++i) {
+          const auto rate = pairs.find(*currencies[at(i, 7)], *currencies[at(i, 13)]);
+          if (rate) sum += rate->rate().doubleValue();
+        }
+        return sum;
+      },
+      kBatch);
+  const auto stranger = Currency::make("none");
+  race.add(
+      "from records to a Rate, miss",
+      [&] {
+        double sum = 0;
+        for (int i = 0; i < kBatch; ++i) {
+          sum += pairs.find(*currencies[at(i, 7)], *stranger) ? 1 : 0;
+        }
+        return sum;
+      },
+      kBatch);
+  race.run();
+}
+
+void raceConversion(const World& world, const PairRates& pairs) {
+  const std::size_t n = world.codes.size();
+  const auto& euro = *currencyManager().currencies()[1];
+  std::vector<double> amounts(n);
+  Race race("one amount into all, n = " + std::to_string(n));
+  race.add(
+      "dst[i] = a * r[i]",
+      [&] {
+        double amount = 3.5;
+        for (int round = 0; round < kBatch; ++round) {
+          for (std::size_t i = 0; i < n; ++i) amounts[i] = amount * world.values[i];
+          amount += amounts[1] * 1e-9;
+        }
+        return amount;
+      },
+      kBatch);
+  race.add("items", [&] { return pairs.convert(euro, 3.5, false).back().dstAmount.doubleValue(); });
+  race.run();
+}
+
+}  // namespace
+
+void benchRates(const World& world) {
+  const auto& catalogue = currencyManager();
+  const PairRates pairs(catalogue, knownRates(catalogue, world.records), catalogue.currencies());
+  raceDerivation(world);
+  racePairs(world, pairs);
+  raceConversion(world, pairs);
+}
+
+}  // namespace fexora::bench

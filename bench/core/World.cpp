@@ -1,0 +1,57 @@
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+
+#include "bench/core/Bench.h"
+
+namespace fexora::bench {
+namespace {
+
+std::string madeUpCode(std::size_t number) {
+  std::string code;
+  for (int i = 0; i < 4; ++i, number /= 26) code += static_cast<char>('A' + number % 26);
+  return code;
+}
+
+// Resources out of one folder.
+class FolderResources final : public Resources {
+ public:
+  explicit FolderResources(std::string folder) : folder_(std::move(folder)) {}
+  std::optional<std::string> path(std::string_view name, std::string_view extension) override {
+    return folder_ + "/" + std::string(name) + "." + std::string(extension);
+  }
+
+ private:
+  std::string folder_;
+};
+
+}  // namespace
+
+World::World(std::size_t n) {
+  std::string name = (std::filesystem::temp_directory_path() / "fexora-bench-XXXXXX").string();
+  if (mkdtemp(name.data()) == nullptr) std::abort();
+  folder = name;
+  std::mt19937 random(1);  // NOLINT(cert-msc51-cpp): the same world every time
+  std::ofstream plist(folder + "/Currency.plist");
+  plist << "<plist version=\"1.0\"><array>";
+  for (std::size_t i = 0; i < n; ++i) {
+    codes.push_back(i == 0 ? "USD" : i == 1 ? "EUR" : madeUpCode(i));
+    values.push_back(i == 0 ? 1.0 : std::exp(std::normal_distribution<>(0, 3)(random)));
+    records.push_back(USDRate::make(values.back(), codes.back()));
+    plist << "<string>" << codes.back() << "</string>";
+  }
+  plist << "</array></plist>";
+  plist.close();
+  std::filesystem::create_directory(folder + "/container");
+  setenv("FEXORA_CONTAINER", (folder + "/container").c_str(), 1);
+  Log::setProcessSink({});
+  Platform::process().resources = new FolderResources(folder);  // for the process's life
+}
+
+World::~World() {
+  std::filesystem::remove_all(folder);
+}
+
+}  // namespace fexora::bench

@@ -1,0 +1,17 @@
+#include "fexora/rates/KnownRates.h"
+
+namespace fexora {
+
+std::vector<KnownRate> knownRates(const CurrencyManager& catalogue,
+                                  const std::vector<USDRateRef>& rates) {
+  std::vector<KnownRate> known;
+  known.reserve(rates.size());
+  for (const USDRateRef& rate : rates) {
+    if (rate == nullptr) continue;
+    const std::uint32_t place = catalogue.placeOfCode(rate->code());
+    if (place != CurrencyManager::kNoPlace) known.push_back({place, rate->rate()});
+  }
+  return known;
+}
+
+}  // namespace fexora
