@@ -44,7 +44,8 @@ class FEXORA_API Currency : public MappableModel, public std::enable_shared_from
   virtual void setCode(std::string code);
 
   // The display record, made at the first read and kept until another one is written (null: the
-  // next read makes one); see catalogue/NSCurrency.h, where these are defined. One thread at a time.
+  // next read makes one); see catalogue/NSCurrency.h, where these are defined. One thread at a
+  // time.
   virtual NSCurrencyRef _NSCurrency();  // NOLINT(bugprone-reserved-identifier): the given name
   virtual void set_NSCurrency(NSCurrencyRef record);
 

@@ -16,10 +16,18 @@ namespace {
 
 // Much more than anyone types, and little enough for any nesting.
 constexpr std::size_t kMostBytes = 1000;
+constexpr std::size_t kQuotedCharacters = 60;
 constexpr std::string_view kSigns = "+-*/()";
 
+// The typed text in quotes, its head where it is long.
+std::string quoted(const std::string& typed) {
+  const auto ends = Text::process().characterEnds(typed);
+  if (ends.size() <= kQuotedCharacters) return "\"" + typed + "\"";
+  return "\"" + typed.substr(0, ends[kQuotedCharacters - 1]) + "…\"";
+}
+
 Failure refusal(const std::string& typed, const std::string& why) {
-  return {Exit::usage, "amount", "\"" + typed + "\" " + why};
+  return {Exit::usage, "amount", quoted(typed) + " " + why};
 }
 
 std::size_t charactersBefore(std::string_view text, std::size_t at) {
@@ -54,7 +62,7 @@ Named withNamedNumbers(const std::string& typed) {
     const std::size_t end = std::min(typed.find_first_of(" +-*/()", at), typed.size());
     const std::string number = typed.substr(at, end - at);
     const auto value = parseAmount(number);
-    if (!value) throw refusal(typed, "has no number" + atPlace(typed, at) + ": \"" + number + "\"");
+    if (!value) throw refusal(typed, "has no number" + atPlace(typed, at) + ": " + quoted(number));
     named.append("n" + std::to_string(named.numbers.size()), at);
     named.numbers.push_back(*value);
     at = end;
