@@ -1,7 +1,9 @@
 #include "fexora/rates/BundledRates.h"
 
+#include <new>
 #include <utility>
 
+#include "fexora/platform/mapping/Mapper.h"
 #include "fexora/resources/BundledRatesTable.h"
 
 namespace fexora {
@@ -21,13 +23,19 @@ Value bundledRates() {
 }  // namespace
 
 bool seedBundledRates(StoreManager& store) {
-  const auto present = store.loadUSDRates();
-  if (present && !present->empty()) return false;
-  Dictionary content = store.ud();
-  content.set(kUDUSDRates, bundledRates());
-  content.set(kUDUSDRatesUpdated, bundledRatesDate());
-  store.setUd(std::move(content));
-  return true;
+  try {
+    // The store's own reading answers nothing, too, when there is no memory for its rates.
+    const Value* kept = store.ud().find(kUDUSDRates);
+    const auto present = kept != nullptr ? Mapper<USDRate>::mapArray(*kept) : std::nullopt;
+    if (present && !present->empty()) return false;
+    Dictionary content = store.ud();
+    content.set(kUDUSDRates, bundledRates());
+    content.set(kUDUSDRatesUpdated, bundledRatesDate());
+    store.setUd(std::move(content));
+    return true;
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
 }
 
 }  // namespace fexora
