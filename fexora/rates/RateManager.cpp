@@ -13,9 +13,7 @@ const std::string kTrelbyRatesURL = environment("FEXORA_RATES_URL").value_or(FEX
 RateManager::RateManager() : RateManager(Platform::process()) {}
 
 RateManager::RateManager(Platform& platform, CurrencyManager* catalogue, StoreManager* store)
-    : platform_(platform),
-      catalogue_(catalogue),
-      store_(store) {}
+    : platform_(platform), catalogue_(catalogue), store_(store) {}
 
 RateManager::~RateManager() = default;
 
@@ -95,7 +93,8 @@ void RateManager::request(bool sync, Completion complete) {
         if (response != nullptr) {
           const bool isTaken = guarded(*(*self)->platform_.log, "Taking the service's rates",
                                        [&] { (*self)->receive(*response, sync); });
-          if (isTaken && complete) complete(false, nullptr);
+          const ResponseError shortage{ResponseError::Kind::tooLarge, {}, kOutOfMemory, 0};
+          if (complete) complete(false, isTaken ? nullptr : &shortage);
         } else if (error && complete) {
           complete(false, &*error);
         }

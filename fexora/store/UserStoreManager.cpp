@@ -149,7 +149,8 @@ bool UserStoreManager::differsOnDisk() {
   const std::string& path = fileURL();
   if (path.empty()) return false;
   const auto status = platform_.files->statusOf(path);
-  return status.ok() && (!isSameFile(*status, known_) || status->modified != known_.modified || status->size != known_.size);
+  return status.ok() && (!isSameFile(*status, known_) || status->modified != known_.modified ||
+                         status->size != known_.size);
 }
 
 void UserStoreManager::writeFile(const Dictionary& content) {
@@ -225,7 +226,11 @@ std::error_code UserStoreManager::keepAside() {
   const auto status = retryInterrupted([&] { return files.statusOf(path); });
   // Replaced or gone meanwhile: nothing is left to keep. Kept when an earlier save failed after
   // this step: once is enough.
-  if (!status.ok() || !isSameFile(*status, known_) || isSameFile(*status, aside_)) return {};
+  if (!status.ok()) {
+    const bool isGone = status.error() == std::errc::no_such_file_or_directory;
+    return isGone ? std::error_code() : status.error();
+  }
+  if (!isSameFile(*status, known_) || isSameFile(*status, aside_)) return {};
   const std::string folder = folderOf(path);
   const auto date = Date(platform_.loop->wallSeconds()).isoText();
   const std::string name = folder + "/" + std::string(kAsidePrefix) + date.value_or("undated");
@@ -272,9 +277,8 @@ const std::string& UserStoreManager::fileURL() {
   const std::string& folder = applicationDocumentsDirectory();
   // Without memory for it the next call looks again.
   if (!applicationDocumentsDirectory_) return noPath();
-  const bool isMade = attempt("Naming the store file", [&] {
-    fileURL_ = folder.empty() ? "" : folder + "/" + storeName();
-  });
+  const bool isMade = attempt("Naming the store file",
+                              [&] { fileURL_ = folder.empty() ? "" : folder + "/" + storeName(); });
   return isMade ? *fileURL_ : noPath();
 }
 

@@ -153,9 +153,9 @@ class FEXORA_API UserStoreManager : public NSObject {
 
   DictionaryCodec codec_;
   Disk disk_ = Disk::usable;
-  FileStatus known_;  // the file last read, written or refused
-  FileStatus aside_;  // the file last kept aside
-  Dictionary base_;   // what the file held when it was last read or written
+  FileStatus known_;     // the file last read, written or refused
+  FileStatus aside_;     // the file last kept aside
+  Dictionary base_;      // what the file held when it was last read or written
   bool loaded_ = false;  // it has been
   bool reconcilesAfterSkip_ = false;
   std::string saveProblem_;

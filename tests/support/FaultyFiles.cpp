@@ -6,10 +6,11 @@
 namespace fexora::test {
 
 const char* nameOf(FaultyFiles::Operation operation) {
-  static constexpr const char* kNames[] = {
-      "openForReading", "openFolder", "createExclusive", "close", "read",
-      "write",          "flush",      "lock",            "status", "statusOf",
-      "rename",         "link",       "remove",          "makeFolder", "list"};
+  static constexpr const char* kNames[] = {"openForReading", "openFolder", "createExclusive",
+                                           "close",          "read",       "write",
+                                           "flush",          "lock",       "status",
+                                           "statusOf",       "rename",     "link",
+                                           "remove",         "makeFolder", "list"};
   return kNames[static_cast<std::size_t>(operation)];
 }
 
