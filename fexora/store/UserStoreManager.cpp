@@ -78,8 +78,8 @@ UserStoreManager::Disk UserStoreManager::readFile() {
   }
   auto content = codec_.decode(std::move((*file).bytes));
   if (!content.ok()) {
-    return refuse(content.error == kOutOfMemory ? Disk::inaccessible : Disk::unreadable,
-                  file->status, " is no dictionary: ", std::move(content.error));
+    const Disk state = content.error == kOutOfMemory ? Disk::inaccessible : Disk::unreadable;
+    return refuse(state, file->status, " is no dictionary: ", content.error);
   }
   ud_ = std::move(content.dictionary);
   noteSaved(ud_, file->status);
@@ -88,7 +88,7 @@ UserStoreManager::Disk UserStoreManager::readFile() {
 }
 
 UserStoreManager::Disk UserStoreManager::refuse(Disk state, const FileStatus& status,
-                                                const char* verdict, std::string why) {
+                                                const char* verdict, const std::string& why) {
   disk_ = state;
   known_ = status;
   loadProblem_ = "The store " + fileURL() + verdict + why;
@@ -100,6 +100,14 @@ void UserStoreManager::noteSaved(const Dictionary& content, const FileStatus& st
   known_ = status;
   disk_ = Disk::usable;
   loaded_ = true;
+}
+
+void UserStoreManager::takeBack(Loaded before) {
+  setUd(std::move(before.ud));
+  base_ = std::move(before.base);
+  loaded_ = before.loaded;
+  disk_ = Disk::inaccessible;
+  loadProblem_ = kOutOfMemory;
 }
 
 void UserStoreManager::folderUpdate() {
@@ -204,7 +212,7 @@ std::string UserStoreManager::save(Dictionary content) {
 // the keys that this process has not changed.
 UserStoreManager::Disk UserStoreManager::regainAccess(Dictionary& content) {
   const Dictionary mine = ud_;
-  const Dictionary before = base_;
+  const Dictionary before = loaded_ ? base_ : defaultContent();
   const Disk found = readFile();
   if (found == Disk::unreadable) log(loadProblem_);
   if (found != Disk::usable) return found;

@@ -13,7 +13,7 @@
 #include "fexora/platform/plist/PropertyListWriter.h"
 
 #include "tests/support/FaultyFiles.h"
-#include "tests/support/ForwardingFiles.h"
+#include "tests/support/UnflushedFiles.h"
 #include "tests/support/VirtualPlatform.h"
 
 namespace fexora {
@@ -27,13 +27,6 @@ constexpr int kErrors[] = {EACCES, EIO,    EMFILE, ENFILE, ENOMEM, EINTR,
 std::string causeOf(int error) {
   return std::error_code(error, std::generic_category()).message();
 }
-
-// Real files, without waiting for the disk: thousands of saves.
-class UnflushedFiles final : public test::ForwardingFiles {
- public:
-  UnflushedFiles() : ForwardingFiles(Files::process()) {}
-  std::error_code flush(Handle /*handle*/) override { return {}; }
-};
 
 class Faults : public testing::Test {
  protected:
@@ -62,7 +55,7 @@ class Faults : public testing::Test {
     }
 
     test::TestContainer container;
-    UnflushedFiles real;
+    test::UnflushedFiles real;
     test::FaultyFiles files{real};
     test::VirtualPlatform desktop{files};
     std::unique_ptr<StoreManager> store;
