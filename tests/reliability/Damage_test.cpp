@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
 
 #include "fexora/platform/foundation/Limits.h"
 #include "fexora/platform/plist/PropertyListReader.h"
@@ -52,6 +51,28 @@ TEST(Damage, EachByteFlipped_IsTakenOrRefusedWhole) {
     EXPECT_GT(judge.report().read, 100U);
     EXPECT_GT(judge.report().refused, 100U);
   }
+}
+
+// The file that takes most: as many keys as the limits allow, each just too long to be held in
+// place.
+TEST(Damage, WorstFile_StaysWithinTheBoundOnMemory) {
+  const TestContainer container;
+  std::string bytes = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>";
+  for (int key = 1'000'000'000; bytes.size() + 100 < limits::kStoreFileBytes; ++key) {
+    bytes += "<key>000000" + std::to_string(key) + "</key><true/>";
+  }
+  bytes += "</dict></plist>";
+  writeFile(container.file(), bytes);
+  const auto run =
+      runCommand({std::string(FEXORA_TEST_BINARY_DIR) + "/bin/reliability_saver", "load"});
+  EXPECT_EQ(run.output, "Fraction 3\n") << "it was read, not refused: " << run.errors;
+  rusage usage{};
+  getrusage(RUSAGE_CHILDREN, &usage);
+  const auto most = static_cast<std::size_t>(usage.ru_maxrss) * 1024;
+  RecordProperty("MiB", static_cast<int>(most >> 20U));
+  EXPECT_GT(most, bytes.size());
+  // Sanitizers take memory of their own.
+  EXPECT_LT(most, limits::kStoreMemoryBytes * (FEXORA_TEST_SANITIZED ? 16 : 1));
 }
 
 }  // namespace

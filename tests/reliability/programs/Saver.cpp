@@ -4,7 +4,7 @@
 //       saves the number 1, then 2, … as "Fraction", up to COUNT, with 64 KiB beside it, and tells
 //       each save's number on standard output once "SAVE SUCCESS" was said; COUNT 0: without end
 //   reliability_saver load
-//       starts, and prints what was read: "Fraction N" or "nothing: REASON"
+//       starts, reads the file once more, and prints what was read: "Fraction N" or "nothing: REASON"
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -55,6 +55,7 @@ int save(long count) {
 
 int load() {
   StoreManager& store = storeManager();
+  store.loadData();  // with the first content still there
   if (!store.loadProblem().empty()) {
     std::printf("nothing: %s\n", store.loadProblem().c_str());
   } else {
