@@ -24,6 +24,11 @@ bool isContentError(const std::error_code& error) {
          error == std::errc::operation_not_supported || error == std::errc::file_too_large;
 }
 
+bool isNoFlushHere(const std::error_code& error) {
+  return error == std::errc::invalid_argument || error == std::errc::operation_not_supported ||
+         error == std::errc::function_not_supported || error == std::errc::permission_denied;
+}
+
 bool isSameFile(const FileStatus& a, const FileStatus& b) {
   return a.inode == b.inode && a.device == b.device;
 }
@@ -189,7 +194,7 @@ std::string UserStoreManager::save(Dictionary content) {
     return loadProblem_.empty() ? "there is no container folder to save into" : loadProblem_;
   }
   const std::string what = "The store " + path + " was not saved: ";
-  const std::string doubt = "The store " + path + " is saved, but may not survive a power cut: ";
+  std::string doubt = "The store " + path + " is replaced, but may not survive a power cut: ";
   if (disk_ == Disk::inaccessible && regainAccess(content) == Disk::inaccessible) {
     return what + "it is not replaced while it cannot be read (" + loadProblem_ + ")";
   }
@@ -201,10 +206,11 @@ std::string UserStoreManager::save(Dictionary content) {
       replaceFile(*platform_.files, path, encoded.bytes, kFileMode, [this] { return keepAside(); });
   if (outcome.error) return what + outcome.step + ": " + outcome.error.message();
   noteSaved(content, outcome.status);
-  if (outcome.doubt) {
-    attempt("Saying that a save may not survive a power cut",
-            [&] { log(doubt + outcome.doubt.message()); });
-  }
+  if (!outcome.doubt) return {};
+  doubt += outcome.doubt.message();
+  // Where folders cannot be flushed at all, no save would ever be a success.
+  if (!isNoFlushHere(outcome.doubt)) return doubt;
+  log(doubt);
   return {};
 }
 

@@ -14,6 +14,11 @@
 // save replaces it. A file that cannot be opened or read for now (no permission, too many open
 // files) is not replaced until it can be; then a save first takes over what it holds under all keys
 // that this process has not changed.
+//
+// "SAVE SUCCESS" in the log means that the save survives a power cut. When only the last step of
+// one failed, flushing the folder, the new file stays, the log has "SAVE FAIL", and the problem
+// says that its durability is unknown. Where the system cannot flush folders at all, or this user
+// may not open this one, the log says that beside "SAVE SUCCESS".
 // Main thread only. No timer and no folder event is delivered after the destructor.
 #pragma once
 

@@ -211,7 +211,8 @@ TEST_F(HostileFiles, DeepAndExplodingLists_AreRefused) {
   wide += offsets;
   wide += std::string(6, '\0') + '\x02' + '\x01';
   for (const std::size_t number : {std::size_t{31}, std::size_t{0}, table}) {
-    for (int shift = 56; shift >= 0; shift -= 8) wide += static_cast<char>(number >> unsigned(shift));
+    for (int shift = 56; shift >= 0; shift -= 8)
+      wide += static_cast<char>(number >> unsigned(shift));
   }
   for (const std::string& bytes : {deep, bomb, outside, wide}) {
     for (const auto& entry : fs::directory_iterator(container_.path())) fs::remove(entry.path());
@@ -279,14 +280,27 @@ TEST_F(HostileFiles, FolderOfAnotherUser_IsRefused) {
 }
 
 TEST_F(HostileFiles, WrongTypesUnderEveryKey_GiveTheDefaults) {
-  const Value odd[] = {Value(-7),     Value(2.5),  Value(true), Value("text"), Value(Date(5.0)),
-                       Value(Data{1}), Value(Array{1, "a", Array{}}),
+  const Value odd[] = {Value(-7),
+                       Value(2.5),
+                       Value(true),
+                       Value("text"),
+                       Value(Date(5.0)),
+                       Value(Data{1}),
+                       Value(Array{1, "a", Array{}}),
                        Value(Array{Dictionary{{"code", 5}, {"rate", "x"}}}),
                        Value(Dictionary{{"code", Array{}}, {"amount", "x"}, {"currency", 5}})};
-  const std::string_view keys[] = {
-      "Mode", "Fraction", "Seporate", "NamingInWidget", "NumberOfCurrenciesInWidget",
-      "TodayCurrencies", "TodayConversionMode", "TodayRelativeCurrency", kUDUSDRates,
-      kUDUSDRatesUpdated, kUDCurrencies, kUDSourceCurrency};
+  const std::string_view keys[] = {"Mode",
+                                   "Fraction",
+                                   "Seporate",
+                                   "NamingInWidget",
+                                   "NumberOfCurrenciesInWidget",
+                                   "TodayCurrencies",
+                                   "TodayConversionMode",
+                                   "TodayRelativeCurrency",
+                                   kUDUSDRates,
+                                   kUDUSDRatesUpdated,
+                                   kUDCurrencies,
+                                   kUDSourceCurrency};
   for (const std::string_view key : keys) {
     for (const Value& value : odd) {
       Dictionary content;

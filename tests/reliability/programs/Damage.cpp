@@ -30,9 +30,9 @@ int main(int count, char** words) {
   }
   rusage usage{};
   getrusage(RUSAGE_SELF, &usage);
-  std::printf("%llu damaged stores: %llu still read, %llu refused and kept aside; %ld MiB at most\n",
-              static_cast<unsigned long long>(stores),
-              static_cast<unsigned long long>(judge.report().read),
-              static_cast<unsigned long long>(judge.report().refused), usage.ru_maxrss / 1024);
+  std::printf(
+      "%llu damaged stores: %llu still read, %llu refused and kept aside; %ld MiB at most\n",
+      static_cast<unsigned long long>(stores), static_cast<unsigned long long>(judge.report().read),
+      static_cast<unsigned long long>(judge.report().refused), usage.ru_maxrss / 1024);
   return 0;
 }
