@@ -279,6 +279,29 @@ TEST_F(HostileFiles, FolderOfAnotherUser_IsRefused) {
   EXPECT_TRUE(fs::is_empty(container_.path()));
 }
 
+// A process with more rights than its user has, whose environment the user wrote.
+TEST_F(HostileFiles, SetUserIdProcess_IgnoresTheEnvironment) {
+  constexpr uid_t kNobody = 65534;
+  const std::string saver = outside_ / "saver";
+  fs::copy_file(std::string(FEXORA_TEST_BINARY_DIR) + "/bin/reliability_saver", saver);
+  ASSERT_EQ(chmod(outside_.path().c_str(), 0755), 0);
+  ASSERT_EQ(chmod(container_.path().c_str(), 0777), 0);
+  const bool isSet =
+      chown(saver.c_str(), kNobody, kNobody) == 0 && chmod(saver.c_str(), 04755) == 0;
+  const auto run = runCommand({saver, "load"});
+  // Neither made by somebody else than root nor from a mount without such rights.
+  if (!isSet || run.output.starts_with("Fraction")) {
+    struct stat status {};
+    stat(container_.file().c_str(), &status);
+    if (!isSet || status.st_uid != kNobody) {
+      GTEST_SKIP() << "this system gives no process such rights: nothing is proven";
+    }
+  }
+  EXPECT_NE(run.output.find("nothing: there is no container folder"), std::string::npos)
+      << run.output << run.errors;
+  EXPECT_TRUE(fs::is_empty(container_.path()));
+}
+
 TEST_F(HostileFiles, WrongTypesUnderEveryKey_GiveTheDefaults) {
   const Value odd[] = {Value(-7),
                        Value(2.5),
