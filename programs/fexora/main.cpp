@@ -35,6 +35,8 @@ void run(const CommandLine& line) {
       return select(line);
     case Command::settings:
       return settings(line);
+    case Command::refresh:
+      return refresh(line);
     case Command::watch:
       return watch(line);
     case Command::status:
