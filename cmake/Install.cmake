@@ -9,6 +9,13 @@ install(DIRECTORY fexora/resources/ DESTINATION ${CMAKE_INSTALL_LIBDIR}/fexora/r
 install(DIRECTORY fexora DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h"
         PATTERN "modules" EXCLUDE)
 
+install(FILES packaging/man/fexora.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES packaging/completions/fexora.bash RENAME fexora
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+install(FILES packaging/completions/_fexora DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+install(FILES packaging/completions/fexora.fish
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+
 install(EXPORT fexora-targets NAMESPACE fexora:: FILE fexora-targets.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/fexora)
 configure_package_config_file(cmake/fexora-config.cmake.in ${CMAKE_BINARY_DIR}/fexora-config.cmake

@@ -27,6 +27,10 @@ endif()
 if(FEXORA_SANITIZE)
   add_compile_options(-fsanitize=${FEXORA_SANITIZE} -fno-omit-frame-pointer
                       -fno-sanitize-recover=all)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # With sanitizers g++ 12 warns of variants that are set on every path.
+    add_compile_options(-Wno-maybe-uninitialized)
+  endif()
   add_link_options(-fsanitize=${FEXORA_SANITIZE})
   if(FEXORA_SANITIZE MATCHES "undefined")
     add_compile_options(-fsanitize=float-cast-overflow -fsanitize=float-divide-by-zero)

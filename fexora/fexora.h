@@ -2,12 +2,17 @@
 #pragma once
 
 #include "fexora/catalogue/CurrencyManager.h"
+#include "fexora/catalogue/NSCurrency.h"
 #include "fexora/input/AmountParsing.h"
 #include "fexora/input/CalculationDetection.h"
 #include "fexora/input/Response.h"
 #include "fexora/input/Transforms.h"
 #include "fexora/platform/Platform.h"
+#include "fexora/platform/foundation/CurrencyNames.h"
+#include "fexora/platform/foundation/FirstOfStrings.h"
+#include "fexora/platform/foundation/GettextStrings.h"
 #include "fexora/platform/foundation/Locale.h"
+#include "fexora/platform/foundation/StringsFile.h"
 #include "fexora/platform/mapping/Mapper.h"
 #include "fexora/platform/network/NetworkManager.h"
 #include "fexora/rates/BundledRates.h"

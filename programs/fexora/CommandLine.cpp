@@ -22,8 +22,8 @@ struct CommandEntry {
 
 constexpr std::array<CommandEntry, 7> kCommands = {{
     {"", Command::convert, "AMOUNT SRC [DST…]",
-     "Convert AMOUNT of SRC into each DST, or into the stored selection. Other commands: select, "
-     "settings, search, refresh, watch, status."},
+     "Convert AMOUNT (a number, or a calculation like 12+3*2) of SRC into each DST, or into the "
+     "stored selection. Other commands: select, settings, search, refresh, watch, status."},
     {"select", Command::select, "[CODE…]", "Show or replace the stored selection."},
     {"settings", Command::settings, "[NAME [VALUE]]", "Show the settings, or set one."},
     {"search", Command::search, "TEXT", "Find currencies by code or name."},

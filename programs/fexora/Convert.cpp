@@ -2,9 +2,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "programs/fexora/Calculation.h"
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Currencies.h"
 #include "programs/fexora/Failure.h"
+#include "programs/fexora/Names.h"
 #include "programs/fexora/NumberColumn.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Store.h"
@@ -19,12 +21,6 @@ struct Conversion {
   const char* origin;
   std::vector<ConvertedItem> items;
 };
-
-double amountFromText(const std::string& typed) {
-  if (const auto amount = parseAmount(typed)) return *amount;
-  throw Failure{Exit::usage, "amount",
-                "\"" + typed + "\" is no number; expected an amount like 12.5 or 12,5"};
-}
 
 Failure noRate(const CurrencyRef& source, const CurrencyRef& destination) {
   const std::string pair = "from " + source->code() + " to " + destination->code();
@@ -77,7 +73,7 @@ Conversion run(const CommandLine& line, StoreManager& store, double amount) {
   return result;
 }
 
-void printJson(const Conversion& conversion) {
+void printJson(const Conversion& conversion, bool names) {
   JsonText json;
   json.beginObject().key("amount").number(conversion.amount);
   json.key("source").string(conversion.source->code());
@@ -87,12 +83,14 @@ void printJson(const Conversion& conversion) {
   for (const ConvertedItem& item : conversion.items) {
     json.beginObject().key("currency").string(item.dstCurrency->code());
     json.key("rate").number(item.rate.doubleValue());
-    json.key("amount").number(item.dstAmount.doubleValue()).endObject();
+    json.key("amount").number(item.dstAmount.doubleValue());
+    if (names) json.key("name").string(nameOf(*item.dstCurrency));
+    json.endObject();
   }
   printLine(json.endArray().endObject().text());
 }
 
-void printTable(const Conversion& conversion, const StoreManager& store) {
+void printTable(const Conversion& conversion, const StoreManager& store, bool names) {
   const NumberFormat format(store.fraction(), store.seporate());
   NumberColumn amounts;
   NumberColumn rates;
@@ -102,11 +100,14 @@ void printTable(const Conversion& conversion, const StoreManager& store) {
   }
   const std::string& source = conversion.source->code();
   printLine(format.exact(conversion.amount) + " " + (conversion.invert ? "of each in " : "") +
-            source + (conversion.invert ? "" : " ="));
+            codeAndName(*conversion.source, names) + (conversion.invert ? "" : " ="));
   for (std::size_t i = 0; i < conversion.items.size(); ++i) {
-    const std::string& code = conversion.items[i].dstCurrency->code();
+    const Currency& currency = *conversion.items[i].dstCurrency;
+    const std::string& code = currency.code();
+    // At the end, since names are of any width and may run from right to left.
+    const std::string name = names ? "   " + nameOf(currency) : "";
     printLine("  " + amounts.aligned(i) + " " + (conversion.invert ? source + " for " : "") + code +
-              "   (1 " + source + " = " + rates.aligned(i) + " " + code + ")");
+              "   (1 " + source + " = " + rates.aligned(i) + " " + code + ")" + name);
   }
   printLine(ratesLine(ratesDate()));
 }
@@ -124,9 +125,9 @@ void convert(const CommandLine& line) {
   StoreManager& store = openStore(!line.noSave);
   const Conversion conversion = run(line, store, amount);
   if (line.json) {
-    printJson(conversion);
+    printJson(conversion, asksForNames(line));
   } else {
-    printTable(conversion, store);
+    printTable(conversion, store, showsNames(line));
   }
   if (!line.noSave) requireSaved(store);
 }

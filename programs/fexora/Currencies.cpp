@@ -3,13 +3,17 @@
 #include <algorithm>
 #include <cctype>
 #include <numeric>
+#include <utility>
 
 #include "programs/fexora/Failure.h"
+#include "programs/fexora/Names.h"
 
 namespace fexora::program {
 namespace {
 
 constexpr std::size_t kOffered = 4;
+// Nearly every name contains one or two given letters.
+constexpr std::size_t kShortestSearch = 3;
 // Longer texts are no mistyped codes, and the distance takes time by length.
 constexpr std::size_t kLongestCode = 16;
 
@@ -19,17 +23,21 @@ std::string upperCase(std::string_view text) {
   return upper;
 }
 
-// Insertions, deletions and replacements of one character that turn `a` into `b` (Levenshtein).
+// Insertions, deletions and replacements of one character and exchanges of two neighbours that turn
+// `a` into `b` (the restricted edit distance of Damerau and Levenshtein).
 std::size_t distance(std::string_view a, std::string_view b) {
+  std::vector<std::size_t> before;
+  std::vector<std::size_t> last(b.size() + 1);
   std::vector<std::size_t> row(b.size() + 1);
   std::iota(row.begin(), row.end(), std::size_t{0});
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    std::size_t diagonal = row[0];
-    row[0] = i + 1;
-    for (std::size_t j = 0; j < b.size(); ++j) {
-      const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
-      diagonal = row[j + 1];
-      row[j + 1] = std::min({replaced, row[j] + 1, row[j + 1] + 1});
+  for (std::size_t i = 1; i <= a.size(); ++i) {
+    before = std::exchange(last, row);
+    row[0] = i;
+    for (std::size_t j = 1; j <= b.size(); ++j) {
+      row[j] =
+          std::min({last[j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1), last[j] + 1, row[j - 1] + 1});
+      const bool exchanged = i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1];
+      if (exchanged) row[j] = std::min(row[j], before[j - 2] + 1);
     }
   }
   return row.back();
@@ -52,6 +60,19 @@ std::vector<std::string> nearestCodes(const std::string& code) {
   return codes;
 }
 
+// What the text may have meant: currencies whose name or code contains it, else similar codes.
+std::vector<CurrencyRef> offers(const std::string& typed, const std::string& code) {
+  std::vector<CurrencyRef> offered;
+  if (typed.size() >= kShortestSearch) {
+    offered = currencyManager().currenciesForString(typed, std::int64_t{kOffered}, {});
+  }
+  if (!offered.empty()) return offered;
+  for (const std::string& near : nearestCodes(code)) {
+    offered.push_back(currencyManager().currencyForCode(near));
+  }
+  return offered;
+}
+
 }  // namespace
 
 CurrencyRef currencyFromText(std::string_view typed) {
@@ -60,8 +81,11 @@ CurrencyRef currencyFromText(std::string_view typed) {
   if (auto currency = currencyManager().currencyForCode(code)) return currency;
   std::string message =
       "there is no currency \"" + std::string(typed) + "\"; expected a code like USD";
-  const auto near = nearestCodes(code);
-  for (std::size_t i = 0; i < near.size(); ++i) message += (i == 0 ? "; near: " : ", ") + near[i];
+  const char* before = "; near: ";
+  for (const CurrencyRef& currency : offers(std::string(typed), code)) {
+    message += before + codeAndName(*currency, true);
+    before = ", ";
+  }
   throw Failure{Exit::noCurrency, "currency", message};
 }
 

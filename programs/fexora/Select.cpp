@@ -1,6 +1,7 @@
 // Shows or replaces the stored selection.
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Currencies.h"
+#include "programs/fexora/Names.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Store.h"
 
@@ -10,14 +11,15 @@ void select(const CommandLine& line) {
   const auto chosen = currenciesFromTexts(line.operands);
   StoreManager& store = openStore();
   if (!chosen.empty()) store.saveCurrencies(chosen);
-  const auto codes = codesOf(store.loadCurrencies());
+  const auto selected = store.loadCurrencies();
   if (line.json) {
     JsonText json;
     json.beginObject().key("currencies").beginArray();
-    for (const std::string& code : codes) json.string(code);
+    for (const std::string& code : codesOf(selected)) json.string(code);
     printLine(json.endArray().endObject().text());
   } else {
-    for (const std::string& code : codes) printLine(code);
+    const bool names = showsNames(line);
+    for (const CurrencyRef& currency : selected) printLine(codeAndName(*currency, names));
   }
   requireSaved(store);
 }

@@ -5,7 +5,11 @@
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Currencies.h"
 #include "programs/fexora/Failure.h"
+<<<<<<< HEAD
 #include "programs/fexora/KeepFresh.h"
+=======
+#include "programs/fexora/Names.h"
+>>>>>>> main
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Store.h"
 
@@ -40,9 +44,11 @@ std::string jsonUpdate(const StoreManager& store) {
   return json.endObject().text();
 }
 
-std::string plainUpdate(const StoreManager& store) {
+std::string plainUpdate(const StoreManager& store, bool names) {
   std::string text = std::string(fileWatcherUpdate) + ": selection";
-  for (const std::string& code : codesOf(store.loadCurrencies())) text += " " + code;
+  for (const CurrencyRef& currency : store.loadCurrencies()) {
+    text += " " + codeAndName(*currency, names);
+  }
   const auto source = store.loadSourceCurrency();
   if (source != nullptr && source->currency() != nullptr) {
     text += ", last amount " + source->amount().stringValue() + " " + source->currency()->code();
@@ -62,7 +68,7 @@ void watch(const CommandLine& line) {
   std::optional<Failure> failure;
   const auto token = NotificationCenter::defaultCenter().addObserver(fileWatcherUpdate, [&] {
     try {
-      printLine(line.json ? jsonUpdate(store) : plainUpdate(store));
+      printLine(line.json ? jsonUpdate(store) : plainUpdate(store, showsNames(line)));
     } catch (const Failure& problem) {
       failure = problem;
     }

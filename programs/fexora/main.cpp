@@ -10,6 +10,7 @@
 #include "programs/fexora/CommandLine.h"
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Failure.h"
+#include "programs/fexora/Names.h"
 #include "programs/fexora/Output.h"
 
 namespace fexora::program {
@@ -25,6 +26,7 @@ void prepareLibrary(const CommandLine& line) {
   if (!line.verbose) Log::setProcessSink({});
   if (!line.container.empty()) setenv("FEXORA_CONTAINER", line.container.c_str(), 1);
   if (!line.locale.empty()) Locale::setCurrent(line.locale);
+  prepareNames(line);
 }
 
 void run(const CommandLine& line) {
@@ -35,14 +37,14 @@ void run(const CommandLine& line) {
       return select(line);
     case Command::settings:
       return settings(line);
+    case Command::search:
+      return search(line);
     case Command::refresh:
       return refresh(line);
     case Command::watch:
       return watch(line);
     case Command::status:
       return status(line);
-    default:
-      break;
   }
 }
 

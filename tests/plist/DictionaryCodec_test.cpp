@@ -182,7 +182,7 @@ TEST(DictionaryCodec, ManyKeys_AreWrittenAndReadWhole) {
   std::vector<Dictionary::Entry> entries;
   entries.reserve(3000);
   for (int i = 0; i < 3000; ++i) entries.emplace_back("k" + std::to_string(i), i);
-  const Dictionary many = Dictionary::fromEntries(std::move(entries));
+  const Dictionary many = Dictionary::fromEntries(entries);
   DictionaryCodec codec;
   expectEncodes(codec, many);
   expectDecodes(codec, written(many));

@@ -35,10 +35,12 @@ class ProgramTest(unittest.TestCase):
         env.update(changes)
         return {k: v for k, v in env.items() if v is not None}
 
-    def start(self, *words, program="fexora", env=None, **options):
+    def start(self, *words, program="fexora", env=None, terminal=None, **options):
+        """With `terminal`, a descriptor, as both outputs instead of two pipes."""
         return subprocess.Popen(
             [BIN / program, *words], env=env or self.environment(), text=True,
-            stdout=subprocess.PIPE, stderr=subprocess.PIPE, stdin=subprocess.DEVNULL, **options)
+            stdout=terminal or subprocess.PIPE, stderr=terminal or subprocess.PIPE,
+            stdin=subprocess.DEVNULL, **options)
 
     def run_program(self, *words, **options):
         """(exit code, standard output, standard error)"""

@@ -152,7 +152,8 @@ TEST_F(Store, SourceWithSync_IsWrittenBeforeTheReturn) {
   const auto currency = Currency::make("EUR");
   const auto source = store.saveSourceCurrency(currency, 7, true);
   EXPECT_EQ(source->currency(), currency);
-  const Value* amount = file().find(kUDSourceCurrency)->dictionary()->find("amount");
+  const Dictionary saved = file();
+  const Value* amount = saved.find(kUDSourceCurrency)->dictionary()->find("amount");
   EXPECT_EQ(amount->number()->kind(), NSNumber::Kind::integer);
 }
 

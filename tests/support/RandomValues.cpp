@@ -61,7 +61,7 @@ Value RandomValues::value(int depth) {
 Dictionary RandomValues::dictionary(std::uint64_t keys, int depth) {
   std::vector<Dictionary::Entry> entries;
   for (std::uint64_t i = number(keys + 1); i > 0; --i) entries.emplace_back(text(), value(depth));
-  return Dictionary::fromEntries(std::move(entries));
+  return Dictionary::fromEntries(entries);
 }
 
 }  // namespace fexora::test

@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/watch/InotifyPath.h"
 
 #include "tests/support/Pump.h"
 #include "tests/support/ScratchFolder.h"
@@ -24,7 +25,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The process's loop, with timers that fire when the test says so.
+// The process's loop, with timers that fire when the test says so, and descriptors that it watches
+// unless the test says not to.
 class HandTimedLoop final : public RunLoop {
  public:
   class HandTimer final : public Timer {
@@ -46,7 +48,7 @@ class HandTimedLoop final : public RunLoop {
   }
   void post(Function function) override { real_.post(std::move(function)); }
   std::unique_ptr<DescriptorWatch> watchReadable(int descriptor, Function function) override {
-    return real_.watchReadable(descriptor, std::move(function));
+    return isFull ? nullptr : real_.watchReadable(descriptor, std::move(function));
   }
   void runUntil(const std::function<bool()>& done) override { real_.runUntil(done); }
 
@@ -58,6 +60,7 @@ class HandTimedLoop final : public RunLoop {
   }
 
   std::shared_ptr<HandTimer> timer;
+  bool isFull = false;
 
  private:
   RunLoop& real_ = RunLoop::process();
@@ -117,7 +120,6 @@ class InotifyFolderWatchTest : public testing::Test {
   }
   std::string in(const std::string& name) const { return folder_ + "/" + name; }
 
-  const LowDescriptors descriptors_;
   const ScratchFolder scratch_;
   std::string folder_ = scratch_ / "a/b/folder";
   HandTimedLoop loop_;
@@ -258,15 +260,16 @@ TEST_F(WatchOfAFolder, LostEvents_CallOnce) {
   EXPECT_EQ(calls(), 1);
 }
 
-TEST_F(WatchOfAFolder, NoDescriptorLeftForTheNewWatch_IsSaidAndTriedAgain) {
+TEST_F(WatchOfAFolder, NoRoomForTheNewWatch_IsSaidOnceAndTriedAgain) {
   fs::remove(folder_);
   fs::create_directory(folder_);
-  descriptors_.forbid();
+  loop_.isFull = true;
   EXPECT_EQ(calls(), 0);
   loop_.fire();
   EXPECT_EQ(calls(), 0);
-  descriptors_.allow();
-  EXPECT_EQ(log_.count("is no longer watched: Too many open files"), 1);
+  loop_.isFull = false;
+  EXPECT_EQ(log_.count("is no longer watched"), 1);
+  EXPECT_EQ(log_.lines.size(), 1U);
   ASSERT_NE(loop_.timer, nullptr);
   EXPECT_EQ(loop_.timer->seconds, limits::kFolderRetrySeconds);
   loop_.fire();
@@ -283,9 +286,8 @@ TEST_F(WatchOfAFolder, Gone_CallsNoMore) {
   // With a look at the folder still due.
   watchFolder();
   fs::remove_all(folder_);
-  descriptors_.forbid();
+  loop_.isFull = true;
   EXPECT_EQ(calls(), 0);
-  descriptors_.allow();
   const auto timer = loop_.timer;
   ASSERT_NE(timer, nullptr);
   watch_.reset();
@@ -347,13 +349,22 @@ TEST_F(InotifyFolderWatchTest, MissingAtFirst_CallsWhenItComes) {
   EXPECT_EQ(loop_.timer, nullptr) << "nothing was polled for";
 }
 
-TEST_F(InotifyFolderWatchTest, NoDescriptorLeft_IsNoWatchAndSaid) {
+TEST_F(InotifyFolderWatchTest, NoRoomForTheWatch_IsNoWatchAndSaid) {
   fs::create_directories(folder_);
-  descriptors_.forbid();
+  loop_.isFull = true;
   watchFolder();
-  descriptors_.allow();
   EXPECT_EQ(watch_, nullptr);
-  EXPECT_EQ(log_.count(folder_ + " cannot be watched: Too many open files"), 1);
+  EXPECT_EQ(log_.count(folder_ + " cannot be watched"), 1);
+}
+
+TEST_F(InotifyFolderWatchTest, NoDescriptorLeft_IsTheError) {
+  fs::create_directories(folder_);
+  const LowDescriptors descriptors;
+  descriptors.forbid();
+  const InotifyPath path(folder_, ".own-");
+  descriptors.allow();
+  EXPECT_EQ(path.error(), std::errc::too_many_files_open);
+  EXPECT_FALSE(path.isThere());
 }
 
 }  // namespace

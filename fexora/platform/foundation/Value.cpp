@@ -1,7 +1,9 @@
 #include "fexora/platform/foundation/Value.h"
 
 #include <algorithm>
+#include <atomic>
 #include <bit>
+#include <new>
 
 namespace fexora {
 namespace {
@@ -18,22 +20,85 @@ struct ByKey {
   }
 };
 
+// Bytes of text that stay in place (what every common std::string holds without an allocation).
+constexpr std::size_t kShortTextBytes = 15;
+
 }  // namespace
 
-Dictionary::Dictionary(std::initializer_list<Entry> entries)
-    : Dictionary(fromEntries(std::vector<Entry>(entries))) {}
+struct Dictionary::Block {
+  Block() : references(1), count(0) {}
 
-Dictionary Dictionary::fromEntries(std::vector<Entry> entries) {
-  Dictionary result;
-  if (entries.empty()) return result;
+  Entry* entries() noexcept { return reinterpret_cast<Entry*>(this + 1); }
+
+  static Block* make(std::size_t capacity) {
+    static_assert(alignof(Entry) <= alignof(Block) && sizeof(Block) % alignof(Entry) == 0);
+    void* memory = ::operator new(sizeof(Block) + capacity * sizeof(Entry));
+    return new (memory) Block();
+  }
+  void destroy() noexcept {
+    std::destroy_n(entries(), count);
+    std::destroy_at(this);
+    ::operator delete(this);
+  }
+
+  std::atomic<std::size_t> references;
+  std::size_t count;
+};
+
+// Fills a block in key order; what it has not handed over goes with it.
+class Dictionary::Builder {
+ public:
+  explicit Builder(std::size_t capacity) : block_(Block::make(capacity)) {}
+  Builder(const Builder&) = delete;
+  Builder& operator=(const Builder&) = delete;
+  ~Builder() {
+    if (block_ != nullptr) block_->destroy();
+  }
+
+  template <class AnyEntry>
+  void add(AnyEntry&& entry) {
+    new (block_->entries() + block_->count) Entry(std::forward<AnyEntry>(entry));
+    ++block_->count;
+  }
+  const Entry& back() const noexcept { return block_->entries()[block_->count - 1]; }
+  Dictionary take() {
+    Dictionary dictionary;
+    dictionary.block_ = std::exchange(block_, nullptr);
+    return dictionary;
+  }
+
+ private:
+  Block* block_;
+};
+
+Dictionary::Dictionary(std::initializer_list<Entry> entries) {
+  std::vector<Entry> own(entries);
+  *this = fromEntries(own);
+}
+
+Dictionary::Dictionary(const Dictionary& other) noexcept : block_(other.block_) {
+  if (block_ != nullptr) block_->references.fetch_add(1, std::memory_order_relaxed);
+}
+
+void Dictionary::release() noexcept {
+  if (block_ == nullptr) return;
+  if (block_->references.fetch_sub(1, std::memory_order_acq_rel) == 1) block_->destroy();
+}
+
+Dictionary Dictionary::fromEntries(std::span<Entry> entries) {
+  if (entries.empty()) return {};
   if (!std::is_sorted(entries.begin(), entries.end(), ByKey())) {
     std::stable_sort(entries.begin(), entries.end(), ByKey());
   }
-  entries.erase(std::unique(entries.begin(), entries.end(),
-                            [](const Entry& a, const Entry& b) { return a.first == b.first; }),
-                entries.end());
-  result.entries_ = std::make_shared<Entries>(std::move(entries));
-  return result;
+  Builder builder(entries.size());
+  const std::string* last = nullptr;
+  for (Entry& entry : entries) {
+    if (last != nullptr && entry.first == *last) continue;
+    builder.add(std::move(entry));
+    // The moved-from key no longer serves: the one in the block does.
+    last = &builder.back().first;
+  }
+  return builder.take();
 }
 
 const Value* Dictionary::find(std::string_view key) const noexcept {
@@ -48,46 +113,62 @@ const Value* Dictionary::find(std::string_view key) const noexcept {
 }
 
 void Dictionary::set(std::string_view key, Value value) {
-  if (entries_ == nullptr) {
-    entries_ = std::make_shared<Entries>();
-  } else if (entries_.use_count() > 1) {
-    entries_ = std::make_shared<Entries>(*entries_);
+  const Entry* at = std::lower_bound(begin(), end(), key, ByKey());
+  const bool present = at != end() && at->first == key;
+  if (present && block_->references.load(std::memory_order_acquire) == 1) {
+    block_->entries()[at - begin()].second = std::move(value);
+    return;
   }
-  const auto at = std::lower_bound(entries_->begin(), entries_->end(), key, ByKey());
-  if (at != entries_->end() && at->first == key) {
-    at->second = std::move(value);
-  } else {
-    entries_->emplace(at, std::string(key), std::move(value));
-  }
+  Builder builder(size() + 1);
+  for (const Entry* entry = begin(); entry != at; ++entry) builder.add(*entry);
+  builder.add(Entry(std::string(key), std::move(value)));
+  for (const Entry* entry = present ? at + 1 : at; entry != end(); ++entry) builder.add(*entry);
+  *this = builder.take();
 }
 
 void Dictionary::remove(std::string_view key) {
-  if (find(key) == nullptr) return;
-  if (entries_.use_count() > 1) entries_ = std::make_shared<Entries>(*entries_);
-  entries_->erase(std::lower_bound(entries_->begin(), entries_->end(), key, ByKey()));
+  const Value* found = find(key);
+  if (found == nullptr) return;
+  Builder builder(size() - 1);
+  for (const Entry& entry : *this) {
+    if (&entry.second != found) builder.add(entry);
+  }
+  *this = size() > 1 ? builder.take() : Dictionary();
 }
 
 std::size_t Dictionary::size() const noexcept {
-  return entries_ ? entries_->size() : 0;
+  return block_ != nullptr ? block_->count : 0;
 }
 
 const Dictionary::Entry* Dictionary::begin() const noexcept {
-  return entries_ ? entries_->data() : nullptr;
+  return block_ != nullptr ? block_->entries() : nullptr;
 }
 
 const Dictionary::Entry* Dictionary::end() const noexcept {
-  return entries_ ? entries_->data() + entries_->size() : nullptr;
+  return block_ != nullptr ? block_->entries() + block_->count : nullptr;
 }
 
 bool operator==(const Dictionary& a, const Dictionary& b) noexcept {
-  return a.entries_ == b.entries_ || std::equal(a.begin(), a.end(), b.begin(), b.end());
+  return a.block_ == b.block_ || std::equal(a.begin(), a.end(), b.begin(), b.end());
+}
+
+void Value::setText(std::string text) {
+  if (text.size() <= kShortTextBytes) {
+    content_ = std::move(text);
+  } else {
+    content_ = std::make_shared<const std::string>(std::move(text));
+  }
 }
 
 Value::Value(const char* text) {
-  if (text != nullptr) content_ = std::make_shared<const std::string>(text);
+  if (text != nullptr) setText(text);
 }
-Value::Value(std::string text) : content_(std::make_shared<const std::string>(std::move(text))) {}
-Value::Value(std::string_view text) : content_(std::make_shared<const std::string>(text)) {}
+Value::Value(std::string text) {
+  setText(std::move(text));
+}
+Value::Value(std::string_view text) {
+  setText(std::string(text));
+}
 Value::Value(Data data) : content_(std::make_shared<const Data>(std::move(data))) {}
 Value::Value(Array array) : content_(std::make_shared<const Array>(std::move(array))) {}
 Value::Value(Dictionary dictionary) noexcept : content_(std::move(dictionary)) {}
@@ -109,13 +190,14 @@ bool Value::sameAs(const Value& other) const noexcept {
     case Kind::date:
       return *date() == *other.date();
     case Kind::string:
-      return string() == other.string();
+      return string() == other.string() ||
+             (content_.index() == kShortText && *string() == *other.string());
     case Kind::data:
       return data() == other.data();
     case Kind::array:
       return array() == other.array();
     case Kind::dictionary:
-      return dictionary()->entries_ == other.dictionary()->entries_;
+      return dictionary()->block_ == other.dictionary()->block_;
   }
   return false;
 }

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <initializer_list>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -34,8 +35,17 @@ class FEXORA_API Dictionary {
 
   Dictionary() noexcept = default;
   Dictionary(std::initializer_list<Entry> entries);
-  // Takes the entries in any order; of several with one key the first stays.
-  static Dictionary fromEntries(std::vector<Entry> entries);
+  Dictionary(const Dictionary& other) noexcept;
+  Dictionary(Dictionary&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
+  Dictionary& operator=(Dictionary other) noexcept {
+    std::swap(block_, other.block_);
+    return *this;
+  }
+  ~Dictionary() { release(); }
+
+  // Moves the entries out of `entries`, which may be in any order; of several with one key the
+  // first stays.
+  static Dictionary fromEntries(std::span<Entry> entries);
 
   // Null when the key is absent; valid until this dictionary changes.
   const Value* find(std::string_view key) const noexcept;
@@ -51,9 +61,13 @@ class FEXORA_API Dictionary {
 
  private:
   friend class Value;
-  using Entries = std::vector<Entry>;
+  // A count of references with the entries behind it: one allocation a dictionary.
+  struct Block;
+  class Builder;
 
-  std::shared_ptr<Entries> entries_;  // null when empty; never changed while shared
+  void release() noexcept;
+
+  Block* block_ = nullptr;  // null when empty; never changed while shared
 };
 
 class FEXORA_API Value {
@@ -78,19 +92,24 @@ class FEXORA_API Value {
   Value(Dictionary dictionary) noexcept;
   // NOLINTEND(google-explicit-constructor)
 
-  Kind kind() const noexcept { return static_cast<Kind>(content_.index()); }
+  Kind kind() const noexcept {
+    return content_.index() == kShortText ? Kind::string : static_cast<Kind>(content_.index());
+  }
   bool isNull() const noexcept { return kind() == Kind::null; }
 
   // The content when the value is of that kind, else null; valid as long as this value.
   const NSNumber* number() const noexcept { return std::get_if<NSNumber>(&content_); }
-  const std::string* string() const noexcept { return payload<std::string>(); }
+  const std::string* string() const noexcept {
+    const auto* text = std::get_if<std::string>(&content_);
+    return text != nullptr ? text : payload<std::string>();
+  }
   const Date* date() const noexcept { return std::get_if<Date>(&content_); }
   const Data* data() const noexcept { return payload<Data>(); }
   const Array* array() const noexcept { return payload<Array>(); }
   const Dictionary* dictionary() const noexcept { return std::get_if<Dictionary>(&content_); }
 
-  // Two values for which this is true are equal and of one kind; false says nothing. O(1): numbers
-  // and dates by content and kind, the rest by the payload that copies share.
+  // Two values for which this is true are equal and of one kind; false says nothing. O(1): numbers,
+  // dates and short texts by content and kind, the rest by the payload that copies share.
   bool sameAs(const Value& other) const noexcept;
 
   friend FEXORA_API bool operator==(const Value& a, const Value& b) noexcept;
@@ -102,8 +121,13 @@ class FEXORA_API Value {
     return shared != nullptr ? shared->get() : nullptr;
   }
 
+  // A text that fits into a std::string without an allocation is held in place: most texts here
+  // are codes and keys.
+  static constexpr std::size_t kShortText = 7;
+  void setText(std::string text);
+
   std::variant<std::monostate, NSNumber, std::shared_ptr<const std::string>, Date,
-               std::shared_ptr<const Data>, std::shared_ptr<const Array>, Dictionary>
+               std::shared_ptr<const Data>, std::shared_ptr<const Array>, Dictionary, std::string>
       content_;
 };
 

@@ -44,7 +44,7 @@ class FEXORA_API Map {
   void bind(const char* key, Field& field, Transform transform);
 
   // What has been written.
-  Dictionary result() && { return Dictionary::fromEntries(std::move(written_)); }
+  Dictionary result() && { return Dictionary::fromEntries(written_); }
 
  private:
   explicit Map(const Dictionary* source) noexcept : source_(source) {}

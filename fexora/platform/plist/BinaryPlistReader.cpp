@@ -341,7 +341,7 @@ bool BinaryRun::readDictionary(std::size_t at, std::uint64_t count, int depth, V
     if (!readKey(numberIn(keys, i), entries[i].first)) return false;
     if (!readObject(numberIn(values, i), depth, entries[i].second)) return false;
   }
-  out = Value(Dictionary::fromEntries(std::move(entries)));
+  out = Value(Dictionary::fromEntries(entries));
   return true;
 }
 

@@ -97,7 +97,7 @@ DictionaryCodec::Decoded DictionaryCodec::decode(std::string bytes) {
       std::vector<Dictionary::Entry> entries;
       entries.reserve(segments.size());
       for (const Segment& segment : segments) entries.emplace_back(segment.key, segment.value);
-      result.dictionary = Dictionary::fromEntries(std::move(entries));
+      result.dictionary = Dictionary::fromEntries(entries);
     } else {
       segments.clear();
       result = decodeAnew(bytes);

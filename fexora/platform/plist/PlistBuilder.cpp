@@ -1,13 +1,14 @@
 #include "fexora/platform/plist/PlistBuilder.h"
 
 #include <charconv>
-#include <iterator>
 #include <optional>
+#include <span>
 #include <system_error>
 
 #include "fexora/platform/foundation/Limits.h"
 #include "fexora/platform/foundation/NumberText.h"
 #include "fexora/platform/plist/Base64.h"
+#include "fexora/platform/plist/CutOff.h"
 #include "fexora/platform/plist/PlistText.h"
 
 namespace fexora {
@@ -19,15 +20,6 @@ std::optional<std::uint64_t> parseUnsigned(std::string_view digits, int base) {
   const auto [stop, error] = std::from_chars(digits.data(), end, value, base);
   if (digits.empty() || stop != end || error != std::errc()) return std::nullopt;
   return value;
-}
-
-// The elements of `all` from `first` on, moved out into a vector of just their size.
-template <class T>
-std::vector<T> cutOff(std::vector<T>& all, std::size_t first) {
-  const auto from = all.begin() + static_cast<std::ptrdiff_t>(first);
-  std::vector<T> part(std::make_move_iterator(from), std::make_move_iterator(all.end()));
-  all.erase(from, all.end());
-  return part;
 }
 
 }  // namespace
@@ -165,7 +157,9 @@ bool PlistBuilder::endContainer() {
   if (frame.tag == Tag::array) return add(cutOff(items_, frame.first));
   if (frame.tag == Tag::dict) {
     if (frame.keyPending) return refuse("a key without a value");
-    return add(Dictionary::fromEntries(cutOff(entries_, frame.first)));
+    auto dictionary = Dictionary::fromEntries(std::span(entries_).subspan(frame.first));
+    entries_.resize(frame.first);
+    return add(std::move(dictionary));
   }
   if (items_.empty()) return refuse("no root value");
   root_ = std::move(items_.front());

@@ -8,6 +8,7 @@
 #include <expat.h>
 
 #include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/plist/LaidOutPlistReader.h"
 #include "fexora/platform/plist/PlistBuilder.h"
 
 namespace fexora {
@@ -152,6 +153,8 @@ std::string ExpatRun::error() const {
 }  // namespace
 
 PlistResult readXmlPlist(std::string_view bytes) {
+  PlistResult fast;
+  if (LaidOutPlistReader(bytes).readFile(fast.value)) return fast;
   ExpatRun run(false);
   const std::size_t piece = std::max(kPieceBytes, bytes.size() / kPieces + 1);
   // Beyond expat's own count of bytes.
@@ -165,6 +168,13 @@ PlistResult readXmlPlist(std::string_view bytes) {
 }
 
 std::optional<XmlPlistEntry> readXmlPlistEntry(std::string_view bytes) {
+  Dictionary::Entry fast;
+  LaidOutPlistReader reader(bytes);
+  if (reader.readRootEntry(fast)) {
+    // The last line's end is no part of the value's element.
+    return XmlPlistEntry{std::move(fast.first), std::move(fast.second),
+                         bytes.size() - reader.rest().size() - 1, reader.objects()};
+  }
   ExpatRun run(true);
   bool more = run.feed(kEntryHead, false);
   // The pieces grow, so that a short entry before a long rest costs little.

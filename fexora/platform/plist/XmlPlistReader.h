@@ -1,4 +1,6 @@
-// Reads the XML form of property lists: expat finds the elements, PlistBuilder makes the values.
+// Reads the XML form of property lists: what the writer made by the fast way of
+// LaidOutPlistReader, all else by expat, which finds the elements, and PlistBuilder, which makes
+// the values.
 #pragma once
 
 #include <cstddef>

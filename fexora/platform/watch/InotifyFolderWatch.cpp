@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "fexora/platform/foundation/Limits.h"
@@ -36,7 +37,7 @@ class InotifyWatch final : public FolderWatch::Watch {
   void retryLater();
   void onReadable();
   void callChanged();
-  void say(std::string_view what, std::string_view why = {});
+  void say(std::string_view what, const std::error_code& why = {});
 
   RunLoop& loop_;
   Log& log_;
@@ -51,7 +52,7 @@ class InotifyWatch final : public FolderWatch::Watch {
 
 bool InotifyWatch::start() {
   if (!arm()) {
-    say("cannot be watched", path_->error().message());
+    say("cannot be watched", path_->error());
     return false;
   }
   if (!path_->isThere()) noteMissing();
@@ -72,7 +73,7 @@ bool InotifyWatch::arm() {
 // After a break. Whatever happened before the new watches stood is told by the one call.
 void InotifyWatch::renew() {
   if (!arm()) {
-    if (!std::exchange(isBroken_, true)) say("is no longer watched", path_->error().message());
+    if (!std::exchange(isBroken_, true)) say("is no longer watched", path_->error());
     retryLater();
     return;
   }
@@ -86,8 +87,7 @@ void InotifyWatch::renew() {
 }
 
 void InotifyWatch::noteMissing() {
-  if (!std::exchange(isBroken_, true))
-    say("is not there; waiting for it", path_->missing().message());
+  if (!std::exchange(isBroken_, true)) say("is not there; waiting for it", path_->missing());
   if (!path_->waits()) retryLater();
 }
 
@@ -118,10 +118,10 @@ void InotifyWatch::callChanged() {
   if (changed) changed();
 }
 
-void InotifyWatch::say(std::string_view what, std::string_view why) {
+void InotifyWatch::say(std::string_view what, const std::error_code& why) {
   std::string line = "The folder " + folder_ + " ";
   line += what;
-  if (!why.empty()) line.append(": ").append(why);
+  if (why) line.append(": ").append(why.message());
   log_.write(line);
 }
 

@@ -1,6 +1,7 @@
 #include "fexora/platform/modules/net/JsonValue.h"
 
 #include <optional>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -72,6 +73,8 @@ class Decoder {
   std::optional<Value> boolean(ondemand::value value);
   std::optional<Value> null(ondemand::value value);
 
+  // Of all open objects, the outer ones first.
+  std::vector<Dictionary::Entry> entries_;
   int depthLeft_;
   std::size_t valuesLeft_;
   JsonResult fault_;
@@ -102,7 +105,7 @@ std::optional<Value> Decoder::object(ondemand::value value) {
   if (depthLeft_-- == 0) return fail("it is nested too deep");
   ondemand::object fields;
   if (const auto error = value.get_object().get(fields)) return fail(error);
-  std::vector<Dictionary::Entry> entries;
+  const std::size_t first = entries_.size();
   for (auto field : fields) {
     std::string_view key;
     if (const auto error = field.unescaped_key().get(key)) return fail(error);
@@ -111,10 +114,12 @@ std::optional<Value> Decoder::object(ondemand::value value) {
     if (const auto error = field.value().get(content)) return fail(error);
     auto decoded = decode(content);
     if (!decoded) return std::nullopt;
-    entries.emplace_back(std::move(ownKey), *std::move(decoded));
+    entries_.emplace_back(std::move(ownKey), *std::move(decoded));
   }
   ++depthLeft_;
-  return Value(Dictionary::fromEntries(std::move(entries)));
+  Value result(Dictionary::fromEntries(std::span(entries_).subspan(first)));
+  entries_.resize(first);
+  return result;
 }
 
 std::optional<Value> Decoder::array(ondemand::value value) {

@@ -8,12 +8,11 @@
 namespace fexora {
 namespace {
 
+// Null where ICU has no data for it.
 std::unique_ptr<icu::BreakIterator> makeIterator() {
   UErrorCode error = U_ZERO_ERROR;
-  std::unique_ptr<icu::BreakIterator> iterator(
+  return std::unique_ptr<icu::BreakIterator>(
       icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), error));
-  if (U_FAILURE(error) != 0) iterator.reset();
-  return iterator;
 }
 
 icu::BreakIterator* threadIterator() {

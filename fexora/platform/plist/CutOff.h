@@ -1,0 +1,20 @@
+// The growing lists of open containers share one vector, so that each finished list takes just the
+// memory it needs.
+#pragma once
+
+#include <cstddef>
+#include <iterator>
+#include <vector>
+
+namespace fexora {
+
+// The elements of `all` from `first` on, moved out into a vector of just their size.
+template <class T>
+std::vector<T> cutOff(std::vector<T>& all, std::size_t first) {
+  const auto from = all.begin() + static_cast<std::ptrdiff_t>(first);
+  std::vector<T> part(std::make_move_iterator(from), std::make_move_iterator(all.end()));
+  all.erase(from, all.end());
+  return part;
+}
+
+}  // namespace fexora

@@ -1,0 +1,46 @@
+"""Amounts that are calculations."""
+
+import unittest
+
+from support import ProgramTest
+
+
+class Calculations(ProgramTest):
+    def amount(self, typed, *words, **options):
+        return self.json(*words, typed, "USD", "EUR", **options)["amount"]
+
+    def test_operators_parentheses_and_both_marks(self):
+        for typed, value in [
+                ("12+3*2", 18), ("(12+3)*2", 30), ("2-3-4", -5), ("8/2/2", 2), ("10/4", 2.5),
+                ("-2*3", -6), ("2*-3", -6), ("-(-3)", 3), ("+5", 5), (" 1 + 1 ", 2),
+                ("1,5+2.5", 4), ("0.1+0.2", 0.1 + 0.2), ("1e3*2", 2000), ("1/3", 1 / 3),
+                ("((((7))))+0", 7), ("85.23*3", 85.23 * 3)]:
+            self.assertEqual(self.amount(typed), value, typed)
+
+    def test_numbers_are_those_of_the_locale(self):
+        self.assertEqual(self.amount("1,5*2", "--locale", "de_DE"), 3)
+        self.assertEqual(self.amount("١٢٫٥*2", "--locale", "ar_EG"), 25)
+        self.assertIn("at place 3", self.fail(2, "--locale", "ar_EG", "--", "2*1.5", "USD", "EUR"))
+
+    def test_what_is_malformed_is_refused_with_its_place(self):
+        for typed, said in [
+                ("12+*3", "at place 4"), ("3 4+1", "at place 3"), ("2(3)+1", "at place 2"),
+                ("()+1", "at place 2"), ("1---5", "at place 4"), ("12+", "at its end"),
+                ("-", "at its end"), ("(1+2", "partner at place 1"), ("1+2)", "partner at place 4"),
+                ("(1+(2)", "partner at place 1"), ("1+x", 'at place 3: "x"'),
+                ("٣+é", 'at place 3: "é"'), ("1/0", "by zero at place 2"),
+                ("1/(1/0)", "by zero at place 5"), ("1/(2-2)+1/3", "by zero at place 2"),
+                ("10/-0", "by zero at place 3"), ("1/3+1/(1-1)", "by zero at place 6"),
+                ("1e300*1e300", "finite"), ("1+" * 600 + "1", "too long"),
+                ("1.2.3+1", 'at place 1: "1.2.3"'), ("2^3+1", '"2^3"')]:
+            message = self.fail(2, "--", typed, "USD", "EUR")
+            self.assertIn(said, message, typed)
+        self.assertFalse(self.store.exists())
+
+    def test_deep_nesting_is_no_danger(self):
+        self.assertEqual(self.amount("(" * 400 + "7" + ")" * 400 + "+0"), 7)
+        self.assertIn("by zero", self.fail(2, "--", "1/(" * 240 + "0" + ")" * 240, "USD", "EUR"))
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,104 @@
+"""Search, names in the user's language, and what a mistyped code is offered."""
+
+import json
+import os
+import pty
+import unittest
+
+from support import ProgramTest
+
+
+class Search(ProgramTest):
+    def codes(self, *words):
+        return [match["code"] for match in self.json("search", *words)["matches"]]
+
+    def test_matches_come_with_code_and_name(self):
+        self.assertEqual(self.json("search", "yen"),
+                         {"matches": [{"code": "JPY", "name": "Japanese Yen"}]})
+        self.assertEqual(self.succeed("search", "bitcoin c"), "BCH  Bitcoin Cash\n")
+        self.assertEqual(self.codes("zlo"), ["PLN"])
+        self.assertEqual(self.codes("usd")[0], "USD")
+        self.assertEqual(self.codes(""), [])
+
+    def test_limit_counts_matches_and_exclude_leaves_out(self):
+        everything = self.codes("dollar")
+        self.assertGreater(len(everything), 20)
+        self.assertEqual(self.codes("dollar", "--limit", "3"), everything[:3])
+        without = self.codes("dollar", "--exclude", everything[1], "--exclude", "jpy")
+        self.assertEqual(without, everything[:1] + everything[2:])
+        # Matches that are left out count all the same.
+        self.assertEqual(self.codes("dollar", "--limit", "3", "--exclude", everything[0].lower()),
+                         everything[1:3])
+        self.assertEqual(self.codes("dollar", "--limit", "-1"), everything)
+
+    def test_each_language_is_searched_by_its_own_names(self):
+        for language, text, code, name in [
+                ("de", "schweizer", "CHF", "Schweizer Franken"), ("ja", "日本円", "JPY", "日本円"),
+                ("ar", "ين ياباني", "JPY", "ين ياباني"), ("hi", "भारतीय", "INR", "भारतीय रुपया"),
+                ("hi", "ethereum", "ETH", "Ethereum")]:
+            matches = self.json("search", text, "--lang", language, "--limit", "50")["matches"]
+            self.assertIn({"code": code, "name": name}, matches, language)
+        # The language of the environment serves where none is asked for.
+        env = self.environment(LANG="de_DE.UTF-8")
+        self.assertEqual(self.succeed("search", "schweizer", env=env), "CHF  Schweizer Franken\n")
+
+    def test_nothing_found_is_an_answer(self):
+        code, out, err = self.run_program("search", "no such money")
+        self.assertEqual((code, out, err),
+                         (0, "", 'fexora: no currency matches "no such money"\n'))
+
+    def test_wrong_use(self):
+        self.fail(2, "search")
+        self.fail(2, "search", "hong", "kong")
+        self.fail(2, "search", "yen", "--limit", "many")
+        self.assertIn('"QQQ"', self.fail(1, "search", "yen", "--exclude", "QQQ"))
+
+
+class Names(ProgramTest):
+    def test_json_has_names_only_when_asked(self):
+        self.assertNotIn("name", self.json("1", "USD", "EUR")["items"][0])
+        self.assertEqual(self.json("1", "USD", "EUR", "--names")["items"][0]["name"], "Euro")
+        items = self.json("1", "USD", "EUR", "BTC", "XRP", "--lang", "ja")["items"]
+        self.assertEqual([item["name"] for item in items], ["ユーロ", "Bitcoin", "XRP"])
+
+    def test_people_see_names_on_a_terminal_and_when_asked(self):
+        plain = self.succeed("1", "USD", "JPY")
+        self.assertNotIn("Yen", plain)
+        named = self.succeed("1", "USD", "JPY", "--names").splitlines()
+        self.assertEqual(named[0], "1 USD (US Dollar) =")
+        self.assertTrue(named[1].endswith("JPY)   Japanese Yen"), named)
+        self.assertEqual(self.succeed("select", "--lang", "de", "usd", "xrp"),
+                         "USD (US-Dollar)\nXRP\n")
+        ours, theirs = pty.openpty()
+        self.addCleanup(os.close, ours)
+        process = self.start("1", "USD", "JPY", terminal=theirs)
+        os.close(theirs)
+        shown = b""
+        while b"old" not in shown:
+            shown += os.read(ours, 4096)
+        self.assertEqual(process.wait(timeout=60), 0)
+        self.assertIn(b"Japanese Yen", shown)
+
+    def test_names_that_need_no_language_data_open_no_module(self):
+        for words, opened in [(["1", "USD", "EUR"], False),
+                              (["1", "USD", "EUR", "--names"], False),
+                              (["1", "USD", "EUR", "--lang", "ja"], True)]:
+            env = self.environment(LD_DEBUG="files")
+            code, _, log = self.run_program(*words, env=env)
+            self.assertEqual(code, 0)
+            self.assertEqual("libicuuc" in log, opened, words)
+            self.assertNotIn("muparser", log)
+
+
+class Offers(ProgramTest):
+    def test_a_mistyped_code_is_offered_what_the_search_finds(self):
+        self.assertIn("near: JPY (Japanese Yen)", self.fail(1, "1", "yen"))
+        self.assertIn("near: JPY (日本円)", self.fail(1, "1", "円", "--lang", "ja"))
+        self.assertIn("near: USD (US Dollar),", self.fail(1, "1", "EUR", "UDS"))
+        error = json.loads(self.run_program("1", "franc", "--json")[1])["error"]
+        self.assertEqual(error["kind"], "currency")
+        self.assertIn("CHF (Swiss Franc)", error["message"])
+
+
+if __name__ == "__main__":
+    unittest.main()
