@@ -121,7 +121,7 @@ bool LaidOutPlistReader::readDictionary(std::size_t depth, Value& out) {
     if (!readEntry(depth, entry)) return false;
     entries_.push_back(std::move(entry));
   }
-  out = Dictionary::fromEntries(cutOff(entries_, first));
+  out = cutOffDictionary(entries_, first);
   return takeTabs(depth - 1) && take("</dict>\n");
 }
 

@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <optional>
-#include <span>
 #include <system_error>
 
 #include "fexora/platform/foundation/Limits.h"
@@ -157,9 +156,7 @@ bool PlistBuilder::endContainer() {
   if (frame.tag == Tag::array) return add(cutOff(items_, frame.first));
   if (frame.tag == Tag::dict) {
     if (frame.keyPending) return refuse("a key without a value");
-    auto dictionary = Dictionary::fromEntries(std::span(entries_).subspan(frame.first));
-    entries_.resize(frame.first);
-    return add(std::move(dictionary));
+    return add(cutOffDictionary(entries_, frame.first));
   }
   if (items_.empty()) return refuse("no root value");
   root_ = std::move(items_.front());
