@@ -39,12 +39,12 @@ void run(const CommandLine& line) {
       return settings(line);
     case Command::search:
       return search(line);
+    case Command::refresh:
+      return refresh(line);
     case Command::watch:
       return watch(line);
     case Command::status:
       return status(line);
-    default:
-      break;
   }
 }
 
