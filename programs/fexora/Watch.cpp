@@ -5,11 +5,8 @@
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Currencies.h"
 #include "programs/fexora/Failure.h"
-<<<<<<< HEAD
 #include "programs/fexora/KeepFresh.h"
-=======
 #include "programs/fexora/Names.h"
->>>>>>> main
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Store.h"
 
