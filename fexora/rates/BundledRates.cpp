@@ -1,5 +1,6 @@
 #include "fexora/rates/BundledRates.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "fexora/resources/BundledRatesTable.h"
@@ -18,11 +19,19 @@ Value bundledRates() {
   return rates;
 }
 
+// As loadUSDRates() would find them, without making the records.
+bool hasRates(const StoreManager& store) {
+  const Value* stored = store.ud().find(kUDUSDRates);
+  const Array* rates = stored != nullptr ? stored->array() : nullptr;
+  return rates != nullptr && !rates->empty() &&
+         std::all_of(rates->begin(), rates->end(),
+                     [](const Value& rate) { return rate.dictionary() != nullptr; });
+}
+
 }  // namespace
 
 bool seedBundledRates(StoreManager& store) {
-  const auto present = store.loadUSDRates();
-  if (present && !present->empty()) return false;
+  if (hasRates(store)) return false;
   Dictionary content = store.ud();
   content.set(kUDUSDRates, bundledRates());
   content.set(kUDUSDRatesUpdated, bundledRatesDate());

@@ -70,9 +70,16 @@ Named withNamedNumbers(const std::string& typed) {
   return named;
 }
 
-// Where the program's own modules lie is part of its run path.
+// The program's module lies with those of the library.
+std::string modulePath() {
+  Dl_info info{};
+  if (dladdr(reinterpret_cast<const void*>(&currencyManager), &info) == 0) return {};
+  const std::string_view library = info.dli_fname;
+  return std::string(library.substr(0, library.rfind('/') + 1)) + "fexora/fexora_calculation.so";
+}
+
 decltype(&fexora_calculate) openCalculation(const std::string& typed) {
-  void* const module = dlopen("fexora_calculation.so", RTLD_NOW | RTLD_LOCAL);
+  void* const module = dlopen(modulePath().c_str(), RTLD_NOW | RTLD_LOCAL);
   void* const entry = module != nullptr ? dlsym(module, "fexora_calculate") : nullptr;
   if (entry != nullptr) return reinterpret_cast<decltype(&fexora_calculate)>(entry);
   const char* const reason = dlerror();

@@ -11,8 +11,8 @@ namespace fexora::program {
 void convert(const CommandLine& line);
 void select(const CommandLine& line);
 void settings(const CommandLine& line);
-void refresh(const CommandLine& line);
 void search(const CommandLine& line);
+void refresh(const CommandLine& line);
 void watch(const CommandLine& line);
 void status(const CommandLine& line);
 
