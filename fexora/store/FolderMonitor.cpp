@@ -3,24 +3,35 @@
 #include <utility>
 
 #include "fexora/platform/files/ContainerFolder.h"
+#include "fexora/platform/foundation/Guarded.h"
 
 namespace fexora {
+namespace {
+
+constexpr std::string_view kWatching = "Watching a folder";
+
+}  // namespace
 
 FolderMonitor::FolderMonitor(std::string path, Handler handler, Platform& platform)
-    : path_(std::move(path)), platform_(platform), delivery_(std::make_shared<Delivery>()) {
-  delivery_->handler = std::move(handler);
-  // Not start(): no subclass's operation may run before the subclass is there.
-  delivery_->state = State::on;
-  open();
+    : path_(std::move(path)), platform_(platform) {
+  guarded(*platform_.log, kWatching, [&] {
+    delivery_ = std::make_shared<Delivery>();
+    delivery_->handler = std::move(handler);
+    // Not start(): no subclass's operation may run before the subclass is there.
+    delivery_->state = State::on;
+    open();
+  });
 }
 
 FolderMonitor::~FolderMonitor() = default;
 
 void FolderMonitor::start() {
-  if (state() == State::on) return;
+  if (delivery_ == nullptr || state() == State::on) return;
   setState(State::on);
-  if (watch_ == nullptr) open();
-  if (delivery_->isPending) deliverPending();
+  guarded(*platform_.log, kWatching, [this] {
+    if (watch_ == nullptr) open();
+    if (delivery_->isPending) deliverPending();
+  });
 }
 
 void FolderMonitor::stop() {

@@ -9,10 +9,11 @@
 // change, unless setReconcilesAfterSkip(true) was called.
 //
 // Nothing here fails towards the caller: what cannot be read leaves the dictionary as it was, what
-// cannot be written leaves the old file whole, and both are logged. A file that cannot be read as a
-// dictionary is kept aside, by a hard link beside it, before a save replaces it. A file that cannot
-// be opened or read for now (no permission, too many open files) is not replaced at all until it
-// can be.
+// cannot be written leaves the old file whole, and both are logged; so is memory that cannot be
+// had. A file that cannot be read as a dictionary is kept aside, by a hard link beside it, before a
+// save replaces it. A file that cannot be opened or read for now (no permission, too many open
+// files) is not replaced until it can be; then a save first takes over what it holds under all keys
+// that this process has not changed.
 // Main thread only. No timer and no folder event is delivered after the destructor.
 #pragma once
 
@@ -22,6 +23,7 @@
 #include <string_view>
 
 #include "fexora/platform/Platform.h"
+#include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/foundation/NSObject.h"
 #include "fexora/platform/plist/DictionaryCodec.h"
 #include "fexora/store/FolderMonitor.h"
@@ -103,21 +105,39 @@ class FEXORA_API UserStoreManager : public NSObject {
   // constructor does not reach the overrides.
   void start();
 
+  // A save has taken over what other processes had written: a subclass interprets the keys anew.
+  virtual void contentMerged() {}
+  // For a subclass whose keys have defaults: while no file could be read, a key with its default
+  // counts as not changed.
+  void assumeContent(Dictionary defaults) { base_ = std::move(defaults); }
+  // Whether a file has been read or written.
+  bool hasLoaded() const { return loaded_; }
+
+  // Runs a step of an operation; without memory for it the log says so. False then.
+  template <class Body>
+  bool attempt(std::string_view operation, Body body) const {
+    return guarded(*platform_.log, operation, std::move(body));
+  }
   Platform& platform() const { return platform_; }
 
  private:
   enum class Disk : std::uint8_t {
-    usable,       // read or written last, or not there
+    usable,       // read or written last
+    missing,      // not there
     unreadable,   // holds something else than a dictionary: kept aside before it is replaced
     inaccessible  // could not be opened or read: not replaced
   };
 
-  void log(const std::string& line) const { platform_.log->write(line); }
+  void log(std::string_view line) const { platform_.log->write(line); }
+  std::optional<Value> member(std::string_view name) const;
+  bool setMember(std::string_view name, const Value& value);
+  void load();
   Disk readFile();
-  void refuse(std::string problem, Disk state, const FileStatus& status);
+  Disk refuse(Disk state, const FileStatus& status, const char* verdict, std::string why);
   void writeFile(const Dictionary& content);
-  std::string save(const Dictionary& content);
-  bool regainAccess();
+  std::string save(Dictionary content);
+  void noteSaved(const Dictionary& content, const FileStatus& status);
+  Disk regainAccess(Dictionary& content);
   std::error_code keepAside();
   void dropOldestAside(const std::string& folder);
   bool differsOnDisk();
@@ -134,7 +154,9 @@ class FEXORA_API UserStoreManager : public NSObject {
   DictionaryCodec codec_;
   Disk disk_ = Disk::usable;
   FileStatus known_;     // the file last read, written or refused
-  bool loaded_ = false;  // a file has been read or written
+  FileStatus aside_;     // the file last kept aside
+  Dictionary base_;      // what the file held when it was last read or written
+  bool loaded_ = false;  // it has been
   bool reconcilesAfterSkip_ = false;
   std::string saveProblem_;
   std::string loadProblem_;

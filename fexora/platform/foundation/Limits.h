@@ -15,6 +15,8 @@ inline constexpr int kPropertyListDepth = 256;
 inline constexpr std::size_t kPropertyListObjects = std::size_t{2} << 20;
 // Kept-aside copies of unreadable store files; the oldest goes when one more comes.
 inline constexpr int kUnreadableCopies = 4;
+// Names that are looked at in one folder, whoever made them.
+inline constexpr std::size_t kFolderNames = std::size_t{64} << 10;
 // How often one interrupted system call is made again before it counts as failed.
 inline constexpr int kInterruptedRetries = 64;
 // How often a temporary name that is taken makes the writer try the next one.
