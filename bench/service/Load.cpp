@@ -48,6 +48,7 @@ int main(int count, char** words) {
   std::atomic<long> answers{0};
   std::atomic<bool> ended{false};
   std::vector<std::thread> clients;
+  clients.reserve(kClients);
   for (int i = 0; i < kClients; ++i) {
     clients.emplace_back([&] {
       while (!ended) answers += ask(server, request) ? 1 : 0;
