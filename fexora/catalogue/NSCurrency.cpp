@@ -67,7 +67,7 @@ void NSCurrency::settle() {
 void NSCurrency::currencyEnds(const Currency& ending) {
   const bool wasUncounted = haveOneOwner(uncounted_, ending.weak_from_this()) &&
                             !haveOneOwner(uncounted_, std::weak_ptr<Currency>());
-  if (counted_.get() == &ending || wasUncounted) setCurrency(Currency::make(ending.code()));
+  if (counted_.get() == &ending || wasUncounted) setCurrency(Currency::make(ending.code_));
 }
 
 Currency::~Currency() {

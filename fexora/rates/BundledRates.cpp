@@ -1,9 +1,9 @@
 #include "fexora/rates/BundledRates.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
-#include "fexora/platform/mapping/Mapper.h"
 #include "fexora/resources/BundledRatesTable.h"
 
 namespace fexora {
@@ -20,14 +20,20 @@ Value bundledRates() {
   return rates;
 }
 
+// As loadUSDRates() would find them, without making the records.
+bool hasRates(const StoreManager& store) {
+  const Value* stored = store.ud().find(kUDUSDRates);
+  const Array* rates = stored != nullptr ? stored->array() : nullptr;
+  return rates != nullptr && !rates->empty() &&
+         std::all_of(rates->begin(), rates->end(),
+                     [](const Value& rate) { return rate.dictionary() != nullptr; });
+}
+
 }  // namespace
 
 bool seedBundledRates(StoreManager& store) {
+  if (hasRates(store)) return false;
   try {
-    // The store's own reading answers nothing, too, when there is no memory for its rates.
-    const Value* kept = store.ud().find(kUDUSDRates);
-    const auto present = kept != nullptr ? Mapper<USDRate>::mapArray(*kept) : std::nullopt;
-    if (present && !present->empty()) return false;
     Dictionary content = store.ud();
     content.set(kUDUSDRates, bundledRates());
     content.set(kUDUSDRatesUpdated, bundledRatesDate());

@@ -4,9 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include <dlfcn.h>
-
 #include "fexora/fexora.h"
+#include "fexora/platform/foundation/Library.h"
 
 #include "programs/fexora/Failure.h"
 #include "programs/fexora/calculation/CalculationModule.h"
@@ -70,14 +69,12 @@ Named withNamedNumbers(const std::string& typed) {
   return named;
 }
 
-// Where the program's own modules lie is part of its run path.
+// The module lies beside the library's own.
 decltype(&fexora_calculate) openCalculation(const std::string& typed) {
-  void* const module = dlopen("fexora_calculation.so", RTLD_NOW | RTLD_LOCAL);
-  void* const entry = module != nullptr ? dlsym(module, "fexora_calculate") : nullptr;
+  std::string reason;
+  void* const entry = moduleEntry("calculation", "fexora_calculate", reason);
   if (entry != nullptr) return reinterpret_cast<decltype(&fexora_calculate)>(entry);
-  const char* const reason = dlerror();
-  throw refusal(typed, std::string("is a calculation, which cannot be evaluated here: ") +
-                           (reason != nullptr ? reason : "no module"));
+  throw refusal(typed, "is a calculation, which cannot be evaluated here: " + reason);
 }
 
 const char* describe(Problem problem) {

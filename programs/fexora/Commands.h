@@ -12,6 +12,7 @@ void convert(const CommandLine& line);
 void select(const CommandLine& line);
 void settings(const CommandLine& line);
 void search(const CommandLine& line);
+void refresh(const CommandLine& line);
 void watch(const CommandLine& line);
 void status(const CommandLine& line);
 

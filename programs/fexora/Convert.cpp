@@ -99,15 +99,19 @@ void printTable(const Conversion& conversion, const StoreManager& store, bool na
     rates.add(format.rate(item.rate.doubleValue()));
   }
   const std::string& source = conversion.source->code();
-  printLine(format.exact(conversion.amount) + " " + (conversion.invert ? "of each in " : "") +
-            codeAndName(*conversion.source, names) + (conversion.invert ? "" : " ="));
+  printLine(format.exact(conversion.amount) + (conversion.invert ? " of each, in " : " ") +
+            codeAndName(*conversion.source, names) + (conversion.invert ? ":" : " ="));
   for (std::size_t i = 0; i < conversion.items.size(); ++i) {
     const Currency& currency = *conversion.items[i].dstCurrency;
     const std::string& code = currency.code();
+    std::string row = "  ";
+    row.append(amounts.aligned(i)).append(" ");
+    if (conversion.invert) row.append(source).append(" for ");
+    row.append(code).append("   (1 ").append(source).append(" = ");
+    row.append(rates.aligned(i)).append(" ").append(code).append(")");
     // At the end, since names are of any width and may run from right to left.
-    const std::string name = names ? "   " + nameOf(currency) : "";
-    printLine("  " + amounts.aligned(i) + " " + (conversion.invert ? source + " for " : "") + code +
-              "   (1 " + source + " = " + rates.aligned(i) + " " + code + ")" + name);
+    if (names) row.append("   ").append(nameOf(currency));
+    printLine(row);
   }
   printLine(ratesLine(ratesDate()));
 }

@@ -11,6 +11,14 @@ namespace {
 
 constexpr std::size_t kMessageCharacters = 500;
 
+bool write(std::FILE* stream, std::string line) {
+  line += '\n';
+  return std::fwrite(line.data(), 1, line.size(), stream) == line.size() &&
+         std::fflush(stream) == 0;
+}
+
+}  // namespace
+
 // One line, whatever the message quotes from the outside; cut between characters.
 std::string oneLine(std::string_view message) {
   std::string line;
@@ -23,14 +31,6 @@ std::string oneLine(std::string_view message) {
   }
   return line;
 }
-
-bool write(std::FILE* stream, std::string line) {
-  line += '\n';
-  return std::fwrite(line.data(), 1, line.size(), stream) == line.size() &&
-         std::fflush(stream) == 0;
-}
-
-}  // namespace
 
 void printLine(std::string_view line) {
   if (write(stdout, std::string(line))) return;

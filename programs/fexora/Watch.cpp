@@ -1,9 +1,11 @@
 // Shows each change that another process makes to the store.
 #include <cstdint>
+#include <optional>
 
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Currencies.h"
 #include "programs/fexora/Failure.h"
+#include "programs/fexora/KeepFresh.h"
 #include "programs/fexora/Names.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Store.h"
@@ -70,6 +72,8 @@ void watch(const CommandLine& line) {
     ++seen;
   });
   printWatching(line, store.applicationDocumentsDirectory());
+  std::optional<KeepFresh> fresh;
+  if (line.refresh) fresh.emplace(store, *line.refresh);
   Platform::process().loop->runUntil(
       [&] { return failure.has_value() || (line.count && seen >= *line.count); });
   if (failure) throw *failure;

@@ -2,6 +2,8 @@
 #include <csignal>
 #include <cstdlib>
 #include <exception>
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -21,8 +23,24 @@ void ignoreFileSizeSignal() {
   std::signal(SIGXFSZ, SIG_IGN);
 }
 
+// For commands that are over before another process could save: the kernel takes some ten
+// milliseconds to end a process that has watched a folder.
+class NoFolderWatch final : public FolderWatch {
+ public:
+  std::unique_ptr<Watch> watch(const std::string& /*folder*/, const std::string& /*ignoredPrefix*/,
+                               std::function<void()> /*changed*/) override {
+    return nullptr;
+  }
+};
+
+bool waits(Command command) {
+  return command == Command::watch || command == Command::refresh;
+}
+
 // Before anything else asks the library, since it reads these at its first use.
 void prepareLibrary(const CommandLine& line) {
+  static NoFolderWatch noWatch;
+  if (!waits(line.command)) Platform::process().folderWatch = &noWatch;
   if (!line.verbose) Log::setProcessSink({});
   if (!line.container.empty()) setenv("FEXORA_CONTAINER", line.container.c_str(), 1);
   if (!line.locale.empty()) Locale::setCurrent(line.locale);
@@ -39,12 +57,12 @@ void run(const CommandLine& line) {
       return settings(line);
     case Command::search:
       return search(line);
+    case Command::refresh:
+      return refresh(line);
     case Command::watch:
       return watch(line);
     case Command::status:
       return status(line);
-    default:
-      break;
   }
 }
 

@@ -22,6 +22,7 @@ constexpr std::int64_t kNoLimit = 1000;
 
 std::vector<std::string> codes(const std::vector<CurrencyRef>& currencies) {
   std::vector<std::string> list;
+  list.reserve(currencies.size());
   for (const CurrencyRef& currency : currencies) list.push_back(currency->code());
   return list;
 }
@@ -214,6 +215,7 @@ TEST(CurrencySearch, FourThreadsWhileTheLanguageChanges_EachSeeOneOfThem) {
   auto& manager = catalogue.manager();
   std::atomic<int> wrong = 0;
   std::vector<std::thread> threads;
+  threads.reserve(4);
   for (int t = 0; t < 4; ++t) {
     threads.emplace_back([&, t] {
       for (int i = 0; i < 200; ++i) {

@@ -1,0 +1,31 @@
+// Tells a person at a terminal that something takes its time.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "fexora/fexora.h"
+
+namespace fexora::program {
+
+// From half a second on, a line on standard error with the time passed, rewritten twice a second
+// and wiped in the end. Nothing where standard error is no terminal. Needs a running loop. Main
+// thread.
+class Progress {
+ public:
+  explicit Progress(std::string text);
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+  ~Progress();
+
+ private:
+  void schedule();
+  void show();
+
+  std::string text_;
+  double begin_ = 0;
+  bool shown_ = false;
+  std::shared_ptr<Timer> timer_;
+};
+
+}  // namespace fexora::program
