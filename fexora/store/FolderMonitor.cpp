@@ -48,11 +48,13 @@ void FolderMonitor::open() {
 // Two rounds of the queue later: changes that the watch had not yet seen at start() come in the
 // first, take the pending one along, and leave nothing to tell.
 void FolderMonitor::deliverPending() {
-  platform_.loop->post([loop = platform_.loop, weak = std::weak_ptr<Delivery>(delivery_)] {
-    loop->post([weak] {
-      const auto delivery = weak.lock();
-      if (delivery != nullptr && delivery->isPending) delivery->call();
-    });
+  const auto deliver = [weak = std::weak_ptr<Delivery>(delivery_)] {
+    const auto delivery = weak.lock();
+    if (delivery != nullptr && delivery->isPending) delivery->call();
+  };
+  platform_.loop->post([&platform = platform_, deliver] {
+    // Better too early than not at all.
+    if (!guarded(*platform.log, kWatching, [&] { platform.loop->post(deliver); })) deliver();
   });
 }
 

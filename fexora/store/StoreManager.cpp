@@ -38,13 +38,9 @@ CurrencyManager& StoreManager::catalogue() const {
 }
 
 void StoreManager::loadData() {
-  const Dictionary before = ud();
+  Loaded before = loadedSoFar();
   UserStoreManager::loadData();
-  if (!attempt("Loading the settings", [this] { loadSettings(); })) setUd(before);
-  // The settings are their defaults as long as no file could be read.
-  if (!hasLoaded()) {
-    attempt("Loading the settings", [this] { assumeContent(withSettings({})); });
-  }
+  if (!attempt("Loading the settings", [this] { loadSettings(); })) takeBack(std::move(before));
 }
 
 const char* StoreManager::rawValue(Key key) {
@@ -88,6 +84,18 @@ Dictionary StoreManager::withSettings(Dictionary content) const {
   put(Key::TodayConversionMode, static_cast<std::int64_t>(todayConversionMode_));
   put(Key::TodayRelativeCurrency, Mapper<Currency>::toJSON(*todayRelativeCurrency_));
   return content;
+}
+
+Dictionary StoreManager::defaultContent() const {
+  return {
+      {rawValue(Key::Mode), static_cast<std::int64_t>(StyleMode::light)},
+      {rawValue(Key::Fraction), kDefaultFraction},
+      {rawValue(Key::Seporate), true},
+      {rawValue(Key::NamingInWidget), static_cast<std::int64_t>(Naming::names)},
+      {rawValue(Key::NumberOfCurrenciesInWidget), kDefaultNumberOfCurrencies},
+      {rawValue(Key::TodayCurrencies), Array()},
+      {rawValue(Key::TodayConversionMode), static_cast<std::int64_t>(TodayConversionMode::linear)},
+      {rawValue(Key::TodayRelativeCurrency), Mapper<Currency>::toJSON(*defaultRelativeCurrency())}};
 }
 
 void StoreManager::saveSettings() {

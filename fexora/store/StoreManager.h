@@ -102,6 +102,7 @@ class FEXORA_API StoreManager : public UserStoreManager {
   void contentMerged() override { loadSettings(); }
   void loadSettings();
   Dictionary withSettings(Dictionary content) const;
+  Dictionary defaultContent() const override;
   void put(std::string_view key, Value value);
   const Value* storedValue(Key key) const;
   std::optional<std::int64_t> storedInteger(Key key) const;

@@ -24,6 +24,11 @@ bool isContentError(const std::error_code& error) {
          error == std::errc::operation_not_supported || error == std::errc::file_too_large;
 }
 
+bool isNoFlushHere(const std::error_code& error) {
+  return error == std::errc::invalid_argument || error == std::errc::operation_not_supported ||
+         error == std::errc::function_not_supported || error == std::errc::permission_denied;
+}
+
 bool isSameFile(const FileStatus& a, const FileStatus& b) {
   return a.inode == b.inode && a.device == b.device;
 }
@@ -78,8 +83,8 @@ UserStoreManager::Disk UserStoreManager::readFile() {
   }
   auto content = codec_.decode(std::move((*file).bytes));
   if (!content.ok()) {
-    return refuse(content.error == kOutOfMemory ? Disk::inaccessible : Disk::unreadable,
-                  file->status, " is no dictionary: ", std::move(content.error));
+    const Disk state = content.error == kOutOfMemory ? Disk::inaccessible : Disk::unreadable;
+    return refuse(state, file->status, " is no dictionary: ", content.error);
   }
   ud_ = std::move(content.dictionary);
   noteSaved(ud_, file->status);
@@ -88,7 +93,7 @@ UserStoreManager::Disk UserStoreManager::readFile() {
 }
 
 UserStoreManager::Disk UserStoreManager::refuse(Disk state, const FileStatus& status,
-                                                const char* verdict, std::string why) {
+                                                const char* verdict, const std::string& why) {
   disk_ = state;
   known_ = status;
   loadProblem_ = "The store " + fileURL() + verdict + why;
@@ -100,6 +105,14 @@ void UserStoreManager::noteSaved(const Dictionary& content, const FileStatus& st
   known_ = status;
   disk_ = Disk::usable;
   loaded_ = true;
+}
+
+void UserStoreManager::takeBack(Loaded before) {
+  setUd(std::move(before.ud));
+  base_ = std::move(before.base);
+  loaded_ = before.loaded;
+  disk_ = Disk::inaccessible;
+  loadProblem_ = kOutOfMemory;
 }
 
 void UserStoreManager::folderUpdate() {
@@ -181,7 +194,7 @@ std::string UserStoreManager::save(Dictionary content) {
     return loadProblem_.empty() ? "there is no container folder to save into" : loadProblem_;
   }
   const std::string what = "The store " + path + " was not saved: ";
-  const std::string doubt = "The store " + path + " is saved, but may not survive a power cut: ";
+  std::string doubt = "The store " + path + " is replaced, but may not survive a power cut: ";
   if (disk_ == Disk::inaccessible && regainAccess(content) == Disk::inaccessible) {
     return what + "it is not replaced while it cannot be read (" + loadProblem_ + ")";
   }
@@ -193,10 +206,11 @@ std::string UserStoreManager::save(Dictionary content) {
       replaceFile(*platform_.files, path, encoded.bytes, kFileMode, [this] { return keepAside(); });
   if (outcome.error) return what + outcome.step + ": " + outcome.error.message();
   noteSaved(content, outcome.status);
-  if (outcome.doubt) {
-    attempt("Saying that a save may not survive a power cut",
-            [&] { log(doubt + outcome.doubt.message()); });
-  }
+  if (!outcome.doubt) return {};
+  doubt += outcome.doubt.message();
+  // Where folders cannot be flushed at all, no save would ever be a success.
+  if (!isNoFlushHere(outcome.doubt)) return doubt;
+  log(doubt);
   return {};
 }
 
@@ -204,7 +218,7 @@ std::string UserStoreManager::save(Dictionary content) {
 // the keys that this process has not changed.
 UserStoreManager::Disk UserStoreManager::regainAccess(Dictionary& content) {
   const Dictionary mine = ud_;
-  const Dictionary before = base_;
+  const Dictionary before = loaded_ ? base_ : defaultContent();
   const Disk found = readFile();
   if (found == Disk::unreadable) log(loadProblem_);
   if (found != Disk::usable) return found;

@@ -14,6 +14,11 @@
 // save replaces it. A file that cannot be opened or read for now (no permission, too many open
 // files) is not replaced until it can be; then a save first takes over what it holds under all keys
 // that this process has not changed.
+//
+// "SAVE SUCCESS" in the log means that the save survives a power cut. When only the last step of
+// one failed, flushing the folder, the new file stays, the log has "SAVE FAIL", and the problem
+// says that its durability is unknown. Where the system cannot flush folders at all, or this user
+// may not open this one, the log says that beside "SAVE SUCCESS".
 // Main thread only. No timer and no folder event is delivered after the destructor.
 #pragma once
 
@@ -107,11 +112,19 @@ class FEXORA_API UserStoreManager : public NSObject {
 
   // A save has taken over what other processes had written: a subclass interprets the keys anew.
   virtual void contentMerged() {}
-  // For a subclass whose keys have defaults: while no file could be read, a key with its default
-  // counts as not changed.
-  void assumeContent(Dictionary defaults) { base_ = std::move(defaults); }
-  // Whether a file has been read or written.
-  bool hasLoaded() const { return loaded_; }
+  // What a store counts as unchanged while no file could be read yet: each key with its default.
+  // May throw std::bad_alloc.
+  virtual Dictionary defaultContent() const { return {}; }
+
+  // What a load changes, for a subclass that cannot interpret what was loaded: takeBack() leaves
+  // the store as it was before, with a file that could not be read.
+  struct Loaded {
+    Dictionary ud;
+    Dictionary base;
+    bool loaded;
+  };
+  Loaded loadedSoFar() const { return {ud_, base_, loaded_}; }
+  void takeBack(Loaded before);
 
   // Runs a step of an operation; without memory for it the log says so. False then.
   template <class Body>
@@ -125,7 +138,7 @@ class FEXORA_API UserStoreManager : public NSObject {
     usable,       // read or written last
     missing,      // not there
     unreadable,   // holds something else than a dictionary: kept aside before it is replaced
-    inaccessible  // could not be opened or read: not replaced
+    inaccessible  // could not be looked for, opened or read: not replaced
   };
 
   void log(std::string_view line) const { platform_.log->write(line); }
@@ -133,7 +146,7 @@ class FEXORA_API UserStoreManager : public NSObject {
   bool setMember(std::string_view name, const Value& value);
   void load();
   Disk readFile();
-  Disk refuse(Disk state, const FileStatus& status, const char* verdict, std::string why);
+  Disk refuse(Disk state, const FileStatus& status, const char* verdict, const std::string& why);
   void writeFile(const Dictionary& content);
   std::string save(Dictionary content);
   void noteSaved(const Dictionary& content, const FileStatus& status);
@@ -152,7 +165,7 @@ class FEXORA_API UserStoreManager : public NSObject {
   std::optional<std::string> fileURL_;
 
   DictionaryCodec codec_;
-  Disk disk_ = Disk::usable;
+  Disk disk_ = Disk::inaccessible;
   FileStatus known_;     // the file last read, written or refused
   FileStatus aside_;     // the file last kept aside
   Dictionary base_;      // what the file held when it was last read or written

@@ -162,13 +162,17 @@ class Player {
 
 }  // namespace
 
+bool canTrace() {
+  return runCommand({"/usr/bin/strace", "-o", "/dev/null", "/bin/true"}).exitCode == 0;
+}
+
 std::optional<std::vector<SystemCall>> traceOf(const std::vector<std::string>& command) {
   const ScratchFolder scratch;
   const std::string log = scratch / "trace";
   // All bytes, in hexadecimal; descriptors with their paths.
   std::vector<std::string> words{"/usr/bin/strace",   "-f", "-y", "-xx", "-s", "1000000", "-e",
                                  "trace=%file,%desc", "-o", log};
-  if (runCommand({"/usr/bin/strace", "-o", log, "/bin/true"}).exitCode != 0) return std::nullopt;
+  if (!canTrace()) return std::nullopt;
   words.insert(words.end(), command.begin(), command.end());
   const auto run = runCommand(words);
   EXPECT_EQ(run.exitCode, 0) << run.errors;

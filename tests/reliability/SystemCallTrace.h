@@ -17,6 +17,9 @@ struct SystemCall {
   std::string result;                  // likewise
 };
 
+// Whether the system lets a process be traced.
+bool canTrace();
+
 // Runs the command under strace. Nothing where the system does not let a process be traced.
 // Fails the test when the command itself fails.
 std::optional<std::vector<SystemCall>> traceOf(const std::vector<std::string>& command);

@@ -1,10 +1,12 @@
 // A process for the crash tests. The container is what the environment says.
 //
 //   reliability_saver save COUNT [--without file-flush|folder-flush]
-//       saves the number 1, then 2, … as "Fraction", up to COUNT, with 64 KiB beside it, and tells
-//       each save's number on standard output once "SAVE SUCCESS" was said; COUNT 0: without end
+//       saves COUNT times (0: without end) a number as "Fraction", with 64 KiB beside it: the one
+//       that the file has, plus 1, plus 2, …; tells each number on standard output once it is
+//       saved, the first one, or 0 of a new file, too
 //   reliability_saver load
-//       starts, and prints what was read: "Fraction N" or "nothing: REASON"
+//       starts, reads the file once more, and prints what was read: "Fraction N" or "nothing:
+//       REASON"
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -44,9 +46,13 @@ int save(long count) {
   StoreManager& store = storeManager();
   Dictionary content = store.ud();
   content.set("ballast", Value(std::string(std::size_t{64} << 10, 'x')));
+  if (!store.loadProblem().empty() || !store.saveProblem().empty()) return 1;
+  const Value* kept = content.find("Fraction");
+  long number = kept != nullptr ? static_cast<long>(store.fraction()) : 0;
+  tell(number);
   store.setUd(content);
-  for (long number = 1; count == 0 || number <= count; ++number) {
-    store.setFraction(number);
+  for (long i = 0; count == 0 || i < count; ++i) {
+    store.setFraction(++number);
     if (!store.saveProblem().empty()) return 1;
     tell(number);
   }
@@ -55,6 +61,7 @@ int save(long count) {
 
 int load() {
   StoreManager& store = storeManager();
+  store.loadData();  // with the first content still there
   if (!store.loadProblem().empty()) {
     std::printf("nothing: %s\n", store.loadProblem().c_str());
   } else {
