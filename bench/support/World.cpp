@@ -1,10 +1,12 @@
+#include "bench/support/World.h"
+
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <random>
 
-#include "bench/core/Bench.h"
+#include "fexora/platform/foundation/NumberText.h"
 
 namespace fexora::bench {
 namespace {
@@ -52,6 +54,17 @@ World::World(std::size_t n) {
 
 World::~World() {
   std::filesystem::remove_all(folder);
+}
+
+std::string answerOf(const World& world) {
+  std::string text = R"({"serviceMessage":"","updated":1790640000,"source":"x","rates":[)";
+  for (std::size_t i = 0; i < world.codes.size(); ++i) {
+    if (i > 0) text += ',';
+    text += R"({"code":")" + world.codes[i] + R"(","rate":)";
+    appendShortestText(text, world.values[i]);
+    text += '}';
+  }
+  return text + "]}";
 }
 
 }  // namespace fexora::bench
