@@ -11,7 +11,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr double kShortSeconds = 1e-3;
+constexpr double kShortSeconds = 1e-2;
 
 volatile double sink = 0;
 

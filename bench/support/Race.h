@@ -23,7 +23,7 @@ class Race {
 
   // Runs all ways in turns for about `seconds` in all, five times at least, and reports for each:
   // median, 10th and 90th percentile of one job's time, and the ratio of the medians. Ways that
-  // take less than a millisecond are run twice in a row, and the second run counts.
+  // take less than ten milliseconds are run twice in a row, and the second run counts.
   void run(double seconds = 1.0);
 
  private:

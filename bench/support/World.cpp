@@ -11,6 +11,8 @@
 namespace fexora::bench {
 namespace {
 
+constexpr double kEuros = 0.8;  // as in bench/seed
+
 std::string madeUpCode(std::size_t number) {
   std::string code;
   for (int i = 0; i < 4; ++i, number /= 26) code += static_cast<char>('A' + number % 26);
@@ -40,7 +42,9 @@ World::World(std::size_t n) {
   plist << "<plist version=\"1.0\"><array>";
   for (std::size_t i = 0; i < n; ++i) {
     codes.push_back(i == 0 ? "USD" : i == 1 ? "EUR" : madeUpCode(i));
-    values.push_back(i == 0 ? 1.0 : std::exp(std::normal_distribution<>(0, 3)(random)));
+    values.push_back(i == 0   ? 1.0
+                     : i == 1 ? kEuros
+                              : std::exp(std::normal_distribution<>(0, 3)(random)));
     records.push_back(USDRate::make(values.back(), codes.back()));
     plist << "<string>" << codes.back() << "</string>";
   }
