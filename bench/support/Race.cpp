@@ -1,6 +1,5 @@
 #include "bench/support/Race.h"
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 
@@ -14,10 +13,6 @@ using Clock = std::chrono::steady_clock;
 constexpr double kShortSeconds = 1e-2;
 
 volatile double sink = 0;
-
-double percentile(const std::vector<double>& sorted, double share) {
-  return sorted[static_cast<std::size_t>(share * static_cast<double>(sorted.size() - 1))];
-}
 
 }  // namespace
 
@@ -52,12 +47,9 @@ void Race::run(double seconds) {
   std::printf("\n");
   double limit = 0;
   for (Way& way : ways_) {
-    std::sort(way.times.begin(), way.times.end());
-    const double median = percentile(way.times, 0.5);
-    if (limit == 0) limit = median;
-    reportTiming(job_, n_, way.name,
-                 {median, percentile(way.times, 0.1), percentile(way.times, 0.9), median / limit,
-                  way.times.size()});
+    const Timing timing = timingOf(std::move(way.times), limit);
+    if (limit == 0) limit = timing.median;
+    reportTiming(job_, n_, way.name, timing);
   }
 }
 

@@ -1,5 +1,6 @@
 #include "bench/support/Results.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -38,6 +39,14 @@ std::string figureText(double value, std::string_view unit) {
 }
 
 }  // namespace
+
+Timing timingOf(std::vector<double> times, double limit) {
+  std::sort(times.begin(), times.end());
+  const auto at = [&](double share) {
+    return times[static_cast<std::size_t>(share * static_cast<double>(times.size() - 1))];
+  };
+  return {at(0.5), at(0.1), at(0.9), limit > 0 ? at(0.5) / limit : 1.0, times.size()};
+}
 
 std::string timeText(double seconds) {
   const char* units[] = {"s", "ms", "µs", "ns"};

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace fexora::bench {
 
@@ -16,6 +17,9 @@ struct Timing {
   double ratio;  // of the median to the limit's
   std::size_t runs;
 };
+
+// `limit` is the limit's median, or 0 for the limit itself.
+Timing timingOf(std::vector<double> times, double limit);
 
 // "1.23 ms".
 std::string timeText(double seconds);
