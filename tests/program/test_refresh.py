@@ -49,7 +49,7 @@ class Refresh(ProgramTest):
                 (answering(GOOD, 404), "httpStatus", "404"),
                 (lambda handler: None, "noConnection", "no connection")):
             self.serve(respond)
-            message = self.fail(3, "refresh")
+            message = self.refuse(3, "refresh")
             self.assertIn(word, message)
             self.assertIn(self.url, message)
             self.assertIn("cached rates stay: rates of", message)
@@ -72,7 +72,7 @@ class Refresh(ProgramTest):
         self.assertEqual([item["amount"] for item in converted], [1, None])
 
     def test_without_cached_rates_a_failure_says_so(self):
-        self.assertIn("no rates are cached", self.fail(3, "refresh"))
+        self.assertIn("no rates are cached", self.refuse(3, "refresh"))
 
     def test_an_answer_without_rates_is_taken_with_a_warning(self):
         self.serve(answering("{}"))
@@ -84,10 +84,10 @@ class Refresh(ProgramTest):
 
     def test_use_and_places_that_cannot_be_written(self):
         self.serve(answering(GOOD))
-        self.fail(2, "refresh", "EUR")
+        self.refuse(2, "refresh", "EUR")
         (self.container / "file").write_text("")
         env = self.environment(FEXORA_CONTAINER=str(self.container / "file/below"))
-        self.fail(4, "refresh", env=env)
+        self.refuse(4, "refresh", env=env)
 
     def test_one_request_a_run(self):
         service = self.serve(answering(GOOD))
