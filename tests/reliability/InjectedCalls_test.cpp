@@ -25,6 +25,8 @@ class InjectedCalls : public testing::Test {
   CommandResult run(const std::string& call, const std::string& error, const std::string& when,
                     const std::vector<std::string>& job) const {
     std::vector<std::string> words{"/usr/bin/strace",
+                                   "-E",
+                                   kNoLeakSearch,
                                    "-f",
                                    "-o",
                                    "/dev/null",

@@ -116,6 +116,7 @@ class PowerCuts : public testing::Test {
 TEST_F(PowerCuts, FirstStartInANewFolderAndSaves_LoseNothingReported) {
   CrashDisk disk(120);
   run(disk, disk, judge_, 5);
+  RecordProperty("states", judge_.states);
   EXPECT_GT(judge_.states, 1000);
   EXPECT_EQ(judge_.torn, 0);
   EXPECT_EQ(judge_.lost, 0);
@@ -191,6 +192,7 @@ TEST_F(PowerCuts, OfTheRealSystemCalls_LoseNothingReported) {
     judge.saving(reported + 1);
   });
   EXPECT_EQ(reported, 3);
+  RecordProperty("states", judge.states);
   EXPECT_GT(judge.states, 50);
   EXPECT_EQ(judge.torn, 0);
   EXPECT_EQ(judge.lost, 0);

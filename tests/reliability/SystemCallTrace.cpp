@@ -170,8 +170,9 @@ std::optional<std::vector<SystemCall>> traceOf(const std::vector<std::string>& c
   const ScratchFolder scratch;
   const std::string log = scratch / "trace";
   // All bytes, in hexadecimal; descriptors with their paths.
-  std::vector<std::string> words{"/usr/bin/strace",   "-f", "-y", "-xx", "-s", "1000000", "-e",
-                                 "trace=%file,%desc", "-o", log};
+  std::vector<std::string> words{
+      "/usr/bin/strace", "-E", kNoLeakSearch,       "-f", "-y", "-xx", "-s",
+      "1000000",         "-e", "trace=%file,%desc", "-o", log};
   if (!canTrace()) return std::nullopt;
   words.insert(words.end(), command.begin(), command.end());
   const auto run = runCommand(words);

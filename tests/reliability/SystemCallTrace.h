@@ -17,6 +17,9 @@ struct SystemCall {
   std::string result;                  // likewise
 };
 
+// For strace's -E: a process that is traced cannot look for its own leaks, should it be built to.
+inline constexpr const char* kNoLeakSearch = "ASAN_OPTIONS=detect_leaks=0";
+
 // Whether the system lets a process be traced.
 bool canTrace();
 

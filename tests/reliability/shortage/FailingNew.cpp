@@ -15,13 +15,13 @@ struct State {
 
 thread_local State state;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
+}  // namespace
+
 bool isRefused() noexcept {
   if (!state.isArmed) return false;
   const std::size_t number = state.count++;
   return number == state.first || (state.fromThenOn && number > state.first);
 }
-
-}  // namespace
 
 void armNew(std::size_t number, bool fromThenOn) noexcept {
   state = {true, fromThenOn, number, 0};
@@ -49,9 +49,12 @@ void* allocate(std::size_t size) {
 
 }  // namespace fexora::test
 
-// The other forms of new without alignment come down to these two.
+// The other forms without alignment come down to these.
 void* operator new(std::size_t size) {
   return fexora::test::allocate(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  return fexora::test::isRefused() ? nullptr : std::malloc(size != 0 ? size : 1);
 }
 void operator delete(void* memory) noexcept {
   std::free(memory);
