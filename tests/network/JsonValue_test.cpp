@@ -72,6 +72,9 @@ TEST(JsonValue, Numbers) {
   EXPECT_EQ(numberOf("1e400", Kind::real), kInfinity);
   EXPECT_EQ(numberOf("-1.5E+400", Kind::real), -kInfinity);
   EXPECT_EQ(numberOf("1e-400", Kind::real), 0.0);
+  EXPECT_EQ(numberOf("1034444444444444459008e0", Kind::real), 1034444444444444459008.0);
+  EXPECT_EQ(numberOf("0.123456789012345678901234567", Kind::real), 0.123456789012345678901234567);
+  EXPECT_EQ(numberOf("1.000000000000000000001", Kind::real), 1.0);
 }
 
 TEST(JsonValue, OneOddNumber_LeavesTheRest) {
