@@ -2,9 +2,12 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 #include <string>
 
 #include <gtest/gtest.h>
+
+#include "fexora/platform/foundation/NumberText.h"
 
 namespace fexora {
 namespace {
@@ -53,6 +56,23 @@ TEST(JsonValue, Root_MayBeAnyValueButOnlyOne) {
   for (const char* text : {"", "  ", "1,2", "{}]", "][", "],[", "{} {}", "1 x", "[1]]", "{}}",
                            "\xEF\xBB\xBF\xEF\xBB\xBF{}", "\xEF\xBB\xBF"}) {
     EXPECT_EQ(decodeJson(text).state, State::notJson) << text;
+  }
+}
+
+// Digits, of which the first is 0 only when it stands alone.
+std::string randomWhole(std::mt19937& random, std::size_t most) {
+  std::string digits(1 + random() % most, '0');
+  for (char& c : digits) c = static_cast<char>('0' + random() % 10);
+  return digits[0] == '0' ? "0" : digits;
+}
+
+TEST(JsonValue, RealsOfAnyLength_AreTheNearestDoubles) {
+  std::mt19937 random(20261124);
+  for (int i = 0; i < 5000; ++i) {
+    std::string text = (random() % 2 == 0 ? "-" : "") + randomWhole(random, 30) + ".";
+    text += std::string(random() % 5, '0') + randomWhole(random, 40);
+    if (random() % 2 == 0) text += "e" + std::to_string(static_cast<int>(random() % 640) - 320);
+    ASSERT_EQ(numberOf(text, NSNumber::Kind::real), parseDouble(text)) << text;
   }
 }
 

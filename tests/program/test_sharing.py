@@ -82,6 +82,23 @@ class TwoProcesses(ProgramTest):
         self.assertEqual(self.content()["Fraction"], saved)
         self.assertEqual(os.listdir(self.container), ["Store.plist"])
 
+    def test_more_changes_than_the_system_keeps_are_one_reload(self):
+        most = int(pathlib.Path("/proc/sys/fs/inotify/max_queued_events").read_text())
+        self.succeed("settings", "fraction", "4")
+        watcher = Watcher(self)
+        watcher.process.send_signal(signal.SIGSTOP)
+        os.waitpid(watcher.process.pid, os.WUNTRACED)
+        # Two events a move.
+        names = [self.container / "a", self.container / "b"]
+        names[0].touch()
+        for i in range(most // 2 + 1):
+            names[i % 2].rename(names[1 - i % 2])
+        self.succeed("settings", "fraction", "5")
+        watcher.process.send_signal(signal.SIGCONT)
+        self.assertEqual(watcher.next()["settings"]["fraction"], 5)
+        self.succeed("settings", "fraction", "6")
+        self.assertEqual(watcher.next()["settings"]["fraction"], 6)
+
     def replace_folder(self, number):
         """The folder is moved away, and a new one with a store of its own takes its place."""
         new = self.container.with_name(self.container.name + "-new")
