@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "fexora/platform/files/ReadFile.h"
+#include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/foundation/Limits.h"
 #include "fexora/platform/foundation/NoDestructor.h"
 #include "fexora/platform/plist/PropertyListReader.h"
@@ -12,6 +13,8 @@
 
 namespace fexora {
 namespace {
+
+constexpr std::string_view kLookUp = "Looking a currency up";
 
 std::string canonicalCode(Text& text, std::string_view code) {
   return isAscii(code) ? std::string(code) : text.canonical(code);
@@ -74,7 +77,7 @@ CurrencyManager::CurrencyManager(Platform& platform)
     : CurrencyManager(platform, Lifetime::counted) {}
 
 CurrencyManager::CurrencyManager(Platform& platform, Lifetime lifetime) : platform_(platform) {
-  loadCurrencies(lifetime);
+  guarded(*platform_.log, "Loading the catalogue", [&] { loadCurrencies(lifetime); });
 }
 
 CurrencyManager::~CurrencyManager() = default;
@@ -83,20 +86,22 @@ void CurrencyManager::loadCurrencies(Lifetime lifetime) {
   auto codes = catalogueCodes(platform_);
   std::vector<CurrencyRef> currencies;
   currencies.reserve(codes.size());
-  // Records that live for ever stand in one block that nobody deletes, and their references count
-  // nothing.
-  Currency* block = nullptr;
-  if (lifetime == Lifetime::endless) block = std::make_unique<Currency[]>(codes.size()).release();
+  // Records that live for ever stand in one block, and their references count nothing.
+  std::unique_ptr<Currency[]> block;
+  if (lifetime == Lifetime::endless) block = std::make_unique<Currency[]>(codes.size());
+  std::unordered_map<std::string, std::uint32_t> places;
   for (std::string& code : codes) {
     const auto place = static_cast<std::uint32_t>(currencies.size());
-    auto currency = block != nullptr ? CurrencyRef(std::shared_ptr<void>(), block + place)
+    auto currency = block != nullptr ? CurrencyRef(std::shared_ptr<void>(), &block[place])
                                      : std::make_shared<Currency>();
-    places_.try_emplace(canonicalCode(*platform_.text, code), place);
+    places.try_emplace(canonicalCode(*platform_.text, code), place);
     currency->code_ = std::move(code);
     currency->place_ = place;
     currencies.push_back(std::move(currency));
   }
   _currencies = std::move(currencies);
+  places_ = std::move(places);
+  block_ = std::move(block);
 }
 
 std::uint32_t CurrencyManager::placeOfCode(std::string_view code) const {
@@ -123,12 +128,14 @@ std::uint32_t CurrencyManager::walk(std::string_view code) const {
 }
 
 CurrencyRef CurrencyManager::currencyForCode(std::string_view code) const {
-  const std::uint32_t place = placeOfCode(code);
-  return place != kNoPlace ? _currencies[place] : nullptr;
+  return guardedOr(*platform_.log, kLookUp, CurrencyRef(), [&] {
+    const std::uint32_t place = placeOfCode(code);
+    return place != kNoPlace ? _currencies[place] : nullptr;
+  });
 }
 
 bool CurrencyManager::hasCurrency(std::string_view code) const {
-  return placeOfCode(code) != kNoPlace;
+  return guardedOr(*platform_.log, kLookUp, false, [&] { return placeOfCode(code) != kNoPlace; });
 }
 
 std::optional<Value> CurrencyManager::perform(std::string_view selector, const Array& arguments) {

@@ -29,6 +29,8 @@ class FEXORA_API CurrencyManager : public NSObject {
  public:
   // Reads the resource. One that is missing, unreadable or not an array of strings gives one log
   // line, and the copy that is compiled in takes its place: the catalogue is never partly filled.
+  // Where there is no memory for it, it is empty, and the log says so; a look-up or a search that
+  // finds no memory finds nothing and says so, too.
   CurrencyManager();
   explicit CurrencyManager(Platform& platform);
   CurrencyManager(const CurrencyManager&) = delete;
@@ -53,6 +55,7 @@ class FEXORA_API CurrencyManager : public NSObject {
   std::optional<Value> perform(std::string_view selector, const Array& arguments = {}) override;
 
   static constexpr std::uint32_t kNoPlace = Currency::kNoPlace;
+  // For the library's own units, since both may throw std::bad_alloc.
   // Where in `currencies` the first record with this code stands, or kNoPlace.
   std::uint32_t placeOfCode(std::string_view code) const;
   // The same for a record's own code; the catalogue's own records are found without a look-up.
@@ -66,6 +69,8 @@ class FEXORA_API CurrencyManager : public NSObject {
 
   void loadCurrencies(Lifetime lifetime);
   std::uint32_t walk(std::string_view code) const;
+  std::vector<CurrencyRef> search(std::string_view string, std::int64_t limit,
+                                  const std::vector<CurrencyRef>& exclude) const;
   std::shared_ptr<const SearchKeys> searchKeys() const;
   std::uint32_t groupOf(const SearchKeys& keys, std::string_view code) const;
 
@@ -74,6 +79,7 @@ class FEXORA_API CurrencyManager : public NSObject {
   static std::atomic<bool> codesChanged;
 
   Platform& platform_;
+  std::unique_ptr<Currency[]> block_;  // the records of the shared catalogue, which never goes
   std::vector<CurrencyRef> _currencies;
   std::unordered_map<std::string, std::uint32_t> places_;  // by canonical code
   mutable std::mutex searchMutex_;

@@ -9,6 +9,7 @@
 #include <string.h>  // memmem
 
 #include "fexora/catalogue/CurrencyManager.h"
+#include "fexora/platform/foundation/Guarded.h"
 
 namespace fexora {
 namespace {
@@ -128,6 +129,12 @@ std::uint32_t SearchKeys::nextContaining(std::string_view key, std::uint32_t pla
 
 std::vector<CurrencyRef> CurrencyManager::currenciesForString(
     std::string_view string, std::int64_t limit, const std::vector<CurrencyRef>& exclude) const {
+  return guardedOr(*platform_.log, "Searching the catalogue", std::vector<CurrencyRef>(),
+                   [&] { return search(string, limit, exclude); });
+}
+
+std::vector<CurrencyRef> CurrencyManager::search(std::string_view string, std::int64_t limit,
+                                                 const std::vector<CurrencyRef>& exclude) const {
   std::vector<CurrencyRef> result;
   const std::string query = SearchKeys::keyOf(*platform_.text, string);
   if (query.empty() || query.find(kSeparator) != std::string::npos) return result;

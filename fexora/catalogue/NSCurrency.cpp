@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "fexora/catalogue/CurrencyManager.h"
+#include "fexora/platform/foundation/Guarded.h"
 
 namespace fexora {
 namespace {
@@ -103,10 +104,12 @@ void Currency::set_NSCurrency(NSCurrencyRef record) {
 std::vector<NSCurrencyRef> CurrencyManager::getNSCurrenciesFromCurrencies(
     const std::vector<CurrencyRef>& currencies) const {
   std::vector<NSCurrencyRef> records;
-  records.reserve(currencies.size());
-  for (const CurrencyRef& currency : currencies) {
-    if (currency != nullptr) records.push_back(currency->displayRecord(platform_));
-  }
+  guarded(*platform_.log, "Making display records", [&] {
+    records.reserve(currencies.size());
+    for (const CurrencyRef& currency : currencies) {
+      if (currency != nullptr) records.push_back(currency->displayRecord(platform_));
+    }
+  });
   return records;
 }
 

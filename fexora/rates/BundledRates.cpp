@@ -1,6 +1,7 @@
 #include "fexora/rates/BundledRates.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "fexora/resources/BundledRatesTable.h"
@@ -32,11 +33,15 @@ bool hasRates(const StoreManager& store) {
 
 bool seedBundledRates(StoreManager& store) {
   if (hasRates(store)) return false;
-  Dictionary content = store.ud();
-  content.set(kUDUSDRates, bundledRates());
-  content.set(kUDUSDRatesUpdated, bundledRatesDate());
-  store.setUd(std::move(content));
-  return true;
+  try {
+    Dictionary content = store.ud();
+    content.set(kUDUSDRates, bundledRates());
+    content.set(kUDUSDRatesUpdated, bundledRatesDate());
+    store.setUd(std::move(content));
+    return true;
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
 }
 
 }  // namespace fexora

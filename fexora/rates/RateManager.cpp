@@ -1,6 +1,7 @@
 #include "fexora/rates/RateManager.h"
 
 #include "fexora/platform/foundation/Environment.h"
+#include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/foundation/NoDestructor.h"
 #include "fexora/platform/foundation/NumberText.h"
 #include "fexora/platform/network/NetworkManager.h"
@@ -12,10 +13,7 @@ const std::string kTrelbyRatesURL = environment("FEXORA_RATES_URL").value_or(FEX
 RateManager::RateManager() : RateManager(Platform::process()) {}
 
 RateManager::RateManager(Platform& platform, CurrencyManager* catalogue, StoreManager* store)
-    : platform_(platform),
-      catalogue_(catalogue),
-      store_(store),
-      self_(std::make_shared<RateManager*>(this)) {}
+    : platform_(platform), catalogue_(catalogue), store_(store) {}
 
 RateManager::~RateManager() = default;
 
@@ -38,14 +36,18 @@ std::vector<USDRateRef> RateManager::filterRatesForLocalCurrencies(
   std::vector<USDRateRef> filtered;
   filtered.reserve(list.size());
   for (const USDRateRef& rate : list) {
-    if (rate != nullptr && catalogue().hasCurrency(rate->code())) filtered.push_back(rate);
+    if (rate == nullptr) continue;
+    if (catalogue().placeOfCode(rate->code()) != CurrencyManager::kNoPlace) {
+      filtered.push_back(rate);
+    }
   }
   return filtered;
 }
 
 void RateManager::takeUSDRates(const std::vector<USDRateRef>& list) {
-  USDRates_ = knownRates(catalogue(), list);
-  ratesForCurrenciesBasedOnUSDRates();
+  auto known = knownRates(catalogue(), list);
+  rates_ = PairRates(catalogue(), known, currencies_);
+  USDRates_ = std::move(known);
 }
 
 void RateManager::ratesForCurrenciesBasedOnUSDRates() {
@@ -54,6 +56,11 @@ void RateManager::ratesForCurrenciesBasedOnUSDRates() {
 
 void RateManager::loadRates(std::optional<std::vector<CurrencyRef>> forCurrencies, bool cache,
                             bool sync, Completion complete) {
+  guarded(*platform_.log, "Loading rates", [&] { load(forCurrencies, cache, sync, complete); });
+}
+
+void RateManager::load(std::optional<std::vector<CurrencyRef>>& forCurrencies, bool cache,
+                       bool sync, Completion& complete) {
   currencies_ = forCurrencies ? *std::move(forCurrencies) : catalogue().currencies();
   if (cache && !USDRates_.empty()) {
     ratesForCurrenciesBasedOnUSDRates();
@@ -75,6 +82,7 @@ bool RateManager::mayRequest() const {
 }
 
 void RateManager::request(bool sync, Completion complete) {
+  if (self_ == nullptr) self_ = std::make_shared<RateManager*>(this);
   lastUpdate_ = Date(platform_.loop->wallSeconds());
   NetworkManager::simpleRequest<Response>(
       *platform_.transport, kTrelbyRatesURL,
@@ -83,8 +91,10 @@ void RateManager::request(bool sync, Completion complete) {
         const auto self = weak.lock();
         if (self == nullptr) return;
         if (response != nullptr) {
-          (*self)->receive(*response, sync);
-          if (complete) complete(false, nullptr);
+          const bool isTaken = guarded(*(*self)->platform_.log, "Taking the service's rates",
+                                       [&] { (*self)->receive(*response, sync); });
+          const ResponseError shortage{ResponseError::Kind::tooLarge, {}, kOutOfMemory, 0};
+          if (complete) complete(false, isTaken ? nullptr : &shortage);
         } else if (error && complete) {
           complete(false, &*error);
         }
@@ -92,9 +102,10 @@ void RateManager::request(bool sync, Completion complete) {
 }
 
 void RateManager::receive(const Response& response, bool sync) {
-  serviceMessage_ = response.serviceMessage();
+  auto message = response.serviceMessage();
   const auto filtered = filterRatesForLocalCurrencies(response.rates());
   takeUSDRates(filtered);
+  serviceMessage_ = std::move(message);
   store().saveUSDRates(filtered, sync);
 }
 
@@ -103,29 +114,35 @@ void RateManager::tryLoadRatesFromQTXServer() {}
 std::pair<Converted, StoreSourceRef> RateManager::convertAmount(NSNumber amount,
                                                                 CurrencyRef srcCurrency, bool sync,
                                                                 bool invert) {
-  if (srcCurrency == nullptr) srcCurrency = Currency::make();
-  auto source = store().saveSourceCurrency(srcCurrency, amount, sync);
-  Converted converted;
-  converted.setItems(rates_.convert(*srcCurrency, amount, invert));
-  return {std::move(converted), std::move(source)};
+  std::pair<Converted, StoreSourceRef> result;
+  guarded(*platform_.log, "Converting an amount", [&] {
+    if (srcCurrency == nullptr) srcCurrency = Currency::make();
+    result.second = store().saveSourceCurrency(srcCurrency, amount, sync);
+    result.first.setItems(rates_.convert(*srcCurrency, amount, invert));
+  });
+  return result;
 }
 
 std::optional<Rate> RateManager::rateForSourceCurrency(const CurrencyRef& src,
                                                        const CurrencyRef& dst) const {
   if (src == nullptr || dst == nullptr) return std::nullopt;
-  return rates_.find(*src, *dst);
+  return guardedOr(*platform_.log, "Looking a rate up", std::optional<Rate>(),
+                   [&] { return rates_.find(*src, *dst); });
 }
 
 std::optional<Value> RateManager::valueForKey(std::string_view name) const {
-  if (name == "serviceMessage") return Value(serviceMessage());
-  if (name == "lastUpdate") return lastUpdate() ? Value(*lastUpdate()) : Value();
-  return NSObject::valueForKey(name);
+  return guardedOr(*platform_.log, "Reading a member by name", std::optional<Value>(),
+                   [&]() -> std::optional<Value> {
+                     if (name == "serviceMessage") return Value(serviceMessage());
+                     if (name == "lastUpdate") return lastUpdate() ? Value(*lastUpdate()) : Value();
+                     return NSObject::valueForKey(name);
+                   });
 }
 
 bool RateManager::setValueForKey(std::string_view name, const Value& value) {
   if (name == "serviceMessage" && value.string() != nullptr) {
-    setServiceMessage(*value.string());
-    return true;
+    return guarded(*platform_.log, "Setting the service's message",
+                   [&] { setServiceMessage(*value.string()); });
   }
   if (name == "lastUpdate" && (value.date() != nullptr || value.isNull())) {
     setLastUpdate(value.date() != nullptr ? std::optional(*value.date()) : std::nullopt);

@@ -2,7 +2,8 @@
 // rates from memory, the store and the rates service.
 //
 // Main thread only. The catalogue and the store are the shared ones when none are given; each is
-// asked for at its first use.
+// asked for at its first use. An operation that finds no memory says so in the log and ends where
+// it is: rates in memory stay as they were, a conversion has no lines and no source.
 #pragma once
 
 #include <functional>
@@ -87,6 +88,8 @@ class FEXORA_API RateManager : public NSObject {
   void takeUSDRates(const std::vector<USDRateRef>& list);
   void ratesForCurrenciesBasedOnUSDRates();
   bool mayRequest() const;
+  void load(std::optional<std::vector<CurrencyRef>>& forCurrencies, bool cache, bool sync,
+            Completion& complete);
   void request(bool sync, Completion complete);
   void receive(const Response& response, bool sync);
   CurrencyManager& catalogue() const;

@@ -8,43 +8,64 @@
 namespace fexora {
 
 void StoreManager::saveUSDRates(const std::vector<USDRateRef>& rates, bool sync) {
-  put(kUDUSDRates, Mapper<USDRate>::toJSONArray(rates));
-  put(kUDUSDRatesUpdated, Date(platform().loop->wallSeconds()));
-  if (sync) synchronize();
+  const bool isKept = attempt("Keeping the rates", [&] {
+    Dictionary content = ud();
+    content.set(kUDUSDRates, Mapper<USDRate>::toJSONArray(rates));
+    content.set(kUDUSDRatesUpdated, Date(platform().loop->wallSeconds()));
+    setUd(std::move(content));
+  });
+  if (isKept && sync) synchronize();
 }
 
 std::optional<std::vector<USDRateRef>> StoreManager::loadUSDRates() const {
   const Value* stored = ud().find(kUDUSDRates);
-  return stored != nullptr ? Mapper<USDRate>::mapArray(*stored) : std::nullopt;
+  std::optional<std::vector<USDRateRef>> rates;
+  if (stored != nullptr) {
+    attempt("Reading the kept rates", [&] { rates = Mapper<USDRate>::mapArray(*stored); });
+  }
+  return rates;
 }
 
 void StoreManager::saveCurrencies(const std::vector<CurrencyRef>& currencies) {
-  put(kUDCurrencies, Mapper<Currency>::toJSONArray(currencies));
-  synchronize();
+  const bool isKept = attempt("Keeping the selection", [&] {
+    put(kUDCurrencies, Mapper<Currency>::toJSONArray(currencies));
+  });
+  if (isKept) synchronize();
 }
 
 std::vector<CurrencyRef> StoreManager::loadCurrencies() const {
-  if (const Value* stored = ud().find(kUDCurrencies)) {
-    if (auto currencies = Mapper<Currency>::mapArray(*stored)) return *std::move(currencies);
-  }
   std::vector<CurrencyRef> currencies;
-  for (const char* code : {"USD", "EUR"}) {
-    if (auto currency = catalogue().currencyForCode(code)) currencies.push_back(currency);
-  }
+  attempt("Reading the kept selection", [&] {
+    const Value* stored = ud().find(kUDCurrencies);
+    if (auto kept = stored != nullptr ? Mapper<Currency>::mapArray(*stored) : std::nullopt) {
+      currencies = *std::move(kept);
+      return;
+    }
+    for (const char* code : {"USD", "EUR"}) {
+      if (auto currency = catalogue().currencyForCode(code)) currencies.push_back(currency);
+    }
+  });
   return currencies;
 }
 
 StoreSourceRef StoreManager::saveSourceCurrency(const CurrencyRef& currency, NSNumber withAmount,
                                                 bool sync) {
-  auto source = StoreSource::make(withAmount, currency);
-  put(kUDSourceCurrency, Mapper<StoreSource>::toJSON(*source));
-  if (sync) synchronize();
+  StoreSourceRef source;
+  const bool isKept = attempt("Keeping the source amount", [&] {
+    source = StoreSource::make(withAmount, currency);
+    put(kUDSourceCurrency, Mapper<StoreSource>::toJSON(*source));
+  });
+  if (isKept && sync) synchronize();
   return source;
 }
 
 StoreSourceRef StoreManager::loadSourceCurrency() const {
   const Value* stored = ud().find(kUDSourceCurrency);
-  return stored != nullptr ? Mapper<StoreSource>::map(*stored) : nullptr;
+  StoreSourceRef source;
+  if (stored != nullptr) {
+    attempt("Reading the source amount", [&] { source = Mapper<StoreSource>::map(*stored); });
+  }
+  return source;
 }
 
 }  // namespace fexora

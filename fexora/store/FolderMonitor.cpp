@@ -3,24 +3,35 @@
 #include <utility>
 
 #include "fexora/platform/files/ContainerFolder.h"
+#include "fexora/platform/foundation/Guarded.h"
 
 namespace fexora {
+namespace {
+
+constexpr std::string_view kWatching = "Watching a folder";
+
+}  // namespace
 
 FolderMonitor::FolderMonitor(std::string path, Handler handler, Platform& platform)
-    : path_(std::move(path)), platform_(platform), delivery_(std::make_shared<Delivery>()) {
-  delivery_->handler = std::move(handler);
-  // Not start(): no subclass's operation may run before the subclass is there.
-  delivery_->state = State::on;
-  open();
+    : path_(std::move(path)), platform_(platform) {
+  guarded(*platform_.log, kWatching, [&] {
+    delivery_ = std::make_shared<Delivery>();
+    delivery_->handler = std::move(handler);
+    // Not start(): no subclass's operation may run before the subclass is there.
+    delivery_->state = State::on;
+    open();
+  });
 }
 
 FolderMonitor::~FolderMonitor() = default;
 
 void FolderMonitor::start() {
-  if (state() == State::on) return;
+  if (delivery_ == nullptr || state() == State::on) return;
   setState(State::on);
-  if (watch_ == nullptr) open();
-  if (delivery_->isPending) deliverPending();
+  guarded(*platform_.log, kWatching, [this] {
+    if (watch_ == nullptr) open();
+    if (delivery_->isPending) deliverPending();
+  });
 }
 
 void FolderMonitor::stop() {
@@ -37,11 +48,13 @@ void FolderMonitor::open() {
 // Two rounds of the queue later: changes that the watch had not yet seen at start() come in the
 // first, take the pending one along, and leave nothing to tell.
 void FolderMonitor::deliverPending() {
-  platform_.loop->post([loop = platform_.loop, weak = std::weak_ptr<Delivery>(delivery_)] {
-    loop->post([weak] {
-      const auto delivery = weak.lock();
-      if (delivery != nullptr && delivery->isPending) delivery->call();
-    });
+  const auto deliver = [weak = std::weak_ptr<Delivery>(delivery_)] {
+    const auto delivery = weak.lock();
+    if (delivery != nullptr && delivery->isPending) delivery->call();
+  };
+  platform_.loop->post([&platform = platform_, deliver] {
+    // Better too early than not at all.
+    if (!guarded(*platform.log, kWatching, [&] { platform.loop->post(deliver); })) deliver();
   });
 }
 

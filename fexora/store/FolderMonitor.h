@@ -13,7 +13,8 @@ namespace fexora {
 // The handler learns nothing about the change; several changes may come as one call. Names that
 // begin with kOwnPrefix are ours and count for nothing. A folder that is missing, goes or comes
 // back costs one call when it is there again. Where the machine gives no watch the log says so and
-// the monitor is inert; start() after stop() then tries again.
+// the monitor is inert; start() after stop() then tries again. Where there is no memory for it the
+// monitor is inert, too.
 // Main thread. The handler may stop or destroy the monitor.
 class FEXORA_API FolderMonitor {
  public:
@@ -42,8 +43,10 @@ class FEXORA_API FolderMonitor {
     void call();
   };
 
-  virtual State state() const { return delivery_->state; }
-  virtual void setState(State state) { delivery_->state = state; }
+  virtual State state() const { return delivery_ != nullptr ? delivery_->state : State::off; }
+  virtual void setState(State state) {
+    if (delivery_ != nullptr) delivery_->state = state;
+  }
   void open();
   void deliverPending();
 

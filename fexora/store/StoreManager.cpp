@@ -1,5 +1,6 @@
 #include "fexora/store/StoreManager.h"
 
+#include <new>
 #include <utility>
 
 #include "fexora/catalogue/CurrencyManager.h"
@@ -9,8 +10,16 @@
 namespace fexora {
 namespace {
 
+constexpr const char* kDefaultRelative = "USD";
+
+// For want of memory, one that lives for ever: the store is never without.
 CurrencyRef defaultRelativeCurrency() {
-  return Currency::make("USD");
+  try {
+    return Currency::make(kDefaultRelative);
+  } catch (const std::bad_alloc&) {
+    static NoDestructor<Currency> shared(kDefaultRelative);
+    return {std::shared_ptr<void>(), &*shared};
+  }
 }
 
 }  // namespace
@@ -29,8 +38,9 @@ CurrencyManager& StoreManager::catalogue() const {
 }
 
 void StoreManager::loadData() {
+  Loaded before = loadedSoFar();
   UserStoreManager::loadData();
-  loadSettings();
+  if (!attempt("Loading the settings", [this] { loadSettings(); })) takeBack(std::move(before));
 }
 
 const char* StoreManager::rawValue(Key key) {
@@ -61,8 +71,31 @@ void StoreManager::put(std::string_view key, Value value) {
   setUd(std::move(content));
 }
 
-void StoreManager::saveValue(Value value, Key key) {
-  put(rawValue(key), std::move(value));
+Dictionary StoreManager::withSettings(Dictionary content) const {
+  const auto put = [&content](Key key, Value value) {
+    content.set(rawValue(key), std::move(value));
+  };
+  put(Key::Mode, static_cast<std::int64_t>(mode_));
+  put(Key::Fraction, fraction_);
+  put(Key::Seporate, seporate_);
+  put(Key::NamingInWidget, static_cast<std::int64_t>(namingInWidget_));
+  put(Key::NumberOfCurrenciesInWidget, numberOfCurrenciesInWidget_);
+  put(Key::TodayCurrencies, Mapper<Currency>::toJSONArray(todayCurrencies_));
+  put(Key::TodayConversionMode, static_cast<std::int64_t>(todayConversionMode_));
+  put(Key::TodayRelativeCurrency, Mapper<Currency>::toJSON(*todayRelativeCurrency_));
+  return content;
+}
+
+Dictionary StoreManager::defaultContent() const {
+  return {
+      {rawValue(Key::Mode), static_cast<std::int64_t>(StyleMode::light)},
+      {rawValue(Key::Fraction), kDefaultFraction},
+      {rawValue(Key::Seporate), true},
+      {rawValue(Key::NamingInWidget), static_cast<std::int64_t>(Naming::names)},
+      {rawValue(Key::NumberOfCurrenciesInWidget), kDefaultNumberOfCurrencies},
+      {rawValue(Key::TodayCurrencies), Array()},
+      {rawValue(Key::TodayConversionMode), static_cast<std::int64_t>(TodayConversionMode::linear)},
+      {rawValue(Key::TodayRelativeCurrency), Mapper<Currency>::toJSON(*defaultRelativeCurrency())}};
 }
 
 void StoreManager::saveSettings() {
@@ -70,15 +103,7 @@ void StoreManager::saveSettings() {
     canSave_ = true;
     return;
   }
-  saveValue(static_cast<std::int64_t>(mode_), Key::Mode);
-  saveValue(fraction_, Key::Fraction);
-  saveValue(seporate_, Key::Seporate);
-  saveValue(static_cast<std::int64_t>(namingInWidget_), Key::NamingInWidget);
-  saveValue(numberOfCurrenciesInWidget_, Key::NumberOfCurrenciesInWidget);
-  saveValue(Mapper<Currency>::toJSONArray(todayCurrencies_), Key::TodayCurrencies);
-  saveValue(static_cast<std::int64_t>(todayConversionMode_), Key::TodayConversionMode);
-  saveValue(Mapper<Currency>::toJSON(*todayRelativeCurrency_), Key::TodayRelativeCurrency);
-  synchronize();
+  if (attempt("Saving the settings", [this] { setUd(withSettings(ud())); })) synchronize();
 }
 
 const Value* StoreManager::storedValue(Key key) const {
@@ -104,6 +129,11 @@ std::int64_t StoreManager::storedCount(Key key, std::int64_t fallback) const {
 }
 
 void StoreManager::loadSettings() {
+  // What needs memory comes first: then all eight are taken, or none.
+  const Value* today = storedValue(Key::TodayCurrencies);
+  auto currencies = today != nullptr ? Mapper<Currency>::mapArray(*today) : std::nullopt;
+  const Value* stored = storedValue(Key::TodayRelativeCurrency);
+  auto relative = stored != nullptr ? Mapper<Currency>::map(*stored) : nullptr;
   // Each setter saves, and the switch turns that one save into nothing.
   canSave_ = false;
   setMode(storedCase<StyleMode>(Key::Mode));
@@ -119,14 +149,11 @@ void StoreManager::loadSettings() {
   setNumberOfCurrenciesInWidget(
       storedCount(Key::NumberOfCurrenciesInWidget, kDefaultNumberOfCurrencies));
   canSave_ = false;
-  const Value* today = storedValue(Key::TodayCurrencies);
-  auto currencies = today != nullptr ? Mapper<Currency>::mapArray(*today) : std::nullopt;
   setTodayCurrencies(std::move(currencies).value_or(std::vector<CurrencyRef>()));
   canSave_ = false;
   setTodayConversionMode(storedCase<TodayConversionMode>(Key::TodayConversionMode));
   canSave_ = false;
-  const Value* relative = storedValue(Key::TodayRelativeCurrency);
-  setTodayRelativeCurrency(relative != nullptr ? Mapper<Currency>::map(*relative) : nullptr);
+  setTodayRelativeCurrency(std::move(relative));
 }
 
 template <class Field>

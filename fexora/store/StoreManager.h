@@ -5,6 +5,10 @@
 // all eight from the dictionary and writes nothing; a value that is missing or of another kind
 // gives the default, and so does a number of 0 for `fraction` and `numberOfCurrenciesInWidget`. An
 // integer setting takes an integer only, `seporate` a boolean only. Main thread only.
+//
+// What finds no memory is not done and said in the log: a setting keeps its new value, which the
+// next save writes; loading leaves what was loaded before; a list or record that was asked for is
+// missing.
 #pragma once
 
 #include <cstdint>
@@ -95,8 +99,10 @@ class FEXORA_API StoreManager : public UserStoreManager {
   };
 
   static const char* rawValue(Key key);
+  void contentMerged() override { loadSettings(); }
   void loadSettings();
-  void saveValue(Value value, Key key);
+  Dictionary withSettings(Dictionary content) const;
+  Dictionary defaultContent() const override;
   void put(std::string_view key, Value value);
   const Value* storedValue(Key key) const;
   std::optional<std::int64_t> storedInteger(Key key) const;

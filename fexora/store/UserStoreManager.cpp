@@ -7,7 +7,9 @@
 #include "fexora/platform/files/AtomicWriter.h"
 #include "fexora/platform/files/ContainerFolder.h"
 #include "fexora/platform/files/ReadFile.h"
+#include "fexora/platform/files/Retry.h"
 #include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/foundation/NoDestructor.h"
 
 namespace fexora {
 namespace {
@@ -22,6 +24,20 @@ bool isContentError(const std::error_code& error) {
          error == std::errc::operation_not_supported || error == std::errc::file_too_large;
 }
 
+bool isNoFlushHere(const std::error_code& error) {
+  return error == std::errc::invalid_argument || error == std::errc::operation_not_supported ||
+         error == std::errc::function_not_supported || error == std::errc::permission_denied;
+}
+
+bool isSameFile(const FileStatus& a, const FileStatus& b) {
+  return a.inode == b.inode && a.device == b.device;
+}
+
+const std::string& noPath() {
+  static NoDestructor<std::string> none;
+  return *none;
+}
+
 }  // namespace
 
 UserStoreManager::~UserStoreManager() {
@@ -34,50 +50,69 @@ void UserStoreManager::start() {
   const std::string& folder = applicationDocumentsDirectory();
   if (folder.empty()) return;
   removeDeadTemporaries(*platform_.files, folder);
-  folderMonitor_ = std::make_unique<FolderMonitor>(
-      folder, [this] { folderUpdate(); }, platform_);
+  attempt("Watching the store's folder", [&] {
+    folderMonitor_ = std::make_unique<FolderMonitor>(
+        folder, [this] { folderUpdate(); }, platform_);
+  });
 }
 
 void UserStoreManager::loadData() {
-  const std::string& path = fileURL();
-  if (path.empty()) return;
-  const auto status = platform_.files->statusOf(path);
-  if (!status.ok() && status.error() == std::errc::no_such_file_or_directory) {
-    loadProblem_.clear();
-    disk_ = Disk::usable;
-    synchronize();
-    return;
-  }
-  readFile();
+  if (attempt("Loading the store", [this] { load(); })) return;
+  disk_ = Disk::inaccessible;
+  loadProblem_ = kOutOfMemory;
+}
+
+void UserStoreManager::load() {
+  if (fileURL().empty()) return;
+  const Disk found = readFile();
+  if (!loadProblem_.empty()) log(loadProblem_);
+  if (found == Disk::missing) synchronize();
 }
 
 UserStoreManager::Disk UserStoreManager::readFile() {
   const std::string& path = fileURL();
   auto file = readWholeFile(*platform_.files, path, limits::kStoreFileBytes);
+  if (!file.ok() && file.error() == std::errc::no_such_file_or_directory) {
+    loadProblem_.clear();
+    return disk_ = Disk::missing;
+  }
   if (!file.ok()) {
-    const auto status = platform_.files->statusOf(path);
-    refuse("The store " + path + " cannot be read: " + file.error().message(),
-           isContentError(file.error()) ? Disk::unreadable : Disk::inaccessible, *status);
-    return disk_;
+    const auto status = retryInterrupted([&] { return platform_.files->statusOf(path); });
+    return refuse(isContentError(file.error()) ? Disk::unreadable : Disk::inaccessible, *status,
+                  " cannot be read: ", file.error().message());
   }
   auto content = codec_.decode(std::move((*file).bytes));
   if (!content.ok()) {
-    refuse("The store " + path + " is no dictionary: " + content.error, Disk::unreadable,
-           file->status);
-    return disk_;
+    const Disk state = content.error == kOutOfMemory ? Disk::inaccessible : Disk::unreadable;
+    return refuse(state, file->status, " is no dictionary: ", content.error);
   }
   ud_ = std::move(content.dictionary);
-  known_ = file->status;
-  loaded_ = true;
+  noteSaved(ud_, file->status);
   loadProblem_.clear();
-  return disk_ = Disk::usable;
+  return disk_;
 }
 
-void UserStoreManager::refuse(std::string problem, Disk state, const FileStatus& status) {
-  log(problem);
-  loadProblem_ = std::move(problem);
+UserStoreManager::Disk UserStoreManager::refuse(Disk state, const FileStatus& status,
+                                                const char* verdict, const std::string& why) {
   disk_ = state;
   known_ = status;
+  loadProblem_ = "The store " + fileURL() + verdict + why;
+  return state;
+}
+
+void UserStoreManager::noteSaved(const Dictionary& content, const FileStatus& status) {
+  base_ = content;
+  known_ = status;
+  disk_ = Disk::usable;
+  loaded_ = true;
+}
+
+void UserStoreManager::takeBack(Loaded before) {
+  setUd(std::move(before.ud));
+  base_ = std::move(before.base);
+  loaded_ = before.loaded;
+  disk_ = Disk::inaccessible;
+  loadProblem_ = kOutOfMemory;
 }
 
 void UserStoreManager::folderUpdate() {
@@ -100,14 +135,22 @@ void UserStoreManager::syncFromTimer(const std::shared_ptr<Timer>& /*timer*/) {
 }
 
 void UserStoreManager::startSyncTimer() {
-  if (syncTimer_ != nullptr) syncTimer_->invalidate();
-  syncTimer_ =
-      platform_.loop->scheduleTimer(kSyncDelaySeconds, [this] { syncFromTimer(syncTimer_); });
+  const bool isSet = attempt("Saving the store later", [this] {
+    if (syncTimer_ != nullptr) syncTimer_->invalidate();
+    syncTimer_ =
+        platform_.loop->scheduleTimer(kSyncDelaySeconds, [this] { syncFromTimer(syncTimer_); });
+  });
+  // Better at once than never.
+  if (!isSet) syncFromTimer(nullptr);
 }
 
 void UserStoreManager::startDisableSkipUpdateTimer() {
-  if (timer_ != nullptr) timer_->invalidate();
-  timer_ = platform_.loop->scheduleTimer(kSkipSeconds, [this] { disableSkipFileUpdate(timer_); });
+  const bool isSet = attempt("Ignoring the own save", [this] {
+    if (timer_ != nullptr) timer_->invalidate();
+    timer_ = platform_.loop->scheduleTimer(kSkipSeconds, [this] { disableSkipFileUpdate(timer_); });
+  });
+  // A period that nothing ends would leave the store deaf; its own save is one reload too many.
+  if (!isSet) skipUpdate_ = false;
 }
 
 void UserStoreManager::disableSkipFileUpdate(const std::shared_ptr<Timer>& /*timer*/) {
@@ -119,79 +162,107 @@ bool UserStoreManager::differsOnDisk() {
   const std::string& path = fileURL();
   if (path.empty()) return false;
   const auto status = platform_.files->statusOf(path);
-  return status.ok() && (status->inode != known_.inode || status->device != known_.device ||
-                         status->modified != known_.modified || status->size != known_.size);
+  return status.ok() && (!isSameFile(*status, known_) || status->modified != known_.modified ||
+                         status->size != known_.size);
 }
 
 void UserStoreManager::writeFile(const Dictionary& content) {
-  saveProblem_ = save(content);
+  std::string problem = kOutOfMemory;
+  try {
+    problem = save(content);
+  } catch (const std::bad_alloc&) {  // NOLINT(bugprone-empty-catch): the problem says it
+  }
+  saveProblem_ = std::move(problem);
   if (saveProblem_.empty()) {
     log("SAVE SUCCESS");
+    return;
+  }
+  log("SAVE FAIL");
+  // Without a container the reason was said when the container was looked for.
+  if (!fileURL_ || fileURL_->empty()) return;
+  if (saveProblem_ == kOutOfMemory) {
+    logShortage(*platform_.log, "The store ", *fileURL_, " was not saved");
   } else {
-    log("SAVE FAIL");
-    // Without a container the reason was said when the container was looked for.
-    if (!fileURL().empty()) log(saveProblem_);
+    log(saveProblem_);
   }
 }
 
 // The problem, or nothing when the file is written.
-std::string UserStoreManager::save(const Dictionary& content) {
+std::string UserStoreManager::save(Dictionary content) {
   const std::string& path = fileURL();
   if (path.empty()) {
     return loadProblem_.empty() ? "there is no container folder to save into" : loadProblem_;
   }
   const std::string what = "The store " + path + " was not saved: ";
-  const bool wasInaccessible = disk_ == Disk::inaccessible;
-  if (!regainAccess()) return what + "the file there cannot be read now, so it is not replaced";
-  const auto encoded = codec_.encode(wasInaccessible ? ud_ : content);
-  if (!encoded.ok()) return what + encoded.error;
+  std::string doubt = "The store " + path + " is replaced, but may not survive a power cut: ";
+  if (disk_ == Disk::inaccessible && regainAccess(content) == Disk::inaccessible) {
+    return what + "it is not replaced while it cannot be read (" + loadProblem_ + ")";
+  }
+  auto encoded = codec_.encode(content);
+  if (!encoded.ok()) {
+    return encoded.error == kOutOfMemory ? std::move(encoded.error) : what + encoded.error;
+  }
   const auto outcome =
       replaceFile(*platform_.files, path, encoded.bytes, kFileMode, [this] { return keepAside(); });
   if (outcome.error) return what + outcome.step + ": " + outcome.error.message();
-  if (outcome.doubt) {
-    log("The store " + path +
-        " is saved, but may not survive a power cut: " + outcome.doubt.message());
-  }
-  known_ = outcome.status;
-  disk_ = Disk::usable;
-  loaded_ = true;
+  noteSaved(content, outcome.status);
+  if (!outcome.doubt) return {};
+  doubt += outcome.doubt.message();
+  // Where folders cannot be flushed at all, no save would ever be a success.
+  if (!isNoFlushHere(outcome.doubt)) return doubt;
+  log(doubt);
   return {};
 }
 
-// A file that could not be read is tried again before it is replaced. What it holds comes back
-// under the keys that this process has not set since.
-bool UserStoreManager::regainAccess() {
-  if (disk_ != Disk::inaccessible) return true;
+// A file that could not be read is tried again before it is replaced. What it holds stays under
+// the keys that this process has not changed.
+UserStoreManager::Disk UserStoreManager::regainAccess(Dictionary& content) {
   const Dictionary mine = ud_;
-  const bool neverLoaded = !loaded_;
-  if (readFile() == Disk::inaccessible) return false;
-  if (!neverLoaded || disk_ == Disk::unreadable) {
-    ud_ = mine;
-    return true;
+  const Dictionary before = loaded_ ? base_ : defaultContent();
+  const Disk found = readFile();
+  if (found == Disk::unreadable) log(loadProblem_);
+  if (found != Disk::usable) return found;
+  Dictionary merged = ud_;
+  for (const auto& [key, value] : content) {
+    const Value* old = before.find(key);
+    if (old == nullptr || *old != value) merged.set(key, value);
   }
-  for (const auto& [key, value] : mine) ud_.set(key, value);
-  return true;
+  content = merged;
+  ud_ = std::move(merged);
+  contentMerged();
+  return found;
 }
 
 std::error_code UserStoreManager::keepAside() {
   if (disk_ != Disk::unreadable) return {};
+  Files& files = *platform_.files;
   const std::string& path = fileURL();
-  const auto status = platform_.files->statusOf(path);
-  // Replaced or gone meanwhile: nothing is left to keep.
-  if (!status.ok() || status->inode != known_.inode || status->device != known_.device) return {};
+  const auto status = retryInterrupted([&] { return files.statusOf(path); });
+  // Replaced or gone meanwhile: nothing is left to keep. Kept when an earlier save failed after
+  // this step: once is enough.
+  if (!status.ok()) {
+    const bool isGone = status.error() == std::errc::no_such_file_or_directory;
+    return isGone ? std::error_code() : status.error();
+  }
+  if (!isSameFile(*status, known_) || isSameFile(*status, aside_)) return {};
   const std::string folder = folderOf(path);
   const auto date = Date(platform_.loop->wallSeconds()).isoText();
   const std::string name = folder + "/" + std::string(kAsidePrefix) + date.value_or("undated");
-  auto error = platform_.files->link(path, name);
+  const auto linkAs = [&](const std::string& to) {
+    return retryInterrupted([&] { return files.link(path, to); });
+  };
+  auto error = linkAs(name);
   for (int i = 2; error == std::errc::file_exists && i < limits::kTemporaryNames; ++i) {
-    error = platform_.files->link(path, name + "-" + std::to_string(i));
+    error = linkAs(name + "-" + std::to_string(i));
   }
-  if (!error) dropOldestAside(folder);
-  return error;
+  if (error) return error;
+  aside_ = *status;
+  dropOldestAside(folder);
+  return {};
 }
 
 void UserStoreManager::dropOldestAside(const std::string& folder) {
-  auto names = platform_.files->list(folder);
+  auto names = retryInterrupted([&] { return platform_.files->list(folder); });
   if (!names.ok()) return;
   std::erase_if(*names, [](const std::string& name) { return !name.starts_with(kAsidePrefix); });
   std::sort(names->begin(), names->end());
@@ -201,13 +272,14 @@ void UserStoreManager::dropOldestAside(const std::string& folder) {
 }
 
 const std::string& UserStoreManager::applicationDocumentsDirectory() {
-  if (!applicationDocumentsDirectory_) {
+  if (applicationDocumentsDirectory_) return *applicationDocumentsDirectory_;
+  const bool isFound = attempt("Looking for the container folder", [this] {
     auto container = containerFolder(*platform_.files, kAppGroupIdentifier);
     if (!container.problem.empty()) log(container.problem);
     if (container.path.empty()) loadProblem_ = container.problem;
     applicationDocumentsDirectory_ = std::move(container.path);
-  }
-  return *applicationDocumentsDirectory_;
+  });
+  return isFound ? *applicationDocumentsDirectory_ : noPath();
 }
 
 void UserStoreManager::setApplicationDocumentsDirectory(std::string folder) {
@@ -215,11 +287,13 @@ void UserStoreManager::setApplicationDocumentsDirectory(std::string folder) {
 }
 
 const std::string& UserStoreManager::fileURL() {
-  if (!fileURL_) {
-    const std::string& folder = applicationDocumentsDirectory();
-    fileURL_ = folder.empty() ? "" : folder + "/" + storeName();
-  }
-  return *fileURL_;
+  if (fileURL_) return *fileURL_;
+  const std::string& folder = applicationDocumentsDirectory();
+  // Without memory for it the next call looks again.
+  if (!applicationDocumentsDirectory_) return noPath();
+  const bool isMade = attempt("Naming the store file",
+                              [&] { fileURL_ = folder.empty() ? "" : folder + "/" + storeName(); });
+  return isMade ? *fileURL_ : noPath();
 }
 
 void UserStoreManager::setFileURL(std::string path) {

@@ -9,10 +9,16 @@
 // change, unless setReconcilesAfterSkip(true) was called.
 //
 // Nothing here fails towards the caller: what cannot be read leaves the dictionary as it was, what
-// cannot be written leaves the old file whole, and both are logged. A file that cannot be read as a
-// dictionary is kept aside, by a hard link beside it, before a save replaces it. A file that cannot
-// be opened or read for now (no permission, too many open files) is not replaced at all until it
-// can be.
+// cannot be written leaves the old file whole, and both are logged; so is memory that cannot be
+// had. A file that cannot be read as a dictionary is kept aside, by a hard link beside it, before a
+// save replaces it. A file that cannot be opened or read for now (no permission, too many open
+// files) is not replaced until it can be; then a save first takes over what it holds under all keys
+// that this process has not changed.
+//
+// "SAVE SUCCESS" in the log means that the save survives a power cut. When only the last step of
+// one failed, flushing the folder, the new file stays, the log has "SAVE FAIL", and the problem
+// says that its durability is unknown. Where the system cannot flush folders at all, or this user
+// may not open this one, the log says that beside "SAVE SUCCESS".
 // Main thread only. No timer and no folder event is delivered after the destructor.
 #pragma once
 
@@ -22,6 +28,7 @@
 #include <string_view>
 
 #include "fexora/platform/Platform.h"
+#include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/foundation/NSObject.h"
 #include "fexora/platform/plist/DictionaryCodec.h"
 #include "fexora/store/FolderMonitor.h"
@@ -103,21 +110,47 @@ class FEXORA_API UserStoreManager : public NSObject {
   // constructor does not reach the overrides.
   void start();
 
+  // A save has taken over what other processes had written: a subclass interprets the keys anew.
+  virtual void contentMerged() {}
+  // What a store counts as unchanged while no file could be read yet: each key with its default.
+  // May throw std::bad_alloc.
+  virtual Dictionary defaultContent() const { return {}; }
+
+  // What a load changes, for a subclass that cannot interpret what was loaded: takeBack() leaves
+  // the store as it was before, with a file that could not be read.
+  struct Loaded {
+    Dictionary ud;
+    Dictionary base;
+    bool loaded;
+  };
+  Loaded loadedSoFar() const { return {ud_, base_, loaded_}; }
+  void takeBack(Loaded before);
+
+  // Runs a step of an operation; without memory for it the log says so. False then.
+  template <class Body>
+  bool attempt(std::string_view operation, Body body) const {
+    return guarded(*platform_.log, operation, std::move(body));
+  }
   Platform& platform() const { return platform_; }
 
  private:
   enum class Disk : std::uint8_t {
-    usable,       // read or written last, or not there
+    usable,       // read or written last
+    missing,      // not there
     unreadable,   // holds something else than a dictionary: kept aside before it is replaced
-    inaccessible  // could not be opened or read: not replaced
+    inaccessible  // could not be looked for, opened or read: not replaced
   };
 
-  void log(const std::string& line) const { platform_.log->write(line); }
+  void log(std::string_view line) const { platform_.log->write(line); }
+  std::optional<Value> member(std::string_view name) const;
+  bool setMember(std::string_view name, const Value& value);
+  void load();
   Disk readFile();
-  void refuse(std::string problem, Disk state, const FileStatus& status);
+  Disk refuse(Disk state, const FileStatus& status, const char* verdict, const std::string& why);
   void writeFile(const Dictionary& content);
-  std::string save(const Dictionary& content);
-  bool regainAccess();
+  std::string save(Dictionary content);
+  void noteSaved(const Dictionary& content, const FileStatus& status);
+  Disk regainAccess(Dictionary& content);
   std::error_code keepAside();
   void dropOldestAside(const std::string& folder);
   bool differsOnDisk();
@@ -132,9 +165,11 @@ class FEXORA_API UserStoreManager : public NSObject {
   std::optional<std::string> fileURL_;
 
   DictionaryCodec codec_;
-  Disk disk_ = Disk::usable;
+  Disk disk_ = Disk::inaccessible;
   FileStatus known_;     // the file last read, written or refused
-  bool loaded_ = false;  // a file has been read or written
+  FileStatus aside_;     // the file last kept aside
+  Dictionary base_;      // what the file held when it was last read or written
+  bool loaded_ = false;  // it has been
   bool reconcilesAfterSkip_ = false;
   std::string saveProblem_;
   std::string loadProblem_;

@@ -4,6 +4,11 @@
 namespace fexora {
 
 std::optional<Value> UserStoreManager::valueForKey(std::string_view name) const {
+  return guardedOr(*platform_.log, "Reading a member by name", std::optional<Value>(),
+                   [&] { return member(name); });
+}
+
+std::optional<Value> UserStoreManager::member(std::string_view name) const {
   // The two paths are found at their first reading, which changes nothing that a caller sees.
   auto& self =
       const_cast<UserStoreManager&>(*this);  // NOLINT(cppcoreguidelines-pro-type-const-cast)
@@ -16,6 +21,11 @@ std::optional<Value> UserStoreManager::valueForKey(std::string_view name) const 
 }
 
 bool UserStoreManager::setValueForKey(std::string_view name, const Value& value) {
+  return guardedOr(*platform_.log, "Setting a member by name", false,
+                   [&] { return setMember(name, value); });
+}
+
+bool UserStoreManager::setMember(std::string_view name, const Value& value) {
   if (name == "ud" && value.dictionary() != nullptr) {
     setUd(*value.dictionary());
   } else if (name == "skipUpdate" && value.number() != nullptr) {

@@ -54,7 +54,8 @@ void replace(const Options& options, const std::string& text,
 // The day that has begun in UTC.
 Date today() {
   constexpr std::time_t kDay = 86400;
-  return Date(static_cast<double>(std::time(nullptr) / kDay * kDay));
+  const std::time_t now = std::time(nullptr);
+  return Date(static_cast<double>(now - now % kDay));
 }
 
 void publish(const Options& options) {

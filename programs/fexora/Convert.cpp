@@ -99,8 +99,8 @@ void printTable(const Conversion& conversion, const StoreManager& store, bool na
     rates.add(format.rate(item.rate.doubleValue()));
   }
   const std::string& source = conversion.source->code();
-  printLine(format.exact(conversion.amount) + (conversion.invert ? " of each in " : " ") +
-            codeAndName(*conversion.source, names) + (conversion.invert ? "" : " ="));
+  printLine(format.exact(conversion.amount) + (conversion.invert ? " of each, in " : " ") +
+            codeAndName(*conversion.source, names) + (conversion.invert ? ":" : " ="));
   for (std::size_t i = 0; i < conversion.items.size(); ++i) {
     const Currency& currency = *conversion.items[i].dstCurrency;
     const std::string& code = currency.code();

@@ -40,8 +40,8 @@ std::string NumberFormat::write(double value, int fewest, int most) const {
 }
 
 std::string NumberFormat::amount(double value) const {
-  const bool small = std::abs(value) < std::pow(10.0, -fraction_);
-  return write(value, fraction_, small ? digitsFor(value, 3) : fraction_);
+  const bool small = std::abs(value) < 1;
+  return write(value, fraction_, small ? std::max(digitsFor(value, 3), fraction_) : fraction_);
 }
 
 std::string NumberFormat::rate(double value) const {

@@ -13,7 +13,7 @@ class NumberFormat {
   // `fraction` digits after the mark, with signs between groups of digits if `grouping`.
   NumberFormat(std::int64_t fraction, bool grouping);
 
-  // With the wanted digits; one too small to show in them gets as many more as show three.
+  // With the wanted digits; one below 1 gets more where three significant ones need them.
   std::string amount(double value) const;
   // Six significant digits at least.
   std::string rate(double value) const;

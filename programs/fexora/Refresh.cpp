@@ -87,7 +87,7 @@ void refresh(const CommandLine& line) {
     const Progress progress("loading rates from " + kTrelbyRatesURL);
     Platform::process().loop->runUntil([&] { return ended; });
   }
-  if (failure) throw *failure;
+  if (failure) throw Failure(*failure);
   const std::size_t count = countRates(store);
   if (count == 0) printMessage("warning: the service's answer holds no rates");
   printRefresh(line, count);

@@ -228,7 +228,7 @@ TEST_F(Publish, MaxJump) {
                         std::vector<std::string> more = {}) {
     EXPECT_EQ(publish({"--output", output, "-"}, "eur,100\ngbp,100\n").exitCode, 0);
     more.insert(more.end(), {"--output", output, "--max-jump", percent, "-"});
-    const CommandResult result = publish(more, csv);
+    CommandResult result = publish(more, csv);
     const Rates now = ratesOf(readFile(output));
     EXPECT_EQ(now.at("GBP") != 100, result.exitCode == 0);
     return result;

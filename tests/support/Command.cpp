@@ -55,6 +55,7 @@ CommandResult runCommand(const std::vector<std::string>& arguments, std::string_
   std::array<MemoryFile, 3> streams;
   streams[STDIN_FILENO].fill(input);
   std::vector<char*> argv;
+  argv.reserve(arguments.size() + 1);
   for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
   argv.push_back(nullptr);
   posix_spawn_file_actions_t actions;

@@ -23,7 +23,7 @@ struct ReplaceOutcome {
 
 // `path` names the file, in a folder that exists; the new one has mode `mode`. `beforeRename` is
 // called with everything flushed; an error from it ends the replacement as one of step "keep
-// aside".
+// aside". Nothing throws: memory that cannot be had is an error, too.
 FEXORA_API ReplaceOutcome replaceFile(Files& files, const std::string& path, std::string_view bytes,
                                       std::uint32_t mode,
                                       const std::function<std::error_code()>& beforeRename = {});

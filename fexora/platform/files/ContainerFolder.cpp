@@ -1,6 +1,7 @@
 #include "fexora/platform/files/ContainerFolder.h"
 
 #include "fexora/platform/files/PrivateFolder.h"
+#include "fexora/platform/files/Retry.h"
 #include "fexora/platform/foundation/Environment.h"
 
 namespace fexora {
@@ -33,10 +34,14 @@ ContainerFolder containerFolder(Files& files, std::string_view groupIdentifier) 
             "there is no container folder: none of FEXORA_CONTAINER, XDG_DATA_HOME and HOME "
             "is set"};
   }
-  const auto made = makePrivateFolder(files, path);
-  if (made && made != std::errc::file_exists) return unusable(path, made.message());
   // With the dot, a link to a folder counts as the folder: where it lies is the user's choice.
-  const auto status = files.statusOf(path + "/.");
+  const auto look = [&] { return files.statusOf(path + "/."); };
+  auto status = retryInterrupted(look);
+  if (!status.ok() && status.error() == std::errc::no_such_file_or_directory) {
+    const auto made = makePrivateFolder(files, path);
+    if (made && made != std::errc::file_exists) return unusable(path, made.message());
+    status = retryInterrupted(look);
+  }
   if (!status.ok()) return unusable(path, status.error().message());
   if (status->owner != files.user()) return unusable(path, "it belongs to another user");
   std::string warning;

@@ -85,7 +85,7 @@ class FEXORA_API Files {
   virtual std::error_code link(const std::string& from, const std::string& to) = 0;
   virtual std::error_code remove(const std::string& path) = 0;
   virtual std::error_code makeFolder(const std::string& path, std::uint32_t mode) = 0;
-  // Names in a folder, without "." and "..", in no order.
+  // Names in a folder, without "." and "..", in no order; at most limits::kFolderNames of them.
   virtual FileResult<std::vector<std::string>> list(const std::string& folder) = 0;
   // The user that this process acts as.
   virtual std::uint32_t user() = 0;

@@ -2,6 +2,8 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <memory>
+#include <new>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -9,6 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "fexora/platform/foundation/Limits.h"
 #include "fexora/platform/foundation/NoDestructor.h"
 
 namespace fexora {
@@ -132,18 +135,23 @@ std::error_code PosixFiles::makeFolder(const std::string& path, std::uint32_t mo
 }
 
 FileResult<std::vector<std::string>> PosixFiles::list(const std::string& folder) {
-  DIR* stream = ::opendir(folder.c_str());
+  const std::unique_ptr<DIR, int (*)(DIR*)> stream(::opendir(folder.c_str()), ::closedir);
   if (stream == nullptr) return lastError();
-  std::vector<std::string> names;
-  errno = 0;
-  while (const dirent* entry = ::readdir(stream)) {  // NOLINT(concurrency-mt-unsafe)
-    const std::string_view name = entry->d_name;
-    if (name != "." && name != "..") names.emplace_back(name);
+  try {
+    std::vector<std::string> names;
+    errno = 0;
+    while (const dirent* entry = ::readdir(stream.get())) {  // NOLINT(concurrency-mt-unsafe)
+      const std::string_view name = entry->d_name;
+      if (name == "." || name == "..") continue;
+      if (names.size() == limits::kFolderNames) return names;
+      names.emplace_back(name);
+      errno = 0;
+    }
+    if (errno != 0) return lastError();
+    return names;
+  } catch (const std::bad_alloc&) {
+    return std::make_error_code(std::errc::not_enough_memory);
   }
-  const auto error = errno != 0 ? lastError() : std::error_code();
-  ::closedir(stream);
-  if (error) return error;
-  return names;
 }
 
 std::uint32_t PosixFiles::user() {

@@ -8,7 +8,8 @@
 
 namespace fexora {
 
-// Makes the folder and what is missing above it, each with mode 0700. file_exists when something of
+// Makes the folder and what is missing above it, each with mode 0700 and its name flushed to the
+// disk. file_exists when something of
 // that name is there already, whatever it is.
 FEXORA_API std::error_code makePrivateFolder(Files& files, const std::string& path);
 

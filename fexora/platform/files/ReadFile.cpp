@@ -44,7 +44,7 @@ std::error_code readAll(Files& files, Files::Handle handle, std::size_t limit, s
 }
 
 std::error_code readInto(Files& files, Files::Handle handle, std::size_t limit, WholeFile& whole) {
-  const auto status = files.status(handle);
+  const auto status = retryInterrupted([&] { return files.status(handle); });
   if (!status.ok()) return status.error();
   if (const auto error = refusal(status->type)) return error;
   if (status->size > limit) return std::make_error_code(std::errc::file_too_large);
@@ -61,7 +61,7 @@ std::error_code readInto(Files& files, Files::Handle handle, std::size_t limit, 
 
 FileResult<WholeFile> readWholeFile(Files& files, const std::string& path, std::size_t limit) {
   // Asked before the opening too, since opening a device can already do something.
-  const auto before = files.statusOf(path);
+  const auto before = retryInterrupted([&] { return files.statusOf(path); });
   if (!before.ok()) return before.error();
   if (const auto error = refusal(before->type)) return error;
   const auto handle = retryInterrupted([&] { return files.openForReading(path); });

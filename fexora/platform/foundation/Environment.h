@@ -12,4 +12,7 @@ namespace fexora {
 // rights than its user has (set-user-id and the like), whose environment decides nothing here.
 FEXORA_API std::optional<std::string> environment(const char* variable);
 
+// Whether this is such a process: for libraries underneath that read the environment themselves.
+FEXORA_API bool hasMoreRightsThanItsUser() noexcept;
+
 }  // namespace fexora

@@ -8,6 +8,9 @@ namespace fexora::limits {
 
 // Files in the container.
 inline constexpr std::size_t kStoreFileBytes = std::size_t{64} << 20;
+// What a process takes at most that reads the worst file of that size, with another one's content
+// still there: it follows from this limit and the two below, and a test measures it.
+inline constexpr std::size_t kStoreMemoryBytes = std::size_t{1} << 30;
 inline constexpr std::size_t kCatalogueFileBytes = std::size_t{16} << 20;
 inline constexpr int kPropertyListDepth = 256;
 // Objects in one property list: a binary file may name one object many times over, so the count is
@@ -15,6 +18,8 @@ inline constexpr int kPropertyListDepth = 256;
 inline constexpr std::size_t kPropertyListObjects = std::size_t{2} << 20;
 // Kept-aside copies of unreadable store files; the oldest goes when one more comes.
 inline constexpr int kUnreadableCopies = 4;
+// Names that are looked at in one folder, whoever made them.
+inline constexpr std::size_t kFolderNames = std::size_t{64} << 10;
 // How often one interrupted system call is made again before it counts as failed.
 inline constexpr int kInterruptedRetries = 64;
 // How often a temporary name that is taken makes the writer try the next one.

@@ -1,9 +1,10 @@
 #include "fexora/platform/foundation/Log.h"
 
+#include <array>
 #include <mutex>
-#include <string>
 #include <utility>
 
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include "fexora/platform/foundation/NoDestructor.h"
@@ -12,11 +13,11 @@ namespace fexora {
 namespace {
 
 void writeToStandardError(std::string_view line) {
-  std::string whole;
-  whole.reserve(line.size() + 1);
-  whole.append(line).push_back('\n');
+  char end = '\n';
+  // The system only reads the parts, whatever the type of the record says.
+  const std::array<iovec, 2> parts{{{const_cast<char*>(line.data()), line.size()}, {&end, 1}}};
   // A log line that cannot be written has nowhere to be reported.
-  [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, whole.data(), whole.size());
+  [[maybe_unused]] const ssize_t written = ::writev(STDERR_FILENO, parts.data(), parts.size());
 }
 
 class ProcessLog final : public Log {

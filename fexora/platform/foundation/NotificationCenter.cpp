@@ -14,9 +14,11 @@ struct NotificationCenter::Observers {
     std::shared_ptr<std::function<void()>> function;
   };
 
-  const Observer* find(std::uint64_t id) const {
-    const auto at = std::find_if(list.begin(), list.end(),
-                                 [id](const Observer& observer) { return observer.id == id; });
+  // The first observer of `name` with an id above `after` and up to `last`; they stand by id.
+  const Observer* next(std::string_view name, std::uint64_t after, std::uint64_t last) const {
+    const auto at = std::find_if(list.begin(), list.end(), [&](const Observer& observer) {
+      return observer.id > after && observer.id <= last && observer.name == name;
+    });
     return at != list.end() ? &*at : nullptr;
   }
 
@@ -66,14 +68,12 @@ NotificationCenter::Token NotificationCenter::addObserver(std::string_view name,
 }
 
 void NotificationCenter::postNotification(std::string_view name) {
-  std::vector<std::uint64_t> ids;
-  for (const auto& observer : observers_->list) {
-    if (observer.name == name) ids.push_back(observer.id);
-  }
   const auto observers = observers_;  // an observer may end the center itself
-  for (const std::uint64_t id : ids) {
-    const auto* observer = observers->find(id);
-    if (observer == nullptr) continue;
+  const std::uint64_t last = observers->lastId;
+  // Looked up anew after each call, which may have ended any observation; no list is made, so that
+  // a post needs no memory.
+  for (std::uint64_t id = 0; const auto* observer = observers->next(name, id, last);) {
+    id = observer->id;
     const auto function = observer->function;  // an observer may end its own observation
     try {
       if (*function) (*function)();

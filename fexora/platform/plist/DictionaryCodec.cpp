@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/foundation/Limits.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
@@ -38,7 +39,7 @@ DictionaryCodec::Encoded DictionaryCodec::encode(const Dictionary& dictionary) {
     segments_ = std::move(segments);
     return {file_, {}};
   } catch (const std::bad_alloc&) {
-    return {{}, "out of memory"};
+    return {{}, kOutOfMemory};
   }
 }
 
@@ -107,7 +108,7 @@ DictionaryCodec::Decoded DictionaryCodec::decode(std::string bytes) {
     segments_ = std::move(segments);
     return result;
   } catch (const std::bad_alloc&) {
-    return {{}, "out of memory"};
+    return {{}, kOutOfMemory};
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/plist/BinaryPlistReader.h"
 #include "fexora/platform/plist/XmlPlistReader.h"
 
@@ -13,7 +14,7 @@ PlistResult readPropertyList(std::string_view bytes) {
     if (bytes.starts_with("bplist")) return readBinaryPlist(bytes);
     return readXmlPlist(bytes);
   } catch (const std::bad_alloc&) {
-    return {{}, "out of memory"};
+    return {{}, kOutOfMemory};
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/plist/XmlPlistWriter.h"
 
 namespace fexora {
@@ -15,7 +16,7 @@ PlistBytes writePropertyList(const Value& root) {
     result.bytes += kXmlPlistTail;
     return result;
   } catch (const std::bad_alloc&) {
-    return {{}, "out of memory"};
+    return {{}, kOutOfMemory};
   }
 }
 

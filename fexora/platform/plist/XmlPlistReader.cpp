@@ -7,6 +7,7 @@
 
 #include <expat.h>
 
+#include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/foundation/NumberText.h"
 #include "fexora/platform/plist/LaidOutPlistReader.h"
 #include "fexora/platform/plist/PlistBuilder.h"
@@ -141,7 +142,7 @@ void ExpatRun::noteEntryEnd() noexcept {
 }
 
 std::string ExpatRun::error() const {
-  if (outOfMemory()) return "out of memory";
+  if (outOfMemory()) return kOutOfMemory;
   std::string why = builder_.error();
   if (why.empty()) {
     why = refusal_ != nullptr ? refusal_ : XML_ErrorString(XML_GetErrorCode(parser_.get()));

@@ -26,7 +26,8 @@ using fexora::RunLoop;
 
 void ask(const std::string& address) {
   fexora::Platform::process().transport->get(
-      address, [](std::optional<fexora::Value>, std::optional<fexora::ResponseError> error) {
+      address, [](const std::optional<fexora::Value>& /*root*/,
+                  const std::optional<fexora::ResponseError>& error) {
         std::cout << (error ? text(error->kind) : "answer") << std::endl;
         std::exit(0);
       });

@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "fexora/platform/foundation/Environment.h"
 #include "fexora/platform/modules/net/JsonValue.h"
 
 namespace fexora {
@@ -59,6 +60,8 @@ bool Exchange::setOptions() {
          set(handle, CURLOPT_MAXREDIRS, static_cast<long>(options_.redirects)) &&
          set(handle, CURLOPT_CONNECTTIMEOUT_MS, milliseconds(options_.connectSeconds)) &&
          set(handle, CURLOPT_TIMEOUT_MS, milliseconds(options_.requestSeconds)) &&
+         // libcurl takes proxies from the environment, whoever set it.
+         (!hasMoreRightsThanItsUser() || set(handle, CURLOPT_PROXY, "")) &&
          set(handle, CURLOPT_NOSIGNAL, 1L) &&
          // A look-up that is still waiting for its name server is left behind, not waited for.
          set(handle, CURLOPT_QUICK_EXIT, 1L) && set(handle, CURLOPT_ACCEPT_ENCODING, "gzip") &&

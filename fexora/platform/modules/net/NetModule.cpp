@@ -1,5 +1,7 @@
+#include <cstdlib>
 #include <type_traits>
 
+#include "fexora/platform/foundation/Environment.h"
 #include "fexora/platform/modules/ModuleEntries.h"
 #include "fexora/platform/modules/net/CurlTransport.h"
 
@@ -14,6 +16,12 @@ struct ProcessTransport {
   }
 };
 
+// libcurl writes each connection's keys into the file that this variable names, and cannot be told
+// not to: with more rights than its user has, the process would write where its user may not.
+bool writesKeysWhereTheUserSays() {
+  return fexora::hasMoreRightsThanItsUser() && std::getenv("SSLKEYLOGFILE") != nullptr;
+}
+
 static_assert(std::is_same_v<decltype(fexora_net_module), fexora::NetModuleEntry>);
 
 }  // namespace
@@ -21,6 +29,8 @@ static_assert(std::is_same_v<decltype(fexora_net_module), fexora::NetModuleEntry
 fexora::Transport* fexora_net_module(fexora::RunLoop* loop, fexora::Log* log, fexora::Files* files,
                                      const fexora::NetOptions* options) {
   static const ProcessTransport process{
-      fexora::CurlTransport::make(*loop, *log, *files, *options).release()};
+      writesKeysWhereTheUserSays()
+          ? nullptr
+          : fexora::CurlTransport::make(*loop, *log, *files, *options).release()};
   return process.transport;
 }

@@ -2,9 +2,11 @@
 
 #include <unicode/casemap.h>
 #include <unicode/normalizer2.h>
+#include <unicode/putil.h>
 #include <unicode/stringoptions.h>
 #include <unicode/ucurr.h>
 
+#include "fexora/platform/foundation/Environment.h"
 #include "fexora/platform/foundation/NoDestructor.h"
 #include "fexora/platform/modules/ModuleEntries.h"
 #include "fexora/platform/modules/text/CharacterBreaks.h"
@@ -111,6 +113,8 @@ std::optional<std::string> IcuText::currencyName(std::string_view code, std::str
 }  // namespace fexora
 
 fexora::Text* fexora_text_module() {
+  // ICU would load its tables from where ICU_DATA says, unless a place is named before first use.
+  if (fexora::hasMoreRightsThanItsUser()) u_setDataDirectory("");
   static fexora::NoDestructor<fexora::IcuText> text;
   return &*text;
 }

@@ -1,0 +1,114 @@
+"""Rates services on loopback: one that a test scripts, and nginx with the shipped configuration."""
+
+import grp
+import http.server
+import os
+import pathlib
+import pwd
+import socket
+import subprocess
+import threading
+
+from support import BIN, SOURCE
+
+SHIPPED = SOURCE / "packaging/nginx"
+
+
+class Service:
+    """Answers each request with what `respond(handler)` does; counts them."""
+
+    def __init__(self, test, respond):
+        self.requests = 0
+        service = self
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            def do_GET(self):
+                service.requests += 1
+                respond(self)
+
+            def log_message(self, *_):
+                pass
+
+        class Server(http.server.ThreadingHTTPServer):
+            def handle_error(self, *_):
+                pass  # a client that has gone
+
+        self.server = Server(("127.0.0.1", 0), Handler)
+        self.url = f"http://127.0.0.1:{self.server.server_port}/rates.json"
+        threading.Thread(target=self.server.serve_forever, args=(0.02,), daemon=True).start()
+        test.addCleanup(self.server.server_close)
+        test.addCleanup(self.server.shutdown)
+
+
+def answering(body, status=200, **headers):
+    """A `respond` that always sends this."""
+
+    def respond(handler):
+        data = body.encode()
+        handler.send_response(status)
+        handler.send_header("Content-Length", str(len(data)))
+        for name, value in headers.items():
+            handler.send_header(name, value)
+        handler.end_headers()
+        handler.wfile.write(data)
+
+    return respond
+
+
+class Nginx:
+    """Serves `folder`; the lines that the configuration asks to change are changed, no other."""
+
+    FRAME = """
+daemon off; worker_processes 1; user {user}; pid {run}/pid; error_log {run}/error.log;
+events {{}}
+http {{
+  log_format asked escape=none '|$status|$body_bytes_sent|$http_if_none_match|$http_user_agent';
+  access_log syslog:server=unix:{run}/log asked;
+  client_body_temp_path {run}; proxy_temp_path {run}; fastcgi_temp_path {run};
+  uwsgi_temp_path {run}; scgi_temp_path {run};
+  include {run}/site.conf;
+}}
+"""
+
+    def __init__(self, test, folder, run):
+        run.mkdir()
+        # Each finished request comes as a message, which can be waited for.
+        self.log = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)
+        self.log.bind(str(run / "log"))
+        # The socket is made here and handed over, so that no port has to be guessed, and a
+        # connection waits where nginx is not ready yet.
+        listener = socket.create_server(("127.0.0.1", 0))
+        port = listener.getsockname()[1]
+        self.url = f"http://127.0.0.1:{port}/rates.json"
+        site = (SHIPPED / "fexora-rates.conf").read_text(encoding="utf-8")
+        for old, new in (("listen 80;", f"listen 127.0.0.1:{port};"),
+                         ("root /var/www/fexora;", f"root {folder};")):
+            test.assertEqual(site.count(old), 1)
+            site = site.replace(old, new)
+        (run / "site.conf").write_text(site, encoding="utf-8")
+        user = pwd.getpwuid(os.getuid())
+        group = grp.getgrgid(user.pw_gid).gr_name
+        frame = self.FRAME.format(run=run, user=f"{user.pw_name} {group}")
+        (run / "nginx.conf").write_text(frame, encoding="utf-8")
+        with listener:
+            self.process = subprocess.Popen(
+                ["/usr/sbin/nginx", "-p", run, "-c", run / "nginx.conf", "-e", run / "error.log"],
+                env={"NGINX": f"{listener.fileno()};"}, pass_fds=[listener.fileno()])
+        test.addCleanup(self.stop)
+
+    def stop(self):
+        self.process.terminate()
+        self.process.wait()
+        self.log.close()
+
+    def asked(self):
+        """The next request: (status, body bytes, entity tag that the client had, its name)."""
+        _, status, size, tag, name = self.log.recv(4096).decode().split("|")
+        return int(status), int(size), tag, name
+
+
+def update_rates(folder, *words):
+    """Runs the shipped script with the built publisher; the exit code."""
+    env = dict(os.environ, PATH=f"{BIN}:{os.environ['PATH']}")
+    script = pathlib.Path(SHIPPED / "fexora-rates-update")
+    return subprocess.run([script, folder, *words], env=env, stderr=subprocess.DEVNULL).returncode

@@ -1,0 +1,84 @@
+// A process for the crash tests. The container is what the environment says.
+//
+//   reliability_saver save COUNT [--without file-flush|folder-flush]
+//       saves COUNT times (0: without end) a number as "Fraction", with 64 KiB beside it: the one
+//       that the file has, plus 1, plus 2, …; tells each number on standard output once it is
+//       saved, the first one, or 0 of a new file, too
+//   reliability_saver load
+//       starts, reads the file once more, and prints what was read: "Fraction N" or "nothing:
+//       REASON"
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include <unistd.h>
+
+#include "fexora/fexora.h"
+#include "fexora/platform/files/PosixFiles.h"
+
+namespace {
+
+using namespace fexora;
+
+// What a save is worth without one of its flushes: the control of the crash tests.
+class Unflushed final : public PosixFiles {
+ public:
+  explicit Unflushed(std::string_view without) : isFile_(without == "file-flush") {}
+  std::error_code flush(Handle handle) override {
+    const auto found = status(handle);
+    const bool isFile = found.ok() && found->type == FileStatus::Type::file;
+    return isFile == isFile_ ? std::error_code() : PosixFiles::flush(handle);
+  }
+
+ private:
+  bool isFile_;
+};
+
+void tell(long number) {
+  const std::string line = std::to_string(number) + "\n";
+  // In one piece, so that the reader never sees half a number.
+  if (::write(STDOUT_FILENO, line.data(), line.size()) < 0) std::exit(1);
+}
+
+int save(long count) {
+  StoreManager& store = storeManager();
+  Dictionary content = store.ud();
+  content.set("ballast", Value(std::string(std::size_t{64} << 10, 'x')));
+  if (!store.loadProblem().empty() || !store.saveProblem().empty()) return 1;
+  const Value* kept = content.find("Fraction");
+  long number = kept != nullptr ? static_cast<long>(store.fraction()) : 0;
+  tell(number);
+  store.setUd(content);
+  for (long i = 0; count == 0 || i < count; ++i) {
+    store.setFraction(++number);
+    if (!store.saveProblem().empty()) return 1;
+    tell(number);
+  }
+  return 0;
+}
+
+int load() {
+  StoreManager& store = storeManager();
+  store.loadData();  // with the first content still there
+  if (!store.loadProblem().empty()) {
+    std::printf("nothing: %s\n", store.loadProblem().c_str());
+  } else {
+    std::printf("Fraction %lld\n", static_cast<long long>(store.fraction()));
+  }
+  return 0;
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+  const std::string_view job = count > 1 ? words[1] : "";
+  if (count == 5 && std::strcmp(words[3], "--without") == 0) {
+    Platform::process().files = new Unflushed(words[4]);
+  }
+  if (job == "load") return load();
+  if (job == "save" && count > 2) return save(std::strtol(words[2], nullptr, 10));
+  std::fputs("reliability_saver: save COUNT [--without FLUSH], or load\n", stderr);
+  return 2;
+}

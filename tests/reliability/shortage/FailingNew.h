@@ -1,0 +1,28 @@
+// This program's operator new, which fails when told to.
+//
+// Memory of GLib, expat, ICU and the C library does not come from here.
+#pragma once
+
+#include <cstddef>
+
+namespace fexora::test {
+
+// Makes this thread's allocation with this number (the next one is 0) throw std::bad_alloc, and
+// with `fromThenOn` all later ones, until disarmNew().
+void armNew(std::size_t number, bool fromThenOn) noexcept;
+// The allocations that were asked for since.
+std::size_t disarmNew() noexcept;
+
+// While one lives, what this thread asks for is granted and not counted: for the test's own needs.
+class OwnAllocations {
+ public:
+  OwnAllocations() noexcept;
+  OwnAllocations(const OwnAllocations&) = delete;
+  OwnAllocations& operator=(const OwnAllocations&) = delete;
+  ~OwnAllocations();
+
+ private:
+  bool wasArmed_;
+};
+
+}  // namespace fexora::test

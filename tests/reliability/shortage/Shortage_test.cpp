@@ -1,0 +1,315 @@
+// Each allocation of an operation failing in turn, once and from then on: nothing is thrown to the
+// caller, what was there stays, and the next try succeeds.
+#include <functional>
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "fexora/fexora.h"
+#include "fexora/platform/plist/PropertyListReader.h"
+#include "fexora/platform/plist/PropertyListWriter.h"
+
+#include "tests/reliability/shortage/FailingNew.h"
+#include "tests/support/UnflushedFiles.h"
+#include "tests/support/VirtualPlatform.h"
+
+namespace fexora {
+namespace {
+
+// Keeps its lines in memory of the test's own: a log must not throw.
+class GrantedLog final : public Log {
+ public:
+  void write(std::string_view line) override {
+    const test::OwnAllocations granted;
+    record.write(line);
+  }
+  test::RecordingLog record;
+};
+
+const char kLongText[] = "a text that no string holds in place, so that it takes memory";
+
+// A process with a full store; its platform's own doubles are not spared, as a host's would not be.
+struct World {
+  World() {
+    desktop.platform.log = &log;
+    Dictionary content{{"Fraction", 6}, {"other", kLongText}};
+    content.set(kUDUSDRates, rates());
+    content.set(kUDCurrencies, Array{Dictionary{{"code", "USD"}}, Dictionary{{"code", "EUR"}}});
+    content.set(kUDSourceCurrency,
+                Dictionary{{"amount", 5}, {"currency", Dictionary{{"code", "EUR"}}}});
+    write(content);
+    catalogue = std::make_unique<CurrencyManager>(desktop.platform);
+  }
+  static Array rates() {
+    return {Dictionary{{"code", "EUR"}, {"rate", 0.5}},
+            Dictionary{{"code", "GBP"}, {"rate", 0.25}}};
+  }
+  void start() {
+    store = std::make_unique<StoreManager>(desktop.platform, catalogue.get());
+    manager = std::make_unique<RateManager>(desktop.platform, catalogue.get(), store.get());
+    desktop.loop.advance(2.0);
+  }
+  void write(const Dictionary& content) const {
+    test::writeFile(container.file(), writePropertyList(content).bytes);
+  }
+  Dictionary onDisk() const {
+    const auto read = readPropertyList(test::readFile(container.file()));
+    EXPECT_TRUE(read.ok()) << read.error;
+    return read.ok() ? *read.value.dictionary() : Dictionary();
+  }
+  std::int64_t fractionOnDisk() const { return onDisk().find("Fraction")->number()->intValue(); }
+
+  test::TestContainer container;
+  test::UnflushedFiles files;
+  test::VirtualPlatform desktop{files};
+  GrantedLog log;
+  std::unique_ptr<CurrencyManager> catalogue;
+  std::unique_ptr<StoreManager> store;
+  std::unique_ptr<RateManager> manager;
+};
+
+using Step = std::function<void(World&)>;
+
+void eachAllocation(const Step& prepare, const Step& run, const Step& check) {
+  for (const bool fromThenOn : {false, true}) {
+    for (std::size_t number = 0;; ++number) {
+      World world;
+      prepare(world);
+      world.log.record.lines.clear();
+      bool threw = false;
+      test::armNew(number, fromThenOn);
+      try {
+        run(world);
+      } catch (const std::bad_alloc&) {
+        threw = true;
+      }
+      const std::size_t count = test::disarmNew();
+      ASSERT_FALSE(threw) << "allocation " << number;
+      if (count <= number) {
+        ASSERT_GT(number, 0U) << "nothing was allocated";
+        break;
+      }
+      SCOPED_TRACE("allocation " + std::to_string(number) +
+                   (fromThenOn ? " from then on" : " alone"));
+      check(world);
+      if (testing::Test::HasFailure()) return;
+    }
+  }
+}
+
+void started(World& world) {
+  world.start();
+}
+
+// Whatever went wrong: the store works on, and its file and settings agree.
+void expectWorking(World& world) {
+  world.desktop.loop.advance(2.0);
+  EXPECT_FALSE(world.store->skipUpdate()) << "not deaf";
+  world.store->setCanSave(true);
+  world.store->setFraction(9);
+  EXPECT_EQ(world.store->saveProblem(), "");
+  EXPECT_EQ(world.fractionOnDisk(), 9);
+  EXPECT_EQ(*world.onDisk().find("other"), Value(kLongText));
+  EXPECT_EQ(world.onDisk().find(kUDUSDRates)->array()->size(), 2U);
+}
+
+TEST(Shortage, InASave_KeepsTheSettingAndTheFile) {
+  eachAllocation(
+      started, [](World& world) { world.store->setFraction(8); },
+      [](World& world) {
+        EXPECT_EQ(world.store->fraction(), 8);
+        const bool isSaved = world.log.record.count("SAVE SUCCESS") == 1;
+        EXPECT_EQ(world.fractionOnDisk(), isSaved ? 8 : 6);
+        if (world.log.record.count("SAVE FAIL") == 1) {
+          EXPECT_EQ(world.log.record.count(world.container.file()), 1);
+        } else if (!isSaved) {
+          EXPECT_EQ(world.log.record.count("Saving the settings: out of memory"), 1);
+        }
+        world.store->saveSettings();
+        EXPECT_EQ(world.fractionOnDisk(), 8) << "the next save writes it";
+        expectWorking(world);
+      });
+}
+
+TEST(Shortage, InEachSetter_IsNotThrown) {
+  const auto currencies = std::vector{Currency::make("EUR"), Currency::make("GBP")};
+  const auto yen = Currency::make("JPY");
+  std::vector<std::shared_ptr<USDRate>> rates{USDRate::make(0.5, "EUR"), USDRate::make(2, "GBP")};
+  const Step setters[] = {
+      [](World& world) { world.store->setMode(StyleMode::dark); },
+      [](World& world) { world.store->setSeporate(false); },
+      [](World& world) { world.store->setNamingInWidget(Naming::codes); },
+      [](World& world) { world.store->setNumberOfCurrenciesInWidget(4); },
+      [](World& world) { world.store->setTodayConversionMode(TodayConversionMode::rate); },
+      [&](World& world) { world.store->setTodayRelativeCurrency(yen); },
+      [](World& world) { world.store->setTodayRelativeCurrency(nullptr); },
+      [](World& world) { world.store->synchronize(); },
+      [&](World& world) { world.store->saveUSDRates(rates, true); },
+      [&](World& world) { world.store->saveCurrencies(currencies); },
+      [&](World& world) { world.store->saveSourceCurrency(yen, 7, true); },
+      [](World& world) {
+        world.store->startSyncTimer();
+        world.desktop.loop.advance(1.5);
+      },
+  };
+  for (const Step& setter : setters) {
+    eachAllocation(started, setter, expectWorking);
+    if (HasFailure()) return;
+  }
+}
+
+TEST(Shortage, InAReload_TakesAllOrNothing) {
+  eachAllocation(
+      [](World& world) {
+        world.start();
+        Dictionary content = world.onDisk();
+        content.set("Fraction", 7);
+        content.set("TodayCurrencies", Array{Dictionary{{"code", kLongText}}});
+        world.write(content);
+      },
+      [](World& world) { world.store->folderUpdate(); },
+      [](World& world) {
+        EXPECT_EQ(world.store->ud().find("Fraction")->number()->intValue(),
+                  world.store->fraction());
+        EXPECT_EQ(world.store->fraction() == 7, world.store->todayCurrencies().size() == 1);
+        EXPECT_EQ(world.fractionOnDisk(), 7);
+        world.desktop.watch.change();
+        EXPECT_EQ(world.store->fraction(), 7);
+        EXPECT_EQ(world.store->todayCurrencies()[0]->code(), kLongText);
+        expectWorking(world);
+      });
+}
+
+TEST(Shortage, InAStart_WritesNothingOverTheFile) {
+  eachAllocation(
+      [](World&) {},
+      [](World& world) {
+        // The object itself is the caller's to allocate.
+        void* const place = [] {
+          const test::OwnAllocations granted;
+          return ::operator new(sizeof(StoreManager));
+        }();
+        world.store.reset(new (place) StoreManager(world.desktop.platform, world.catalogue.get()));
+      },
+      [](World& world) {
+        EXPECT_EQ(world.fractionOnDisk(), 6);
+        EXPECT_EQ(world.log.record.count("SAVE"), 0);
+        if (world.store->fileURL().empty()) return;
+        world.store->setNumberOfCurrenciesInWidget(4);
+        EXPECT_EQ(world.store->saveProblem(), "");
+        EXPECT_EQ(world.fractionOnDisk(), 6) << "not the default";
+        EXPECT_EQ(world.store->fraction(), 6);
+        expectWorking(world);
+      });
+}
+
+TEST(Shortage, InReading_AnswersNothing) {
+  const Value path(kLongText);
+  eachAllocation(
+      started,
+      [&](World& world) {
+        world.store->loadUSDRates();
+        world.store->loadCurrencies();
+        world.store->loadSourceCurrency();
+        world.store->valueForKey("fileURL");
+        world.store->setValueForKey("applicationDocumentsDirectory", path);
+      },
+      [](World& world) {
+        EXPECT_EQ(world.store->loadUSDRates()->size(), 2U);
+        EXPECT_EQ(world.store->loadCurrencies().size(), 2U);
+        EXPECT_EQ(world.store->loadSourceCurrency()->amount().doubleValue(), 5);
+        expectWorking(world);
+      });
+}
+
+TEST(Shortage, InConversions_KeepsTheRates) {
+  const auto euro = Currency::make("EUR");
+  const auto pound = Currency::make("GBP");
+  eachAllocation(
+      started,
+      [&](World& world) {
+        world.manager->loadRates(std::nullopt, false, true, {});
+        world.manager->convertAmount(7, euro, true);
+        world.manager->rateForSourceCurrency(euro, pound);
+        world.manager->valueForKey("serviceMessage");
+      },
+      [&](World& world) {
+        world.manager->loadRates(std::nullopt, false, true, {});
+        EXPECT_EQ(world.manager->rateForSourceCurrency(euro, pound)->rate().doubleValue(), 0.5);
+        const auto [converted, source] = world.manager->convertAmount(7, euro, true);
+        EXPECT_EQ(converted.items().size(), 2U);
+        EXPECT_EQ(source->amount().doubleValue(), 7);
+        expectWorking(world);
+      });
+}
+
+TEST(Shortage, InAnAnswer_TellsTheCaller) {
+  const Value answer = Dictionary{{"serviceMessage", kLongText},
+                                  {"rates", Array{Dictionary{{"code", "EUR"}, {"rate", 0.75}},
+                                                  Dictionary{{"code", "GBP"}, {"rate", 0.5}}}}};
+  int calls = 0;
+  eachAllocation(
+      [&](World& world) {
+        world.start();
+        calls = 0;
+        world.manager->loadRates(std::nullopt, [&calls](bool fromCache, const ResponseError*) {
+          calls += fromCache ? 0 : 1;
+        });
+      },
+      [&](World& world) {
+        // What brings the answer is the transport's to catch.
+        auto request = [&world] {
+          const test::OwnAllocations granted;
+          return std::move(world.desktop.transport.requests.at(0));
+        }();
+        try {
+          request.complete(answer, std::nullopt);
+        } catch (const std::bad_alloc&) {
+          calls = 1;
+          world.log.write("out of memory in the transport's hand");
+        }
+      },
+      [&](World& world) {
+        EXPECT_EQ(calls, 1);
+        const auto kept = world.store->loadUSDRates();
+        ASSERT_TRUE(kept.has_value());
+        EXPECT_EQ(kept->size(), 2U) << "all rates or the old ones, never a part";
+        expectWorking(world);
+      });
+}
+
+TEST(Shortage, InTheCatalogue_FindsNothingAndGoesOn) {
+  const std::string longCode(40, 'X');
+  eachAllocation([](World&) {},
+                 [&](World& world) {
+                   const CurrencyManager fresh(world.desktop.platform);
+                   world.catalogue->currencyForCode(longCode);
+                   world.catalogue->hasCurrency(longCode);
+                   world.catalogue->currenciesForString("eur", 10, {});
+                 },
+                 [](World& world) {
+                   EXPECT_EQ(world.catalogue->currenciesForString("eur", 10, {}).at(0)->code(),
+                             "EUR");
+                   EXPECT_TRUE(world.catalogue->hasCurrency("EUR"));
+                 });
+}
+
+TEST(Shortage, InAFolderMonitor_LeavesItInert) {
+  int calls = 0;
+  eachAllocation([&](World&) { calls = 0; },
+                 [&](World& world) {
+                   FolderMonitor monitor(
+                       {}, [&calls] { ++calls; }, world.desktop.platform);
+                   monitor.stop();
+                   {
+                     const test::OwnAllocations granted;
+                     world.desktop.watch.change();
+                   }
+                   monitor.start();
+                   world.desktop.loop.advance(0);
+                 },
+                 [&](World&) { EXPECT_LE(calls, 1); });
+}
+
+}  // namespace
+}  // namespace fexora
