@@ -9,12 +9,15 @@ install(DIRECTORY fexora/resources/ DESTINATION ${CMAKE_INSTALL_LIBDIR}/fexora/r
 install(DIRECTORY fexora DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h"
         PATTERN "modules" EXCLUDE)
 
-install(FILES packaging/man/fexora.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES packaging/man/fexora.1 packaging/man/fexora-publish.1
+        DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES packaging/completions/fexora.bash RENAME fexora
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 install(FILES packaging/completions/_fexora DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
 install(FILES packaging/completions/fexora.fish
         DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+install(FILES packaging/nginx/fexora-rates.conf DESTINATION ${CMAKE_INSTALL_DATADIR}/fexora/nginx)
+install(PROGRAMS packaging/nginx/fexora-rates-update DESTINATION ${CMAKE_INSTALL_BINDIR})
 
 install(EXPORT fexora-targets NAMESPACE fexora:: FILE fexora-targets.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/fexora)

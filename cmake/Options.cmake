@@ -2,7 +2,7 @@
 
 option(FEXORA_TESTS "Build the tests" OFF)
 option(FEXORA_BENCH "Build the benchmarks" OFF)
-option(FEXORA_FUZZ "Build the fuzz targets (clang only)" OFF)
+option(FEXORA_FUZZ "Let libFuzzer drive the fuzz targets (clang only; with FEXORA_TESTS)" OFF)
 option(FEXORA_WERROR "Treat warnings as errors" OFF)
 set(FEXORA_SANITIZE "" CACHE STRING "Sanitizers for everything, like address,undefined")
 set(FEXORA_RATES_URL "http://rates.fexora.example/rates.json"

@@ -1,25 +1,13 @@
 // The service's answer read into records, against a parser that only takes the codes and doubles.
 #include <simdjson.h>
 
-#include "fexora/platform/foundation/NumberText.h"
 #include "fexora/platform/modules/net/JsonValue.h"
 
 #include "bench/core/Bench.h"
-#include "bench/support/Race.h"
+#include "bench/support/Peers.h"
 
 namespace fexora::bench {
 namespace {
-
-std::string answerOf(const World& world) {
-  std::string text = R"({"serviceMessage":"","updated":1790640000,"source":"x","rates":[)";
-  for (std::size_t i = 0; i < world.codes.size(); ++i) {
-    if (i > 0) text += ',';
-    text += R"({"code":")" + world.codes[i] + R"(","rate":)";
-    appendShortestText(text, world.values[i]);
-    text += '}';
-  }
-  return text + "]}";
-}
 
 double simdjsonOnly(simdjson::dom::parser& parser, const std::string& text) {
   double sum = 0;
@@ -37,12 +25,14 @@ double simdjsonOnly(simdjson::dom::parser& parser, const std::string& text) {
 void benchAnswer(const World& world) {
   const std::string text = answerOf(world);
   simdjson::dom::parser parser;
-  Race race("the service's answer into records, n = " + std::to_string(world.codes.size()));
+  Race race("the service's answer into records", world.codes.size());
   race.add("simdjson reading codes and doubles", [&] { return simdjsonOnly(parser, text); });
   race.add("decoded and mapped into a Response", [&] {
     const auto response = Mapper<Response>::map(decodeJson(text).root);
     return static_cast<double>(response->rates().size());
   });
+  const AnswerJob job{text};
+  Peers<AnswerJob>::enter(race, job);
   race.run();
 }
 

@@ -4,18 +4,19 @@
 #include "fexora/rates/PairRates.h"
 
 #include "bench/core/Bench.h"
-#include "bench/support/Race.h"
+#include "bench/support/Peers.h"
 
 namespace fexora::bench {
 namespace {
 
 constexpr int kBatch = 200;
+constexpr int kConversions = 10;
 
 void raceDerivation(const World& world) {
   const std::size_t n = world.codes.size();
   std::vector<std::string_view> codes(world.codes.begin(), world.codes.end());
   const auto& catalogue = currencyManager();
-  Race race("derivation after rates arrive, n = " + std::to_string(n));
+  Race race("derivation after rates arrive", n);
   race.add("n codes put in an index, n doubles copied", [&, n] {
     std::unordered_map<std::string_view, std::uint32_t> index;
     index.reserve(n);
@@ -49,7 +50,7 @@ void racePairs(const World& world, const PairRates& pairs) {
   std::unordered_map<std::string, double> index;
   for (std::size_t i = 0; i < n; ++i) index.emplace(world.codes[i], world.values[i]);
   const auto at = [n](int i, std::size_t step) { return (static_cast<std::size_t>(i) * step) % n; };
-  Race race("one pair looked up, n = " + std::to_string(n));
+  Race race("one pair looked up", n);
   race.add(
       "two hash look-ups by code and a division",
       [&] {
@@ -83,6 +84,8 @@ void racePairs(const World& world, const PairRates& pairs) {
         return sum;
       },
       kBatch);
+  const PairJob job{world};
+  Peers<PairJob>::enter(race, job);
   race.run();
 }
 
@@ -90,7 +93,7 @@ void raceConversion(const World& world, const PairRates& pairs) {
   const std::size_t n = world.codes.size();
   const auto& euro = *currencyManager().currencies()[1];
   std::vector<double> amounts(n);
-  Race race("one amount into all, n = " + std::to_string(n));
+  Race race("one amount into all", n);
   race.add(
       "dst[i] = a * r[i]",
       [&] {
@@ -102,7 +105,18 @@ void raceConversion(const World& world, const PairRates& pairs) {
         return amount;
       },
       kBatch);
-  race.add("items", [&] { return pairs.convert(euro, 3.5, false).back().dstAmount.doubleValue(); });
+  race.add(
+      "items",
+      [&] {
+        double sum = 0;
+        for (int round = 0; round < kConversions; ++round) {
+          sum += pairs.convert(euro, 3.5, false).back().dstAmount.doubleValue();
+        }
+        return sum;
+      },
+      kConversions);
+  const ConversionJob job{world};
+  Peers<ConversionJob>::enter(race, job);
   race.run();
 }
 

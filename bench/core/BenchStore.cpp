@@ -13,7 +13,7 @@
 #include "fexora/platform/plist/PropertyListWriter.h"
 
 #include "bench/core/Bench.h"
-#include "bench/support/Race.h"
+#include "bench/support/Peers.h"
 
 namespace fexora::bench {
 namespace {
@@ -51,25 +51,29 @@ double scan(const std::string& bytes) {
 void raceSave(const World& world, StoreManager& store) {
   const std::string bytes = readAll(store.fileURL());
   std::int64_t fraction = 3;
-  Race race("a setting saved beside n rates, n = " + std::to_string(world.codes.size()));
+  Race race("a setting saved beside n rates", world.codes.size());
   race.add("the same bytes and calls, no encoding",
            [&] { return plainSave(world.folder + "/container", bytes); });
   race.add("setFraction", [&] {
     store.setFraction(fraction = fraction == 3 ? 4 : 3);
     return 1.0;
   });
+  const SaveJob job{world};
+  Peers<SaveJob>::enter(race, job);
   race.run(2.0);
 }
 
 void raceReads(const World& world, StoreManager& store) {
   const std::string path = store.fileURL();
   const std::string bytes = readAll(path);
-  Race first("store read at start, n = " + std::to_string(world.codes.size()));
+  Race first("store read at start", world.codes.size());
   first.add("one scan of the bytes for the elements", [&] { return scan(bytes); });
   first.add("decoded", [&] {
     DictionaryCodec codec;
     return static_cast<double>(codec.decode(bytes).dictionary.size());
   });
+  const ReadJob job{world};
+  Peers<ReadJob>::enter(first, job);
   first.run();
 
   // Two files that differ in one setting, read in turn.
@@ -79,7 +83,7 @@ void raceReads(const World& world, StoreManager& store) {
   DictionaryCodec codec;
   bool turn = false;
   const auto next = [&]() -> const std::string& { return (turn = !turn) ? bytes : other; };
-  Race again("store read again after one setting, n = " + std::to_string(world.codes.size()));
+  Race again("store read again after one setting", world.codes.size());
   std::ofstream(copy, std::ios::binary) << bytes;
   again.add("bytes read and compared with the last", [&] {
     return std::memcmp(readAll(copy).data(), bytes.data(), bytes.size()) == 0 ? 1.0 : 0.0;

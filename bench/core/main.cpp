@@ -1,13 +1,20 @@
-// bench_core N: the core's benchmarks in a process that knows N currencies.
+// bench_core N: the core's benchmarks in a process that knows N currencies; bench_core amounts:
+// those in which the number of currencies plays no part.
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "bench/core/Bench.h"
 
 int main(int count, char** words) {
+  if (count == 2 && std::strcmp(words[1], "amounts") == 0) {
+    fexora::bench::benchAmounts();
+    return 0;
+  }
   const long n = count == 2 ? std::strtol(words[1], nullptr, 10) : 0;
   if (n < 2 || n > 100'000) {
-    std::fputs("bench_core: expected a number of currencies from 2 to 100000\n", stderr);
+    std::fputs("bench_core: expected \"amounts\" or a number of currencies from 2 to 100000\n",
+               stderr);
     return 2;
   }
   const fexora::bench::World world(static_cast<std::size_t>(n));

@@ -1,8 +1,7 @@
-// bench_search: a search as typed, letter by letter, over 10,000 named currencies, against a plain
+// bench_search N: a search as typed, letter by letter, over N named currencies, against a plain
 // byte search over one block of the same lower-cased names. Both find the same currencies by name;
 // ours also looks at codes, characters and canonical forms.
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -17,13 +16,14 @@
 #include "fexora/catalogue/CurrencyManager.h"
 #include "fexora/platform/foundation/StringTable.h"
 
+#include "bench/support/Peers.h"
+
 namespace fexora::bench {
 namespace {
 
-constexpr std::size_t kCurrencies = 10'000;
 constexpr std::size_t kTypedNames = 400;
-constexpr std::int64_t kShown = 20;  // as many as fit on a screen
-constexpr std::int64_t kAll = INT64_MAX;
+constexpr std::size_t kShown = 20;  // as many as fit on a screen
+constexpr std::size_t kAll = INT64_MAX;
 
 using Words = std::vector<std::string>;
 
@@ -46,9 +46,9 @@ class FolderResources final : public Resources {
 };
 
 // Names of three words and two letters, nearly all different.
-Words makeNames(const Words& words, std::mt19937& random) {
+Words makeNames(std::size_t n, const Words& words, std::mt19937& random) {
   Words names;
-  for (std::size_t i = 0; i < kCurrencies; ++i) {
+  for (std::size_t i = 0; i < n; ++i) {
     std::string name;
     for (int word = 0; word < 3; ++word) name += words[random() % words.size()] + " ";
     for (int letter = 0; letter < 2; ++letter) name += static_cast<char>('a' + random() % 26);
@@ -79,9 +79,9 @@ class PlainSearch {
     starts_.push_back(block_.size());
   }
 
-  std::vector<std::size_t> find(std::string_view lowerCased, std::int64_t limit) const {
+  std::vector<std::size_t> find(std::string_view lowerCased, std::size_t limit) const {
     std::vector<std::size_t> found;
-    for (std::size_t from = 0; from < block_.size() && std::ssize(found) < limit;) {
+    for (std::size_t from = 0; from < block_.size() && found.size() < limit;) {
       const void* const hit =
           memmem(block_.data() + from, block_.size() - from, lowerCased.data(), lowerCased.size());
       if (hit == nullptr) break;
@@ -98,45 +98,33 @@ class PlainSearch {
   std::vector<std::size_t> starts_;
 };
 
-using Clock = std::chrono::steady_clock;
-
-double microseconds(Clock::time_point since) {
-  return std::chrono::duration<double, std::micro>(Clock::now() - since).count();
-}
-
-double percentile(std::vector<double> times, double share) {
-  std::sort(times.begin(), times.end());
-  return times[static_cast<std::size_t>(share * static_cast<double>(times.size() - 1))];
-}
-
-void race(const char* title, const CurrencyManager& manager, const Words& names,
-          const Words& queries, std::int64_t limit) {
+// Each run of a way is one search, the queries in turn: the median is that of a query.
+void race(const char* kind, const CurrencyManager& manager, const Words& names,
+          const Words& queries, std::size_t limit) {
   const PlainSearch plain(names);
-  std::vector<double> ours;
-  std::vector<double> theirs;
-  std::size_t found[2] = {0, 0};
+  Words lowerCased;
   for (const std::string& query : queries) {
-    const std::string lowerCased = Text::process().lowercased(query);
-    auto begin = Clock::now();
-    found[0] += plain.find(lowerCased, limit).size();
-    theirs.push_back(microseconds(begin));
-    begin = Clock::now();
-    found[1] += manager.currenciesForString(query, limit, {}).size();
-    ours.push_back(microseconds(begin));
+    lowerCased.push_back(Text::process().lowercased(query));
   }
-  std::printf("%s: %zu searches, %zu found, plainly %zu\n", title, queries.size(), found[1],
-              found[0]);
-  for (const double share : {0.5, 0.99}) {
-    const double a = percentile(ours, share);
-    const double b = percentile(theirs, share);
-    std::printf("  %-16s %8.1f µs   plain %8.1f µs   %6.2f\n",
-                share < 0.9 ? "median" : "99th percentile", a, b, a / b);
-  }
+  Race race(std::string("a search as typed, ") + kind +
+                (limit == kAll ? ", all that match" : ", until 20 are found"),
+            names.size());
+  race.add("one byte search over one lower-cased block", [&, next = std::size_t{0}]() mutable {
+    return static_cast<double>(plain.find(lowerCased[next++ % queries.size()], limit).size());
+  });
+  race.add("currenciesForString", [&, next = std::size_t{0}]() mutable {
+    const std::string& query = queries[next++ % queries.size()];
+    return static_cast<double>(
+        manager.currenciesForString(query, static_cast<std::int64_t>(limit), {}).size());
+  });
+  const SearchJob job{names, queries, limit};
+  Peers<SearchJob>::enter(race, job);
+  race.run(4.0);
 }
 
-void run(const char* kind, const Words& words, const std::string& folder) {
+void run(const char* kind, std::size_t n, const Words& words, const std::string& folder) {
   std::mt19937 random(1);  // NOLINT(cert-msc51-cpp): the same searches every time
-  const Words names = makeNames(words, random);
+  const Words names = makeNames(n, words, random);
   StringTable table;
   std::ofstream plist(folder + "/Currency.plist");
   plist << "<plist version=\"1.0\"><array>";
@@ -154,23 +142,26 @@ void run(const char* kind, const Words& words, const std::string& folder) {
   platform.resources = &resources;
   platform.strings = &strings;
   const CurrencyManager manager(platform);
-  const auto begin = Clock::now();
-  manager.currenciesForString("a", 1, {});
-  std::printf("%s names; the first search, which makes the keys: %.1f ms\n", kind,
-              microseconds(begin) / 1000);
+  manager.currenciesForString("a", 1, {});  // makes the keys
   const Words queries = typedQueries(names, random);
-  race("  until 20 are found", manager, names, queries, kShown);
-  race("  all that match", manager, names, queries, kAll);
+  race(kind, manager, names, queries, kShown);
+  race(kind, manager, names, queries, kAll);
 }
 
 }  // namespace
 }  // namespace fexora::bench
 
-int main() {
+int main(int count, char** words) {
+  const long n = count == 2 ? std::strtol(words[1], nullptr, 10) : 0;
+  if (n < 2 || n > 100'000) {
+    std::fputs("bench_search: expected a number of currencies from 2 to 100000\n", stderr);
+    return 2;
+  }
   std::string folder = (std::filesystem::temp_directory_path() / "fexora-bench-XXXXXX").string();
   if (mkdtemp(folder.data()) == nullptr) return 1;
-  fexora::bench::run("ASCII", fexora::bench::kAscii, folder);
-  fexora::bench::run("Other", fexora::bench::kOther, folder);
+  const auto names = static_cast<std::size_t>(n);
+  fexora::bench::run("ASCII", names, fexora::bench::kAscii, folder);
+  fexora::bench::run("other", names, fexora::bench::kOther, folder);
   std::filesystem::remove_all(folder);
   return 0;
 }

@@ -1,31 +1,18 @@
 #include "bench/support/Race.h"
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
+
+#include "bench/support/Results.h"
 
 namespace fexora::bench {
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
+constexpr double kShortSeconds = 1e-2;
+
 volatile double sink = 0;
-
-double percentile(const std::vector<double>& sorted, double share) {
-  return sorted[static_cast<std::size_t>(share * static_cast<double>(sorted.size() - 1))];
-}
-
-std::string timeText(double seconds) {
-  const char* units[] = {"s", "ms", "µs", "ns"};
-  int unit = 0;
-  while (seconds < 1 && unit < 3) {
-    seconds *= 1000;
-    ++unit;
-  }
-  char text[32];
-  std::snprintf(text, sizeof text, "%.3g %s", seconds, units[unit]);
-  return text;
-}
 
 }  // namespace
 
@@ -34,28 +21,36 @@ Race& Race::add(std::string name, std::function<double()> run, double batch) {
   return *this;
 }
 
+Race& Race::before(std::function<void()> prepare) {
+  prepare_ = std::move(prepare);
+  return *this;
+}
+
+void Race::time(Way& way) const {
+  // A short way must not pay for the caches that the way before it has emptied.
+  if (!way.times.empty() && way.times.back() * way.batch < kShortSeconds) sink = sink + way.run();
+  prepare_();
+  const auto begin = Clock::now();
+  sink = sink + way.run();
+  const std::chrono::duration<double> took = Clock::now() - begin;
+  way.times.push_back(took.count() / way.batch);
+}
+
 void Race::run(double seconds) {
   for (Way& way : ways_) sink = sink + way.run();  // warm
   const auto end = Clock::now() + std::chrono::duration<double>(seconds);
   do {
-    for (Way& way : ways_) {
-      const auto begin = Clock::now();
-      sink = sink + way.run();
-      const std::chrono::duration<double> took = Clock::now() - begin;
-      way.times.push_back(took.count() / way.batch);
-    }
+    for (Way& way : ways_) time(way);
   } while (Clock::now() < end || ways_.front().times.size() < 5);
+  std::printf("%s", job_.c_str());
+  if (n_ > 0) std::printf(", n = %zu", n_);
+  std::printf("\n");
   double limit = 0;
-  std::printf("%s\n", title_.c_str());
   for (Way& way : ways_) {
-    std::sort(way.times.begin(), way.times.end());
-    const double median = percentile(way.times, 0.5);
-    if (limit == 0) limit = median;
-    std::printf("  %-44s %10s  [%s … %s]  %8.2f\n", way.name.c_str(), timeText(median).c_str(),
-                timeText(percentile(way.times, 0.1)).c_str(),
-                timeText(percentile(way.times, 0.9)).c_str(), median / limit);
+    const Timing timing = timingOf(std::move(way.times), limit);
+    if (limit == 0) limit = timing.median;
+    reportTiming(job_, n_, way.name, timing);
   }
-  std::fflush(stdout);
 }
 
 }  // namespace fexora::bench

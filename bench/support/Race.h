@@ -2,6 +2,7 @@
 // does meets all of them alike.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -10,15 +11,19 @@ namespace fexora::bench {
 
 class Race {
  public:
-  // `title` names the job; the first way added is the limit that the others' ratios refer to.
-  explicit Race(std::string title) : title_(std::move(title)) {}
+  // `job` names what is done, for `n` things where that matters (0: not said); the first way added
+  // is the limit that the others' ratios refer to.
+  explicit Race(std::string job, std::size_t n = 0) : job_(std::move(job)), n_(n) {}
 
   // `run` does the job `batch` times and returns something that depends on it, which keeps the
   // compiler from leaving it out.
   Race& add(std::string name, std::function<double()> run, double batch = 1);
+  // Called before every run of every way, untimed.
+  Race& before(std::function<void()> prepare);
 
-  // Runs all ways in turns for about `seconds` in all and prints a line for each: median, 10th and
-  // 90th percentile of one job's time, and the ratio of the medians.
+  // Runs all ways in turns for about `seconds` in all, five times at least, and reports for each:
+  // median, 10th and 90th percentile of one job's time, and the ratio of the medians. Ways that
+  // take less than ten milliseconds are run twice in a row, and the second run counts.
   void run(double seconds = 1.0);
 
  private:
@@ -29,7 +34,11 @@ class Race {
     std::vector<double> times;  // seconds for one job
   };
 
-  std::string title_;
+  void time(Way& way) const;
+
+  std::string job_;
+  std::size_t n_;
+  std::function<void()> prepare_ = [] {};
   std::vector<Way> ways_;
 };
 

@@ -86,15 +86,13 @@ void CurrencyManager::loadCurrencies(Lifetime lifetime) {
   auto codes = catalogueCodes(platform_);
   std::vector<CurrencyRef> currencies;
   currencies.reserve(codes.size());
-  // Records that live for ever stand in one block that nobody deletes, and their references count
-  // nothing.
-  std::unique_ptr<Currency[]> records;
-  if (lifetime == Lifetime::endless) records = std::make_unique<Currency[]>(codes.size());
-  Currency* const block = records.get();
+  // Records that live for ever stand in one block, and their references count nothing.
+  std::unique_ptr<Currency[]> block;
+  if (lifetime == Lifetime::endless) block = std::make_unique<Currency[]>(codes.size());
   std::unordered_map<std::string, std::uint32_t> places;
   for (std::string& code : codes) {
     const auto place = static_cast<std::uint32_t>(currencies.size());
-    auto currency = block != nullptr ? CurrencyRef(std::shared_ptr<void>(), block + place)
+    auto currency = block != nullptr ? CurrencyRef(std::shared_ptr<void>(), &block[place])
                                      : std::make_shared<Currency>();
     places.try_emplace(canonicalCode(*platform_.text, code), place);
     currency->code_ = std::move(code);
@@ -103,7 +101,7 @@ void CurrencyManager::loadCurrencies(Lifetime lifetime) {
   }
   _currencies = std::move(currencies);
   places_ = std::move(places);
-  records.release();  // NOLINT(bugprone-unused-return-value): held by nobody, as said above
+  block_ = std::move(block);
 }
 
 std::uint32_t CurrencyManager::placeOfCode(std::string_view code) const {

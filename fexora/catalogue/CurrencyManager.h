@@ -79,6 +79,7 @@ class FEXORA_API CurrencyManager : public NSObject {
   static std::atomic<bool> codesChanged;
 
   Platform& platform_;
+  std::unique_ptr<Currency[]> block_;  // the records of the shared catalogue, which never goes
   std::vector<CurrencyRef> _currencies;
   std::unordered_map<std::string, std::uint32_t> places_;  // by canonical code
   mutable std::mutex searchMutex_;

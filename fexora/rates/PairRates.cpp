@@ -108,25 +108,29 @@ std::vector<ConvertedItem> PairRates::convert(const Currency& src, NSNumber amou
   return items;
 }
 
+// Both ask the catalogue, whose list is a virtual call away, only once.
 void PairRates::convertFromDollar(NSNumber amount, bool invert,
                                   std::vector<ConvertedItem>& items) const {
+  const std::vector<CurrencyRef>& currencies = catalogue_->currencies();
+  const CurrencyRef& dollar = currencies[dollar_];
   items.reserve(groups_.size());
   for (const std::uint32_t entry : groups_) {
-    items.emplace_back(currencyAt(dollar_), currencyAt(places_[entry]), rates_[entry], amount,
-                       invert);
+    items.emplace_back(dollar, currencies[places_[entry]], rates_[entry], amount, invert);
   }
 }
 
 void PairRates::convertGroup(std::uint32_t entry, NSNumber amount, bool invert,
                              std::vector<ConvertedItem>& items) const {
+  const std::vector<CurrencyRef>& currencies = catalogue_->currencies();
   const std::uint32_t own = places_[entry];
-  const CurrencyRef& source = currencyAt(own);
+  const CurrencyRef& source = currencies[own];
   const double rate = rateAt(entry);
   items.reserve(items.size() + places_.size() + 1);
-  items.emplace_back(source, currencyAt(dollar_), 1.0 / rate, amount, invert);
+  items.emplace_back(source, currencies[dollar_], 1.0 / rate, amount, invert);
   for (std::uint32_t other = 0; other < places_.size(); ++other) {
-    if (places_[other] == own) continue;
-    items.emplace_back(source, currencyAt(places_[other]), rateAt(other) / rate, amount, invert);
+    const std::uint32_t place = places_[other];
+    if (place == own) continue;
+    items.emplace_back(source, currencies[place], rateAt(other) / rate, amount, invert);
   }
 }
 

@@ -77,6 +77,10 @@ class DollarReader {
       rates_.refuse(line_, code,
                     "its rate is no usable number: " + std::string(text.substr(0, 40)));
     }
+    // simdjson 3.0's on-demand reader misreads some reals of twenty digits and more.
+    constexpr std::size_t kExactReal = 19;
+    const auto end = text.find_last_not_of(" \t\r\n") + 1;
+    if (end > kExactReal) rate = rates_.number(line_, code, text.substr(0, end));
     rates_.add(line_, code, rate);
   }
 

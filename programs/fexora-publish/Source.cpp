@@ -33,6 +33,8 @@ Date modified(const std::string& path, Date today) {
   return Date(std::floor(static_cast<double>(status.st_mtime) / kDay) * kDay);
 }
 
+}  // namespace
+
 Source readText(const std::string& name, const std::string& text, Date undated) {
   switch (text[std::min(text.find_first_not_of(" \t\r\n"), text.size())]) {
     case '<':
@@ -43,8 +45,6 @@ Source readText(const std::string& name, const std::string& text, Date undated) 
       return readCsv(name, text, undated);
   }
 }
-
-}  // namespace
 
 Source readSource(const std::string& operand, Date today) {
   if (operand == "-") {

@@ -29,6 +29,10 @@ struct Source {
 // file was changed, or of `today` where there is no file. Throws a Refusal.
 Source readSource(const std::string& operand, Date today);
 
+// The text of a whole source in whichever of the formats its first character tells. Throws a
+// Refusal.
+Source readText(const std::string& name, const std::string& text, Date undated);
+
 // The three formats. Each takes the text of the whole source and the day to give to rates that name
 // none, and throws a Refusal.
 // The daily reference rates of the European Central Bank: units that one euro buys, turned to

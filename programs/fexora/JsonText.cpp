@@ -45,7 +45,12 @@ JsonText& JsonText::string(std::string_view value) {
 }
 
 JsonText& JsonText::number(double value) {
-  return std::isfinite(value) ? raw(shortestText(value)) : null();
+  if (!std::isfinite(value)) return null();
+  std::string text = shortestText(value);
+  // Many a reader, our publisher's own among them, refuses a whole number beyond 64 bits.
+  constexpr double kBeyond = 0x1p63;
+  if (std::abs(value) >= kBeyond && text.find_first_of(".e") == std::string::npos) text += "e0";
+  return raw(text);
 }
 
 JsonText& JsonText::integer(std::int64_t value) {

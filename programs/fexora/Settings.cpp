@@ -157,9 +157,11 @@ void addSettings(JsonText& json, const StoreManager& store) {
 
 void settings(const CommandLine& line) {
   if (line.operands.size() > 2) throw usageFailure("settings takes a name and a value at most");
-  const Setting* setting = line.operands.empty() ? nullptr : &settingNamed(line.operands[0]);
+  // A wrong name is found before the store is opened.
+  const Setting& setting =
+      line.operands.empty() ? kSettings.front() : settingNamed(line.operands[0]);
   StoreManager& store = openStore();
-  if (line.operands.size() == 2) setting->set(store, line.operands[0], line.operands[1]);
+  if (line.operands.size() == 2) setting.set(store, line.operands[0], line.operands[1]);
   print(line, store);
   requireSaved(store);
 }

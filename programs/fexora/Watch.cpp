@@ -76,7 +76,7 @@ void watch(const CommandLine& line) {
   if (line.refresh) fresh.emplace(store, *line.refresh);
   Platform::process().loop->runUntil(
       [&] { return failure.has_value() || (line.count && seen >= *line.count); });
-  if (failure) throw *failure;
+  if (failure) throw Failure(*failure);
 }
 
 }  // namespace fexora::program

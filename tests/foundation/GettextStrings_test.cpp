@@ -1,5 +1,6 @@
 #include "fexora/platform/foundation/GettextStrings.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -79,6 +80,20 @@ TEST(GettextStrings, BrokenCatalogues_AreRefusedWhereverTheyAreCut) {
   EXPECT_EQ(parseGettextCatalogue(endless).error, "a cut-off catalogue");
   EXPECT_FALSE(parseGettextCatalogue(catalogue({{"", "charset=ISO-8859-1\n"}})).table);
   EXPECT_FALSE(parseGettextCatalogue(catalogue({{"EUR", "\xE9"}})).table);
+}
+
+TEST(GettextStrings, ManyNamesForTheSameBytes_AreRefusedBeforeTheyFillMemory) {
+  // Each entry's text is all of the file's texts: 6,000 times 60 kB from a file of 160 kB.
+  Messages messages;
+  for (int i = 0; i < 6000; ++i) messages.emplace_back("K" + std::to_string(i), "text");
+  std::string bytes = catalogue(messages);
+  const auto texts = static_cast<std::uint32_t>(28 + 16 * messages.size());
+  const auto length = static_cast<std::uint32_t>(bytes.size()) - texts;
+  std::replace(bytes.begin() + texts, bytes.end(), '\0', ' ');
+  const std::string whole = word(length, false) + word(texts, false);
+  const std::size_t table = 28 + 8 * messages.size();
+  for (std::size_t i = 0; i < messages.size(); ++i) bytes.replace(table + 8 * i, 8, whole);
+  EXPECT_EQ(parseGettextCatalogue(bytes).error, "too much text");
 }
 
 TEST(GettextStrings, Language_FallsBackToTheOneWithoutRegion) {

@@ -1,6 +1,9 @@
 #include "fexora/input/AmountParsing.h"
 
+#include <algorithm>
+#include <random>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -64,6 +67,30 @@ TEST(AmountParsing, BoxedNumber_IsARealAndZeroForWhatIsNone) {
   EXPECT_EQ(NSNumber("7").kind(), NSNumber::Kind::real);
   EXPECT_EQ(NSNumber("7").doubleValue(), 7.0);
   EXPECT_EQ(NSNumber(std::string_view("85,23")).doubleValue(), 85.23);
+}
+
+// Short plain amounts take a way of their own, which must agree with the number format's.
+TEST(AmountParsing, PlainAmounts_AreWhatTheLocalesFormatReads) {
+  std::mt19937 random(1);  // NOLINT(cert-msc51-cpp): the same texts every time
+  std::vector<std::string> texts = {"0", "00", "007", "0.1", "000.10", "5.", ".5", ".", "1.2.3"};
+  for (int i = 0; i < 300; ++i) {
+    std::string text;
+    for (std::size_t digits = 1 + random() % 18; digits > 0; --digits) {
+      text += static_cast<char>('0' + random() % 10);
+    }
+    if (i % 4 != 0) text.insert(random() % (text.size() + 1), ".");
+    texts.push_back(text);
+  }
+  for (const char* name : {"en_US", "de_DE", "hi_IN", "ar_EG", "fa_IR", "de_CH"}) {
+    const LocaleScope scope(name);
+    const std::string mark = Text::process().decimalSeparator(name);
+    for (const std::string& text : texts) {
+      std::string marked = text;
+      if (mark == ",") std::replace(marked.begin(), marked.end(), '.', ',');
+      EXPECT_EQ(parseAmount(text), Text::process().parseNumber(marked, name, {}))
+          << text << " in " << name;
+    }
+  }
 }
 
 TEST(AmountParsing, FractionDigits_BoundWhatIsKept) {

@@ -2,9 +2,12 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 #include <string>
 
 #include <gtest/gtest.h>
+
+#include "fexora/platform/foundation/NumberText.h"
 
 namespace fexora {
 namespace {
@@ -56,6 +59,23 @@ TEST(JsonValue, Root_MayBeAnyValueButOnlyOne) {
   }
 }
 
+// Digits, of which the first is 0 only when it stands alone.
+std::string randomWhole(std::mt19937& random, std::size_t most) {
+  std::string digits(1 + random() % most, '0');
+  for (char& c : digits) c = static_cast<char>('0' + random() % 10);
+  return digits[0] == '0' ? "0" : digits;
+}
+
+TEST(JsonValue, RealsOfAnyLength_AreTheNearestDoubles) {
+  std::mt19937 random(20261124);
+  for (int i = 0; i < 5000; ++i) {
+    std::string text = (random() % 2 == 0 ? "-" : "") + randomWhole(random, 30) + ".";
+    text += std::string(random() % 5, '0') + randomWhole(random, 40);
+    if (random() % 2 == 0) text += "e" + std::to_string(static_cast<int>(random() % 640) - 320);
+    ASSERT_EQ(numberOf(text, NSNumber::Kind::real), parseDouble(text)) << text;
+  }
+}
+
 TEST(JsonValue, Numbers) {
   using Kind = NSNumber::Kind;
   EXPECT_EQ(numberOf("-9223372036854775808", Kind::integer), -0x1p63);
@@ -72,6 +92,9 @@ TEST(JsonValue, Numbers) {
   EXPECT_EQ(numberOf("1e400", Kind::real), kInfinity);
   EXPECT_EQ(numberOf("-1.5E+400", Kind::real), -kInfinity);
   EXPECT_EQ(numberOf("1e-400", Kind::real), 0.0);
+  EXPECT_EQ(numberOf("1034444444444444459008e0", Kind::real), 1034444444444444459008.0);
+  EXPECT_EQ(numberOf("0.123456789012345678901234567", Kind::real), 0.123456789012345678901234567);
+  EXPECT_EQ(numberOf("1.000000000000000000001", Kind::real), 1.0);
 }
 
 TEST(JsonValue, OneOddNumber_LeavesTheRest) {

@@ -119,6 +119,19 @@ TEST(DictionaryCodec, UnchangedKeys_KeepTheirValue) {
   EXPECT_TRUE(expectDecodes(codec, written(mine)).find("A")->sameAs(*mine.find("A")));
 }
 
+TEST(DictionaryCodec, AnotherForm_StaysUntilItsValueChanges) {
+  Dictionary dictionary{{"A", 1.5}, {"B", true}};
+  const std::string odd = replaced(replaced(written(dictionary), "1.5", "1.50"), "\t<true/>",
+                                   "\t\n<!-- yes -->\n<true/>");
+  DictionaryCodec codec;
+  dictionary = expectDecodes(codec, odd);
+  EXPECT_EQ(codec.encode(dictionary).bytes, odd);
+  dictionary.set("A", 2.5);
+  EXPECT_EQ(codec.encode(dictionary).bytes, replaced(odd, "1.50", "2.5"));
+  dictionary.set("B", false);
+  expectEncodes(codec, dictionary);
+}
+
 TEST(DictionaryCodec, Unwritable_LeavesTheRestUsable) {
   // A value that cannot be written fails each time; its neighbours stay usable.
   DictionaryCodec codec;

@@ -64,20 +64,20 @@ class Conversion(ProgramTest):
 
 class Refusals(ProgramTest):
     def test_wrong_use_and_no_numbers_exit_with_2(self):
-        self.assertIn("amount", self.fail(2))
-        self.assertIn("currency", self.fail(2, "100"))
+        self.assertIn("amount", self.refuse(2))
+        self.assertIn("currency", self.refuse(2, "100"))
         for text in ["abc", "1.2.3", "", "1,234.5", "--", "0x10", "1e", "½"]:
             words = ["--", text] if text.startswith("--") else [text]
-            self.assertIn(f'"{text}"', self.fail(2, *words, "USD", "EUR"))
-        self.assertIn("--bogus", self.fail(2, "1", "USD", "--bogus"))
-        self.assertIn("--count", self.fail(2, "watch", "--count", "0"))
+            self.assertIn(f'"{text}"', self.refuse(2, *words, "USD", "EUR"))
+        self.assertIn("--bogus", self.refuse(2, "1", "USD", "--bogus"))
+        self.assertIn("--count", self.refuse(2, "watch", "--count", "0"))
         self.assertFalse(self.store.exists(), "nothing is made for a wrong use")
 
     def test_unknown_currencies_exit_with_1_and_offer_near_ones(self):
-        self.assertRegex(self.fail(1, "1", "UDS"), r'"UDS".*\bUSD\b')
-        self.assertIn('"XXQ"', self.fail(1, "1", "USD", "EUR", "XXQ"))
+        self.assertRegex(self.refuse(1, "1", "UDS"), r'"UDS".*\bUSD\b')
+        self.assertIn('"XXQ"', self.refuse(1, "1", "USD", "EUR", "XXQ"))
         # A currency of the catalogue that no rate came for.
-        self.assertIn("no rate from USD to CLF", self.fail(1, "1", "USD", "EUR", "CLF"))
+        self.assertIn("no rate from USD to CLF", self.refuse(1, "1", "USD", "EUR", "CLF"))
         self.assertNotIn("UDSourceCurrency", self.content())
 
     def test_json_errors_stand_on_standard_output_too(self):

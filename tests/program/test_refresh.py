@@ -49,7 +49,7 @@ class Refresh(ProgramTest):
                 (answering(GOOD, 404), "httpStatus", "404"),
                 (lambda handler: None, "noConnection", "no connection")):
             self.serve(respond)
-            message = self.fail(3, "refresh")
+            message = self.refuse(3, "refresh")
             self.assertIn(word, message)
             self.assertIn(self.url, message)
             self.assertIn("cached rates stay: rates of", message)
@@ -57,8 +57,22 @@ class Refresh(ProgramTest):
             self.assertEqual((code, json.loads(out)["error"]["kind"]), (3, kind))
             self.assertEqual(self.store.read_bytes(), before)
 
+    def test_odd_figures_cost_only_themselves(self):
+        self.serve(answering("""\ufeff{"serviceMessage": 7, "updated": 123456789012345678901234567890,
+            "count": "two", "rates": [{"code": "EUR", "rate": "0.5"}, {"code": "JPY", "rate": "150,5"},
+            {"code": "GBP", "rate": 1e400}, {"code": "CHF", "rate": 1, "rate": 2}, {"rate": 3},
+            {"code": "CNY", "rate": null}, {"code": "INR", "rate": "x"}, {"code": "SEK", "rate": true},
+            {"code": "USD", "rate": 1}, {"code": "USD", "rate": 1, "code": "EUR"}]}"""))
+        self.assertEqual(self.json("refresh")["message"], "")
+        stored = [(rate["code"], rate["rate"]) for rate in self.content()["UDUSDRates"]]
+        self.assertEqual(stored, [
+            ("EUR", 0.5), ("JPY", 150.5), ("GBP", float("inf")), ("CHF", 1), ("CNY", 0), ("INR", 0),
+            ("SEK", 1), ("USD", 1), ("USD", 1)])
+        converted = self.json("2", "USD", "EUR", "GBP")["items"]
+        self.assertEqual([item["amount"] for item in converted], [1, None])
+
     def test_without_cached_rates_a_failure_says_so(self):
-        self.assertIn("no rates are cached", self.fail(3, "refresh"))
+        self.assertIn("no rates are cached", self.refuse(3, "refresh"))
 
     def test_an_answer_without_rates_is_taken_with_a_warning(self):
         self.serve(answering("{}"))
@@ -70,10 +84,10 @@ class Refresh(ProgramTest):
 
     def test_use_and_places_that_cannot_be_written(self):
         self.serve(answering(GOOD))
-        self.fail(2, "refresh", "EUR")
+        self.refuse(2, "refresh", "EUR")
         (self.container / "file").write_text("")
         env = self.environment(FEXORA_CONTAINER=str(self.container / "file/below"))
-        self.fail(4, "refresh", env=env)
+        self.refuse(4, "refresh", env=env)
 
     def test_one_request_a_run(self):
         service = self.serve(answering(GOOD))

@@ -2,13 +2,14 @@
 
 import json
 import os
-import plistlib
+import pathlib
 import random
+import shutil
 import signal
 import subprocess
-import threading
 import unittest
 
+import kills
 from support import BIN, ProgramTest
 
 
@@ -22,6 +23,10 @@ class Watcher:
 
     def next(self):
         return json.loads(self.process.stdout.readline())
+
+    def await_fraction(self, number):
+        while self.next()["settings"]["fraction"] != number:
+            pass
 
     def stop(self):
         self.process.kill()
@@ -48,43 +53,73 @@ class TwoProcesses(ProgramTest):
         self.assertEqual(watcher.process.wait(timeout=60), 0)
         self.assertEqual(watcher.process.stdout.read(), "")
 
-    def test_savers_killed_at_any_moment_leave_whole_files_only(self):
-        rounds = int(os.environ.get("FEXORA_KILL_ROUNDS", "60"))
-        chance = random.Random(20261124)
-        self.succeed("1", "USD", "EUR")
-        done = threading.Event()
-        seen, faults = set(), []
-
-        def read():
-            while not done.is_set():
-                try:
-                    seen.add(self.content()["Fraction"])
-                except KeyError:
-                    pass
-                except (OSError, plistlib.InvalidFileException, ValueError) as fault:
-                    faults.append(fault)
-
-        reader = threading.Thread(target=read)
-        reader.start()
-        self.addCleanup(reader.join)
-        self.addCleanup(done.set)
-        killed = 0
-        for number in range(rounds):
-            # A loop of saves in one process, so that most kills fall into one.
-            saver = subprocess.Popen(
-                [BIN / "test_saver", str(number % 14 + 1)], env=self.environment(),
-                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-            saver.stdout.readline()  # it has begun
-            for _ in range(chance.randrange(40)):
+    def test_when_all_is_quiet_every_process_holds_the_file(self):
+        chance = random.Random(7)
+        self.succeed("settings", "fraction", "1")
+        watchers = [Watcher(self) for _ in range(3)]
+        saved = 1
+        for _ in range(6):
+            stopped = chance.sample(watchers, chance.randrange(3))
+            for watcher in stopped:
+                watcher.process.send_signal(signal.SIGSTOP)
+            saver = subprocess.Popen([BIN / "test_saver", str(saved * 1000)],
+                                     env=self.environment(), stdout=subprocess.PIPE)
+            for _ in range(chance.randrange(20)):
                 saver.stdout.readline()
-            saver.send_signal(signal.SIGKILL)
+            saver.kill()
             saver.communicate()
-            killed += saver.returncode == -signal.SIGKILL
-        done.set()
-        reader.join()
-        self.assertEqual((faults, killed), ([], rounds))
-        self.assertLessEqual(seen, set(range(1, 15)))
-        self.assertIn(self.content()["Fraction"], range(1, 15))
+            saved += 1
+            self.succeed("settings", "fraction", str(saved))
+            for watcher in stopped:
+                watcher.process.send_signal(signal.SIGCONT)
+            for watcher in watchers:
+                watcher.await_fraction(saved)
+            if chance.randrange(3) == 0:
+                saved += 1
+                self.replace_folder(saved)
+                for watcher in watchers:
+                    watcher.await_fraction(saved)
+        self.assertEqual(self.content()["Fraction"], saved)
+        self.assertEqual(os.listdir(self.container), ["Store.plist"])
+
+    def test_more_changes_than_the_system_keeps_are_one_reload(self):
+        most = int(pathlib.Path("/proc/sys/fs/inotify/max_queued_events").read_text())
+        self.succeed("settings", "fraction", "4")
+        watcher = Watcher(self)
+        watcher.process.send_signal(signal.SIGSTOP)
+        os.waitpid(watcher.process.pid, os.WUNTRACED)
+        # Two events a move.
+        names = [self.container / "a", self.container / "b"]
+        names[0].touch()
+        for i in range(most // 2 + 1):
+            names[i % 2].rename(names[1 - i % 2])
+        self.succeed("settings", "fraction", "5")
+        watcher.process.send_signal(signal.SIGCONT)
+        self.assertEqual(watcher.next()["settings"]["fraction"], 5)
+        self.succeed("settings", "fraction", "6")
+        self.assertEqual(watcher.next()["settings"]["fraction"], 6)
+
+    def replace_folder(self, number):
+        """The folder is moved away, and a new one with a store of its own takes its place."""
+        new = self.container.with_name(self.container.name + "-new")
+        new.mkdir(mode=0o700)
+        self.succeed("settings", "fraction", str(number),
+                     env=self.environment(FEXORA_CONTAINER=str(new)))
+        away = self.container.with_name(self.container.name + "-away")
+        self.container.rename(away)
+        new.rename(self.container)
+        shutil.rmtree(away)
+
+    def test_savers_killed_at_any_moment_leave_whole_files_only(self):
+        self.succeed("1", "USD", "EUR")
+        self.succeed("settings", "fraction", "1")
+        reports = pathlib.Path(str(self.container) + "-reports")
+        reports.mkdir()
+        self.addCleanup(shutil.rmtree, reports)
+        figures = kills.run(BIN / "test_saver", self.container, self.environment(), kills=200)
+        self.assertEqual((figures["kills"], figures["torn"], figures["lost"]), (200, [], []))
+        # The means of the test are there: saves happened, and were seen.
+        self.assertGreater(min(figures["saves"], figures["reads"]), 100)
         self.assertEqual(len(self.content()["UDUSDRates"]), 339)
         self.succeed("settings")  # a start clears what the dead left
         self.assertEqual(os.listdir(self.container), ["Store.plist"])

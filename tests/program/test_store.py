@@ -34,15 +34,15 @@ class Settings(ProgramTest):
     def test_values_out_of_range_are_refused_and_change_nothing(self):
         for name, typed in [("fraction", "0"), ("fraction", "two"), ("mode", "2"), ("seporate", "x"),
                             ("numberOfCurrenciesInWidget", "-1"), ("nope", "1")]:
-            self.assertIn(name, self.fail(2, "settings", name, typed))
-        self.fail(1, "settings", "todayCurrencies", "EUR,nope")
+            self.assertIn(name, self.refuse(2, "settings", name, typed))
+        self.refuse(1, "settings", "todayCurrencies", "EUR,nope")
         self.assertEqual(self.json("settings"), DEFAULTS)
 
     def test_selection(self):
         self.assertEqual(self.json("select"), {"currencies": ["USD", "EUR"]})
         self.assertEqual(self.json("select", "jpy", "GBP", "JPY"), {"currencies": ["JPY", "GBP"]})
         self.assertEqual(self.content()["UDCurrencies"], [{"code": "JPY"}, {"code": "GBP"}])
-        self.fail(1, "select", "nope")
+        self.refuse(1, "select", "nope")
         self.assertEqual([item["currency"] for item in self.json("1", "JPY")["items"]], ["GBP"])
 
     def test_status(self):
@@ -73,7 +73,7 @@ class Unusable(ProgramTest):
         env = self.environment(FEXORA_CONTAINER=str(self.container / "file"))
         (self.container / "file").write_text("mine")
         self.assertIn("file", self.convert(4, env=env))
-        self.assertIn("file", self.fail(4, "settings", "fraction", "5", env=env))
+        self.assertIn("file", self.refuse(4, "settings", "fraction", "5", env=env))
         self.assertEqual((self.container / "file").read_text(), "mine")
 
     def test_a_container_that_nobody_can_make(self):

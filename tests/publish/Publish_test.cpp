@@ -116,6 +116,13 @@ TEST_F(Publish, DollarJson_KeepsEveryFigure) {
   }
 }
 
+TEST_F(Publish, LongFigures_KeepTheirValue) {
+  const Rates rates = published(
+      {"-"}, R"({"usd": {"eur": 0.123456789012345678901234567, "jpy": 1034444444444444459008e0}})");
+  EXPECT_EQ(rates,
+            (Rates{{"EUR", 0.123456789012345678901234567}, {"JPY", 1034444444444444459008.0}}));
+}
+
 TEST_F(Publish, LaterSources_FillWhatEarlierLack) {
   const Rates euro = published({kEuro});
   const Rates dollar = published({kDollar});
@@ -244,6 +251,10 @@ TEST_F(Publish, MaxJump) {
   }
   EXPECT_EQ(jump("10", "gbp,500\n", {"--force"}).exitCode, 0);
   EXPECT_EQ(jump("0", "gbp,100.00001\n").exitCode, 2);
+  // A published whole number beyond 64 bits is compared like any other.
+  const std::string large = "gbp,1034444444444444444470\n";
+  EXPECT_EQ(jump("0", large, {"--force"}).exitCode, 0);
+  EXPECT_EQ(publish({"--output", output, "--max-jump", "0", "-"}, large).exitCode, 0);
 }
 
 TEST_F(Publish, MaxJump_WithNothingToCompare) {

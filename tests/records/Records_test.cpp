@@ -35,6 +35,8 @@ TEST(Currency, JsonForm_IsTheCodeAlone) {
   auto euro = Currency::make("EUR");
   euro->setId(7);
   EXPECT_EQ(Mapper<Currency>::toJSON(*euro), Value(Dictionary{{"code", "EUR"}}));
+  EXPECT_EQ(Mapper<Currency>::toJSON(euro), Mapper<Currency>::toJSON(*euro));
+  EXPECT_EQ(Mapper<Currency>::toJSON(nullptr), Value());
   const auto read = Mapper<Currency>::map(Dictionary{{"code", "GBP"}, {"id", 9}});
   EXPECT_EQ(read->code(), "GBP");
   EXPECT_EQ(read->id(), 0);

@@ -47,7 +47,7 @@ class InjectedCalls : public testing::Test {
     return read.ok() ? read.value.dictionary()->find("Fraction")->number()->intValue() : 0;
   }
 
-  const TestContainer container_;
+  const TestContainer container_{};
 };
 
 TEST_F(InjectedCalls, OfASave_EndInSuccessOrInAKeptFile) {

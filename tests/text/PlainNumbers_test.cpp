@@ -89,6 +89,7 @@ TEST(PlainNumbers, OddTexts_AreNumbersOrNot) {
         "1,23", "1,,234", "1.2.3", "1,234'567", "12345,678"}) {
     EXPECT_EQ(parsePlainNumber(typed, {}), std::nullopt) << typed;
   }
+  EXPECT_EQ(parsePlainNumber("0E99999999999999999999", {}), 0.0);
 }
 
 TEST(Decimal, Rounding_TiesGoToEvenAndNinesCarry) {

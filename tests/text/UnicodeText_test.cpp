@@ -99,16 +99,29 @@ TEST(UnicodeText, ParseNumber_ReadsEachLocalesOwnForm) {
     std::optional<double> value;
   };
   const Case cases[] = {
-      {"de_DE", "1.234,5", 1234.5},      {"de_DE", "1.5", std::nullopt},
-      {"fr_FR", "1\u202F234,5", 1234.5}, {"sv_SE", "\u22125,25", -5.25},
-      {"de_CH", "1’234.5", 1234.5},      {"hi_IN", "12,34,567.5", 1234567.5},
-      {"hi_IN", "१२.५", 12.5},           {"ar_EG", "١٢٫٥", 12.5},
-      {"ar_EG", "12٫5", 12.5},           {"ar_EG", "12.345", std::nullopt},
-      {"fa_IR", "۱۲۳", 123.0},           {"fa_IR", "12.5", std::nullopt},
-      {"en_US", "∞", kInfinity},         {"en_US", "1E400", kInfinity},
-      {"en_US", "NaN", std::nullopt},    {"en_US", "5\xFF", std::nullopt},
+      {"de_DE", "1.234,5", 1234.5},
+      {"de_DE", "1.5", std::nullopt},
+      {"fr_FR", "1\u202F234,5", 1234.5},
+      {"sv_SE", "\u22125,25", -5.25},
+      {"de_CH", "1’234.5", 1234.5},
+      {"hi_IN", "12,34,567.5", 1234567.5},
+      {"hi_IN", "१२.५", 12.5},
+      {"ar_EG", "١٢٫٥", 12.5},
+      {"ar_EG", "12٫5", 12.5},
+      {"ar_EG", "12.345", std::nullopt},
+      {"fa_IR", "۱۲۳", 123.0},
+      {"fa_IR", "12.5", std::nullopt},
+      {"en_US", "∞", kInfinity},
+      {"en_US", "1E400", kInfinity},
+      {"en_US", "NaN", std::nullopt},
+      {"en_US", "5\xFF", std::nullopt},
       {"tlh", "1,234.5", 1234.5},  // no data: the plain form
       {"C", "1,234.5", 1234.5},
+      // Zero, however large its exponent.
+      {"de_DE", "0,0e9999999999", 0.0},
+      {"en_US", "0E2147483648", 0.0},
+      {"fa_IR", "۰×۱۰^۹۹۹۹۹۹۹۹۹۹", 0.0},
+      {"fa_IR", "۲×۱۰^۹۹۹۹۹۹۹۹۹۹", kInfinity},
   };
   for (const auto& [locale, typed, value] : cases) {
     EXPECT_EQ(text().parseNumber(typed, locale, std::nullopt), value) << locale << " " << typed;

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "fexora/platform/foundation/Limits.h"
 #include "fexora/platform/foundation/Utf8.h"
 
 namespace fexora {
@@ -83,10 +84,14 @@ StringTableResult parseGettextCatalogue(std::string_view bytes) {
   if (!catalogue.known()) return {std::nullopt, "a catalogue of an unknown revision"};
   if (!catalogue.holdsTables()) return {std::nullopt, "a cut-off catalogue"};
   StringTable table;
+  std::size_t size = 0;
   for (std::uint64_t i = 0; i < catalogue.count(); ++i) {
     const auto key = catalogue.original(i);
     const auto text = catalogue.translation(i);
     if (!key || !text) return {std::nullopt, "a cut-off catalogue"};
+    // All entries may name the same bytes of the file.
+    size += key->size() + text->size();
+    if (size > limits::kStringsFileBytes) return {std::nullopt, "too much text"};
     if (key->empty()) {
       if (namesOtherCharset(*text)) return {std::nullopt, "texts in another encoding than UTF-8"};
       continue;

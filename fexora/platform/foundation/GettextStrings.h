@@ -14,7 +14,8 @@
 
 namespace fexora {
 
-// The catalogue's messages (of a plural, the singular; those with a context are left out).
+// The catalogue's messages (of a plural, the singular; those with a context are left out). Refuses
+// more than limits::kStringsFileBytes of text, however small the file.
 FEXORA_API StringTableResult parseGettextCatalogue(std::string_view bytes);
 
 class FEXORA_API GettextStrings final : public TableStrings {

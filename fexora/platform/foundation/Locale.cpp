@@ -1,8 +1,10 @@
 #include "fexora/platform/foundation/Locale.h"
 
 #include <array>
+#include <atomic>
 #include <initializer_list>
 #include <mutex>
+#include <set>
 
 #include "fexora/platform/foundation/Environment.h"
 #include "fexora/platform/foundation/NoDestructor.h"
@@ -10,9 +12,11 @@
 namespace fexora {
 namespace {
 
+// The names that the host ever set stay, so that reading the current one takes no lock.
 struct HostLocale {
+  std::atomic<const std::string*> name = nullptr;  // one of `names`, or null: the environment's
   std::mutex mutex;
-  std::string name;
+  std::set<std::string> names;  // under mutex
 };
 
 HostLocale& hostLocale() {
@@ -26,11 +30,8 @@ std::string withoutEncoding(std::string_view name) {
 }
 
 std::string hostOr(std::initializer_list<const char*> variables) {
-  {
-    HostLocale& host = hostLocale();
-    const std::lock_guard lock(host.mutex);
-    if (!host.name.empty()) return host.name;
-  }
+  const std::string* const host = hostLocale().name.load(std::memory_order_acquire);
+  if (host != nullptr) return *host;
   for (const char* variable : variables) {
     if (const auto value = environment(variable)) return withoutEncoding(*value);
   }
@@ -46,7 +47,9 @@ std::string Locale::current() {
 void Locale::setCurrent(std::string_view name) {
   HostLocale& host = hostLocale();
   const std::lock_guard lock(host.mutex);
-  host.name = withoutEncoding(name);
+  const std::string known = withoutEncoding(name);
+  host.name.store(known.empty() ? nullptr : &*host.names.insert(known).first,
+                  std::memory_order_release);
 }
 
 std::string Locale::currentLanguage() {

@@ -129,7 +129,7 @@ void Dictionary::set(std::string_view key, Value value) {
 void Dictionary::remove(std::string_view key) {
   const Value* found = find(key);
   if (found == nullptr) return;
-  Builder builder(size() - 1);
+  Builder builder(size());
   for (const Entry& entry : *this) {
     if (&entry.second != found) builder.add(entry);
   }

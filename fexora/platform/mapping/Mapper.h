@@ -44,6 +44,10 @@ class Mapper {
   }
 
   static Value toJSON(const Record& record) { return jsonOf(record); }
+  // A null reference gives the null value.
+  static Value toJSON(const std::shared_ptr<Record>& record) {
+    return record != nullptr ? jsonOf(*record) : Value();
+  }
 
   // Null references are skipped.
   static Value toJSONArray(const std::vector<std::shared_ptr<Record>>& records) {

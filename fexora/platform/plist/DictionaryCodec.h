@@ -4,8 +4,10 @@
 // It remembers the last file, written or read: for each top-level key the value's identity
 // (Value::sameAs) and where its bytes stand. Writing copies the bytes of keys whose value is the
 // same; reading parses only the keys whose bytes differ, and gives the very same values for the
-// others. The outcome is always that of writePropertyList and readPropertyList: a file that is not
-// laid out as the writer lays it out is read whole.
+// others. What is read is always what readPropertyList reads, and what is written is what
+// writePropertyList writes, but for keys that stood otherwise in the last file that was read
+// (spacing, comments, another form of a number): these keep their bytes until their value changes.
+// A file whose head or root is not laid out as the writer lays it out is read whole.
 //
 // Holds one copy of the last file. One thread at a time. Nothing throws.
 #pragma once

@@ -5,6 +5,8 @@
 #include <map>
 #include <mutex>
 
+#include <unicode/uchar.h>
+
 #include "fexora/platform/foundation/Decimal.h"
 #include "fexora/platform/foundation/Limits.h"
 #include "fexora/platform/foundation/NoDestructor.h"
@@ -38,6 +40,21 @@ std::optional<Decimal> roundedDecimal(const icu::Formattable& number, int maximu
   auto decimal = Decimal::fromText({digits.data(), static_cast<std::size_t>(digits.size())});
   if (decimal) decimal->round(std::max(maximumFractionDigits, 0));
   return decimal;
+}
+
+// Whether only zeros stand before the sign of an exponent. ICU takes an exponent beyond 32 bits for
+// infinity, whatever it belongs to.
+bool isZeroWithExponent(icu::UnicodeString typed, const icu::DecimalFormat& format) {
+  icu::UnicodeString sign = format.getDecimalFormatSymbols()->getConstSymbol(
+      icu::DecimalFormatSymbols::kExponentialSymbol);
+  const std::int32_t end = typed.foldCase().indexOf(sign.foldCase());
+  bool hasZero = false;
+  for (std::int32_t at = 0; at < end; at = typed.moveIndex32(at, 1)) {
+    const std::int32_t digit = u_charDigitValue(typed.char32At(at));
+    if (digit > 0) return false;
+    hasZero = hasZero || digit == 0;
+  }
+  return hasZero;
 }
 
 }  // namespace
@@ -81,6 +98,7 @@ std::optional<double> IcuNumbers::parse(std::string_view text,
   UErrorCode error = U_ZERO_ERROR;
   const double value = number.getDouble(error);
   if (U_FAILURE(error) != 0 || std::isnan(value)) return std::nullopt;
+  if (std::isinf(value) && isZeroWithExponent(typed, *parser_)) return std::copysign(0.0, value);
   const auto rounded =
       maximumFractionDigits ? roundedDecimal(number, *maximumFractionDigits) : std::nullopt;
   return rounded ? std::copysign(rounded->value(), value) : value;

@@ -1,13 +1,17 @@
+#include "bench/support/World.h"
+
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <random>
 
-#include "bench/core/Bench.h"
+#include "fexora/platform/foundation/NumberText.h"
 
 namespace fexora::bench {
 namespace {
+
+constexpr double kEuros = 0.8;  // as in bench/seed
 
 std::string madeUpCode(std::size_t number) {
   std::string code;
@@ -38,7 +42,9 @@ World::World(std::size_t n) {
   plist << "<plist version=\"1.0\"><array>";
   for (std::size_t i = 0; i < n; ++i) {
     codes.push_back(i == 0 ? "USD" : i == 1 ? "EUR" : madeUpCode(i));
-    values.push_back(i == 0 ? 1.0 : std::exp(std::normal_distribution<>(0, 3)(random)));
+    values.push_back(i == 0   ? 1.0
+                     : i == 1 ? kEuros
+                              : std::exp(std::normal_distribution<>(0, 3)(random)));
     records.push_back(USDRate::make(values.back(), codes.back()));
     plist << "<string>" << codes.back() << "</string>";
   }
@@ -52,6 +58,17 @@ World::World(std::size_t n) {
 
 World::~World() {
   std::filesystem::remove_all(folder);
+}
+
+std::string answerOf(const World& world) {
+  std::string text = R"({"serviceMessage":"","updated":1790640000,"source":"x","rates":[)";
+  for (std::size_t i = 0; i < world.codes.size(); ++i) {
+    if (i > 0) text += ',';
+    text += R"({"code":")" + world.codes[i] + R"(","rate":)";
+    appendShortestText(text, world.values[i]);
+    text += '}';
+  }
+  return text + "]}";
 }
 
 }  // namespace fexora::bench

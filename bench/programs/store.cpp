@@ -1,0 +1,21 @@
+// bench_store N FOLDER: leaves in FOLDER the store of a process that got rates for N currencies.
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+
+#include "bench/support/World.h"
+
+int main(int count, char** words) {
+  const long n = count == 3 ? std::strtol(words[1], nullptr, 10) : 0;
+  if (n < 2) {
+    std::fputs("bench_store: expected a number of currencies and a folder\n", stderr);
+    return 2;
+  }
+  const fexora::bench::World world(static_cast<std::size_t>(n));
+  fexora::StoreManager& store = fexora::storeManager();
+  store.saveUSDRates(world.records, true);
+  std::filesystem::create_directories(words[2]);
+  std::filesystem::copy(store.fileURL(), std::string(words[2]) + "/Store.plist",
+                        std::filesystem::copy_options::overwrite_existing);
+  return 0;
+}

@@ -1,0 +1,74 @@
+// A publisher's source in any of its formats: refused with a message, or published in an answer
+// that the library reads and the publisher takes for its own.
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "fexora/platform/modules/net/JsonValue.h"
+
+#include "fuzz/Target.h"
+#include "programs/fexora-publish/Publication.h"
+#include "programs/fexora-publish/Refusal.h"
+
+namespace fexora::fuzz {
+namespace {
+
+const Date kUndated(1'790'640'000);
+
+void checkAnswer(const publish::PublishedRates& rates, const std::string& answer) {
+  const JsonResult json = decodeJson(answer);
+  require(json.state == JsonResult::State::value, "what is published is JSON");
+  const Value* list = json.root.dictionary()->find("rates");
+  require(list->array()->size() == rates.size(), "every rate is published");
+  for (const Value& element : *list->array()) {
+    const Dictionary& rate = *element.dictionary();
+    const auto known = rates.find(*rate.find("code")->string());
+    require(known != rates.end(), "codes are published as they are");
+    require(rate.find("rate")->number()->doubleValue() == known->second.rate,
+            "rates are published bit for bit");
+    require(std::isfinite(known->second.rate) && known->second.rate > 0,
+            "a published rate is finite and positive");
+  }
+}
+
+template <class Check>
+bool isRefused(Check check) {
+  try {
+    check();
+    return false;
+  } catch (const publish::Refusal&) {
+    return true;
+  }
+}
+
+void publishOne(const std::string& text) {
+  const std::vector<publish::Source> sources{publish::readText("source", text, kUndated)};
+  const auto rates = publish::merge(sources);
+  publish::Options options;
+  publish::checkCount(options, rates);
+  const std::string answer = publish::answerText(sources, rates);
+  checkAnswer(rates, answer);
+  options.maxJump = 0;
+  require(!isRefused([&] { publish::checkJump(options, rates, answer); }),
+          "rates are no jump away from themselves");
+  options.maxAge = 1;
+  const bool isOld = isRefused([&] { publish::checkAge(options, sources.front(), kUndated); });
+  require(!isOld || sources.front().date != kUndated, "rates of today are not too old");
+}
+
+void run(std::string_view text) {
+  try {
+    publishOne(std::string(text));
+  } catch (const publish::Refusal& refusal) {
+    require(!refusal.message.empty(), "a refusal says why");
+    require(refusal.exit == publish::Exit::refused, "a bad source is refused");
+  }
+}
+
+}  // namespace
+}  // namespace fexora::fuzz
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  fexora::fuzz::run(fexora::fuzz::textOf(data, size));
+  return 0;
+}

@@ -1,0 +1,82 @@
+// The store file in both encodings, read plainly and by the codec, which must agree with each
+// other; and what was read, written again.
+#include <string>
+
+#include "fexora/platform/plist/DictionaryCodec.h"
+#include "fexora/platform/plist/PropertyListReader.h"
+#include "fexora/platform/plist/PropertyListWriter.h"
+
+#include "fuzz/Target.h"
+#include "tests/support/Describe.h"
+
+namespace fexora::fuzz {
+namespace {
+
+// A file of a few bytes may name one object many times over; writing that out tests nothing more.
+constexpr std::size_t kLongDescription = 1 << 18;
+
+void checkDecoding(DictionaryCodec& codec, const std::string& bytes) {
+  const PlistResult plain = readPropertyList(bytes);
+  const auto decoded = codec.decode(bytes);
+  require(decoded.ok() == (plain.ok() && plain.value.dictionary() != nullptr),
+          "the codec accepts what the reader accepts");
+  require(plain.ok() || decoded.error == plain.error, "both give the same reason");
+  if (!decoded.ok()) return;
+  require(test::describe(decoded.dictionary) == test::describe(plain.value),
+          "the codec reads what the reader reads");
+}
+
+// After the codec has read or written `last`: byte for byte what the writer writes, unless keys of
+// `last` stand in another form there and keep it.
+void checkEncoding(DictionaryCodec& codec, const Dictionary& dictionary, std::string_view last) {
+  const PlistBytes plain = writePropertyList(dictionary);
+  const auto encoded = codec.encode(dictionary);
+  require(encoded.error == plain.error, "the codec writes what the writer writes");
+  if (last == plain.bytes) require(encoded.bytes == plain.bytes, "and in the same form");
+  const PlistResult again = readPropertyList(encoded.bytes);
+  require(again.ok() && test::describe(again.value) == test::describe(dictionary),
+          "what the codec writes reads back");
+}
+
+// The codec with the last file in mind and a file that differs in some places of the fuzzer's
+// choice.
+void checkChanges(const std::string& written, std::string_view bytes) {
+  DictionaryCodec codec;
+  checkDecoding(codec, written);
+  std::string changed = written;
+  for (std::size_t i = 0; i + 3 < bytes.size() && i < 12; i += 4) {
+    const auto at = static_cast<std::size_t>(static_cast<std::uint8_t>(bytes[i]) * 256U +
+                                             static_cast<std::uint8_t>(bytes[i + 1])) %
+                    changed.size();
+    changed.replace(at, static_cast<std::uint8_t>(bytes[i + 2]) % 4U, 1, bytes[i + 3]);
+    checkDecoding(codec, changed);
+  }
+  checkDecoding(codec, written);
+  const PlistResult whole = readPropertyList(written);
+  checkEncoding(codec, *whole.value.dictionary(), written);
+}
+
+void run(std::string_view bytes) {
+  const PlistResult read = readPropertyList(bytes);
+  DictionaryCodec codec;
+  checkDecoding(codec, std::string(bytes));
+  if (!read.ok()) return;
+  if (test::describe(read.value).size() > kLongDescription) return;
+  const PlistBytes written = writePropertyList(read.value);
+  require(written.ok(), "what can be read can be written");
+  const PlistResult again = readPropertyList(written.bytes);
+  require(again.ok(), "what was written can be read");
+  // Dates lose their fractions at the first writing; after that nothing changes any more.
+  require(writePropertyList(again.value).bytes == written.bytes, "writing settles at once");
+  if (again.value.dictionary() == nullptr) return;
+  checkEncoding(codec, *again.value.dictionary(), bytes);
+  checkChanges(written.bytes, bytes);
+}
+
+}  // namespace
+}  // namespace fexora::fuzz
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  fexora::fuzz::run(fexora::fuzz::textOf(data, size));
+  return 0;
+}
