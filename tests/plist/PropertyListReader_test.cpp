@@ -115,7 +115,8 @@ TEST(PropertyListReader, Declarations_AreRefused) {
   std::string bomb = "<!DOCTYPE plist [<!ENTITY a0 \"ha\">";
   for (int i = 1; i < 30; ++i) {
     const std::string inner = "&a" + std::to_string(i - 1) + ";";
-    bomb += "<!ENTITY a" + std::to_string(i) + " \"" + inner + inner + "\">";
+    bomb.append("<!ENTITY a").append(std::to_string(i)).append(" \"");
+    bomb.append(inner).append(inner).append("\">");
   }
   expectRefused(bomb + "]>" + plist("<string>&a29;</string>"));
   expectRefused("<!DOCTYPE plist [<!ENTITY a SYSTEM \"file:///etc/hostname\">]>" + body);
