@@ -6,7 +6,7 @@
 #include "fexora/input/Response.h"
 #include "fexora/platform/foundation/Log.h"
 #include "fexora/platform/mapping/Mapper.h"
-#include "fexora/platform/modules/net/JsonValue.h"
+#include "fexora/platform/modules/net/JsonDocument.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
 #include "fexora/rates/PairRates.h"
 
@@ -51,6 +51,23 @@ void checkPairs(const std::vector<USDRateRef>& rates) {
   }
 }
 
+// What takes the fast way through the text, or the slow one when it must.
+std::shared_ptr<Response> read(const JsonDocument& document) {
+  const MapSource* object = document.object();
+  return object != nullptr ? Mapper<Response>::map(*object) : nullptr;
+}
+
+void checkDocument(const JsonDocument& document, const JsonResult& json, const Response* response) {
+  require(document.state() == json.state && document.reason() == json.reason,
+          "both readers take and refuse the same texts");
+  const auto read = fuzz::read(document);
+  require((read != nullptr) == (response != nullptr), "both readers find the same root");
+  if (read == nullptr) return;
+  require(test::describe(Mapper<Response>::toJSON(*read)) ==
+              test::describe(Mapper<Response>::toJSON(*response)),
+          "both readers find the same content");
+}
+
 void run(std::string_view text) {
   const JsonResult json = decodeJson(text);
   const bool isValue = json.state == JsonResult::State::value;
@@ -58,6 +75,7 @@ void run(std::string_view text) {
   require(isValue || json.root.isNull(), "a refusal has no value");
   const auto response = Mapper<Response>::map(json.root);
   require((response != nullptr) == (json.root.dictionary() != nullptr), "an object is an answer");
+  checkDocument(JsonDocument(text), json, response.get());
   if (response == nullptr) return;
   checkMapping(*response);
   checkSaving(response->rates());

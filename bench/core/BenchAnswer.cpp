@@ -1,7 +1,7 @@
 // The service's answer read into records, against a parser that only takes the codes and doubles.
 #include <simdjson.h>
 
-#include "fexora/platform/modules/net/JsonValue.h"
+#include "fexora/platform/modules/net/JsonDocument.h"
 
 #include "bench/core/Bench.h"
 #include "bench/support/Peers.h"
@@ -28,7 +28,8 @@ void benchAnswer(const World& world) {
   Race race("the service's answer into records", world.codes.size());
   race.add("simdjson reading codes and doubles", [&] { return simdjsonOnly(parser, text); });
   race.add("decoded and mapped into a Response", [&] {
-    const auto response = Mapper<Response>::map(decodeJson(text).root);
+    const JsonDocument document(text);
+    const auto response = Mapper<Response>::map(*document.object());
     return static_cast<double>(response->rates().size());
   });
   const AnswerJob job{text};

@@ -18,8 +18,8 @@ class ElsewhereTransport final : public Transport {
  public:
   ElsewhereTransport(Transport& inner, std::string address)
       : inner_(inner), address_(std::move(address)) {}
-  void get(const std::string&, Completion complete) override {
-    inner_.get(address_, std::move(complete));
+  void get(const std::string&, Reader read, Completion complete) override {
+    inner_.get(address_, read, std::move(complete));
   }
 
  private:

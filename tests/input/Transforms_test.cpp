@@ -36,7 +36,8 @@ TEST(StringTrasform, TextsAndNumbersGiveAText) {
 }
 
 TEST(Transforms, OtherValues_LeaveTheFieldAsItWas) {
-  const Dictionary source{{"list", Value(Array{1})}, {"null", Value()}, {"date", Value(Date(0))}};
+  const Dictionary values{{"list", Value(Array{1})}, {"null", Value()}, {"date", Value(Date(0))}};
+  const DictionarySource source(values);
   Map map = Map::reading(source);
   NSNumber number = 3;
   std::string text = "kept";

@@ -80,12 +80,13 @@ Outcome NetworkTest::ask(const std::string& address) {
   RunLoop& loop = RunLoop::process();
   {
     const Ticker ticker(loop, outcome);
-    transport().get(address,
-                    [&outcome](std::optional<Value> root, std::optional<ResponseError> error) {
-                      ++outcome.completions;
-                      outcome.root = std::move(root);
-                      outcome.error = std::move(error);
-                    });
+    NetworkManager::simpleRequest<Answer>(
+        transport(), address,
+        [&outcome](std::shared_ptr<Answer> record, std::optional<ResponseError> error) {
+          ++outcome.completions;
+          outcome.record = std::move(record);
+          outcome.error = std::move(error);
+        });
     EXPECT_EQ(outcome.completions, 0) << "called before the request returned";
     loop.runUntil([&] { return outcome.completions > 0; });
   }
@@ -95,7 +96,7 @@ Outcome NetworkTest::ask(const std::string& address) {
   loop.post([&] { later = true; });
   loop.runUntil([&] { return later; });
   EXPECT_EQ(outcome.completions, 1);
-  EXPECT_NE(outcome.root.has_value(), outcome.error.has_value());
+  EXPECT_NE(outcome.record != nullptr, outcome.error.has_value());
   if (outcome.error) {
     EXPECT_EQ(outcome.error->address, address);
     EXPECT_NE(outcome.error->message.find(text(outcome.error->kind)), std::string::npos);

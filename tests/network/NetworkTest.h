@@ -10,6 +10,8 @@
 #include <gtest/gtest.h>
 
 #include "fexora/platform/modules/net/CurlTransport.h"
+#include "fexora/platform/network/NetworkManager.h"
+#include "fexora/records/USDRate.h"
 
 #include "tests/support/FaultServer.h"
 #include "tests/support/ScratchFolder.h"
@@ -27,9 +29,22 @@ class LineLog final : public Log {
   std::vector<std::string> lines_;
 };
 
+// What the tests' answers hold.
+class Answer final : public MappableModel {
+ public:
+  std::string serviceMessage;
+  NSNumber a;
+  std::vector<USDRateRef> rates;
+  void mapping(Map& map) override {
+    map.bind("serviceMessage", serviceMessage);
+    map.bind("a", a);
+    map.bind("rates", rates);
+  }
+};
+
 struct Outcome {
   int completions = 0;
-  std::optional<Value> root;
+  std::shared_ptr<Answer> record;
   std::optional<ResponseError> error;
   int ticks = 0;            // of a timer of one millisecond, while the request ran
   double longestStall = 0;  // seconds by which a tick came late, at most

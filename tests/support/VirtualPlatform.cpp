@@ -41,7 +41,13 @@ void ScriptedTransport::answer(std::optional<Value> root, std::optional<Response
   ASSERT_FALSE(requests.empty());
   const Request request = std::move(requests.front());
   requests.erase(requests.begin());
-  request.complete(std::move(root), std::move(error));
+  std::shared_ptr<MappableModel> record;
+  if (root && root->dictionary() != nullptr) {
+    record = request.read(DictionarySource(*root->dictionary()));
+  } else if (root) {
+    error = ResponseError{ResponseError::Kind::notAnObject, request.address, "no object", 0};
+  }
+  request.complete(std::move(record), std::move(error));
 }
 
 std::optional<std::string> TableStrings::string(std::string_view key) {

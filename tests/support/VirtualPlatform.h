@@ -42,10 +42,11 @@ class ScriptedTransport final : public Transport {
  public:
   struct Request {
     std::string address;
+    Reader read;
     Completion complete;
   };
-  void get(const std::string& address, Completion complete) override {
-    requests.push_back({address, std::move(complete)});
+  void get(const std::string& address, Reader read, Completion complete) override {
+    requests.push_back({address, read, std::move(complete)});
   }
   // Answers the oldest request; fails the test when there is none.
   void answer(std::optional<Value> root, std::optional<ResponseError> error = {});

@@ -4,13 +4,13 @@ namespace fexora {
 
 void Map::bind(const char* key, std::string& field) {
   if (!isReading()) return write(key, Value(field));
-  const Value* value = find(key);
-  if (value != nullptr && value->string() != nullptr) field = *value->string();
+  source_->readText(key, field);
 }
 
 void Map::bind(const char* key, NSNumber& field) {
   if (!isReading()) return write(key, Value(field));
-  const Value* value = find(key);
+  Value room;
+  const Value* value = source_->find(key, room);
   if (value != nullptr && value->number() != nullptr) field = *value->number();
 }
 

@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "fexora/platform/foundation/Value.h"
+#include "fexora/platform/mapping/MapSource.h"
 
 namespace fexora {
 
@@ -23,7 +23,7 @@ class Mapper;
 class FEXORA_API Map {
  public:
   // Reads from `source`, which outlives the map.
-  static Map reading(const Dictionary& source) { return Map(&source); }
+  static Map reading(const MapSource& source) { return Map(&source); }
   static Map writing() { return Map(nullptr); }
 
   bool isReading() const noexcept { return source_ != nullptr; }
@@ -47,21 +47,20 @@ class FEXORA_API Map {
   Dictionary result() && { return Dictionary::fromEntries(written_); }
 
  private:
-  explicit Map(const Dictionary* source) noexcept : source_(source) {}
+  explicit Map(const MapSource* source) noexcept : source_(source) {}
 
-  const Value* find(const char* key) const noexcept { return source_->find(key); }
   void write(const char* key, Value value) { written_.emplace_back(key, std::move(value)); }
 
-  const Dictionary* source_;  // null when writing
+  const MapSource* source_;  // null when writing
   std::vector<Dictionary::Entry> written_;
 };
 
 template <class Record>
 void Map::bind(const char* key, std::shared_ptr<Record>& field) {
   if (isReading()) {
-    const Value* value = find(key);
-    if (value == nullptr) return;
-    if (auto record = Mapper<Record>::map(*value)) field = std::move(record);
+    source_->visitDictionary(key, [&field](const MapSource& dictionary, std::size_t /*left*/) {
+      if (auto record = Mapper<Record>::map(dictionary)) field = std::move(record);
+    });
   } else if (field != nullptr) {
     write(key, Mapper<Record>::toJSON(*field));
   }
@@ -70,9 +69,8 @@ void Map::bind(const char* key, std::shared_ptr<Record>& field) {
 template <class Record>
 void Map::bind(const char* key, std::vector<std::shared_ptr<Record>>& field) {
   if (isReading()) {
-    const Value* value = find(key);
-    if (value == nullptr) return;
-    if (auto list = Mapper<Record>::mapArray(*value)) field = std::move(*list);
+    typename Mapper<Record>::List list;
+    if (source_->visitDictionaries(key, list.visitor())) field = std::move(list).take();
   } else {
     write(key, Mapper<Record>::toJSONArray(field));
   }
@@ -81,7 +79,9 @@ void Map::bind(const char* key, std::vector<std::shared_ptr<Record>>& field) {
 template <class Field, class Transform>
 void Map::bind(const char* key, Field& field, Transform transform) {
   if (isReading()) {
-    if (auto result = transform.transformFromJSON(find(key))) field = std::move(*result);
+    Value room;
+    auto result = transform.transformFromJSON(source_->find(key, room));
+    if (result) field = std::move(*result);
   } else if (auto json = transform.transformToJSON(field)) {
     write(key, Value(std::move(*json)));
   }

@@ -28,7 +28,8 @@ bool MappableModel::isEqualTo(const MappableModel& object) const {
 
 void MappableModel::mapping(const MappableModel& object) {
   const Value json = jsonOf(object);
-  Map map = Map::reading(*json.dictionary());
+  const DictionarySource source(*json.dictionary());
+  Map map = Map::reading(source);
   mapping(map);
 }
 

@@ -16,31 +16,57 @@ namespace fexora {
 template <class Record>
 class Mapper {
  public:
-  // Null when the value is no dictionary or the record refuses it.
+  // Records of one list, as they are read. They share one block, which goes with the last of them,
+  // unless they give out references to themselves and so must be allocated one by one.
+  class List {
+   public:
+    MapSource::Visitor visitor() {
+      return [this](const MapSource& dictionary, std::size_t left) {
+        if (references_.empty()) references_.reserve(left);
+        if constexpr (requires(Record & record) { record.weak_from_this(); }) {
+          if (auto record = map(dictionary)) references_.push_back(std::move(record));
+        } else {
+          addToBlock(dictionary, left);
+        }
+      };
+    }
+    std::vector<std::shared_ptr<Record>> take() && { return std::move(references_); }
+
+   private:
+    void addToBlock(const MapSource& dictionary, std::size_t left) {
+      if (block_ == nullptr) {
+        block_ = std::make_shared<std::vector<Record>>();
+        block_->reserve(left);
+      }
+      Record& record = block_->emplace_back();
+      if (read(dictionary, record)) {
+        references_.emplace_back(block_, &record);
+      } else {
+        block_->pop_back();
+      }
+    }
+
+    std::shared_ptr<std::vector<Record>> block_;
+    std::vector<std::shared_ptr<Record>> references_;
+  };
+
+  // Null when the record refuses the dictionary.
+  static std::shared_ptr<Record> map(const MapSource& source) {
+    auto record = std::make_shared<Record>();
+    return read(source, *record) ? record : nullptr;
+  }
+  // Null also when the value is no dictionary.
   static std::shared_ptr<Record> map(const Value& value) {
     const Dictionary* source = value.dictionary();
-    if (source == nullptr) return nullptr;
-    auto record = std::make_shared<Record>();
-    Map map = Map::reading(*source);
-    if (!record->initWithMap(map)) return nullptr;
-    record->mapping(map);
-    return record;
+    return source != nullptr ? map(DictionarySource(*source)) : nullptr;
   }
 
   // Nothing unless the value is a list of dictionaries only; dictionaries that do not map are left
   // out, the others keep their order.
   static std::optional<std::vector<std::shared_ptr<Record>>> mapArray(const Value& value) {
-    const Array* elements = value.array();
-    if (elements == nullptr) return std::nullopt;
-    for (const Value& element : *elements) {
-      if (element.dictionary() == nullptr) return std::nullopt;
-    }
-    std::vector<std::shared_ptr<Record>> records;
-    records.reserve(elements->size());
-    for (const Value& element : *elements) {
-      if (auto record = map(element)) records.push_back(std::move(record));
-    }
-    return records;
+    List list;
+    if (!visitDictionaries(value, list.visitor())) return std::nullopt;
+    return std::move(list).take();
   }
 
   static Value toJSON(const Record& record) { return jsonOf(record); }
@@ -57,6 +83,15 @@ class Mapper {
       if (record != nullptr) elements.push_back(jsonOf(*record));
     }
     return elements;
+  }
+
+ private:
+  // False when the record refuses the dictionary.
+  static bool read(const MapSource& source, Record& record) {
+    Map map = Map::reading(source);
+    if (!record.initWithMap(map)) return false;
+    record.mapping(map);
+    return true;
   }
 };
 

@@ -33,12 +33,13 @@ NetOptions processNetOptions() {
   return options;
 }
 
-void LazyTransport::get(const std::string& address, Completion complete) {
+void LazyTransport::get(const std::string& address, Reader read, Completion complete) {
+  Request request{address, read, std::move(complete)};
   if (state_ == State::closed) open();
   if (state_ == State::opening) {
-    waiting_.emplace_back(address, std::move(complete));
+    waiting_.push_back(std::move(request));
   } else {
-    send(address, std::move(complete));
+    send(std::move(request));
   }
 }
 
@@ -67,17 +68,18 @@ void LazyTransport::opened() {
 void LazyTransport::settle(State state) {
   state_ = state;
   if (state == State::missing) host_.log->write("No requests can be sent: " + reason_);
-  for (auto& [address, complete] : std::exchange(waiting_, {})) {
-    send(address, std::move(complete));
-  }
+  for (Request& request : std::exchange(waiting_, {})) send(std::move(request));
 }
 
-void LazyTransport::send(const std::string& address, Completion complete) {
-  if (transport_ != nullptr) return transport_->get(address, std::move(complete));
+void LazyTransport::send(Request request) {
+  const std::string& address = request.address;
+  if (transport_ != nullptr) {
+    return transport_->get(address, request.read, std::move(request.complete));
+  }
   ResponseError error{ResponseError::Kind::noTransport, address,
                       address + ": no request can be sent: " + reason_, 0};
-  host_.loop->post([complete = std::move(complete), error = std::move(error)] {
-    complete(std::nullopt, error);
+  host_.loop->post([complete = std::move(request.complete), error = std::move(error)] {
+    complete(nullptr, error);
   });
 }
 

@@ -31,20 +31,25 @@ class LazyTransport final : public Transport {
   // `host` is called at the first request.
   explicit LazyTransport(std::function<Host()> host) : makeHost_(std::move(host)) {}
 
-  void get(const std::string& address, Completion complete) override;
+  void get(const std::string& address, Reader read, Completion complete) override;
 
  private:
   enum class State { closed, opening, open, missing };
+  struct Request {
+    std::string address;
+    Reader read;
+    Completion complete;
+  };
 
   void open();
   void opened();
   void settle(State state);
-  void send(const std::string& address, Completion complete);
+  void send(Request request);
 
   std::function<Host()> makeHost_;
   Host host_{};
   State state_ = State::closed;
-  std::vector<std::pair<std::string, Completion>> waiting_;
+  std::vector<Request> waiting_;
   Transport* transport_ = nullptr;
 
   // Written by the opening thread until it ends.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -16,23 +17,22 @@ class NetworkManager {
   // Sends a GET of `address` and returns at once. `complete` is called once, later, on the main
   // thread: with a record made from the answer's object, or with the reason why there is none. An
   // answer whose root is no object is an error of kind notAnObject; an object for which no record
-  // can be made gives neither record nor error. Main thread.
+  // can be made gives neither record nor error. Main thread; the record's mapping runs on any.
   template <class Record>
   static void simpleRequest(
       Transport& transport, const std::string& address,
       std::function<void(std::shared_ptr<Record>, std::optional<ResponseError>)> complete) {
-    transport.get(address, [address, complete = std::move(complete)](
-                               std::optional<Value> root, std::optional<ResponseError> error) {
-      if (!root) {
-        complete(nullptr, std::move(error));
-      } else if (root->dictionary() == nullptr) {
-        complete(nullptr,
-                 ResponseError{ResponseError::Kind::notAnObject, address,
-                               "the answer of " + address + " is JSON but not an object", 0});
-      } else {
-        complete(Mapper<Record>::map(*root), std::move(error));
-      }
-    });
+    transport.get(address, &read<Record>,
+                  [complete = std::move(complete)](const std::shared_ptr<MappableModel>& record,
+                                                   std::optional<ResponseError> error) {
+                    complete(std::static_pointer_cast<Record>(record), std::move(error));
+                  });
+  }
+
+ private:
+  template <class Record>
+  static std::shared_ptr<MappableModel> read(const MapSource& object) {
+    return Mapper<Record>::map(object);
   }
 };
 

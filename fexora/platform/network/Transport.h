@@ -1,19 +1,26 @@
-// Sends one request and brings its answer as decoded JSON.
+// Sends one request and brings what its answer, a JSON object, was read into.
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
-#include "fexora/platform/foundation/Value.h"
+#include "fexora/platform/mapping/MapSource.h"
+#include "fexora/platform/mapping/MappableModel.h"
 #include "fexora/platform/network/ResponseError.h"
 
 namespace fexora {
 
 class FEXORA_API Transport {
  public:
-  // The root of the answer, or the error; see NetworkManager for what both or neither mean.
-  using Completion = std::function<void(std::optional<Value>, std::optional<ResponseError>)>;
+  // Makes a record of the answer's object, or null. Called at most once, on any thread, before the
+  // completion; the record is the main thread's from then on. JSON true and false are the numbers
+  // 1 and 0.
+  using Reader = std::shared_ptr<MappableModel> (*)(const MapSource& object);
+  // What the reader made, or the error; see NetworkManager for what both or neither mean.
+  using Completion =
+      std::function<void(std::shared_ptr<MappableModel>, std::optional<ResponseError>)>;
 
   Transport() = default;
   Transport(const Transport&) = delete;
@@ -21,8 +28,8 @@ class FEXORA_API Transport {
   virtual ~Transport();
 
   // Returns at once, whatever the network does; `complete` is called later, once, on the main
-  // thread. JSON true and false arrive as the numbers 1 and 0. Main thread.
-  virtual void get(const std::string& address, Completion complete) = 0;
+  // thread. An answer whose root is no object is an error of kind notAnObject. Main thread.
+  virtual void get(const std::string& address, Reader read, Completion complete) = 0;
 
   static Transport& process();
 };

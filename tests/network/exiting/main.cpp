@@ -26,8 +26,10 @@ using fexora::RunLoop;
 
 void ask(const std::string& address) {
   fexora::Platform::process().transport->get(
-      address, [](const std::optional<fexora::Value>& /*root*/,
-                  const std::optional<fexora::ResponseError>& error) {
+      address,
+      [](const fexora::MapSource& /*object*/) { return std::make_shared<fexora::MappableModel>(); },
+      [](const std::shared_ptr<fexora::MappableModel>& /*record*/,
+         const std::optional<fexora::ResponseError>& error) {
         std::cout << (error ? text(error->kind) : "answer") << std::endl;
         std::exit(0);
       });

@@ -20,17 +20,17 @@ std::unique_ptr<CurlTransport> CurlTransport::make(RunLoop& loop, Log& log, File
   return transport->worker_ != nullptr ? std::move(transport) : nullptr;
 }
 
-void CurlTransport::get(const std::string& address, Completion complete) {
+void CurlTransport::get(const std::string& address, Reader read, Completion complete) {
   if (worker_ == nullptr) return;
   const std::uint64_t id = ++lastId_;
   pending_->emplace(id, std::move(complete));
-  worker_->send({id, address});
+  worker_->send({id, address, read});
 }
 
 void CurlTransport::deliver(Pending& pending, std::uint64_t id, NetReply reply) {
   // Taken out first: the completion may send the next request or end the transport.
   auto node = pending.extract(id);
-  if (!node.empty()) node.mapped()(std::move(reply.root), std::move(reply.error));
+  if (!node.empty()) node.mapped()(std::move(reply.record), std::move(reply.error));
 }
 
 }  // namespace fexora

@@ -1,4 +1,4 @@
-// HTTP by libcurl on one worker thread, and JSON decoded there.
+// HTTP by libcurl on one worker thread, and its JSON read into records there.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,7 @@ class CurlTransport final : public Transport {
   // As after stop(). Main thread.
   ~CurlTransport() override = default;
 
-  void get(const std::string& address, Completion complete) override;
+  void get(const std::string& address, Reader read, Completion complete) override;
 
   // Ends the worker; requests in flight and later ones never complete. Main thread.
   void stop() { worker_.reset(); }

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "fexora/platform/foundation/Environment.h"
-#include "fexora/platform/modules/net/JsonValue.h"
 
 namespace fexora {
 namespace {
@@ -153,23 +152,25 @@ NetReply Exchange::reply(CURLcode code) try {
   if (code != CURLE_OK || tooLarge_) return failure(code);
   if (!headEnded_) return fail(ResponseError::Kind::noConnection, "the answer broke off");
   if (status() == kOk) return newAnswer();
-  if (status() == kNotModified && kept_) return {kept_->root, {}};
+  if (status() == kNotModified && kept_) return {request_.read(*kept_->document->object()), {}};
   return statusFailure({});
 } catch (const std::bad_alloc&) {
   return fail(ResponseError::Kind::tooLarge, "there is not enough memory for it");
 }
 
 NetReply Exchange::newAnswer() {
-  JsonResult result = decodeJson(body_);
-  if (result.state == JsonResult::State::tooLarge) {
-    return fail(ResponseError::Kind::tooLarge, result.reason);
+  const JsonDocument document(body_);
+  if (document.state() == JsonResult::State::tooLarge) {
+    return fail(ResponseError::Kind::tooLarge, document.reason());
   }
-  if (result.state != JsonResult::State::value) {
-    return fail(ResponseError::Kind::notJson, result.reason);
+  if (document.state() != JsonResult::State::value) {
+    return fail(ResponseError::Kind::notJson, document.reason());
   }
+  if (document.object() == nullptr) return fail(ResponseError::Kind::notAnObject, {});
+  auto record = request_.read(*document.object());
   StoredAnswer answer{answerHeader("ETag"), answerHeader("Last-Modified"), std::move(body_)};
   if (answer.hasValidator()) toKeep_ = std::move(answer);
-  return {std::move(result.root), {}};
+  return {std::move(record), {}};
 }
 
 NetReply Exchange::failure(CURLcode code) const {

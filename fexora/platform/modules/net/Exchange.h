@@ -13,10 +13,11 @@
 
 #include <curl/curl.h>
 
-#include "fexora/platform/foundation/Value.h"
 #include "fexora/platform/modules/net/AnswerCache.h"
+#include "fexora/platform/modules/net/JsonDocument.h"
 #include "fexora/platform/network/NetOptions.h"
 #include "fexora/platform/network/ResponseError.h"
+#include "fexora/platform/network/Transport.h"
 
 namespace fexora {
 
@@ -24,12 +25,12 @@ namespace fexora {
 struct Revalidation {
   std::string etag;
   std::string lastModified;
-  Value root;
+  std::unique_ptr<const JsonDocument> document;  // of an object
 };
 
-// Either a root or an error.
+// What the request's reader made, or an error.
 struct NetReply {
-  std::optional<Value> root;
+  std::shared_ptr<MappableModel> record;
   std::optional<ResponseError> error;
 };
 
@@ -38,6 +39,7 @@ class Exchange {
   struct Request {
     std::uint64_t id = 0;
     std::string address;
+    Transport::Reader read = nullptr;
   };
 
   // With `kept` the service is asked whether that answer still stands. `options` outlives this.

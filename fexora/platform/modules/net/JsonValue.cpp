@@ -197,8 +197,12 @@ std::optional<Value> decodeElement(ondemand::document& document, Decoder& decode
 
 }  // namespace
 
+std::string_view withoutByteOrderMark(std::string_view text) noexcept {
+  return text.starts_with(kByteOrderMark) ? text.substr(kByteOrderMark.size()) : text;
+}
+
 JsonResult decodeJson(std::string_view text, int depth, std::size_t values) {
-  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  text = withoutByteOrderMark(text);
   std::string list;
   list.reserve(text.size() + 2 + simdjson::SIMDJSON_PADDING);
   list.append("[").append(text).append("]");

@@ -17,6 +17,9 @@
 
 namespace fexora {
 
+// A byte order mark cut off.
+std::string_view withoutByteOrderMark(std::string_view text) noexcept;
+
 struct JsonResult {
   enum class State : std::uint8_t {
     value,

@@ -3,7 +3,7 @@
 #include <new>
 #include <utility>
 
-#include "fexora/platform/modules/net/JsonValue.h"
+#include "fexora/platform/modules/net/JsonDocument.h"
 
 namespace fexora {
 
@@ -100,10 +100,10 @@ void NetWorker::end(CURL* handle, CURLcode code) {
 std::optional<Revalidation> NetWorker::keptFor(const std::string& address) try {
   auto stored = cache_.load(address);
   if (!stored) return std::nullopt;
-  JsonResult result = decodeJson(stored->body);
-  if (result.state != JsonResult::State::value) return std::nullopt;
+  auto document = std::make_unique<const JsonDocument>(stored->body);
+  if (document->object() == nullptr) return std::nullopt;
   return Revalidation{std::move(stored->etag), std::move(stored->lastModified),
-                      std::move(result.root)};
+                      std::move(document)};
 } catch (const std::bad_alloc&) {
   return std::nullopt;
 }

@@ -1,0 +1,139 @@
+#include "fexora/platform/modules/net/JsonDocument.h"
+
+#include <optional>
+#include <utility>
+
+#include <simdjson.h>
+
+namespace fexora {
+namespace {
+
+namespace dom = simdjson::dom;
+
+// Each value but the last takes two bytes at least, so that a text up to this size needs no count.
+constexpr std::size_t kParsedBytes = 2 * limits::kJsonValues;
+
+// The parser refuses this depth already, but does not count a list or object that is empty: it
+// takes nothing that is too deep, and what it refuses too early the decoder takes.
+constexpr std::size_t kDepth = limits::kJsonDepth;
+
+Value valueOf(dom::element element);
+
+Value arrayOf(dom::array elements) {
+  Array array;
+  array.reserve(elements.size());
+  for (const dom::element element : elements) array.push_back(valueOf(element));
+  return array;
+}
+
+Value dictionaryOf(dom::object object) {
+  std::vector<Dictionary::Entry> entries;
+  entries.reserve(object.size());
+  for (const dom::key_value_pair field : object) {
+    entries.emplace_back(std::string(field.key), valueOf(field.value));
+  }
+  return Dictionary::fromEntries(entries);
+}
+
+Value valueOf(dom::element element) {
+  switch (element.type()) {
+    case dom::element_type::ARRAY:
+      return arrayOf(element.get_array().value_unsafe());
+    case dom::element_type::OBJECT:
+      return dictionaryOf(element.get_object().value_unsafe());
+    case dom::element_type::INT64:
+      return element.get_int64().value_unsafe();
+    case dom::element_type::UINT64:
+      return element.get_uint64().value_unsafe();
+    case dom::element_type::DOUBLE:
+      return element.get_double().value_unsafe();
+    case dom::element_type::STRING:
+      return element.get_string().value_unsafe();
+    case dom::element_type::BOOL:
+      return element.get_bool().value_unsafe() ? 1 : 0;
+    case dom::element_type::NULL_VALUE:
+      return {};
+  }
+  return {};
+}
+
+class ObjectSource final : public MapSource {
+ public:
+  explicit ObjectSource(dom::object object) noexcept : object_(object) {}
+
+  const Value* find(std::string_view key, Value& room) const override {
+    dom::element element;
+    if (object_.at_key(key).get(element) != simdjson::SUCCESS) return nullptr;
+    room = valueOf(element);
+    return &room;
+  }
+
+  void readText(std::string_view key, std::string& text) const override {
+    std::string_view found;
+    if (object_.at_key(key).get(found) == simdjson::SUCCESS) text = found;
+  }
+
+  void visitDictionary(std::string_view key, const Visitor& visit) const override {
+    dom::object object;
+    if (object_.at_key(key).get(object) == simdjson::SUCCESS) visit(ObjectSource(object), 1);
+  }
+
+  bool visitDictionaries(std::string_view key, const Visitor& visit) const override {
+    dom::array list;
+    if (object_.at_key(key).get(list) != simdjson::SUCCESS) return false;
+    std::size_t left = 0;
+    for (const dom::element element : list) {
+      if (!element.is_object()) return false;
+      ++left;
+    }
+    for (const dom::element element : list) {
+      visit(ObjectSource(element.get_object().value_unsafe()), left--);
+    }
+    return true;
+  }
+
+ private:
+  dom::object object_;
+};
+
+}  // namespace
+
+// The parser owns what the root refers to.
+class JsonDocument::Parsed {
+ public:
+  // False when the text is at fault, or holds a number too large for the parser's types.
+  bool parse(std::string_view text) {
+    text = withoutByteOrderMark(text);
+    return parser_.allocate(text.size(), kDepth) == simdjson::SUCCESS &&
+           parser_.parse(text.data(), text.size()).get(root_) == simdjson::SUCCESS;
+  }
+  std::unique_ptr<MapSource> object() const {
+    dom::object object;
+    if (root_.get(object) != simdjson::SUCCESS) return nullptr;
+    return std::make_unique<ObjectSource>(object);
+  }
+
+ private:
+  dom::parser parser_;
+  dom::element root_;
+};
+
+JsonDocument::JsonDocument(std::string_view text) {
+  if (text.size() <= kParsedBytes) {
+    auto parsed = std::make_unique<Parsed>();
+    if (parsed->parse(text)) {
+      parsed_ = std::move(parsed);
+      decoded_.state = JsonResult::State::value;
+      object_ = parsed_->object();
+      return;
+    }
+  }
+  decoded_ = decodeJson(text);
+  if (const Dictionary* root = decoded_.root.dictionary()) {
+    object_ = std::make_unique<DictionarySource>(*root);
+  }
+}
+
+JsonDocument::~JsonDocument() = default;
+
+}  // namespace fexora
