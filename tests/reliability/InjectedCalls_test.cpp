@@ -1,13 +1,17 @@
 // A real process whose system calls fail by the tracer's hand: the calls themselves, below every
 // seam of ours.
+#include <filesystem>
+
 #include <gtest/gtest.h>
 
 #include "fexora/platform/foundation/Value.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
+#include "fexora/store/StoreManager.h"
 
 #include "tests/reliability/SystemCallTrace.h"
 #include "tests/support/Command.h"
+#include "tests/support/FaultServer.h"
 #include "tests/support/VirtualPlatform.h"
 
 namespace fexora::test {
@@ -24,9 +28,16 @@ class InjectedCalls : public testing::Test {
 
   CommandResult run(const std::string& call, const std::string& error, const std::string& when,
                     const std::vector<std::string>& job) const {
-    std::vector<std::string> words{"/usr/bin/strace",
+    // Nothing of all this may hang.
+    std::vector<std::string> words{"/usr/bin/timeout",
+                                   "25",
+                                   "/usr/bin/strace",
                                    "-E",
                                    kNoLeakSearch,
+                                   "-E",
+                                   "FEXORA_RATES_URL=" + server_.address("/rates.json"),
+                                   "-E",
+                                   "XDG_CACHE_HOME=" + container_.path() + "/cache",
                                    "-f",
                                    "-o",
                                    "/dev/null",
@@ -47,7 +58,45 @@ class InjectedCalls : public testing::Test {
     return read.ok() ? read.value.dictionary()->find("Fraction")->number()->intValue() : 0;
   }
 
+  // Asks the service while `calls` fail: the rates come whole or not at all, and what the process
+  // says of them is so.
+  void refreshWithout(const std::vector<std::string>& calls) {
+    server_.reply("/rates.json", answer(R"({"rates": [{"code": "EUR", "rate": 0.5}]})", kTag));
+    for (const std::string& call : calls) {
+      for (const std::string error : kErrors) {
+        for (const std::string when : {"1", "1+"}) {
+          SCOPED_TRACE(call + " " + error + " " + when);
+          // All that waits for anything waits in this call.
+          if (call == "poll" && when == "1+") continue;
+          std::filesystem::remove_all(container_.path() + "/cache");
+          writeOld();
+          checkRefresh(run(call, error, when, {"refresh"}));
+          if (HasFailure()) return;
+        }
+      }
+    }
+  }
+  void checkRefresh(const CommandResult& result) {
+    const bool isSaved = result.output == "rates 1\n" && result.exitCode == 0;
+    const bool isTold =
+        result.output.starts_with("error ") || result.errors.find("SAVE FAIL") != std::string::npos;
+    EXPECT_NE(isSaved, isTold) << result.exitCode << result.output << result.errors;
+    (isSaved ? saved_ : failed_) += 1;
+    EXPECT_EQ(fraction(), 6);
+    const auto content = readPropertyList(readFile(container_.file())).value;
+    const bool isDoubted = result.errors.find("may not survive") != std::string::npos;
+    EXPECT_EQ(content.dictionary()->find(kUDUSDRates) != nullptr, isSaved || isDoubted);
+    for (const auto& entry : std::filesystem::directory_iterator(container_.path())) {
+      const std::string name = entry.path().filename();
+      EXPECT_TRUE(name == "Store.plist" || name == "cache") << name;
+    }
+  }
+
+  static constexpr const char* kTag = "ETag: \"one\"\r\n";
   const TestContainer container_{};
+  FaultServer server_;
+  int saved_ = 0;
+  int failed_ = 0;
 };
 
 TEST_F(InjectedCalls, OfASave_EndInSuccessOrInAKeptFile) {
@@ -86,6 +135,19 @@ TEST_F(InjectedCalls, OfTheWatch_LeaveTheStoreUnwatchedAndSaySo) {
       if (HasFailure()) return;
     }
   }
+}
+
+TEST_F(InjectedCalls, OfARequest_EndItWithAnError) {
+  refreshWithout({"clone3", "socket", "connect", "sendto", "recvfrom", "poll", "getsockopt",
+                  "setsockopt", "getsockname", "getpeername", "fcntl", "socketpair", "eventfd2"});
+  EXPECT_GT(failed_, 60) << "the tracer did what it was asked";
+  EXPECT_GT(saved_, 60);
+}
+
+TEST_F(InjectedCalls, OfWhatIsKeptAfterARequest_LeaveTheAnswerOrSaySo) {
+  refreshWithout({"fsync", "rename", "flock", "fchmod", "getdents64", "mkdir"});
+  EXPECT_GT(failed_, 20) << "the tracer did what it was asked";
+  EXPECT_GT(saved_, 20);
 }
 
 TEST_F(InjectedCalls, OfTheLoopsWakeUp_AreMadeUpFor) {

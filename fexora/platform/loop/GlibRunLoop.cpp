@@ -3,12 +3,9 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <cstdint>
 #include <utility>
 
 #include <glib.h>
-#include <sys/eventfd.h>
-#include <unistd.h>
 
 #include "fexora/platform/foundation/NoDestructor.h"
 
@@ -109,16 +106,15 @@ class GlibDescriptorWatch final : public DescriptorWatch {
 
 }  // namespace
 
-GlibRunLoop::GlibRunLoop() : wake_(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {
+GlibRunLoop::GlibRunLoop() {
   GSource* source = nullptr;
-  if (wake_ >= 0) {
+  if (wake_.descriptor() >= 0) {
     source = newSource([this] {
-      std::uint64_t count = 0;
-      [[maybe_unused]] const ssize_t got = ::read(wake_, &count, sizeof count);
+      wake_.clear();
       runPosted();
       return true;
     });
-    g_source_add_unix_fd(source, wake_, G_IO_IN);
+    g_source_add_unix_fd(source, wake_.descriptor(), G_IO_IN);
   } else {
     source = g_timeout_source_new(kPollMicroseconds / 1000);
     g_source_set_callback(
@@ -151,11 +147,8 @@ void GlibRunLoop::post(Function function) {
     const std::lock_guard lock(mutex_);
     posted_.push_back(std::move(function));
   }
-  // Other threads call nothing of GLib: they wake the main thread through a descriptor. A full
-  // counter means that a wake-up is already on its way.
-  const std::uint64_t one = 1;
-  if (wake_ >= 0) [[maybe_unused]]
-    const ssize_t written = ::write(wake_, &one, sizeof one);
+  // Other threads call nothing of GLib.
+  wake_.wake();
 }
 
 void GlibRunLoop::runPosted() {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "fexora/platform/loop/RunLoop.h"
+#include "fexora/platform/loop/WakeUp.h"
 
 namespace fexora {
 
@@ -25,7 +26,7 @@ class GlibRunLoop final : public RunLoop {
 
   std::mutex mutex_;
   std::vector<Function> posted_;  // under mutex_
-  int wake_;                      // an eventfd that other threads write, or -1
+  const WakeUp wake_;             // what other threads reach the loop by
 };
 
 }  // namespace fexora

@@ -7,6 +7,8 @@
 //   reliability_saver load
 //       starts, reads the file once more, and prints what was read: "Fraction N" or "nothing:
 //       REASON"
+//   reliability_saver refresh
+//       asks the rates service once, saves what it answers, and prints "rates N" or "error KIND"
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -17,6 +19,7 @@
 
 #include "fexora/fexora.h"
 #include "fexora/platform/files/PosixFiles.h"
+#include "fexora/platform/network/LazyTransport.h"
 
 namespace {
 
@@ -70,6 +73,30 @@ int load() {
   return 0;
 }
 
+int refresh() {
+  Platform& platform = Platform::process();
+  platform.transport = new LazyTransport([&platform] {
+    NetOptions options = processNetOptions();
+    options.requestSeconds = 1;  // what is interrupted for ever ends with the request's time
+    return LazyTransport::Host{platform.loop, platform.log, platform.files, options};
+  });
+  bool ended = false;
+  int result = 0;
+  rateManager().loadRates(std::nullopt, [&](bool fromCache, const ResponseError* error) {
+    if (fromCache) return;
+    ended = true;
+    if (error != nullptr) {
+      result = 1;
+      std::printf("error %s\n", text(error->kind));
+    } else {
+      const auto rates = storeManager().loadUSDRates();
+      std::printf("rates %zu\n", rates ? rates->size() : 0);
+    }
+  });
+  RunLoop::process().runUntil([&] { return ended; });
+  return storeManager().saveProblem().empty() ? result : 1;
+}
+
 }  // namespace
 
 int main(int count, char** words) {
@@ -78,7 +105,8 @@ int main(int count, char** words) {
     Platform::process().files = new Unflushed(words[4]);
   }
   if (job == "load") return load();
+  if (job == "refresh") return refresh();
   if (job == "save" && count > 2) return save(std::strtol(words[2], nullptr, 10));
-  std::fputs("reliability_saver: save COUNT [--without FLUSH], or load\n", stderr);
+  std::fputs("reliability_saver: save COUNT [--without FLUSH], load, or refresh\n", stderr);
   return 2;
 }

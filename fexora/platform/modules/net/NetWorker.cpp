@@ -11,7 +11,7 @@ std::unique_ptr<NetWorker> NetWorker::start(Log& log, Files& files, NetOptions o
                                             Finished finished) {
   std::unique_ptr<NetWorker> worker(
       new NetWorker(log, files, std::move(options), std::move(finished)));
-  if (worker->multi_ == nullptr) return nullptr;
+  if (worker->multi_ == nullptr || worker->wake_.descriptor() < 0) return nullptr;
   if (!worker->thread_.start([self = worker.get()] { self->run(); })) return nullptr;
   return worker;
 }
@@ -28,7 +28,7 @@ NetWorker::~NetWorker() {
     const std::lock_guard lock(mutex_);
     stopping_ = true;
   }
-  if (multi_ != nullptr) curl_multi_wakeup(multi_.get());
+  wake_.wake();
   thread_.join();
 }
 
@@ -37,7 +37,7 @@ void NetWorker::send(Exchange::Request request) {
     const std::lock_guard lock(mutex_);
     waiting_.push_back(std::move(request));
   }
-  curl_multi_wakeup(multi_.get());
+  wake_.wake();
 }
 
 void NetWorker::run() {
@@ -46,7 +46,9 @@ void NetWorker::run() {
     int running = 0;
     curl_multi_perform(multi_.get(), &running);
     endDone();
-    curl_multi_poll(multi_.get(), nullptr, 0, kPollMilliseconds, nullptr);
+    curl_waitfd wake{wake_.descriptor(), CURL_WAIT_POLLIN, 0};
+    curl_multi_poll(multi_.get(), &wake, 1, kPollMilliseconds, nullptr);
+    wake_.clear();
   }
   for (const auto& [handle, exchange] : running_) curl_multi_remove_handle(multi_.get(), handle);
   running_.clear();

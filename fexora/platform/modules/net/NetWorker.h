@@ -12,6 +12,7 @@
 #include <curl/curl.h>
 
 #include "fexora/platform/foundation/Log.h"
+#include "fexora/platform/loop/WakeUp.h"
 #include "fexora/platform/modules/net/AnswerCache.h"
 #include "fexora/platform/modules/net/Exchange.h"
 #include "fexora/platform/network/NetOptions.h"
@@ -54,6 +55,7 @@ class NetWorker {
   Log& log_;
   const NetOptions options_;
   const Finished finished_;
+  const WakeUp wake_;  // libcurl's own may be missing or fail without a word
   std::unique_ptr<CURLM, Cleanup> multi_;
 
   std::mutex mutex_;
