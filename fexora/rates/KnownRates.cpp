@@ -3,13 +3,17 @@
 namespace fexora {
 
 std::vector<KnownRate> knownRates(const CurrencyManager& catalogue,
-                                  const std::vector<USDRateRef>& rates) {
+                                  const std::vector<USDRateRef>& rates,
+                                  std::vector<USDRateRef>* kept) {
   std::vector<KnownRate> known;
   known.reserve(rates.size());
+  if (kept != nullptr) kept->reserve(kept->size() + rates.size());
   for (const USDRateRef& rate : rates) {
     if (rate == nullptr) continue;
     const std::uint32_t place = catalogue.placeOfCode(rate->code());
-    if (place != CurrencyManager::kNoPlace) known.push_back({place, rate->rate()});
+    if (place == CurrencyManager::kNoPlace) continue;
+    known.push_back({place, rate->rate()});
+    if (kept != nullptr) kept->push_back(rate);
   }
   return known;
 }

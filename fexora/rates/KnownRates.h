@@ -15,8 +15,9 @@ struct KnownRate {
 };
 
 // The entries whose code the catalogue has, in their order, duplicates included. Null references
-// are skipped.
+// are skipped. The entries themselves are added to `kept`, if it is given.
 FEXORA_API std::vector<KnownRate> knownRates(const CurrencyManager& catalogue,
-                                             const std::vector<USDRateRef>& rates);
+                                             const std::vector<USDRateRef>& rates,
+                                             std::vector<USDRateRef>* kept = nullptr);
 
 }  // namespace fexora

@@ -31,21 +31,12 @@ std::optional<Date> RateManager::updated() const {
   return *stored->date();
 }
 
-std::vector<USDRateRef> RateManager::filterRatesForLocalCurrencies(
-    const std::vector<USDRateRef>& list) const {
-  std::vector<USDRateRef> filtered;
-  filtered.reserve(list.size());
-  for (const USDRateRef& rate : list) {
-    if (rate == nullptr) continue;
-    if (catalogue().placeOfCode(rate->code()) != CurrencyManager::kNoPlace) {
-      filtered.push_back(rate);
-    }
-  }
-  return filtered;
+std::vector<KnownRate> RateManager::filterRatesForLocalCurrencies(
+    const std::vector<USDRateRef>& list, std::vector<USDRateRef>* kept) const {
+  return knownRates(catalogue(), list, kept);
 }
 
-void RateManager::takeUSDRates(const std::vector<USDRateRef>& list) {
-  auto known = knownRates(catalogue(), list);
+void RateManager::takeUSDRates(std::vector<KnownRate> known) {
   rates_ = PairRates(catalogue(), known, currencies_);
   USDRates_ = std::move(known);
 }
@@ -68,7 +59,7 @@ void RateManager::load(std::optional<std::vector<CurrencyRef>>& forCurrencies, b
     return;
   }
   if (const auto stored = store().loadUSDRates()) {
-    takeUSDRates(*stored);
+    takeUSDRates(filterRatesForLocalCurrencies(*stored));
     if (complete) complete(true, nullptr);
   }
   if (mayRequest()) request(sync, std::move(complete));
@@ -103,8 +94,8 @@ void RateManager::request(bool sync, Completion complete) {
 
 void RateManager::receive(const Response& response, bool sync) {
   auto message = response.serviceMessage();
-  const auto filtered = filterRatesForLocalCurrencies(response.rates());
-  takeUSDRates(filtered);
+  std::vector<USDRateRef> filtered;
+  takeUSDRates(filterRatesForLocalCurrencies(response.rates(), &filtered));
   serviceMessage_ = std::move(message);
   store().saveUSDRates(filtered, sync);
 }

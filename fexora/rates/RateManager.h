@@ -84,8 +84,9 @@ class FEXORA_API RateManager : public NSObject {
   std::optional<Value> perform(std::string_view selector, const Array& arguments = {}) override;
 
  private:
-  std::vector<USDRateRef> filterRatesForLocalCurrencies(const std::vector<USDRateRef>& list) const;
-  void takeUSDRates(const std::vector<USDRateRef>& list);
+  std::vector<KnownRate> filterRatesForLocalCurrencies(
+      const std::vector<USDRateRef>& list, std::vector<USDRateRef>* kept = nullptr) const;
+  void takeUSDRates(std::vector<KnownRate> known);
   void ratesForCurrenciesBasedOnUSDRates();
   bool mayRequest() const;
   void load(std::optional<std::vector<CurrencyRef>>& forCurrencies, bool cache, bool sync,

@@ -55,7 +55,7 @@ TEST(Transforms, Writing_GivesTheFieldItself) {
   std::string text = "1.5";
   map.bind("number", number, NumberTransform{});
   map.bind("text", text, StringTrasform{});
-  const Dictionary written = std::move(map).result();
+  const Dictionary written = map.takeResult();
   EXPECT_EQ(written.find("number")->number()->kind(), NSNumber::Kind::boolean);
   EXPECT_EQ(*written.find("text")->string(), "1.5");
 }

@@ -43,8 +43,12 @@ class FEXORA_API Map {
   template <class Field, class Transform>
   void bind(const char* key, Field& field, Transform transform);
 
-  // What has been written.
-  Dictionary result() && { return Dictionary::fromEntries(written_); }
+  // What has been written since the last call.
+  Dictionary takeResult() {
+    Dictionary result = Dictionary::fromEntries(written_);
+    written_.clear();
+    return result;
+  }
 
  private:
   explicit Map(const MapSource* source) noexcept : source_(source) {}

@@ -35,9 +35,13 @@ void MappableModel::mapping(const MappableModel& object) {
 
 Value jsonOf(const MappableModel& record) {
   Map map = Map::writing();
+  return jsonOf(record, map);
+}
+
+Value jsonOf(const MappableModel& record, Map& map) {
   // One `mapping` serves both ways, so it cannot be const; a writing map only reads the fields.
   const_cast<MappableModel&>(record).mapping(map);  // NOLINT(cppcoreguidelines-pro-type-const-cast)
-  return std::move(map).result();
+  return map.takeResult();
 }
 
 }  // namespace fexora

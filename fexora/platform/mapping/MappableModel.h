@@ -46,5 +46,7 @@ class FEXORA_API MappableModel {
 
 // The record's JSON dictionary.
 FEXORA_API Value jsonOf(const MappableModel& record);
+// The same by a map that writes, for many records in turn.
+FEXORA_API Value jsonOf(const MappableModel& record, Map& map);
 
 }  // namespace fexora

@@ -79,8 +79,9 @@ class Mapper {
   static Value toJSONArray(const std::vector<std::shared_ptr<Record>>& records) {
     Array elements;
     elements.reserve(records.size());
+    Map map = Map::writing();
     for (const auto& record : records) {
-      if (record != nullptr) elements.push_back(jsonOf(*record));
+      if (record != nullptr) elements.push_back(jsonOf(*record, map));
     }
     return elements;
   }
