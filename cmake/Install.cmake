@@ -3,7 +3,8 @@ include(CMakePackageConfigHelpers)
 
 install(TARGETS fexora fexora_static EXPORT fexora-targets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(TARGETS fexora_text fexora_net LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/fexora)
+install(TARGETS fexora_loop fexora_text fexora_xml fexora_net
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/fexora)
 install(DIRECTORY fexora/resources/ DESTINATION ${CMAKE_INSTALL_LIBDIR}/fexora/resources
         FILES_MATCHING PATTERN "*.plist")
 install(DIRECTORY fexora DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h"

@@ -87,6 +87,7 @@ void refresh(const CommandLine& line) {
     const Progress progress("loading rates from " + kTrelbyRatesURL);
     Platform::process().loop->runUntil([&] { return ended; });
   }
+  if (!ended) throw Failure{Exit::network, "noLoop", "there is no loop to wait with; see the log"};
   if (failure) throw Failure(*failure);
   const std::size_t count = countRates(store);
   if (count == 0) printMessage("warning: the service's answer holds no rates");

@@ -38,7 +38,7 @@ TEST(Module, IsOpenedByTheFirstRequest) {
   EXPECT_EQ(runCommand({kProgram, "completed"}).output, "no address\n");
 }
 
-// The library alone, without the folder of its modules.
+// The library alone, and then with the module of its loop only.
 TEST(Module, Missing_IsAnError) {
   const ScratchFolder scratch;
   for (const auto& entry : std::filesystem::directory_iterator(FEXORA_TEST_BINARY_DIR "/lib")) {
@@ -46,6 +46,12 @@ TEST(Module, Missing_IsAnError) {
     if (name.starts_with("libfexora.so")) std::filesystem::copy(entry.path(), scratch / name);
   }
   setenv("LD_LIBRARY_PATH", scratch.path().c_str(), 1);
+  const auto alone = runCommand({kProgram, "completed"});
+  EXPECT_EQ(alone.output, "") << "nothing to complete a request with";
+  EXPECT_NE(alone.errors.find("no loop module"), std::string::npos) << alone.errors;
+  std::filesystem::create_directory(scratch / "fexora");
+  std::filesystem::copy(FEXORA_TEST_BINARY_DIR "/lib/fexora/fexora_loop.so",
+                        scratch / "fexora/fexora_loop.so");
   EXPECT_EQ(runCommand({kProgram, "completed"}).output, "no transport\n");
   EXPECT_EQ(runCommand({kProgram, "at-once"}).exitCode, 0);
   unsetenv("LD_LIBRARY_PATH");

@@ -16,7 +16,7 @@
 
 namespace fexora {
 
-class PlistBuilder {
+class FEXORA_API PlistBuilder {
  public:
   bool begin(std::string_view tag);
   bool text(std::string_view run);

@@ -1,6 +1,6 @@
 // Reads the XML form of property lists: what the writer made by the fast way of
-// LaidOutPlistReader, all else by expat, which finds the elements, and PlistBuilder, which makes
-// the values.
+// LaidOutPlistReader, all else by the xml module, where expat finds the elements and PlistBuilder
+// makes the values. Without the module all else is refused, with the reason.
 #pragma once
 
 #include <cstddef>
@@ -27,5 +27,11 @@ struct XmlPlistEntry {
 // dictionary of a UTF-8 file; what follows the entry is not looked at. Nothing when there is no
 // whole entry. May throw std::bad_alloc.
 std::optional<XmlPlistEntry> readXmlPlistEntry(std::string_view bytes);
+
+// What the xml module offers: both of the above for any XML.
+struct XmlPlistModule {
+  PlistResult (*read)(std::string_view bytes);
+  std::optional<XmlPlistEntry> (*readEntry)(std::string_view bytes);
+};
 
 }  // namespace fexora

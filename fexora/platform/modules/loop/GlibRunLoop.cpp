@@ -1,13 +1,12 @@
-#include "fexora/platform/loop/GlibRunLoop.h"
+#include "fexora/platform/modules/loop/GlibRunLoop.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <utility>
 
 #include <glib.h>
 
-#include "fexora/platform/foundation/NoDestructor.h"
+#include "fexora/platform/loop/Clocks.h"
 
 namespace fexora {
 namespace {
@@ -130,12 +129,11 @@ GlibRunLoop::GlibRunLoop() {
 }
 
 double GlibRunLoop::monotonicSeconds() {
-  return static_cast<double>(g_get_monotonic_time()) / kMicroseconds;
+  return monotonicClockSeconds();
 }
 
 double GlibRunLoop::wallSeconds() {
-  const auto now = std::chrono::system_clock::now().time_since_epoch();
-  return std::chrono::duration<double>(now).count();
+  return wallClockSeconds();
 }
 
 std::shared_ptr<Timer> GlibRunLoop::scheduleTimer(double seconds, Function function) {
@@ -167,11 +165,6 @@ std::unique_ptr<DescriptorWatch> GlibRunLoop::watchReadable(int descriptor, Func
 
 void GlibRunLoop::runUntil(const std::function<bool()>& done) {
   while (!done()) g_main_context_iteration(nullptr, TRUE);
-}
-
-RunLoop& RunLoop::process() {
-  static NoDestructor<GlibRunLoop> loop;
-  return *loop;
 }
 
 }  // namespace fexora
