@@ -13,9 +13,10 @@ struct FEXORA_API ConvertedItem {
   // rate of zero can give an infinite amount. `invert` changes nothing else: the currencies stay
   // the rate's.
   ConvertedItem(const Rate& from, NSNumber amount, bool invert);
-  ConvertedItem(CurrencyRef src, CurrencyRef dst, NSNumber pairRate, NSNumber amount, bool invert)
-      : srcCurrency(std::move(src)),
-        dstCurrency(std::move(dst)),
+  ConvertedItem(const CurrencyRef& src, const CurrencyRef& dst, NSNumber pairRate, NSNumber amount,
+                bool invert)
+      : srcCurrency(src),
+        dstCurrency(dst),
         rate(pairRate),
         srcAmount(amount),
         dstAmount(invert ? amount.doubleValue() / pairRate.doubleValue()
