@@ -16,6 +16,7 @@
 #include "fexora/catalogue/CurrencyManager.h"
 #include "fexora/platform/foundation/StringTable.h"
 
+#include "bench/support/FolderResources.h"
 #include "bench/support/Peers.h"
 
 namespace fexora::bench {
@@ -33,17 +34,6 @@ const Words kAscii = {"dollar", "pound",   "franc",   "peso",  "krone", "dinar",
 const Words kOther = {"रुपया",  "डॉलर",  "येन",     "दीनार", "पाउंड", "क्रोना",  "フラン",
                       "円",    "ドル",  "ポンド", "دولار", "ين",   "دينار",  "جنيه",
                       "złoty", "króna", "über",   "réal",  "peso", "dollar", "новый"};
-
-class FolderResources final : public Resources {
- public:
-  explicit FolderResources(std::string folder) : folder_(std::move(folder)) {}
-  std::optional<std::string> path(std::string_view name, std::string_view extension) override {
-    return folder_ + "/" + std::string(name) + "." + std::string(extension);
-  }
-
- private:
-  std::string folder_;
-};
 
 // Names of three words and two letters, nearly all different.
 Words makeNames(std::size_t n, const Words& words, std::mt19937& random) {

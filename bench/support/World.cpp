@@ -8,6 +8,8 @@
 
 #include "fexora/platform/foundation/NumberText.h"
 
+#include "bench/support/FolderResources.h"
+
 namespace fexora::bench {
 namespace {
 
@@ -18,18 +20,6 @@ std::string madeUpCode(std::size_t number) {
   for (int i = 0; i < 4; ++i, number /= 26) code += static_cast<char>('A' + number % 26);
   return code;
 }
-
-// Resources out of one folder.
-class FolderResources final : public Resources {
- public:
-  explicit FolderResources(std::string folder) : folder_(std::move(folder)) {}
-  std::optional<std::string> path(std::string_view name, std::string_view extension) override {
-    return folder_ + "/" + std::string(name) + "." + std::string(extension);
-  }
-
- private:
-  std::string folder_;
-};
 
 }  // namespace
 
