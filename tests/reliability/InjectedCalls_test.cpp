@@ -27,7 +27,8 @@ class InjectedCalls : public testing::Test {
   }
 
   CommandResult run(const std::string& call, const std::string& error, const std::string& when,
-                    const std::vector<std::string>& job) const {
+                    const std::vector<std::string>& job,
+                    const std::vector<std::string>& filter = {}) const {
     // Nothing of all this may hang.
     std::vector<std::string> words{"/usr/bin/timeout",
                                    "25",
@@ -44,8 +45,9 @@ class InjectedCalls : public testing::Test {
                                    "-e",
                                    "trace=" + call,
                                    "-e",
-                                   "inject=" + call + ":error=" + error + ":when=" + when,
-                                   std::string(FEXORA_TEST_BINARY_DIR) + "/bin/reliability_saver"};
+                                   "inject=" + call + ":error=" + error + ":when=" + when};
+    words.insert(words.end(), filter.begin(), filter.end());
+    words.push_back(FEXORA_TEST_BINARY_DIR "/bin/reliability_saver");
     words.insert(words.end(), job.begin(), job.end());
     return runCommand(words);
   }
@@ -132,6 +134,21 @@ TEST_F(InjectedCalls, OfTheWatch_LeaveTheStoreUnwatchedAndSaySo) {
       const bool isSaid = result.errors.find("cannot be watched") != std::string::npos ||
                           result.errors.find("waiting for it") != std::string::npos;
       EXPECT_TRUE(isSaid) << result.errors;
+      if (HasFailure()) return;
+    }
+  }
+}
+
+TEST_F(InjectedCalls, OfTheWatchsReading_BeginAnotherWatch) {
+  for (const std::string error : kErrors) {
+    for (const std::string when : {"1", "1+"}) {
+      SCOPED_TRACE(error + " " + when);
+      writeOld();
+      const auto result = run("read", error, when, {"watch"}, {"-P", "anon_inode:inotify"});
+      EXPECT_EQ(result.output, "7\n8\n") << result.errors;
+      // An interrupted reading is made again, within bounds.
+      const bool isSaid = result.errors.find("could not be watched: ") != std::string::npos;
+      EXPECT_EQ(isSaid, error != "EINTR" || when == "1+") << result.errors;
       if (HasFailure()) return;
     }
   }

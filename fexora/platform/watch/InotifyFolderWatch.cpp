@@ -107,6 +107,8 @@ void InotifyWatch::onReadable() {
       renew();
       break;
     case InotifyPath::Finding::path:
+      // Read again at once, it would fail again at once.
+      if (path_->error()) say("could not be watched", path_->error());
       renew();
       break;
   }

@@ -92,9 +92,9 @@ void InotifyPath::waitFor(const std::string& above, const std::string& path,
 
 InotifyPath::Finding InotifyPath::read() {
   Finding most = Finding::nothing;
-  queue_.drain(
+  error_ = queue_.drain(
       [this, &most](const InotifyQueue::Event& event) { most = std::max(most, judge(event)); });
-  return most;
+  return error_ ? Finding::path : most;
 }
 
 InotifyPath::Finding InotifyPath::judge(const InotifyQueue::Event& event) const {

@@ -27,7 +27,8 @@ class InotifyPath {
 
   InotifyPath(std::string_view folder, std::string ignoredPrefix);
 
-  // Why the machine gives no watch; none when it does, be the folder there or not.
+  // Why the machine gives no watch, or no findings any more; none when it does, be the folder there
+  // or not.
   const std::error_code& error() const noexcept { return error_; }
   // Whether the folder was there. Otherwise missing() says what is wrong with it, and waits()
   // whether a finding will come when that may have changed; when not, only another try tells.
@@ -36,8 +37,8 @@ class InotifyPath {
   bool waits() const noexcept { return waits_; }
 
   int descriptor() const noexcept { return queue_.descriptor(); }
-  // Takes all that waits; the finding that matters most. Any change of an entry in a folder that
-  // the path has left counts for nothing.
+  // Takes all that waits; the finding that matters most, and `path` when nothing can be read. Any
+  // change of an entry in a folder that the path has left counts for nothing.
   Finding read();
 
  private:

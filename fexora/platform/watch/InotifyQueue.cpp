@@ -8,6 +8,8 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
+#include "fexora/platform/foundation/Limits.h"
+
 namespace fexora {
 namespace {
 
@@ -44,15 +46,18 @@ int InotifyQueue::add(const std::string& path, std::uint32_t mask,
   return watch;
 }
 
-void InotifyQueue::drain(const std::function<void(const Event&)>& take) {
+std::error_code InotifyQueue::drain(const std::function<void(const Event&)>& take) {
   std::array<char, kBufferBytes> buffer;
   // More than a full queue gives; another process that never rests must not hold us here.
+  int interrupted = 0;
   for (int reads = 0; reads < kReads; ++reads) {
     const ssize_t size = ::read(descriptor_, buffer.data(), buffer.size());
-    if (size < 0 && errno == EINTR) continue;
-    if (size <= 0) return;
+    if (size < 0 && errno == EINTR && ++interrupted <= limits::kInterruptedRetries) continue;
+    if (size < 0 && errno != EAGAIN) return {errno, std::generic_category()};
+    if (size <= 0) break;
     handOver(buffer.data(), static_cast<std::size_t>(size), take);
   }
+  return {};
 }
 
 }  // namespace fexora

@@ -31,8 +31,9 @@ class InotifyQueue {
   // watch's number, or -1 with the reason in `error`.
   int add(const std::string& path, std::uint32_t mask, std::error_code& error) noexcept;
 
-  // Hands over the events that wait.
-  void drain(const std::function<void(const Event&)>& take);
+  // Hands over the events that wait. An error when they cannot be read: then the queue is of no
+  // further use.
+  std::error_code drain(const std::function<void(const Event&)>& take);
 
  private:
   int descriptor_;

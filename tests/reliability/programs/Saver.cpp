@@ -7,11 +7,15 @@
 //   reliability_saver load
 //       starts, reads the file once more, and prints what was read: "Fraction N" or "nothing:
 //       REASON"
+//   reliability_saver watch
+//       replaces the file twice, as another process would, and prints each number once the watch
+//       has brought it
 //   reliability_saver refresh
 //       asks the rates service once, saves what it answers, and prints "rates N" or "error KIND"
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <string>
 #include <string_view>
 
@@ -20,6 +24,7 @@
 #include "fexora/fexora.h"
 #include "fexora/platform/files/PosixFiles.h"
 #include "fexora/platform/network/LazyTransport.h"
+#include "fexora/platform/plist/PropertyListWriter.h"
 
 namespace {
 
@@ -73,6 +78,24 @@ int load() {
   return 0;
 }
 
+int watch() {
+  const StoreManager& store = storeManager();
+  const std::string path = storeManager().fileURL();
+  bool isTold = false;
+  const auto observation = NotificationCenter::defaultCenter().addObserver(
+      fileWatcherUpdate, [&isTold] { isTold = true; });
+  for (const int number : {7, 8}) {
+    isTold = false;
+    const std::string other = path + ".other";
+    std::ofstream(other, std::ios::binary)
+        << writePropertyList(Dictionary{{"Fraction", number}}).bytes;
+    if (std::rename(other.c_str(), path.c_str()) != 0) return 1;
+    RunLoop::process().runUntil([&] { return isTold && store.fraction() == number; });
+    tell(number);
+  }
+  return 0;
+}
+
 int refresh() {
   Platform& platform = Platform::process();
   platform.transport = new LazyTransport([&platform] {
@@ -105,8 +128,9 @@ int main(int count, char** words) {
     Platform::process().files = new Unflushed(words[4]);
   }
   if (job == "load") return load();
+  if (job == "watch") return watch();
   if (job == "refresh") return refresh();
   if (job == "save" && count > 2) return save(std::strtol(words[2], nullptr, 10));
-  std::fputs("reliability_saver: save COUNT [--without FLUSH], load, or refresh\n", stderr);
+  std::fputs("reliability_saver: save COUNT [--without FLUSH], load, watch, or refresh\n", stderr);
   return 2;
 }
