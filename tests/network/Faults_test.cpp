@@ -293,19 +293,23 @@ TEST_F(Faults, Completion_MaySendTheNextOrEndTheTransport) {
 TEST_F(Faults, Loop_TicksWhileALargeAnswerComes) {
   std::string body = "{\"rates\": [";
   for (int i = 0; i < 10'000; ++i) {
-    body += "{\"code\": \"C" + std::to_string(i) + "\", \"rate\": " + std::to_string(i) + ".5},";
+    // A rate may be a text, which is read as an amount is.
+    const std::string rate = std::to_string(i) + ".5";
+    body += "{\"code\": \"C" + std::to_string(i) + "\", \"rate\": ";
+    body += (i % 2 == 0 ? rate : "\"" + rate + "\"") + "},";
   }
   body.back() = ']';
   body += "}";
   const std::string packed = answer(gzip(body), "Content-Encoding: gzip\r\n");
-  const Outcome outcome = askHandler([&](Connection& connection) {
+  const Outcome outcome = askHandler([packed](Connection& connection) {
     for (std::size_t at = 0; at < packed.size(); at += 1024) {
       connection.send(std::string_view(packed).substr(at, 1024));
       connection.waitForClient(1);
     }
   });
   ASSERT_NE(outcome.record, nullptr);
-  EXPECT_EQ(outcome.record->rates.size(), 10'000U);
+  ASSERT_EQ(outcome.record->rates.size(), 10'000U);
+  EXPECT_EQ(outcome.record->rates[9'999]->rate(), NSNumber(9999.5));
   EXPECT_GE(outcome.ticks, 5);
 }
 
