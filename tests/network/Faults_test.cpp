@@ -148,7 +148,7 @@ TEST_F(Faults, TooLarge) {
   expectError(kHead + "Content-Length: 1073741824\r\n\r\n", Kind::tooLarge);
   expectError(bomb, Kind::tooLarge);
   const std::string spaces(65536, ' ');
-  expectError(askHandler([&](Connection& connection) {
+  expectError(askHandler([spaces](Connection& connection) {
                 connection.send(kHead + "\r\n");
                 while (connection.send(spaces)) {
                 }
@@ -157,13 +157,13 @@ TEST_F(Faults, TooLarge) {
   std::string packedHeaders;
   for (int i = 0; i < 1000; ++i) packedHeaders += "X-Header: " + std::string(60, 'x') + "\r\n";
   expectError(answer(kBody, packedHeaders), Kind::tooLarge);
-  expectError(askHandler([&](Connection& connection) {
+  expectError(askHandler([spaces](Connection& connection) {
                 connection.send("HTTP/1.1 200 OK\r\nX: ");
                 while (connection.send(spaces)) {
                 }
               }),
               Kind::tooLarge);
-  expectError(askHandler([&](Connection& connection) {
+  expectError(askHandler([](Connection& connection) {
                 while (connection.send("HTTP/1.1 100 Continue\r\n\r\n")) {
                 }
               }),
