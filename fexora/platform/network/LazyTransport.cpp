@@ -2,11 +2,15 @@
 
 #include "fexora/platform/files/ContainerFolder.h"
 #include "fexora/platform/foundation/Environment.h"
+#include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/foundation/Library.h"
+#include "fexora/platform/network/RetryShortage.h"
 #include "fexora/platform/network/WorkerThread.h"
 
 namespace fexora {
 namespace {
+
+constexpr std::string_view kOpening = "Opening the network";
 
 // Joined at exit at the latest: nothing may be taken down under a thread that still loads it.
 WorkerThread& opener() {
@@ -47,8 +51,10 @@ void LazyTransport::open() {
   host_ = makeHost_();
   state_ = State::opening;
   const bool started = opener().start([this] {
-    entry_ = moduleEntry("net", "fexora_net_module", reason_);
-    host_.loop->post([this] { opened(); });
+    reason_ = kOutOfMemory;
+    guarded(*host_.log, kOpening,
+            [this] { entry_ = moduleEntry("net", "fexora_net_module", reason_); });
+    retryShortage([this] { host_.loop->post([this] { opened(); }); }, [] { return false; });
   });
   if (started) return;
   reason_ = "the machine gives no thread";
@@ -58,9 +64,10 @@ void LazyTransport::open() {
 void LazyTransport::opened() {
   opener().join();
   if (entry_ != nullptr) {
+    reason_ = "the machine gives no thread or descriptor";
     const auto module = reinterpret_cast<NetModuleEntry*>(entry_);
-    transport_ = module(host_.loop, host_.log, host_.files, &host_.options);
-    if (transport_ == nullptr) reason_ = "the machine gives no thread or descriptor";
+    guarded(*host_.log, kOpening,
+            [&] { transport_ = module(host_.loop, host_.log, host_.files, &host_.options); });
   }
   settle(transport_ != nullptr ? State::open : State::missing);
 }

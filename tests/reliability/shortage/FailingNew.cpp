@@ -1,5 +1,6 @@
 #include "tests/reliability/shortage/FailingNew.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
@@ -13,12 +14,25 @@ struct State {
   std::size_t count = 0;
 };
 
-thread_local State state;  // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables)
+thread_local State state;
+thread_local bool isOther = true;
+std::atomic<bool> othersAreArmed = false;
+std::atomic<bool> othersFromThenOn = false;
+std::atomic<std::size_t> othersFirst = 0;
+std::atomic<std::size_t> othersCount = 0;
+// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
+
+bool isOtherRefused() noexcept {
+  if (!isOther || !othersAreArmed) return false;
+  const std::size_t number = othersCount++;
+  return number == othersFirst || (othersFromThenOn && number > othersFirst);
+}
 
 }  // namespace
 
 bool isRefused() noexcept {
-  if (!state.isArmed) return false;
+  if (!state.isArmed) return isOtherRefused();
   const std::size_t number = state.count++;
   return number == state.first || (state.fromThenOn && number > state.first);
 }
@@ -30,6 +44,23 @@ void armNew(std::size_t number, bool fromThenOn) noexcept {
 std::size_t disarmNew() noexcept {
   state.isArmed = false;
   return state.count;
+}
+
+void armOthers(std::size_t number, bool fromThenOn) noexcept {
+  isOther = false;
+  othersCount = 0;
+  othersFirst = number;
+  othersFromThenOn = fromThenOn;
+  othersAreArmed = true;
+}
+
+std::size_t disarmOthers() noexcept {
+  othersAreArmed = false;
+  return othersCount;
+}
+
+bool othersWereRefused() noexcept {
+  return othersCount > othersFirst;
 }
 
 OwnAllocations::OwnAllocations() noexcept : wasArmed_(state.isArmed) {

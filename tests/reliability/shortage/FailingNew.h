@@ -13,6 +13,12 @@ void armNew(std::size_t number, bool fromThenOn) noexcept;
 // The allocations that were asked for since.
 std::size_t disarmNew() noexcept;
 
+// The same for all threads but this one, until disarmOthers().
+void armOthers(std::size_t number, bool fromThenOn) noexcept;
+std::size_t disarmOthers() noexcept;
+// Whether one of theirs has been refused since.
+bool othersWereRefused() noexcept;
+
 // While one lives, what this thread asks for is granted and not counted: for the test's own needs.
 class OwnAllocations {
  public:

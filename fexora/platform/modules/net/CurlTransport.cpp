@@ -23,8 +23,14 @@ std::unique_ptr<CurlTransport> CurlTransport::make(RunLoop& loop, Log& log, File
 void CurlTransport::get(const std::string& address, Reader read, Completion complete) {
   if (worker_ == nullptr) return;
   const std::uint64_t id = ++lastId_;
+  Exchange::Request request{id, address, read};
   pending_->emplace(id, std::move(complete));
-  worker_->send({id, address, read});
+  try {
+    worker_->send(std::move(request));
+  } catch (...) {
+    pending_->erase(id);
+    throw;
+  }
 }
 
 void CurlTransport::deliver(Pending& pending, std::uint64_t id, NetReply reply) {

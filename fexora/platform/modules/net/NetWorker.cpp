@@ -3,9 +3,21 @@
 #include <new>
 #include <utility>
 
+#include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/modules/net/JsonDocument.h"
+#include "fexora/platform/network/RetryShortage.h"
 
 namespace fexora {
+namespace {
+
+constexpr std::string_view kRequesting = "Requesting rates";
+
+// Takes no memory itself, so it has no room for the address.
+NetReply outOfMemory() {
+  return {nullptr, ResponseError{ResponseError::Kind::tooLarge, {}, kOutOfMemory, 0}};
+}
+
+}  // namespace
 
 std::unique_ptr<NetWorker> NetWorker::start(Log& log, Files& files, NetOptions options,
                                             Finished finished) {
@@ -67,18 +79,24 @@ bool NetWorker::beginWaiting() {
 }
 
 void NetWorker::begin(Exchange::Request request) {
+  const std::uint64_t id = request.id;
+  std::optional<NetReply> reply = outOfMemory();
+  guarded(log_, kRequesting, [&] { reply = tryToBegin(std::move(request)); });
+  if (reply) deliver(id, *std::move(reply));
+}
+
+// Nothing when it has begun.
+std::optional<NetReply> NetWorker::tryToBegin(Exchange::Request request) {
   auto kept = keptFor(request.address);
   auto exchange = std::make_unique<Exchange>(std::move(request), options_, std::move(kept));
-  CURLcode code = exchange->prepare();
-  CURL* handle = exchange->handle();
-  if (code == CURLE_OK && curl_multi_add_handle(multi_.get(), handle) != CURLM_OK) {
-    code = CURLE_OUT_OF_MEMORY;
-  }
-  if (code == CURLE_OK) {
-    running_.emplace(handle, std::move(exchange));
-  } else {
-    finished_(exchange->request().id, exchange->reply(code));
-  }
+  const CURLcode code = exchange->prepare();
+  if (code != CURLE_OK) return exchange->reply(code);
+  CURL* const handle = exchange->handle();
+  const auto at = running_.emplace(handle, std::move(exchange)).first;
+  if (curl_multi_add_handle(multi_.get(), handle) == CURLM_OK) return std::nullopt;
+  NetReply reply = at->second->reply(CURLE_OUT_OF_MEMORY);
+  running_.erase(at);
+  return reply;
 }
 
 void NetWorker::endDone() {
@@ -94,8 +112,21 @@ void NetWorker::end(CURL* handle, CURLcode code) {
   const auto exchange = std::move(at->second);
   running_.erase(at);
   curl_multi_remove_handle(multi_.get(), handle);
-  finished_(exchange->request().id, exchange->reply(code));
-  keep(*exchange);
+  NetReply reply = outOfMemory();
+  guarded(log_, kRequesting, [&] { reply = exchange->reply(code); });
+  deliver(exchange->request().id, std::move(reply));
+  guarded(log_, "Keeping the service's answer", [&] { keep(*exchange); });
+}
+
+// Whoever waits for an answer is told, if only that there was no memory for it.
+void NetWorker::deliver(std::uint64_t id, NetReply reply) {
+  if (guarded(log_, kRequesting, [&] { finished_(id, std::move(reply)); })) return;
+  retryShortage([&] { finished_(id, outOfMemory()); }, [this] { return isStopping(); });
+}
+
+bool NetWorker::isStopping() {
+  const std::lock_guard lock(mutex_);
+  return stopping_;
 }
 
 // Only an answer that could stand in for the service's own is asked about.
@@ -111,16 +142,10 @@ std::optional<Revalidation> NetWorker::keptFor(const std::string& address) try {
 }
 
 void NetWorker::keep(const Exchange& exchange) {
-  if (!exchange.toKeep() || save(exchange.request().address, *exchange.toKeep())) return;
+  if (!exchange.toKeep() || cache_.save(exchange.request().address, *exchange.toKeep())) return;
   if (!std::exchange(saidNotKept_, true)) {
     log_.write("The service's answer could not be kept in " + options_.cacheFolder);
   }
-}
-
-bool NetWorker::save(const std::string& address, const StoredAnswer& answer) try {
-  return cache_.save(address, answer);
-} catch (const std::bad_alloc&) {
-  return false;
 }
 
 }  // namespace fexora

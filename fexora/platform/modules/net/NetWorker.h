@@ -46,11 +46,13 @@ class NetWorker {
   void run();
   bool beginWaiting();
   void begin(Exchange::Request request);
+  std::optional<NetReply> tryToBegin(Exchange::Request request);
   void endDone();
   void end(CURL* handle, CURLcode code);
+  void deliver(std::uint64_t id, NetReply reply);
+  bool isStopping();
   std::optional<Revalidation> keptFor(const std::string& address);
   void keep(const Exchange& exchange);
-  bool save(const std::string& address, const StoredAnswer& answer);
 
   Log& log_;
   const NetOptions options_;
