@@ -3,6 +3,7 @@
 // FOLDER is what bench/seed made: stores and rates files, so that all convert offline. Linked
 // statically and small, since a child's peak memory counts what its parent had in use.
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -61,8 +62,8 @@ void reportMemory(const std::vector<Program>& all) {
   std::printf("peak memory of a whole program\n");
   double limit = 0;
   for (const Program& program : all) {
-    std::vector<double> peaks;
-    for (int i = 0; i < 9; ++i) peaks.push_back(run(program.command).peakMiB);
+    std::array<double, 9> peaks{};
+    for (double& peak : peaks) peak = run(program.command).peakMiB;
     std::nth_element(peaks.begin(), peaks.begin() + 4, peaks.end());
     if (limit == 0) limit = peaks[4];
     reportFigure("peak memory of a whole program", 0, program.name, peaks[4], "MiB");

@@ -70,7 +70,7 @@ class StoreObserver final : public LoopObserver {
 };
 
 struct Contender {
-  const char* name;
+  const char* name = nullptr;
   std::unique_ptr<Writer> writer;
   std::unique_ptr<Observer> observer;
   std::vector<double> times;
@@ -89,13 +89,14 @@ struct Contender {
 // The writers first: a process forks before it has loops.
 std::vector<Contender> contenders(const std::vector<WatchPeer>& ways, const std::string& scratch,
                                   const std::string& one, const std::string& other) {
-  std::vector<Contender> all;
+  std::vector<Contender> all(ways.size());
   const auto folderOf = [&](std::size_t i) { return scratch + "/watch-" + std::to_string(i); };
   for (std::size_t i = 0; i < ways.size(); ++i) {
     std::filesystem::create_directory(folderOf(i));
     const std::string path = folderOf(i) + "/Store.plist";
     std::ofstream(path, std::ios::binary) << one;
-    all.push_back({ways[i].name, std::make_unique<Writer>(path, other, one), nullptr, {}});
+    all[i].name = ways[i].name;
+    all[i].writer = std::make_unique<Writer>(path, other, one);
   }
   for (std::size_t i = 0; i < ways.size(); ++i) all[i].observer = ways[i].make(folderOf(i));
   return all;
