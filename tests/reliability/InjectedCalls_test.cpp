@@ -67,7 +67,7 @@ class InjectedCalls : public testing::Test {
     for (const std::string& call : calls) {
       for (const std::string error : kErrors) {
         for (const std::string when : {"1", "1+"}) {
-          SCOPED_TRACE(call + " " + error + " " + when);
+          SCOPED_TRACE(testing::Message() << call << " " << error << " " << when);
           // All that waits for anything waits in this call.
           if (call == "poll" && when == "1+") continue;
           std::filesystem::remove_all(container_.path() + "/cache");
@@ -106,7 +106,7 @@ TEST_F(InjectedCalls, OfASave_EndInSuccessOrInAKeptFile) {
   for (const std::string call : {"fsync", "rename", "flock", "fchmod", "getdents64", "mkdir"}) {
     for (const std::string error : kErrors) {
       for (const std::string when : {"1", "1+", "2"}) {
-        SCOPED_TRACE(call + " " + error + " " + when);
+        SCOPED_TRACE(testing::Message() << call << " " << error << " " << when);
         writeOld();
         const auto result = run(call, error, when, {"save", "1"});
         const bool isSaved = result.errors.find("SAVE SUCCESS") != std::string::npos;
@@ -126,7 +126,7 @@ TEST_F(InjectedCalls, OfASave_EndInSuccessOrInAKeptFile) {
 TEST_F(InjectedCalls, OfTheWatch_LeaveTheStoreUnwatchedAndSaySo) {
   for (const std::string call : {"inotify_init1", "inotify_add_watch"}) {
     for (const std::string error : kErrors) {
-      SCOPED_TRACE(call + " " + error);
+      SCOPED_TRACE(testing::Message() << call << " " << error);
       writeOld();
       const auto result = run(call, error, "1+", {"save", "1"});
       EXPECT_EQ(result.exitCode, 0) << result.errors;
@@ -142,7 +142,7 @@ TEST_F(InjectedCalls, OfTheWatch_LeaveTheStoreUnwatchedAndSaySo) {
 TEST_F(InjectedCalls, OfTheWatchsReading_BeginAnotherWatch) {
   for (const std::string error : kErrors) {
     for (const std::string when : {"1", "1+"}) {
-      SCOPED_TRACE(error + " " + when);
+      SCOPED_TRACE(testing::Message() << error << " " << when);
       writeOld();
       const auto result = run("read", error, when, {"watch"}, {"-P", "anon_inode:inotify"});
       EXPECT_EQ(result.output, "7\n8\n") << result.errors;
