@@ -1,7 +1,8 @@
 #include "fexora/rates/PairRates.h"
 
 #include <algorithm>
-#include <span>
+
+#include "fexora/rates/GroupLines.h"
 
 namespace fexora {
 
@@ -109,36 +110,34 @@ std::vector<ConvertedItem> PairRates::convert(const Currency& src, NSNumber amou
   return items;
 }
 
-// Both ask the catalogue, whose list is a virtual call away, only once, and reach the rest through
-// spans of their own, which no line that is written could change: a sixth less to do for a line.
+// Both ask the catalogue, whose list is a virtual call away, only once.
 void PairRates::convertFromDollar(NSNumber amount, bool invert,
                                   std::vector<ConvertedItem>& items) const {
-  const std::span<const CurrencyRef> currencies(catalogue_->currencies());
-  const std::span<const std::uint32_t> places(places_);
-  const std::span<const NSNumber> rates(rates_);
+  const std::vector<CurrencyRef>& currencies = catalogue_->currencies();
   const CurrencyRef& dollar = currencies[dollar_];
   items.reserve(groups_.size());
   for (const std::uint32_t entry : groups_) {
-    items.emplace_back(dollar, currencies[places[entry]], rates[entry], amount, invert);
+    items.emplace_back(dollar, currencies[places_[entry]], rates_[entry], amount, invert);
   }
 }
 
 void PairRates::convertGroup(std::uint32_t entry, NSNumber amount, bool invert,
                              std::vector<ConvertedItem>& items) const {
-  const std::span<const CurrencyRef> currencies(catalogue_->currencies());
-  const std::span<const std::uint32_t> places(places_);
-  const std::span<const NSNumber> rates(rates_);
-  const std::uint32_t own = places[entry];
+  const std::vector<CurrencyRef>& currencies = catalogue_->currencies();
+  const std::uint32_t own = places_[entry];
   const CurrencyRef& source = currencies[own];
-  const double rate = rates[entry].doubleValue();
-  items.reserve(items.size() + places.size() + 1);
+  const double rate = rateAt(entry);
+  items.reserve(items.size() + places_.size() + 1);
   items.emplace_back(source, currencies[dollar_], 1.0 / rate, amount, invert);
-  for (std::size_t other = 0; other < places.size(); ++other) {
-    const std::uint32_t place = places[other];
-    if (place == own) continue;
-    items.emplace_back(source, currencies[place], rates[other].doubleValue() / rate, amount,
-                       invert);
+  const GroupLines lines(currencies.data(), places_.data(), rates_.data(), source, rate, amount,
+                         invert);
+  // Entries with the group's own code are passed over.
+  std::size_t from = 0;
+  for (std::uint32_t same = first_[own]; same != kNone; same = next_[same]) {
+    lines.append(from, same, items);
+    from = std::size_t{same} + 1;
   }
+  lines.append(from, places_.size(), items);
 }
 
 }  // namespace fexora

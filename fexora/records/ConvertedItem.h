@@ -22,6 +22,22 @@ struct FEXORA_API ConvertedItem {
         dstAmount(invert ? amount.doubleValue() / pairRate.doubleValue()
                          : amount.doubleValue() * pairRate.doubleValue()) {}
 
+  // What an item holds, for a list that is filled with many; used at once.
+  struct Parts {
+    const CurrencyRef& src;
+    const CurrencyRef& dst;
+    double rate;
+    const NSNumber& srcAmount;
+    double dstAmount;
+  };
+  // NOLINTNEXTLINE(google-explicit-constructor): a list takes a sequence of them
+  ConvertedItem(const Parts& parts)
+      : srcCurrency(parts.src),
+        dstCurrency(parts.dst),
+        rate(parts.rate),
+        srcAmount(parts.srcAmount),
+        dstAmount(parts.dstAmount) {}
+
   // "From 100.0000(USD) To 90.0000(EUR)", the amounts taken through 32-bit floats.
   std::string description() const;
 
