@@ -63,14 +63,6 @@ std::vector<std::string> catalogueCodes(Platform& platform) {
 
 }  // namespace
 
-std::atomic<bool> CurrencyManager::codesChanged = false;
-
-void Currency::setCode(std::string code) {
-  if (place_ != kNoPlace && code != code_)
-    CurrencyManager::codesChanged.store(true, std::memory_order_relaxed);
-  code_ = std::move(code);
-}
-
 CurrencyManager::CurrencyManager() : CurrencyManager(Platform::process()) {}
 
 CurrencyManager::CurrencyManager(Platform& platform)
@@ -80,7 +72,13 @@ CurrencyManager::CurrencyManager(Platform& platform, Lifetime lifetime) : platfo
   guarded(*platform_.log, "Loading the catalogue", [&] { loadCurrencies(lifetime); });
 }
 
-CurrencyManager::~CurrencyManager() = default;
+CurrencyManager::~CurrencyManager() {
+  // Whoever holds a record may keep it.
+  for (const CurrencyRef& currency : _currencies) {
+    currency->place_ = kNoPlace;
+    currency->codeChanges_ = nullptr;
+  }
+}
 
 void CurrencyManager::loadCurrencies(Lifetime lifetime) {
   auto codes = catalogueCodes(platform_);
@@ -89,23 +87,36 @@ void CurrencyManager::loadCurrencies(Lifetime lifetime) {
   // Records that live for ever stand in one block, and their references count nothing.
   std::unique_ptr<Currency[]> block;
   if (lifetime == Lifetime::endless) block = std::make_unique<Currency[]>(codes.size());
-  std::unordered_map<std::string, std::uint32_t> places;
   for (std::string& code : codes) {
     const auto place = static_cast<std::uint32_t>(currencies.size());
     auto currency = block != nullptr ? CurrencyRef(std::shared_ptr<void>(), &block[place])
                                      : std::make_shared<Currency>();
-    places.try_emplace(canonicalCode(*platform_.text, code), place);
     currency->code_ = std::move(code);
     currency->place_ = place;
+    currency->codeChanges_ = &codeChanges_;
     currencies.push_back(std::move(currency));
   }
   _currencies = std::move(currencies);
-  places_ = std::move(places);
   block_ = std::move(block);
+  // There is none yet.
+  codeChanges_ = 1;
+  indexCodes();
+}
+
+void CurrencyManager::indexCodes() const {
+  const std::lock_guard lock(indexMutex_);
+  if (indexIsCurrent()) return;
+  const std::uint64_t changes = codeChanges_.load(std::memory_order_acquire);
+  std::unordered_map<std::string, std::uint32_t> places;
+  for (std::uint32_t place = 0; place < _currencies.size(); ++place) {
+    places.try_emplace(canonicalCode(*platform_.text, _currencies[place]->code()), place);
+  }
+  places_ = std::move(places);
+  indexedChanges_.store(changes, std::memory_order_release);
 }
 
 std::uint32_t CurrencyManager::placeOfCode(std::string_view code) const {
-  if (codesChanged.load(std::memory_order_relaxed)) return walk(code);
+  if (!indexIsCurrent()) indexCodes();
   const auto at = places_.find(canonicalCode(*platform_.text, code));
   return at != places_.end() ? at->second : kNoPlace;
 }
@@ -113,18 +124,11 @@ std::uint32_t CurrencyManager::placeOfCode(std::string_view code) const {
 std::uint32_t CurrencyManager::placeOf(const Currency& currency) const {
   const std::uint32_t place = currency.place_;
   // A record of this catalogue is usually the first with its code: then nothing is looked up.
-  if (!codesChanged.load(std::memory_order_relaxed) && place < _currencies.size() &&
-      _currencies[place].get() == &currency && places_.size() == _currencies.size()) {
+  if (indexIsCurrent() && place < _currencies.size() && _currencies[place].get() == &currency &&
+      places_.size() == _currencies.size()) {
     return place;
   }
   return placeOfCode(currency.code());
-}
-
-std::uint32_t CurrencyManager::walk(std::string_view code) const {
-  for (std::uint32_t place = 0; place < _currencies.size(); ++place) {
-    if (equalText(*platform_.text, _currencies[place]->code(), code)) return place;
-  }
-  return kNoPlace;
 }
 
 CurrencyRef CurrencyManager::currencyForCode(std::string_view code) const {

@@ -3,7 +3,8 @@
 //
 // Lookups compare codes exactly (canonical equivalence; case counts) and take the same time for any
 // size. After construction the list never changes, so lookups may run on any thread at once, as far
-// as nobody changes a record's code meanwhile.
+// as nobody changes a record's code meanwhile. The first look-up after such a change makes the
+// index of codes anew.
 #pragma once
 
 #include <atomic>
@@ -62,28 +63,34 @@ class FEXORA_API CurrencyManager : public NSObject {
   std::uint32_t placeOf(const Currency& currency) const;
 
  private:
-  friend class Currency;
   friend CurrencyManager& currencyManager();
   enum class Lifetime : std::uint8_t { counted, endless };
   CurrencyManager(Platform& platform, Lifetime lifetime);
 
   void loadCurrencies(Lifetime lifetime);
-  std::uint32_t walk(std::string_view code) const;
+  void indexCodes() const;
+  bool indexIsCurrent() const noexcept {
+    return indexedChanges_.load(std::memory_order_acquire) ==
+           codeChanges_.load(std::memory_order_acquire);
+  }
   std::vector<CurrencyRef> search(std::string_view string, std::int64_t limit,
                                   const std::vector<CurrencyRef>& exclude) const;
   std::shared_ptr<const SearchKeys> searchKeys() const;
   std::uint32_t groupOf(const SearchKeys& keys, std::string_view code) const;
 
-  // Raised whenever a record of any catalogue gets another code: the indexes by code, which are
-  // built once, are then no longer asked.
-  static std::atomic<bool> codesChanged;
-
   Platform& platform_;
   std::unique_ptr<Currency[]> block_;  // the records of the shared catalogue, which never goes
   std::vector<CurrencyRef> _currencies;
-  std::unordered_map<std::string, std::uint32_t> places_;  // by canonical code
+  std::atomic<std::uint64_t> codeChanges_ = 0;  // raised by the records
+  // By canonical code the first place with it, as it was at indexedChanges_. Made under
+  // indexMutex_; read without, by whoever has seen that it is current.
+  mutable std::unordered_map<std::string, std::uint32_t> places_;
+  mutable std::atomic<std::uint64_t> indexedChanges_ = 0;
+  mutable std::mutex indexMutex_;
+  // Of searchedChanges_; both under searchMutex_.
+  mutable std::shared_ptr<const SearchKeys> searchKeys_;
+  mutable std::uint64_t searchedChanges_ = 0;
   mutable std::mutex searchMutex_;
-  mutable std::shared_ptr<const SearchKeys> searchKeys_;  // under searchMutex_
 };
 
 // The process's one catalogue, made at the first call and never destroyed. Any thread.

@@ -177,17 +177,18 @@ std::uint32_t CurrencyManager::groupOf(const SearchKeys& keys, std::string_view 
 
 std::shared_ptr<const SearchKeys> CurrencyManager::searchKeys() const {
   const std::uint64_t generation = platform_.strings->generation();
-  // Once a record's code has been changed, each search makes its own keys.
-  const bool keep = generation != 0 && !codesChanged;
-  if (keep) {
+  const std::uint64_t changes = codeChanges_.load(std::memory_order_acquire);
+  {
     const std::lock_guard lock(searchMutex_);
-    if (searchKeys_ != nullptr && searchKeys_->generation() == generation) return searchKeys_;
+    const bool isCurrent = searchKeys_ != nullptr && searchKeys_->generation() == generation &&
+                           searchedChanges_ == changes;
+    if (generation != 0 && isCurrent) return searchKeys_;
   }
   auto made = std::make_shared<const SearchKeys>(_currencies, *platform_.strings, *platform_.text);
-  if (keep) {
-    const std::lock_guard lock(searchMutex_);
-    searchKeys_ = made;
-  }
+  if (made->generation() == 0) return made;
+  const std::lock_guard lock(searchMutex_);
+  searchKeys_ = made;
+  searchedChanges_ = changes;
   return made;
 }
 

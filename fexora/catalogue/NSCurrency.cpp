@@ -9,20 +9,13 @@
 namespace fexora {
 namespace {
 
+constexpr std::string_view kMaking = "Making a display record";
+
 // What a handed-out reference keeps alive.
 struct HandedOut {
-  CurrencyRef owner;
-  CurrencyRef shown;  // usually the owner
+  CurrencyRef keeper;
   NSCurrencyRef record;
 };
-
-bool isCounted(const CurrencyRef& currency) {
-  return currency.use_count() != 0;
-}
-
-bool haveOneOwner(const std::weak_ptr<Currency>& a, const std::weak_ptr<const Currency>& b) {
-  return !a.owner_before(b) && !b.owner_before(a);
-}
 
 }  // namespace
 
@@ -30,13 +23,27 @@ NSCurrency::NSCurrency(CurrencyRef currency, Platform& platform)
     : platform_(platform), counted_(std::move(currency)) {}
 
 CurrencyRef NSCurrency::currency() const {
-  return counted_ != nullptr ? counted_ : uncounted_.lock();
+  return keeper_ != nullptr ? keeper_->weak_from_this().lock() : counted_;
 }
 
 void NSCurrency::setCurrency(CurrencyRef currency) {
-  counted_ = std::move(currency);
-  uncounted_.reset();
-  settle();
+  show(std::move(currency));
+}
+
+void NSCurrency::show(CurrencyRef currency) {
+  const bool keepsThis = currency != nullptr && currency->display_.get() == this;
+  // One that nothing counts cannot be found again, but cannot be kept alive either.
+  const bool isCounted = currency.use_count() != 0;
+  keeper_ = keepsThis && isCounted ? currency.get() : nullptr;
+  counted_ = keeper_ == nullptr ? std::move(currency) : nullptr;
+}
+
+void NSCurrency::keeperEnds(const Currency& keeper) noexcept {
+  if (keeper_ != &keeper && counted_.get() != &keeper) return;
+  CurrencyRef same;
+  guarded(*platform_.log, "Keeping a display record's code",
+          [&] { same = Currency::make(keeper.code()); });
+  show(std::move(same));
 }
 
 std::string NSCurrency::description() const {
@@ -45,48 +52,24 @@ std::string NSCurrency::description() const {
   return "(" + shown->code() + ") " + localizedString(*platform_.strings, shown->code());
 }
 
-// Each currency keeps one record and each record shows one currency, so there is one way to walk,
-// and it comes back here or ends.
-bool NSCurrency::closesRing(const Currency& currency) const {
-  for (const Currency* at = &currency; at != nullptr;) {
-    const NSCurrency* const record = at->display_.get();
-    if (record == this) return true;
-    at = record != nullptr && isCounted(record->counted_) ? record->counted_.get() : nullptr;
-  }
-  return false;
-}
-
-void NSCurrency::settle() {
-  const CurrencyRef shown = currency();
-  if (shown == nullptr || !isCounted(shown)) return;
-  const bool ring = closesRing(*shown);
-  counted_ = ring ? nullptr : shown;
-  uncounted_ = ring ? shown : nullptr;
-}
-
-void NSCurrency::currencyEnds(const Currency& ending) {
-  const bool wasUncounted = haveOneOwner(uncounted_, ending.weak_from_this()) &&
-                            !haveOneOwner(uncounted_, std::weak_ptr<Currency>());
-  if (counted_.get() == &ending || wasUncounted) setCurrency(Currency::make(ending.code_));
-}
-
 Currency::~Currency() {
-  if (display_ != nullptr && display_.use_count() > 1) display_->currencyEnds(*this);
+  if (display_ != nullptr && display_.use_count() > 1) display_->keeperEnds(*this);
 }
 
 NSCurrencyRef Currency::_NSCurrency() {
-  return displayRecord(Platform::process());
+  Platform& platform = Platform::process();
+  return guardedOr(*platform.log, kMaking, NSCurrencyRef(),
+                   [&] { return displayRecord(platform); });
 }
 
 NSCurrencyRef Currency::displayRecord(Platform& platform) {
   const CurrencyRef self = weak_from_this().lock();
   if (display_ == nullptr) {
-    display_ = std::make_shared<NSCurrency>(
-        self != nullptr ? self : CurrencyRef(std::shared_ptr<void>(), this), platform);
-    display_->settle();
+    display_ = std::make_shared<NSCurrency>(nullptr, platform);
+    display_->show(self != nullptr ? self : CurrencyRef(std::shared_ptr<void>(), this));
   }
   if (self == nullptr) return display_;
-  const auto handed = std::make_shared<HandedOut>(HandedOut{self, display_->currency(), display_});
+  const auto handed = std::make_shared<HandedOut>(HandedOut{self, display_});
   return {handed, display_.get()};
 }
 
@@ -96,15 +79,15 @@ void Currency::set_NSCurrency(NSCurrencyRef record) {
     if (auto own = record->weak_from_this().lock()) record = std::move(own);
   }
   const NSCurrencyRef replaced = std::exchange(display_, std::move(record));
-  // The new one first, since a walk needs all rings but its own to be broken.
-  if (display_ != nullptr) display_->settle();
-  if (replaced != nullptr) replaced->settle();
+  for (const NSCurrencyRef& changed : {replaced, display_}) {
+    if (changed != nullptr) changed->show(changed->currency());
+  }
 }
 
 std::vector<NSCurrencyRef> CurrencyManager::getNSCurrenciesFromCurrencies(
     const std::vector<CurrencyRef>& currencies) const {
   std::vector<NSCurrencyRef> records;
-  guarded(*platform_.log, "Making display records", [&] {
+  guarded(*platform_.log, kMaking, [&] {
     records.reserve(currencies.size());
     for (const CurrencyRef& currency : currencies) {
       if (currency != nullptr) records.push_back(currency->displayRecord(platform_));

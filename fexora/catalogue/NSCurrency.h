@@ -3,13 +3,14 @@
 // A currency has one display record, the same object at each `_NSCurrency` read; its members for
 // that, and CurrencyManager::getNSCurrenciesFromCurrencies, are defined here.
 //
-// Ownership: a reference that a read hands out keeps both alive, so its record shows its currency
-// after everything else is gone. The currency keeps its record; the record counts its currency
-// except where that would close a ring (a record in its own currency), so nothing leaks. A record
-// that a host made itself and wrote into its currency, and that outlives the currency, shows a new
-// currency with the same code from then on.
-// A currency that no reference counts must outlive the records it has handed out; one in the shared
-// catalogue does.
+// Ownership: a currency keeps its record, and a record counts the currency that it shows unless
+// that is the very one that keeps it. So neither keeps itself alive. A reference that a read hands
+// out counts the currency too, so its record shows it after everything else is gone. A record that
+// outlives the currency that keeps it shows a new one with the same code from then on.
+// A host that crosses records (a currency keeps the record that shows another, and that one the
+// first's) has made a ring of its own, which lives until one of them is written anew.
+// A currency that no reference counts must outlive the records that it does not keep; one in the
+// shared catalogue does.
 // One thread at a time.
 #pragma once
 
@@ -43,14 +44,13 @@ class FEXORA_API NSCurrency : public NSObject, public std::enable_shared_from_th
  private:
   friend class Currency;
 
-  bool closesRing(const Currency& currency) const;
-  // Counts its currency unless that would close a ring.
-  void settle();
-  void currencyEnds(const Currency& ending);
+  // The one place where the reference to the currency is set.
+  void show(CurrencyRef currency);
+  void keeperEnds(const Currency& keeper) noexcept;
 
   Platform& platform_;
   CurrencyRef counted_;
-  std::weak_ptr<Currency> uncounted_;  // instead of counted_ where that would close a ring
+  Currency* keeper_ = nullptr;  // instead of counted_, where the currency shown keeps this record
 };
 
 }  // namespace fexora

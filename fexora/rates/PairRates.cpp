@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "fexora/rates/GroupLines.h"
+#include "fexora/platform/foundation/Limits.h"
 
 namespace fexora {
 
@@ -95,49 +95,56 @@ std::optional<Rate> PairRates::find(const Currency& src, const Currency& dst) co
   return Rate(currencyAt(from), currencyAt(to), rateAt(target) / rateAt(source));
 }
 
+std::size_t PairRates::linesFrom(const Currency& src) const {
+  const std::uint32_t from = empty() ? kNone : place(src);
+  if (from == kNone) return 0;
+  if (from == dollar_) return groups_.size();
+  std::size_t alike = 0;
+  for (std::uint32_t entry = first_[from]; entry != kNone; entry = next_[entry]) ++alike;
+  return alike * (1 + places_.size() - alike);
+}
+
 std::vector<ConvertedItem> PairRates::convert(const Currency& src, NSNumber amount,
                                               bool invert) const {
   std::vector<ConvertedItem> items;
-  const std::uint32_t from = empty() ? kNone : place(src);
-  if (from == kNone) return items;
+  const std::size_t count = std::min(linesFrom(src), limits::kConversionLines);
+  if (count == 0) return items;
+  items.reserve(count);
+  const std::uint32_t from = place(src);
   if (from == dollar_) {
-    convertFromDollar(amount, invert, items);
+    convertFromDollar(count, amount, invert, items);
     return items;
   }
-  for (std::uint32_t entry = first_[from]; entry != kNone; entry = next_[entry]) {
-    convertGroup(entry, amount, invert, items);
+  for (std::uint32_t entry = first_[from]; entry != kNone && items.size() < count;
+       entry = next_[entry]) {
+    convertGroup(entry, count, amount, invert, items);
   }
   return items;
 }
 
-// Both ask the catalogue, whose list is a virtual call away, only once.
-void PairRates::convertFromDollar(NSNumber amount, bool invert,
+// Both ask the catalogue, whose list is a virtual call away, only once, and add lines up to
+// `count`.
+void PairRates::convertFromDollar(std::size_t count, NSNumber amount, bool invert,
                                   std::vector<ConvertedItem>& items) const {
   const std::vector<CurrencyRef>& currencies = catalogue_->currencies();
   const CurrencyRef& dollar = currencies[dollar_];
-  items.reserve(groups_.size());
-  for (const std::uint32_t entry : groups_) {
-    items.emplace_back(dollar, currencies[places_[entry]], rates_[entry], amount, invert);
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::uint32_t entry = groups_[i];
+    items.push_back({dollar, currencies[places_[entry]], rates_[entry], amount, invert});
   }
 }
 
-void PairRates::convertGroup(std::uint32_t entry, NSNumber amount, bool invert,
+void PairRates::convertGroup(std::uint32_t entry, std::size_t count, NSNumber amount, bool invert,
                              std::vector<ConvertedItem>& items) const {
   const std::vector<CurrencyRef>& currencies = catalogue_->currencies();
   const std::uint32_t own = places_[entry];
   const CurrencyRef& source = currencies[own];
   const double rate = rateAt(entry);
-  items.reserve(items.size() + places_.size() + 1);
-  items.emplace_back(source, currencies[dollar_], 1.0 / rate, amount, invert);
-  const GroupLines lines(currencies.data(), places_.data(), rates_.data(), source, rate, amount,
-                         invert);
-  // Entries with the group's own code are passed over.
-  std::size_t from = 0;
-  for (std::uint32_t same = first_[own]; same != kNone; same = next_[same]) {
-    lines.append(from, same, items);
-    from = std::size_t{same} + 1;
+  items.push_back({source, currencies[dollar_], 1.0 / rate, amount, invert});
+  for (std::uint32_t other = 0; other < places_.size() && items.size() < count; ++other) {
+    if (places_[other] == own) continue;
+    items.push_back({source, currencies[places_[other]], rateAt(other) / rate, amount, invert});
   }
-  lines.append(from, places_.size(), items);
 }
 
 }  // namespace fexora

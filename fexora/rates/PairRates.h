@@ -44,7 +44,9 @@ class FEXORA_API PairRates {
 
   // The first pair from `src` to `dst`, by equality of records.
   std::optional<Rate> find(const Currency& src, const Currency& dst) const;
-  // One line for each pair from `src`, in order.
+  // How many pairs there are from `src`.
+  std::size_t linesFrom(const Currency& src) const;
+  // One line for each pair from `src`, in order; of more than limits::kConversionLines the first.
   std::vector<ConvertedItem> convert(const Currency& src, NSNumber amount, bool invert) const;
 
  private:
@@ -55,8 +57,9 @@ class FEXORA_API PairRates {
   std::uint32_t place(const Currency& currency) const;
   double rateAt(std::uint32_t entry) const { return rates_[entry].doubleValue(); }
   Rate pairInGroup(std::uint32_t entry, std::size_t offset) const;
-  void convertFromDollar(NSNumber amount, bool invert, std::vector<ConvertedItem>& items) const;
-  void convertGroup(std::uint32_t entry, NSNumber amount, bool invert,
+  void convertFromDollar(std::size_t count, NSNumber amount, bool invert,
+                         std::vector<ConvertedItem>& items) const;
+  void convertGroup(std::uint32_t entry, std::size_t count, NSNumber amount, bool invert,
                     std::vector<ConvertedItem>& items) const;
 
   const CurrencyManager* catalogue_ = nullptr;

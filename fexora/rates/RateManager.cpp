@@ -8,7 +8,9 @@
 
 namespace fexora {
 
-const std::string kTrelbyRatesURL = environment("FEXORA_RATES_URL").value_or(FEXORA_RATES_URL);
+std::string defaultRatesURL() {
+  return environment("FEXORA_RATES_URL").value_or(FEXORA_RATES_URL);
+}
 
 RateManager::RateManager() : RateManager(Platform::process()) {}
 
@@ -31,18 +33,16 @@ std::optional<Date> RateManager::updated() const {
   return *stored->date();
 }
 
-std::vector<KnownRate> RateManager::filterRatesForLocalCurrencies(
-    const std::vector<USDRateRef>& list, std::vector<USDRateRef>* kept) const {
-  return knownRates(catalogue(), list, kept);
-}
-
-void RateManager::takeUSDRates(std::vector<KnownRate> known) {
+// With their pair rates, since each code is looked up for both.
+void RateManager::filterRatesForLocalCurrencies(const std::vector<USDRateRef>& list) {
+  std::vector<USDRateRef> kept;
+  const auto known = knownRates(catalogue(), list, &kept);
   rates_ = PairRates(catalogue(), known, currencies_);
-  USDRates_ = std::move(known);
+  USDRates_ = std::move(kept);
 }
 
 void RateManager::ratesForCurrenciesBasedOnUSDRates() {
-  rates_ = PairRates(catalogue(), USDRates_, currencies_);
+  rates_ = PairRates(catalogue(), knownRates(catalogue(), USDRates_), currencies_);
 }
 
 void RateManager::loadRates(std::optional<std::vector<CurrencyRef>> forCurrencies, bool cache,
@@ -52,52 +52,60 @@ void RateManager::loadRates(std::optional<std::vector<CurrencyRef>> forCurrencie
 
 void RateManager::load(std::optional<std::vector<CurrencyRef>>& forCurrencies, bool cache,
                        bool sync, Completion& complete) {
+  if (self_ == nullptr) self_ = std::make_shared<RateManager*>(this);
+  const std::weak_ptr<RateManager*> self = self_;
   currencies_ = forCurrencies ? *std::move(forCurrencies) : catalogue().currencies();
   if (cache && !USDRates_.empty()) {
     ratesForCurrenciesBasedOnUSDRates();
-    if (complete) complete(true, nullptr);
-    return;
+    return tell(complete, true, nullptr);
   }
   if (const auto stored = store().loadUSDRates()) {
-    takeUSDRates(filterRatesForLocalCurrencies(*stored));
-    if (complete) complete(true, nullptr);
+    filterRatesForLocalCurrencies(*stored);
+    tell(complete, true, nullptr);
+    if (self.expired()) return;
   }
   if (mayRequest()) request(sync, std::move(complete));
+}
+
+// This manager may have gone when it returns.
+void RateManager::tell(const Completion& complete, bool fromCache,
+                       const ResponseError* error) const {
+  if (!complete) return;
+  quietly(*platform_.log, "A completion of loadRates", [&] { complete(fromCache, error); });
 }
 
 bool RateManager::mayRequest() const {
   if (!lastUpdate_) return true;
   const double difference = platform_.loop->wallSeconds() - lastUpdate_->secondsSince1970();
   platform_.log->write("Time difference between requests: " + fixedText(difference, 6) + "sec");
-  return difference >= kRequestSpacing;
+  return !(difference < kRequestSpacing);
 }
 
 void RateManager::request(bool sync, Completion complete) {
-  if (self_ == nullptr) self_ = std::make_shared<RateManager*>(this);
   lastUpdate_ = Date(platform_.loop->wallSeconds());
   NetworkManager::simpleRequest<Response>(
-      *platform_.transport, kTrelbyRatesURL,
+      *platform_.transport, ratesURL_,
       [weak = std::weak_ptr(self_), sync, complete = std::move(complete)](
           const std::shared_ptr<Response>& response, const std::optional<ResponseError>& error) {
-        const auto self = weak.lock();
-        if (self == nullptr) return;
+        const auto alive = weak.lock();
+        if (alive == nullptr) return;
+        RateManager& self = **alive;
         if (response != nullptr) {
-          const bool isTaken = guarded(*(*self)->platform_.log, "Taking the service's rates",
-                                       [&] { (*self)->receive(*response, sync); });
+          const bool isTaken = guarded(*self.platform_.log, "Taking the service's rates",
+                                       [&] { self.receive(*response, sync); });
           const ResponseError shortage{ResponseError::Kind::tooLarge, {}, kOutOfMemory, 0};
-          if (complete) complete(false, isTaken ? nullptr : &shortage);
-        } else if (error && complete) {
-          complete(false, &*error);
+          self.tell(complete, false, isTaken ? nullptr : &shortage);
+        } else if (error) {
+          self.tell(complete, false, &*error);
         }
       });
 }
 
 void RateManager::receive(const Response& response, bool sync) {
   auto message = response.serviceMessage();
-  std::vector<USDRateRef> filtered;
-  takeUSDRates(filterRatesForLocalCurrencies(response.rates(), &filtered));
+  filterRatesForLocalCurrencies(response.rates());
   serviceMessage_ = std::move(message);
-  store().saveUSDRates(filtered, sync);
+  store().saveUSDRates(USDRates_, sync);
 }
 
 void RateManager::tryLoadRatesFromQTXServer() {}
@@ -109,7 +117,12 @@ std::pair<Converted, StoreSourceRef> RateManager::convertAmount(NSNumber amount,
   guarded(*platform_.log, "Converting an amount", [&] {
     if (srcCurrency == nullptr) srcCurrency = Currency::make();
     result.second = store().saveSourceCurrency(srcCurrency, amount, sync);
-    result.first.setItems(rates_.convert(*srcCurrency, amount, invert));
+    auto lines = rates_.convert(*srcCurrency, amount, invert);
+    if (lines.size() < rates_.linesFrom(*srcCurrency)) {
+      platform_.log->write("A conversion has only its first " +
+                           integerText(static_cast<std::int64_t>(lines.size())) + " lines");
+    }
+    result.first.setItems(std::move(lines));
   });
   return result;
 }

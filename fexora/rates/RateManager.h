@@ -21,16 +21,21 @@
 
 namespace fexora {
 
-// The address of the rates service: the environment's FEXORA_RATES_URL as it was when the library
-// was loaded, else the one that the build was configured with.
-FEXORA_API extern const std::string kTrelbyRatesURL;
+// What kTrelbyRatesURL is: the environment's FEXORA_RATES_URL, else the address that the build was
+// configured with.
+FEXORA_API std::string defaultRatesURL();
+
+// The address of the rates service unless a host sets another, as it was when the program began.
+// Made before any global of a source that includes this.
+inline const std::string kTrelbyRatesURL = defaultRatesURL();
 
 // Reachable by name: "serviceMessage" and "lastUpdate" (read and write; a date or the null value),
 // and the selector "tryLoadRatesFromQTXServer".
 class FEXORA_API RateManager : public NSObject {
  public:
   // `fromCache` is true when the rates came from memory or the store. `error` is set only for a
-  // request that failed, and is valid during the call.
+  // request that failed, and is valid during the call. It may end its manager; what it throws is
+  // said in the log and changes nothing.
   using Completion = std::function<void(bool fromCache, const ResponseError* error)>;
 
   // The least time between two requests of one process, in seconds.
@@ -52,12 +57,17 @@ class FEXORA_API RateManager : public NSObject {
   // When the current rates were stored, by this process or the other.
   virtual std::optional<Date> updated() const;
 
+  // Where rates are asked for: kTrelbyRatesURL until another address is set.
+  const std::string& ratesURL() const { return ratesURL_; }
+  void setRatesURL(std::string address) { ratesURL_ = std::move(address); }
+
   // Selects `forCurrencies` (absent: the whole catalogue; null references are skipped) and brings
   // rates for them, telling `complete` at each arrival.
   //   1. With `cache` and rates in memory: derives anew, complete(true, null), and ends.
   //   2. The store's rates, if it holds a list: takes them, derives, complete(true, null).
   //   3. Ends if a request was sent less than 30 seconds ago by the wall clock; a clock that was
-  //      set back counts as less. The difference is logged.
+  //      set back counts as less, a `lastUpdate` that is not a number as none. The difference is
+  //      logged.
   //   4. Sends one request and returns. Later, on the main thread: an answer is taken, stored (the
   //      file is written if `sync`), derived, complete(false, null); a failure changes nothing,
   //      complete(false, error).
@@ -71,7 +81,7 @@ class FEXORA_API RateManager : public NSObject {
 
   // Records amount and source in the store first (writing the file if `sync`), whatever is found
   // then: one line for each pair rate from `srcCurrency`, in their order. See ConvertedItem for
-  // `invert`.
+  // `invert`. Of more than limits::kConversionLines the first are given, and the log says so.
   virtual std::pair<Converted, StoreSourceRef> convertAmount(NSNumber amount,
                                                              CurrencyRef srcCurrency, bool sync,
                                                              bool invert = false);
@@ -84,13 +94,12 @@ class FEXORA_API RateManager : public NSObject {
   std::optional<Value> perform(std::string_view selector, const Array& arguments = {}) override;
 
  private:
-  std::vector<KnownRate> filterRatesForLocalCurrencies(
-      const std::vector<USDRateRef>& list, std::vector<USDRateRef>* kept = nullptr) const;
-  void takeUSDRates(std::vector<KnownRate> known);
+  void filterRatesForLocalCurrencies(const std::vector<USDRateRef>& list);
   void ratesForCurrenciesBasedOnUSDRates();
   bool mayRequest() const;
   void load(std::optional<std::vector<CurrencyRef>>& forCurrencies, bool cache, bool sync,
             Completion& complete);
+  void tell(const Completion& complete, bool fromCache, const ResponseError* error) const;
   void request(bool sync, Completion complete);
   void receive(const Response& response, bool sync);
   CurrencyManager& catalogue() const;
@@ -99,12 +108,14 @@ class FEXORA_API RateManager : public NSObject {
   Platform& platform_;
   CurrencyManager* catalogue_;
   StoreManager* store_;
-  std::vector<KnownRate> USDRates_;
+  std::vector<USDRateRef> USDRates_;
   PairRates rates_;
   std::vector<CurrencyRef> currencies_;
   std::string serviceMessage_;
   std::optional<Date> lastUpdate_;
-  std::shared_ptr<RateManager*> self_;  // what a request on its way still finds, or no longer
+  std::string ratesURL_ = kTrelbyRatesURL;
+  // What a request on its way, or a step after a completion, still finds, or no longer.
+  std::shared_ptr<RateManager*> self_;
 };
 
 // The process's one rate manager, made at the first call and never destroyed. Any thread may be

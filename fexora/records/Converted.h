@@ -11,7 +11,9 @@ namespace fexora {
 
 class FEXORA_API Converted : public NSObject {
  public:
-  virtual const std::vector<ConvertedItem>& items() const { return items_; }
+  virtual const std::vector<ConvertedItem>& items() const& { return items_; }
+  // Of a conversion that goes away, as in convertAmount(…).first.items().
+  std::vector<ConvertedItem> items() && { return std::move(items_); }
   virtual void setItems(std::vector<ConvertedItem> items) { items_ = std::move(items); }
 
   // The first line whose destination equals `currency`; nothing when none does.

@@ -13,30 +13,6 @@ struct FEXORA_API ConvertedItem {
   // rate of zero can give an infinite amount. `invert` changes nothing else: the currencies stay
   // the rate's.
   ConvertedItem(const Rate& from, NSNumber amount, bool invert);
-  ConvertedItem(const CurrencyRef& src, const CurrencyRef& dst, NSNumber pairRate, NSNumber amount,
-                bool invert)
-      : srcCurrency(src),
-        dstCurrency(dst),
-        rate(pairRate),
-        srcAmount(amount),
-        dstAmount(invert ? amount.doubleValue() / pairRate.doubleValue()
-                         : amount.doubleValue() * pairRate.doubleValue()) {}
-
-  // What an item holds, for a list that is filled with many; used at once.
-  struct Parts {
-    const CurrencyRef& src;
-    const CurrencyRef& dst;
-    double rate;
-    const NSNumber& srcAmount;
-    double dstAmount;
-  };
-  // NOLINTNEXTLINE(google-explicit-constructor): a list takes a sequence of them
-  ConvertedItem(const Parts& parts)
-      : srcCurrency(parts.src),
-        dstCurrency(parts.dst),
-        rate(parts.rate),
-        srcAmount(parts.srcAmount),
-        dstAmount(parts.dstAmount) {}
 
   // "From 100.0000(USD) To 90.0000(EUR)", the amounts taken through 32-bit floats.
   std::string description() const;
@@ -46,6 +22,18 @@ struct FEXORA_API ConvertedItem {
   NSNumber rate;
   NSNumber srcAmount;
   NSNumber dstAmount;  // a real
+
+ private:
+  friend class PairRates;
+  // The same without a rate record.
+  ConvertedItem(const CurrencyRef& src, const CurrencyRef& dst, NSNumber pairRate, NSNumber amount,
+                bool invert)
+      : srcCurrency(src),
+        dstCurrency(dst),
+        rate(pairRate),
+        srcAmount(amount),
+        dstAmount(invert ? amount.doubleValue() / pairRate.doubleValue()
+                         : amount.doubleValue() * pairRate.doubleValue()) {}
 };
 
 }  // namespace fexora

@@ -27,6 +27,13 @@ Currency& Currency::operator=(const Currency& other) {
   return *this;
 }
 
+void Currency::setCode(std::string code) {
+  if (codeChanges_ != nullptr && code != code_) {
+    codeChanges_->fetch_add(1, std::memory_order_release);
+  }
+  code_ = std::move(code);
+}
+
 std::size_t Currency::hashValue() const {
   return std::hash<std::string>()(isAscii(code_) ? code_ : Text::process().canonical(code_));
 }

@@ -7,6 +7,7 @@
 // One thread at a time, but any number may read while nobody writes.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -55,8 +56,10 @@ class FEXORA_API Currency : public MappableModel, public std::enable_shared_from
   static constexpr std::uint32_t kNoPlace = UINT32_MAX;
 
   std::string code_;
-  // Where the record stands in its catalogue's list; kNoPlace outside of one.
+  // Where the record stands in its catalogue's list, and what the catalogue counts changed codes
+  // by; kNoPlace and null outside of one, and once the catalogue has gone.
   std::uint32_t place_ = kNoPlace;
+  std::atomic<std::uint64_t>* codeChanges_ = nullptr;
   NSCurrencyRef displayRecord(Platform& platform);
   NSCurrencyRef display_;
 };

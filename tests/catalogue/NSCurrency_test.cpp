@@ -109,10 +109,7 @@ TEST(NSCurrency, WrittenBackOrMovedAbout_LeaksNeither) {
     a->set_NSCurrency(first);  // one that had been handed out and replaced
     EXPECT_EQ(a->_NSCurrency(), first);
     EXPECT_EQ(first->currency(), a);
-    // Each keeps the record that shows the other.
     b->set_NSCurrency(first);
-    a->set_NSCurrency(std::make_shared<NSCurrency>(b));
-    EXPECT_EQ(a->_NSCurrency()->description(), "(BBB) BBB");
     EXPECT_EQ(b->_NSCurrency()->description(), "(AAA) AAA");
     first->setCurrency(b);
     first->setCurrency(a);
@@ -120,6 +117,24 @@ TEST(NSCurrency, WrittenBackOrMovedAbout_LeaksNeither) {
   }
   EXPECT_TRUE(alive[0].expired());
   EXPECT_TRUE(alive[1].expired());
+}
+
+TEST(NSCurrency, CrossedRecords_KeepTheirCurrenciesUntilOneIsWritten) {
+  std::vector<std::weak_ptr<Currency>> alive;
+  {
+    std::vector<CurrencyRef> ring = {Currency::make("AAA"), Currency::make("BBB"),
+                                     Currency::make("CCC")};
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+      alive.emplace_back(ring[i]);
+      ring[i]->set_NSCurrency(std::make_shared<NSCurrency>(ring[(i + 1) % ring.size()]));
+    }
+  }
+  const auto first = alive[0].lock();
+  ASSERT_NE(first, nullptr);
+  EXPECT_EQ(first->_NSCurrency()->currency()->_NSCurrency()->description(), "(CCC) CCC");
+  first->set_NSCurrency(nullptr);
+  EXPECT_TRUE(alive[1].expired());
+  EXPECT_TRUE(alive[2].expired());
 }
 
 TEST(NSCurrency, UncountedCurrency_HasOneToo) {

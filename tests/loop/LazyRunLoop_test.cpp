@@ -1,8 +1,11 @@
 #include "fexora/platform/loop/LazyRunLoop.h"
 
 #include <chrono>
+#include <string>
 
 #include <gtest/gtest.h>
+
+#include "fexora/platform/loop/WakeUp.h"
 
 #include "tests/support/VirtualRunLoop.h"
 
@@ -41,6 +44,33 @@ TEST(LazyRunLoop, WithoutItsModule_CallsNothing) {
   EXPECT_EQ(loop.watchReadable(0, [&] { called = true; }), nullptr);
   loop.runUntil([] { return false; });
   EXPECT_FALSE(called);
+}
+
+// As a modal dialog in a completion does.
+TEST(RunLoop, RunInsideOfAFunction_BringsWhatIsPostedAndReadable) {
+  RunLoop& loop = RunLoop::process();
+  std::string told;
+  bool done = false;
+  loop.post([&] {
+    loop.post([&] { told += 'c'; });
+    loop.runUntil([&] { return told.size() == 2; });
+    done = true;
+  });
+  loop.post([&] { told += 'b'; });
+  loop.runUntil([&] { return done; });
+  EXPECT_EQ(told, "bc");
+
+  const WakeUp wake;
+  int readings = 0;
+  const auto watch = loop.watchReadable(wake.descriptor(), [&] {
+    wake.clear();
+    if (++readings > 1) return;
+    wake.wake();
+    loop.runUntil([&] { return readings > 1; });
+  });
+  wake.wake();
+  loop.runUntil([&] { return readings > 1; });
+  EXPECT_EQ(readings, 2);
 }
 
 }  // namespace

@@ -2,11 +2,15 @@
 #include "fexora/rates/RateManager.h"
 
 #include <filesystem>
+#include <limits>
+#include <new>
 #include <thread>
 
 #include <gtest/gtest.h>
 
 #include "fexora/fexora.h"
+#include "fexora/platform/foundation/Guarded.h"
+#include "fexora/platform/foundation/Limits.h"
 
 #include "tests/support/VirtualPlatform.h"
 
@@ -155,6 +159,33 @@ TEST_F(Loading, ManagerGone_ItsAnswerChangesNothing) {
   EXPECT_FALSE(store.loadUSDRates().has_value());
 }
 
+TEST_F(Loading, CompletionThatEndsItsManager_EndsTheCall) {
+  store.saveUSDRates({USDRate::make(0.9, "EUR")}, false);
+  auto other = std::make_unique<RateManager>(desktop.platform, nullptr, &store);
+  RateManager& manager = *other;
+  manager.loadRates(std::nullopt, [&](bool, const ResponseError*) { other.reset(); });
+  EXPECT_EQ(other, nullptr);
+  EXPECT_TRUE(desktop.transport.requests.empty());
+}
+
+TEST_F(Loading, CompletionThatThrows_IsSaidAndLoadingGoesOn) {
+  store.saveUSDRates({USDRate::make(0.9, "EUR")}, false);
+  rates.loadRates(std::nullopt, [](bool, const ResponseError*) { throw std::bad_alloc(); });
+  ASSERT_EQ(desktop.transport.requests.size(), 1U);
+  desktop.transport.answer(answer({rate("EUR", 0.8)}));
+  EXPECT_EQ(desktop.log.count("A completion of loadRates threw: std::bad_alloc"), 2);
+  EXPECT_EQ(desktop.log.count(kOutOfMemory), 0) << "the host's, not the library's";
+  EXPECT_EQ(pair("USD", "EUR")->rate().doubleValue(), 0.8);
+}
+
+TEST_F(Loading, LastUpdateThatIsNoNumber_AndAnotherAddress) {
+  rates.setLastUpdate(Date(std::numeric_limits<double>::quiet_NaN()));
+  rates.setRatesURL("http://127.0.0.1/other.json");
+  rates.loadRates(std::nullopt, tell());
+  ASSERT_EQ(desktop.transport.requests.size(), 1U);
+  EXPECT_EQ(desktop.transport.requests[0].address, "http://127.0.0.1/other.json");
+}
+
 TEST_F(Loading, MembersByName) {
   EXPECT_EQ(rates.valueForKey("lastUpdate"), Value());
   EXPECT_TRUE(rates.setValueForKey("lastUpdate", Date(5)));
@@ -183,6 +214,35 @@ TEST_F(Loading, Convert_RecordsTheInputWhateverIsFound) {
   EXPECT_EQ(store.loadSourceCurrency()->currency()->code(), "JPY");
   EXPECT_TRUE(rates.convertAmount(1, nullptr, false).first.items().empty());
   EXPECT_FALSE(rates.rateForSourceCurrency(nullptr, nullptr).has_value());
+}
+
+TEST_F(Loading, ChangedCodes_AreLookedUpAnew) {
+  CurrencyManager catalogue(desktop.platform);
+  RateManager own(desktop.platform, &catalogue, &store);
+  store.saveUSDRates({USDRate::make(0.9, "EUR"), USDRate::make(0.8, "GBP")}, false);
+  own.loadRates(std::nullopt, {});
+  const auto search = [&] { return catalogue.currenciesForString("NEW", 10, {}); };
+  EXPECT_TRUE(search().empty());
+  const CurrencyRef pound = catalogue.currencyForCode("GBP");
+  pound->setCode("NEW");
+  EXPECT_EQ(catalogue.currencyForCode("NEW"), pound);
+  EXPECT_EQ(catalogue.currencyForCode("GBP"), nullptr);
+  EXPECT_EQ(search(), std::vector{pound});
+  own.loadRates(std::nullopt, true, true, {});
+  EXPECT_FALSE(own.rateForSourceCurrency(Currency::make("USD"), pound).has_value());
+  pound->setCode("GBP");
+  own.loadRates(std::nullopt, true, true, {});
+  EXPECT_TRUE(own.rateForSourceCurrency(Currency::make("USD"), pound).has_value());
+}
+
+TEST_F(Loading, CodesThatComeOften_GiveABoundedConversion) {
+  std::vector<USDRateRef> list;
+  for (int i = 0; i < 4000; ++i) list.push_back(USDRate::make(1 + i, i % 2 == 0 ? "EUR" : "GBP"));
+  store.saveUSDRates(list, false);
+  rates.loadRates(std::nullopt, {});
+  const auto converted = rates.convertAmount(1, Currency::make("EUR"), false).first;
+  EXPECT_EQ(converted.items().size(), limits::kConversionLines);
+  EXPECT_EQ(desktop.log.count("A conversion has only its first 262144 lines"), 1);
 }
 
 TEST(SharedInstances, FirstUseByManyThreads_MakesOne) {

@@ -143,7 +143,13 @@ TEST(Converted, ItemForDestination_IsTheFirst) {
                       {Rate(Currency::make("EUR"), dollar, 2.5), 1, false}});
   EXPECT_EQ(converted.itemForDstCurrency(Currency::make("USD"))->rate.doubleValue(), 1.5);
   EXPECT_FALSE(converted.itemForDstCurrency(nullptr).has_value());
+  double sum = 0;
+  for (const ConvertedItem& item : Converted(converted).items()) sum += item.rate.doubleValue();
+  EXPECT_EQ(sum, 1.5 + 2.5) << "the lines outlive a conversion that goes away";
 }
+
+static_assert(
+    !std::is_constructible_v<ConvertedItem, CurrencyRef, CurrencyRef, NSNumber, NSNumber, bool>);
 
 TEST(StoreSource, RoundTrip_KeepsTheNumbersKind) {
   const auto source = StoreSource::make(12.5, Currency::make("EUR"));

@@ -40,7 +40,9 @@ std::optional<std::string> CurrencyNames::string(std::string_view key) {
 }
 
 std::uint64_t CurrencyNames::generation() {
-  std::string now = language();
+  // The count first: a change that comes in between is seen at the next call.
+  const std::uint64_t changes = Locale::changes();
+  Seen now{changes, language()};
   const std::lock_guard lock(mutex_);
   if (now != seen_) {
     seen_ = std::move(now);
@@ -51,7 +53,10 @@ std::uint64_t CurrencyNames::generation() {
 
 void CurrencyNames::setLanguage(std::string language) {
   const std::lock_guard lock(mutex_);
+  if (language == language_) return;
   language_ = std::move(language);
+  // Names may have been read meanwhile, and the language be set back before anybody asks.
+  generation_ = newGeneration();
 }
 
 }  // namespace fexora

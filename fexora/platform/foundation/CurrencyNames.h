@@ -5,6 +5,7 @@
 
 #include <mutex>
 #include <string>
+#include <utility>
 
 #include "fexora/platform/foundation/HostStrings.h"
 #include "fexora/platform/foundation/Text.h"
@@ -28,7 +29,9 @@ class FEXORA_API CurrencyNames final : public HostStrings {
   Text& text_;
   std::mutex mutex_;
   std::string language_;
-  std::string seen_;
+  // The count of Locale::changes() and the language that `generation_` stands for.
+  using Seen = std::pair<std::uint64_t, std::string>;
+  Seen seen_;
   std::uint64_t generation_ = newGeneration();
 };
 

@@ -50,4 +50,7 @@ inline constexpr int kJsonDepth = 256;
 // that they came as.
 inline constexpr std::size_t kJsonValues = std::size_t{256} << 10;
 
+// Lines of one conversion. Codes that come twice multiply: n entries of two codes give n²/4 lines.
+inline constexpr std::size_t kConversionLines = std::size_t{256} << 10;
+
 }  // namespace fexora::limits

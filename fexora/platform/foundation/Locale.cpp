@@ -15,6 +15,7 @@ namespace {
 // The names that the host ever set stay, so that reading the current one takes no lock.
 struct HostLocale {
   std::atomic<const std::string*> name = nullptr;  // one of `names`, or null: the environment's
+  std::atomic<std::uint64_t> changes = 0;
   std::mutex mutex;
   std::set<std::string> names;  // under mutex
 };
@@ -50,6 +51,11 @@ void Locale::setCurrent(std::string_view name) {
   const std::string known = withoutEncoding(name);
   host.name.store(known.empty() ? nullptr : &*host.names.insert(known).first,
                   std::memory_order_release);
+  host.changes.fetch_add(1, std::memory_order_release);
+}
+
+std::uint64_t Locale::changes() noexcept {
+  return hostLocale().changes.load(std::memory_order_acquire);
 }
 
 std::string Locale::currentLanguage() {

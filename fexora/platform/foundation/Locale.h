@@ -1,6 +1,7 @@
 // Which locale numbers are read and written in.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,8 @@ class FEXORA_API Locale {
 
   // An empty name returns to the environment. Any thread.
   static void setCurrent(std::string_view name);
+  // How often that was called: tells a change that has been taken back since. Any thread.
+  static std::uint64_t changes() noexcept;
 
   // The language that texts are shown in, by the same rule from LC_ALL, LC_MESSAGES and LANG
   // unless the host set a locale.

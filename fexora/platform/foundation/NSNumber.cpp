@@ -7,12 +7,15 @@
 namespace fexora {
 
 float NSNumber::floatValue() const noexcept {
+  // A double beyond the largest float has no defined conversion. Half a step beyond it, the nearest
+  // float would be the one that there is not.
+  constexpr float kLargest = std::numeric_limits<float>::max();
+  constexpr double kInfiniteFrom = 0x1.ffffffp127;
   const double value = doubleValue();
-  // A double beyond the float range has no defined conversion, so it is named infinite here.
-  if (std::abs(value) > static_cast<double>(std::numeric_limits<float>::max())) {
-    return std::copysign(std::numeric_limits<float>::infinity(), value < 0 ? -1.0F : 1.0F);
-  }
-  return static_cast<float>(value);
+  const double size = std::abs(value);
+  if (!(size > static_cast<double>(kLargest))) return static_cast<float>(value);
+  const float nearest = size < kInfiniteFrom ? kLargest : std::numeric_limits<float>::infinity();
+  return std::copysign(nearest, static_cast<float>(value < 0 ? -1 : 1));
 }
 
 std::int64_t NSNumber::intValue() const noexcept {

@@ -18,6 +18,12 @@
 
 namespace fexora {
 
+// An integer that is meant as a number: neither a boolean nor a character, whose code nobody means.
+template <class T>
+concept PlainInteger = std::integral<T> && !std::same_as<T, bool> && !std::same_as<T, char> &&
+                       !std::same_as<T, wchar_t> && !std::same_as<T, char8_t> &&
+                       !std::same_as<T, char16_t> && !std::same_as<T, char32_t>;
+
 class FEXORA_API NSNumber {
  public:
   enum class Kind : std::uint8_t { boolean, integer, real };
@@ -30,9 +36,8 @@ class FEXORA_API NSNumber {
       : integer_(value ? 1 : 0), kind_(Kind::boolean) {}
 
   // An integer that does not fit 64 signed bits becomes a real.
-  template <std::integral T>
-  requires(!std::same_as<T, bool>) constexpr NSNumber(T value) noexcept
-      : integer_(0), kind_(Kind::integer) {
+  template <PlainInteger T>
+  constexpr NSNumber(T value) noexcept : integer_(0), kind_(Kind::integer) {
     if constexpr (std::is_unsigned_v<T> && sizeof(T) >= sizeof(std::int64_t)) {
       if (value > static_cast<T>(std::numeric_limits<std::int64_t>::max())) {
         real_ = static_cast<double>(value);
@@ -59,7 +64,7 @@ class FEXORA_API NSNumber {
   constexpr double doubleValue() const noexcept {
     return kind_ == Kind::real ? real_ : static_cast<double>(integer_);
   }
-  // Out of a float's range: infinite.
+  // The nearest float; infinite from where that would be beyond the largest one.
   float floatValue() const noexcept;
   // A real is cut towards zero and held to the 64-bit range; not-a-number gives 0.
   std::int64_t intValue() const noexcept;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/foundation/NoDestructor.h"
 
 namespace fexora {
@@ -22,6 +23,16 @@ struct NotificationCenter::Observers {
     return at != list.end() ? &*at : nullptr;
   }
 
+  // Hands the function out, whose end may change the list again.
+  std::shared_ptr<std::function<void()>> remove(std::uint64_t id) noexcept {
+    const auto at = std::find_if(list.begin(), list.end(),
+                                 [id](const Observer& observer) { return observer.id == id; });
+    if (at == list.end()) return nullptr;
+    auto function = std::move(at->function);
+    list.erase(at);
+    return function;
+  }
+
   std::vector<Observer> list;
   std::uint64_t lastId = 0;
 };
@@ -32,23 +43,16 @@ NotificationCenter::Token::Token(std::weak_ptr<Observers> observers, std::uint64
 NotificationCenter::Token::Token(Token&& other) noexcept
     : observers_(std::exchange(other.observers_, {})), id_(std::exchange(other.id_, 0)) {}
 
-NotificationCenter::Token& NotificationCenter::Token::operator=(Token&& other) noexcept {
-  if (this != &other) {
-    end();
-    observers_ = std::exchange(other.observers_, {});
-    id_ = std::exchange(other.id_, 0);
-  }
+NotificationCenter::Token& NotificationCenter::Token::operator=(Token other) noexcept {
+  std::swap(observers_, other.observers_);
+  std::swap(id_, other.id_);
   return *this;
 }
 
 NotificationCenter::Token::~Token() {
-  end();
-}
-
-void NotificationCenter::Token::end() noexcept {
-  if (const auto observers = observers_.lock()) {
-    std::erase_if(observers->list, [this](const auto& observer) { return observer.id == id_; });
-  }
+  const auto observers = observers_.lock();
+  // Dies last, when nothing is looked at any more: it may own the owner of a token, this one's too.
+  const auto function = observers != nullptr ? observers->remove(id_) : nullptr;
 }
 
 NotificationCenter::NotificationCenter() : observers_(std::make_shared<Observers>()) {}
@@ -75,10 +79,7 @@ void NotificationCenter::postNotification(std::string_view name) {
   for (std::uint64_t id = 0; const auto* observer = observers->next(name, id, last);) {
     id = observer->id;
     const auto function = observer->function;  // an observer may end its own observation
-    try {
-      if (*function) (*function)();
-    } catch (...) {  // NOLINT(bugprone-empty-catch): the next observer must still be told
-    }
+    if (*function) quietly(Log::process(), "An observer of a notification", *function);
   }
 }
 

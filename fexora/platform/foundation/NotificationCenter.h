@@ -21,18 +21,18 @@ class FEXORA_API NotificationCenter {
   struct Observers;
 
  public:
-  // Ends its observation when it goes; may outlive the center.
+  // Ends its observation when it goes; may outlive the center. The function goes with it, and may
+  // itself own tokens.
   class FEXORA_API Token {
    public:
     Token() noexcept = default;
     Token(Token&& other) noexcept;
-    Token& operator=(Token&& other) noexcept;
+    Token& operator=(Token other) noexcept;
     ~Token();
 
    private:
     friend class NotificationCenter;
     Token(std::weak_ptr<Observers> observers, std::uint64_t id) noexcept;
-    void end() noexcept;
 
     std::weak_ptr<Observers> observers_;
     std::uint64_t id_ = 0;
@@ -48,7 +48,7 @@ class FEXORA_API NotificationCenter {
   [[nodiscard]] Token addObserver(std::string_view name, std::function<void()> function);
 
   // Observers added during the post are not called by it; one that has been ended is not called
-  // any more. What an observer throws is caught and dropped: the others are still called.
+  // any more. What an observer throws is said in the process's log: the others are still called.
   void postNotification(std::string_view name);
 
  private:

@@ -75,13 +75,19 @@ class FEXORA_API Value {
   enum class Kind : std::uint8_t { null, number, string, date, data, array, dictionary };
 
   Value() noexcept = default;
+  Value(const Value& other) = default;
+  Value(Value&& other) noexcept = default;
+  // By value: what is assigned may be a part of what this value alone holds.
+  Value& operator=(Value other) noexcept {
+    content_.swap(other.content_);
+    return *this;
+  }
+  ~Value() = default;
   // NOLINTBEGIN(google-explicit-constructor): each kind of content stands wherever a Value is
   // taken.
   Value(NSNumber number) noexcept : content_(number) {}
   Value(std::same_as<bool> auto value) noexcept : content_(NSNumber(value)) {}
-  template <std::integral T>
-  requires(!std::same_as<T, bool>) Value(T value)
-  noexcept : content_(NSNumber(value)) {}
+  Value(PlainInteger auto value) noexcept : content_(NSNumber(value)) {}
   Value(std::floating_point auto value) noexcept : content_(NSNumber(value)) {}
   Value(const char* text);  // a null pointer gives the null value
   Value(std::string text);

@@ -1,5 +1,7 @@
 // The main queue of the process: posted functions, one-shot timers, watched descriptors, and the
-// clocks that go with them. Everything it calls runs on the main thread, one at a time.
+// clocks that go with them. Everything it calls runs on the main thread, one at a time. A function
+// may run the loop itself, as a modal dialog does: whatever is posted, due or readable meanwhile is
+// called in there. What a function throws is said in the process's log and dropped.
 //
 // The process's own implementation rides on GLib's default main context, which GTK and Qt hosts
 // already iterate. A host with another loop implements this class and installs it before it first

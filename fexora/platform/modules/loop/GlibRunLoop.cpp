@@ -6,6 +6,7 @@
 
 #include <glib.h>
 
+#include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/loop/Clocks.h"
 
 namespace fexora {
@@ -16,11 +17,8 @@ constexpr double kMicroseconds = 1e6;
 constexpr gint64 kPollMicroseconds = 50'000;
 
 // What the loop calls is C underneath: nothing may be thrown through it.
-void callQuietly(const RunLoop::Function& function) noexcept {
-  try {
-    function();
-  } catch (...) {  // NOLINT(bugprone-empty-catch): see above
-  }
+void call(const RunLoop::Function& function) noexcept {
+  quietly(Log::process(), "A function that the loop called", function);
 }
 
 // A GSource whose dispatch calls `call`, which says whether the source goes on.
@@ -43,6 +41,8 @@ GSourceFuncs loopSourceFunctions = {nullptr, nullptr, dispatch, finalize, nullpt
 GSource* newSource(std::function<bool()> call) {
   GSource* source = g_source_new(&loopSourceFunctions, sizeof(LoopSource));
   reinterpret_cast<LoopSource*>(source)->call = new std::function<bool()>(std::move(call));
+  // A function may run the loop itself, and waits there for what this source brings.
+  g_source_set_can_recurse(source, TRUE);
   return source;
 }
 
@@ -52,7 +52,7 @@ class GlibTimer final : public Timer {
     auto timer = std::make_shared<GlibTimer>();
     timer->source_ = newSource([timer, function = std::move(function)] {
       timer->release();
-      callQuietly(function);
+      call(function);
       return false;
     });
     // The clock is read in whole microseconds, so one more keeps the timer from firing early.
@@ -87,7 +87,7 @@ class GlibDescriptorWatch final : public DescriptorWatch {
  public:
   GlibDescriptorWatch(int descriptor, RunLoop::Function function)
       : source_(newSource([function = std::move(function)] {
-          callQuietly(function);
+          call(function);
           return true;
         })) {
     g_source_add_unix_fd(source_, descriptor,
@@ -123,6 +123,7 @@ GlibRunLoop::GlibRunLoop() {
           return G_SOURCE_CONTINUE;
         },
         this, nullptr);
+    g_source_set_can_recurse(source, TRUE);
   }
   g_source_attach(source, nullptr);
   g_source_unref(source);
@@ -150,12 +151,28 @@ void GlibRunLoop::post(Function function) {
 }
 
 void GlibRunLoop::runPosted() {
-  std::vector<Function> functions;
-  {
-    const std::lock_guard lock(mutex_);
-    functions.swap(posted_);
+  // One by one, so that a loop run inside of one has all others at hand; what they post is left to
+  // the next round, so that other sources have their turn.
+  for (std::size_t left = postedCount(); left > 0; --left) {
+    const Function function = takePosted();
+    if (!function) return;
+    call(function);
   }
-  for (const Function& function : functions) callQuietly(function);
+  if (postedCount() > 0) wake_.wake();
+}
+
+std::size_t GlibRunLoop::postedCount() {
+  const std::lock_guard lock(mutex_);
+  return posted_.size();
+}
+
+// Empty when there is none: a loop inside of one may have run the rest.
+RunLoop::Function GlibRunLoop::takePosted() {
+  const std::lock_guard lock(mutex_);
+  if (posted_.empty()) return {};
+  Function function = std::move(posted_.front());
+  posted_.pop_front();
+  return function;
 }
 
 std::unique_ptr<DescriptorWatch> GlibRunLoop::watchReadable(int descriptor, Function function) {

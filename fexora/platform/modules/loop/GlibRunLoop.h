@@ -1,9 +1,9 @@
 // The run loop on GLib's default main context, which GTK and Qt hosts iterate.
 #pragma once
 
-#include <atomic>
+#include <cstddef>
+#include <deque>
 #include <mutex>
-#include <vector>
 
 #include "fexora/platform/loop/RunLoop.h"
 #include "fexora/platform/loop/WakeUp.h"
@@ -23,10 +23,12 @@ class GlibRunLoop final : public RunLoop {
 
  private:
   void runPosted();
+  std::size_t postedCount();
+  Function takePosted();
 
   std::mutex mutex_;
-  std::vector<Function> posted_;  // under mutex_
-  const WakeUp wake_;             // what other threads reach the loop by
+  std::deque<Function> posted_;  // under mutex_
+  const WakeUp wake_;            // what other threads reach the loop by
 };
 
 }  // namespace fexora
