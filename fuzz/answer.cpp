@@ -7,6 +7,7 @@
 #include "fexora/platform/foundation/Log.h"
 #include "fexora/platform/mapping/Mapper.h"
 #include "fexora/platform/modules/net/JsonDocument.h"
+#include "fexora/platform/modules/net/JsonScan.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
 #include "fexora/rates/PairRates.h"
 
@@ -51,31 +52,27 @@ void checkPairs(const std::vector<USDRateRef>& rates) {
   }
 }
 
-// What takes the fast way through the text, or the slow one when it must.
-std::shared_ptr<Response> read(const JsonDocument& document) {
-  const MapSource* object = document.object();
-  return object != nullptr ? Mapper<Response>::map(*object) : nullptr;
-}
-
-void checkDocument(const JsonDocument& document, const JsonResult& json, const Response* response) {
-  require(document.state() == json.state && document.reason() == json.reason,
-          "both readers take and refuse the same texts");
-  const auto read = fuzz::read(document);
-  require((read != nullptr) == (response != nullptr), "both readers find the same root");
-  if (read == nullptr) return;
-  require(test::describe(Mapper<Response>::toJSON(*read)) ==
-              test::describe(Mapper<Response>::toJSON(*response)),
-          "both readers find the same content");
+// The scan may only make numbers fit that would not.
+void checkScan(std::string_view text, const JsonDocument& document) {
+  const JsonScan scan = scanJson(text);
+  const JsonDocument again(scan.text);
+  require(again.state() == document.state(), "a scan makes no JSON of a fault, nor the reverse");
+  require(scanJson(scan.text).values == scan.values, "a scan changes no count");
+  if (document.state() != JsonDocument::State::value) return;
+  require(document.state() == JsonDocument(text, scan.values).state(), "the count is enough");
+  require(JsonDocument(text, scan.values - 1).state() == JsonDocument::State::tooLarge ||
+              text.size() / 2 < scan.values - 1,
+          "and no more than enough");
 }
 
 void run(std::string_view text) {
-  const JsonResult json = decodeJson(text);
-  const bool isValue = json.state == JsonResult::State::value;
-  require(json.reason.empty() == isValue, "a refusal has a reason, a value none");
-  require(isValue || json.root.isNull(), "a refusal has no value");
-  const auto response = Mapper<Response>::map(json.root);
-  require((response != nullptr) == (json.root.dictionary() != nullptr), "an object is an answer");
-  checkDocument(JsonDocument(text), json, response.get());
+  const JsonDocument document(text);
+  require(document.reason().empty() == (document.state() == JsonDocument::State::value),
+          "a refusal has a reason, a value none");
+  checkScan(text, document);
+  const MapSource* object = document.object();
+  const auto response = object != nullptr ? Mapper<Response>::map(*object) : nullptr;
+  require((response != nullptr) == (object != nullptr), "an object is an answer");
   if (response == nullptr) return;
   checkMapping(*response);
   checkSaving(response->rates());

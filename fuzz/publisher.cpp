@@ -4,11 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "fexora/platform/modules/net/JsonValue.h"
-
 #include "fuzz/Target.h"
 #include "programs/fexora-publish/Publication.h"
 #include "programs/fexora-publish/Refusal.h"
+#include "tests/support/JsonRoot.h"
 
 namespace fexora::fuzz {
 namespace {
@@ -16,9 +15,9 @@ namespace {
 const Date kUndated(1'790'640'000);
 
 void checkAnswer(const publish::PublishedRates& rates, const std::string& answer) {
-  const JsonResult json = decodeJson(answer);
-  require(json.state == JsonResult::State::value, "what is published is JSON");
-  const Value* list = json.root.dictionary()->find("rates");
+  const auto json = test::jsonRoot(answer);
+  require(json.has_value(), "what is published is JSON");
+  const Value* list = json->dictionary()->find("rates");
   require(list->array()->size() == rates.size(), "every rate is published");
   for (const Value& element : *list->array()) {
     const Dictionary& rate = *element.dictionary();

@@ -160,10 +160,10 @@ NetReply Exchange::reply(CURLcode code) try {
 
 NetReply Exchange::newAnswer() {
   const JsonDocument document(body_);
-  if (document.state() == JsonResult::State::tooLarge) {
+  if (document.state() == JsonDocument::State::tooLarge) {
     return fail(ResponseError::Kind::tooLarge, document.reason());
   }
-  if (document.state() != JsonResult::State::value) {
+  if (document.state() != JsonDocument::State::value) {
     return fail(ResponseError::Kind::notJson, document.reason());
   }
   if (document.object() == nullptr) return fail(ResponseError::Kind::notAnObject, {});

@@ -1,21 +1,21 @@
 #include "fexora/platform/modules/net/JsonDocument.h"
 
-#include <optional>
+#include <new>
 #include <utility>
 
 #include <simdjson.h>
+
+#include "fexora/platform/modules/net/JsonScan.h"
 
 namespace fexora {
 namespace {
 
 namespace dom = simdjson::dom;
 
-// Each value but the last takes two bytes at least, so that a text up to this size needs no count.
-constexpr std::size_t kParsedBytes = 2 * limits::kJsonValues;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-// The parser refuses this depth already, but does not count a list or object that is empty: it
-// takes nothing that is too deep, and what it refuses too early the decoder takes.
-constexpr std::size_t kDepth = limits::kJsonDepth;
+// The parser's count begins at one.
+constexpr std::size_t kDepth = limits::kJsonDepth + 1;
 
 Value valueOf(dom::element element);
 
@@ -101,11 +101,9 @@ class ObjectSource final : public MapSource {
 // The parser owns what the root refers to.
 class JsonDocument::Parsed {
  public:
-  // False when the text is at fault, or holds a number too large for the parser's types.
-  bool parse(std::string_view text) {
-    text = withoutByteOrderMark(text);
-    return parser_.allocate(text.size(), kDepth) == simdjson::SUCCESS &&
-           parser_.parse(text.data(), text.size()).get(root_) == simdjson::SUCCESS;
+  simdjson::error_code parse(std::string_view text) {
+    const auto error = parser_.allocate(text.size(), kDepth);
+    return error ? error : parser_.parse(text.data(), text.size()).get(root_);
   }
   std::unique_ptr<MapSource> object() const {
     dom::object object;
@@ -118,22 +116,31 @@ class JsonDocument::Parsed {
   dom::element root_;
 };
 
-JsonDocument::JsonDocument(std::string_view text) {
-  if (text.size() <= kParsedBytes) {
-    auto parsed = std::make_unique<Parsed>();
-    if (parsed->parse(text)) {
-      parsed_ = std::move(parsed);
-      decoded_.state = JsonResult::State::value;
-      object_ = parsed_->object();
-      return;
-    }
-  }
-  decoded_ = decodeJson(text);
-  if (const Dictionary* root = decoded_.root.dictionary()) {
-    object_ = std::make_unique<DictionarySource>(*root);
-  }
+JsonDocument::JsonDocument(std::string_view text, std::size_t values)
+    : parsed_(std::make_unique<Parsed>()) {
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  read(text, values);
 }
 
 JsonDocument::~JsonDocument() = default;
+
+void JsonDocument::read(std::string_view text, std::size_t values) {
+  // Each value but the last takes two bytes at least: a shorter text needs no count.
+  const bool mayBeTooMany = text.size() / 2 >= values;
+  if (mayBeTooMany && scanJson(text).values > values) {
+    state_ = State::tooLarge;
+    reason_ = "it holds too many values";
+    return;
+  }
+  auto error = parsed_->parse(text);
+  if (error == simdjson::NUMBER_ERROR) error = parsed_->parse(scanJson(text).text);
+  if (error == simdjson::MEMALLOC) throw std::bad_alloc();
+  if (error) {
+    reason_ = simdjson::error_message(error);
+    return;
+  }
+  state_ = State::value;
+  object_ = parsed_->object();
+}
 
 }  // namespace fexora

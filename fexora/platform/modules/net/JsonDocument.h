@@ -1,36 +1,49 @@
-// A JSON text on its way into a record, without a tree of Values in between.
+// A JSON text (RFC 8259) on its way into a record, without a tree of Values in between.
 //
-// Reads what decodeJson reads and refuses what it refuses (see JsonValue.h), in a quarter of the
-// time for a list of rates. One thread at a time. Nothing throws but for memory that cannot be had.
+// Numbers without fraction and exponent that fit 64 bits become integers, all others reals; one
+// beyond the doubles is a text, so that one odd field does not cost the whole. True and false
+// become the integers 1 and 0. Of equal keys the first stays. A byte order mark before the text is
+// skipped. One thread at a time. Nothing throws but for memory that cannot be had.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include "fexora/platform/foundation/Limits.h"
 #include "fexora/platform/mapping/MapSource.h"
-#include "fexora/platform/modules/net/JsonValue.h"
 
 namespace fexora {
 
 class JsonDocument {
  public:
-  explicit JsonDocument(std::string_view text);
+  enum class State : std::uint8_t {
+    value,
+    notJson,   // a fault in the text, UTF-8 and surrogates included, or nested too deep
+    tooLarge,  // more than `values` values
+  };
+
+  // Lists and objects with something in them may be nested limits::kJsonDepth deep.
+  explicit JsonDocument(std::string_view text, std::size_t values = limits::kJsonValues);
   JsonDocument(const JsonDocument&) = delete;
   JsonDocument& operator=(const JsonDocument&) = delete;
   ~JsonDocument();
 
-  JsonResult::State state() const noexcept { return decoded_.state; }
+  State state() const noexcept { return state_; }
   // For people, unless the text is a value.
-  const std::string& reason() const noexcept { return decoded_.reason; }
+  const std::string& reason() const noexcept { return reason_; }
   // The object at the root; null when there is none. Valid as long as this document.
   const MapSource* object() const noexcept { return object_.get(); }
 
  private:
   class Parsed;
+  void read(std::string_view text, std::size_t values);
 
-  std::unique_ptr<Parsed> parsed_;  // null when the slower decoder had to read the text
-  JsonResult decoded_;
+  State state_ = State::notJson;
+  std::string reason_;
+  std::unique_ptr<Parsed> parsed_;
   std::unique_ptr<MapSource> object_;
 };
 
