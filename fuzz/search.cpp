@@ -48,7 +48,7 @@ void run(std::string_view input) {
   auto [codes, names] = currenciesIn(input);
   if (codes.empty()) return;
   test::TestCatalogue catalogue(codes);
-  catalogue.desktop.strings.set(std::move(names));
+  catalogue.desktop.strings.setTable(std::move(names));
   const CurrencyManager& manager = catalogue.manager();
   const int limit = smallNumber(choices, 20);
   const auto exclude =

@@ -14,7 +14,7 @@
 #include <string.h>  // memmem
 
 #include "fexora/catalogue/CurrencyManager.h"
-#include "fexora/platform/foundation/StringTable.h"
+#include "fexora/platform/foundation/TableStrings.h"
 
 #include "bench/support/FolderResources.h"
 #include "bench/support/Peers.h"
@@ -115,7 +115,7 @@ void race(const char* kind, const CurrencyManager& manager, const Words& names,
 void run(const char* kind, std::size_t n, const Words& words, const std::string& folder) {
   std::mt19937 random(1);  // NOLINT(cert-msc51-cpp): the same searches every time
   const Words names = makeNames(n, words, random);
-  StringTable table;
+  TableStrings::Table table;
   std::ofstream plist(folder + "/Currency.plist");
   plist << "<plist version=\"1.0\"><array>";
   for (std::size_t i = 0; i < names.size(); ++i) {

@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include "fexora/platform/foundation/CurrencyNames.h"
-#include "fexora/platform/foundation/StringTable.h"
 
 #include "tests/catalogue/SlowSearch.h"
 #include "tests/support/TestCatalogue.h"
@@ -31,10 +30,10 @@ using Codes = std::vector<std::string>;
 
 TEST(CurrencySearch, ExactCodeFirst_ThenCatalogueOrder) {
   TestCatalogue catalogue({"AUD", "EURC", "USD", "USDT", "EUR"});
-  catalogue.desktop.strings.set({{"AUD", "Australian Dollar"},
-                                 {"USD", "US Dollar"},
-                                 {"USDT", "Tether, a usd coin"},
-                                 {"EUR", "Euro"}});
+  catalogue.desktop.strings.setTable({{"AUD", "Australian Dollar"},
+                                      {"USD", "US Dollar"},
+                                      {"USDT", "Tether, a usd coin"},
+                                      {"EUR", "Euro"}});
   const auto search = [&](std::string_view query, std::int64_t limit = kNoLimit) {
     return codes(catalogue.manager().currenciesForString(query, limit, {}));
   };
@@ -72,7 +71,7 @@ TEST(CurrencySearch, Limit_CountsMatchesAndNotResults) {
 
 TEST(CurrencySearch, EqualCodes_AreBothGivenByTheExactPassOnly) {
   TestCatalogue catalogue({"ABC", "abc", "ABC", "", "ABCD", "ABCD", ""});
-  catalogue.desktop.strings.set({{"", "no abcd"}});
+  catalogue.desktop.strings.setTable({{"", "no abcd"}});
   auto& manager = catalogue.manager();
   const auto& all = manager.currencies();
   EXPECT_EQ(manager.currenciesForString("abc", kNoLimit, {}),
@@ -83,7 +82,7 @@ TEST(CurrencySearch, EqualCodes_AreBothGivenByTheExactPassOnly) {
 
 TEST(CurrencySearch, Characters_AreNeverCutApart) {
   TestCatalogue catalogue({"A", "B", "C", "D", "ÉTÉ"});
-  catalogue.desktop.strings.set(
+  catalogue.desktop.strings.setTable(
       {{"A", "caf\u00E9"}, {"B", "cafe\u0301"}, {"C", "각"}, {"D", "👩\u200D👧"}});
   const auto search = [&](std::string_view query) {
     return codes(catalogue.manager().currenciesForString(query, kNoLimit, {}));
@@ -149,7 +148,7 @@ TEST(CurrencySearch, RandomCatalogues_GiveWhatThePlainSearchGives) {
     for (const std::string& code : list) {
       if (random.below(3) != 0) names[code] = random.text(6);
     }
-    catalogue.desktop.strings.set(names);
+    catalogue.desktop.strings.setTable(names);
     const auto& all = catalogue.manager().currencies();
     const SlowSearch slow(all, catalogue.desktop.platform);
     for (int i = 0; i < 60; ++i) {
@@ -209,7 +208,7 @@ TEST(CurrencySearch, Keys_AreKeptForOneGenerationOfStrings) {
 
 TEST(CurrencySearch, FourThreadsWhileTheLanguageChanges_EachSeeOneOfThem) {
   TestCatalogue catalogue({"USD", "EUR", "JPY"});
-  fexora::TableStrings strings;
+  TableStrings strings;
   strings.setTable({{"JPY", "Yen"}});
   catalogue.desktop.platform.strings = &strings;
   auto& manager = catalogue.manager();

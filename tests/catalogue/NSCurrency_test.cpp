@@ -12,7 +12,7 @@ namespace {
 
 TEST(NSCurrency, Description_IsCodeAndNameOrCodeTwice) {
   TestCatalogue catalogue({"USD", "EUR"});
-  catalogue.desktop.strings.set({{"USD", "US Dollar"}});
+  catalogue.desktop.strings.setTable({{"USD", "US Dollar"}});
   auto& manager = catalogue.manager();
   const auto records = manager.getNSCurrenciesFromCurrencies(manager.currencies());
   ASSERT_EQ(records.size(), 2U);
@@ -21,7 +21,7 @@ TEST(NSCurrency, Description_IsCodeAndNameOrCodeTwice) {
   EXPECT_EQ(records[0]->valueForKey("description"), Value("(USD) US Dollar"));
   EXPECT_EQ(records[0]->valueForKey("currency"), std::nullopt);
   EXPECT_EQ(records[0]->perform("init"), std::nullopt);
-  catalogue.desktop.strings.set({{"USD", "Buck"}});
+  catalogue.desktop.strings.setTable({{"USD", "Buck"}});
   EXPECT_EQ(records[0]->description(), "(USD) Buck");
   records[0]->setCurrency(manager.currencies()[1]);
   EXPECT_EQ(records[0]->description(), "(EUR) EUR");

@@ -50,16 +50,6 @@ void ScriptedTransport::answer(std::optional<Value> root, std::optional<Response
   request.complete(std::move(record), std::move(error));
 }
 
-std::optional<std::string> TableStrings::string(std::string_view key) {
-  const auto at = strings_.find(key);
-  return at != strings_.end() ? std::optional(at->second) : std::nullopt;
-}
-
-void TableStrings::set(std::map<std::string, std::string, std::less<>> strings) {
-  strings_ = std::move(strings);
-  ++generation_;
-}
-
 std::optional<std::string> FolderResources::path(std::string_view name,
                                                  std::string_view extension) {
   if (!folder) return std::nullopt;

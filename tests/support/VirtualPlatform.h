@@ -2,7 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,6 +9,7 @@
 #include <vector>
 
 #include "fexora/platform/Platform.h"
+#include "fexora/platform/foundation/TableStrings.h"
 
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/VirtualRunLoop.h"
@@ -52,17 +52,6 @@ class ScriptedTransport final : public Transport {
   void answer(std::optional<Value> root, std::optional<ResponseError> error = {});
 
   std::vector<Request> requests;
-};
-
-class TableStrings final : public HostStrings {
- public:
-  std::optional<std::string> string(std::string_view key) override;
-  std::uint64_t generation() override { return generation_; }
-  void set(std::map<std::string, std::string, std::less<>> strings);
-
- private:
-  std::map<std::string, std::string, std::less<>> strings_;
-  std::uint64_t generation_ = 1;
 };
 
 // Resources in a folder of the test's; none until a folder is named, which gives the built-in ones.

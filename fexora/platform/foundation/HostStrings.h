@@ -18,6 +18,7 @@ class FEXORA_API HostStrings {
   virtual ~HostStrings();
 
   // The string for `key`, UTF-8, or nothing when the host has none. Any thread, several at once.
+  // Must not throw.
   virtual std::optional<std::string> string(std::string_view key) = 0;
 
   // A number that changes whenever the strings do (another language, another table). Zero: nothing

@@ -36,9 +36,6 @@ inline constexpr int kFractionDigits = 340;
 // Locales whose number formats are kept at one time.
 inline constexpr std::size_t kKeptLocales = 32;
 
-// A file of localized strings.
-inline constexpr std::size_t kStringsFileBytes = std::size_t{16} << 20;
-
 // The rates service.
 inline constexpr double kConnectSeconds = 10.0;
 inline constexpr double kRequestSeconds = 30.0;
