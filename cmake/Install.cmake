@@ -1,14 +1,23 @@
-# Headers, both forms of the library, modules, resources, the CMake package and the pkg-config file.
+# Headers, both forms of the library, modules, resources, the CMake package, the pkg-config file,
+# manual pages, completions and documents; and a target that takes it all away again.
 include(CMakePackageConfigHelpers)
+include(cmake/PublicHeaders.cmake)
 
-install(TARGETS fexora fexora_static EXPORT fexora-targets
-        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(TARGETS fexora_loop fexora_text fexora_xml fexora_net
-        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/fexora)
-install(DIRECTORY fexora/resources/ DESTINATION ${CMAKE_INSTALL_LIBDIR}/fexora/resources
-        FILES_MATCHING PATTERN "*.plist")
-install(DIRECTORY fexora DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h"
-        PATTERN "modules" EXCLUDE)
+set(private_folder ${CMAKE_INSTALL_LIBDIR}/${FEXORA_PRIVATE_FOLDER})
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/fexora)
+
+install(TARGETS fexora EXPORT fexora-targets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS fexora_static EXPORT fexora-static-targets
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS fexora_loop fexora_text fexora_xml fexora_net LIBRARY DESTINATION ${private_folder})
+install(FILES fexora/resources/Currency.plist DESTINATION ${private_folder}/resources)
+
+# What a host reaches from the one header, and nothing else.
+public_headers(fexora/fexora.h headers)
+foreach(header IN LISTS headers)
+  cmake_path(GET header PARENT_PATH folder)
+  install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder})
+endforeach()
 
 install(FILES packaging/man/fexora.1 packaging/man/fexora-publish.1
         DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
@@ -19,18 +28,29 @@ install(FILES packaging/completions/fexora.fish
         DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 install(FILES packaging/nginx/fexora-rates.conf DESTINATION ${CMAKE_INSTALL_DATADIR}/fexora/nginx)
 install(PROGRAMS packaging/nginx/fexora-rates-update DESTINATION ${CMAKE_INSTALL_BINDIR})
+file(GLOB documents CONFIGURE_DEPENDS docs/*.md)
+install(FILES LICENSE README.md CHANGELOG.md SECURITY.md ${documents}
+        DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
-install(EXPORT fexora-targets NAMESPACE fexora:: FILE fexora-targets.cmake
-        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/fexora)
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+  set(compatibility SameMinorVersion)
+else()
+  set(compatibility SameMajorVersion)
+endif()
+install(EXPORT fexora-targets NAMESPACE fexora:: DESTINATION ${package_folder})
+install(EXPORT fexora-static-targets NAMESPACE fexora:: DESTINATION ${package_folder})
 configure_package_config_file(cmake/fexora-config.cmake.in ${CMAKE_BINARY_DIR}/fexora-config.cmake
-                              INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/fexora)
+                              INSTALL_DESTINATION ${package_folder})
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/fexora-config-version.cmake
-                                 COMPATIBILITY SameMinorVersion)
+                                 COMPATIBILITY ${compatibility})
 install(FILES ${CMAKE_BINARY_DIR}/fexora-config.cmake
               ${CMAKE_BINARY_DIR}/fexora-config-version.cmake
-        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/fexora)
+        DESTINATION ${package_folder})
 
 # Relative, so that the tree may be moved or installed under another prefix than was configured.
 file(RELATIVE_PATH fexora_pc_to_prefix "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 configure_file(cmake/fexora.pc.in ${CMAKE_BINARY_DIR}/fexora.pc @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/fexora.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+add_custom_target(uninstall COMMAND ${CMAKE_COMMAND} -P ${PROJECT_SOURCE_DIR}/cmake/Uninstall.cmake
+                  COMMENT "Taking away what the last installation of this build put in place")

@@ -49,9 +49,10 @@ TEST(Module, Missing_IsAnError) {
   const auto alone = runCommand({kProgram, "completed"});
   EXPECT_EQ(alone.output, "") << "nothing to complete a request with";
   EXPECT_NE(alone.errors.find("no loop module"), std::string::npos) << alone.errors;
-  std::filesystem::create_directory(scratch / "fexora");
-  std::filesystem::copy(FEXORA_TEST_BINARY_DIR "/lib/fexora/fexora_loop.so",
-                        scratch / "fexora/fexora_loop.so");
+  const std::filesystem::path modules = FEXORA_TEST_MODULES;
+  const std::filesystem::path copies = scratch / modules.filename();
+  std::filesystem::create_directory(copies);
+  std::filesystem::copy(modules / "fexora_loop.so", copies / "fexora_loop.so");
   EXPECT_EQ(runCommand({kProgram, "completed"}).output, "no transport\n");
   EXPECT_EQ(runCommand({kProgram, "at-once"}).exitCode, 0);
   unsetenv("LD_LIBRARY_PATH");

@@ -56,6 +56,8 @@ class FEXORA_API NSNumber {
   // absent, empty or no number gives 0.0. `maxFractionDigints` bounds the digits kept after the
   // mark (half to even). See input/AmountParsing.h for what counts as a number.
   NSNumber(const char* string, std::optional<int> maxFractionDigints = {});
+  NSNumber(const std::string& string, std::optional<int> maxFractionDigints = {})
+      : NSNumber(std::optional<std::string_view>(string), maxFractionDigints) {}
   NSNumber(std::optional<std::string_view> string, std::optional<int> maxFractionDigints = {});
   // NOLINTEND(google-explicit-constructor)
 

@@ -20,7 +20,8 @@ class FEXORA_API Resources {
   // nothing where the library has no place of its own (linked statically). Any thread.
   virtual std::optional<std::string> path(std::string_view name, std::string_view extension) = 0;
 
-  // "fexora/resources/" beside the shared library, in the build and the installed tree alike.
+  // In "resources/" of the library's private folder, which lies beside the shared library in the
+  // build and the installed tree alike.
   static Resources& process();
 };
 
