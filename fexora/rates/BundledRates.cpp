@@ -29,6 +29,15 @@ bool hasRates(const StoreManager& store) {
                      [](const Value& rate) { return rate.dictionary() != nullptr; });
 }
 
+bool isBundled(const Value& stored, const BundledRate& bundled) {
+  const Dictionary* rate = stored.dictionary();
+  const Value* code = rate != nullptr ? rate->find("code") : nullptr;
+  const Value* figure = rate != nullptr ? rate->find("rate") : nullptr;
+  return code != nullptr && code->string() != nullptr && *code->string() == bundled.code &&
+         figure != nullptr && figure->number() != nullptr &&
+         figure->number()->doubleValue() == bundled.rate;
+}
+
 }  // namespace
 
 bool seedBundledRates(StoreManager& store) {
@@ -42,6 +51,17 @@ bool seedBundledRates(StoreManager& store) {
   } catch (const std::bad_alloc&) {
     return false;
   }
+}
+
+bool hasBundledRates(const StoreManager& store) {
+  const Value* updated = store.ud().find(kUDUSDRatesUpdated);
+  const Date* date = updated != nullptr ? updated->date() : nullptr;
+  if (date == nullptr || *date != bundledRatesDate()) return false;
+  const Value* stored = store.ud().find(kUDUSDRates);
+  const Array* rates = stored != nullptr ? stored->array() : nullptr;
+  const auto table = bundledRatesTable();
+  return rates != nullptr &&
+         std::equal(rates->begin(), rates->end(), table.begin(), table.end(), isBundled);
 }
 
 }  // namespace fexora

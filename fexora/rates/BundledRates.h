@@ -10,4 +10,8 @@ namespace fexora {
 // it did. Main thread.
 FEXORA_API bool seedBundledRates(StoreManager& store);
 
+// Whether the store's rates are the bundled ones, date and figures: seeded now or by an earlier
+// start. Makes no records. Main thread.
+FEXORA_API bool hasBundledRates(const StoreManager& store);
+
 }  // namespace fexora

@@ -1,11 +1,14 @@
 #include "programs/fexora-publish/Options.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <string_view>
 
 #include <CLI/CLI.hpp>
 
 #include "programs/fexora-publish/Refusal.h"
+#include "programs/fexora/Words.h"
 
 namespace fexora::publish {
 namespace {
@@ -13,16 +16,22 @@ namespace {
 constexpr const char* kPurpose =
     "Makes the rates service's answer, rates.json, from one or more sources: a euro reference XML, "
     "a dollar JSON or a CSV of \"code,rate\" in units that one dollar buys. Later sources fill "
-    "what earlier ones lack. Whatever is wrong with a source, nothing is written.";
+    "what earlier ones lack. Whatever is wrong with a source, nothing is written. A SOURCE is a "
+    "file, or - for standard input.";
+
+constexpr std::array<std::string_view, 4> kWithValue = {"--output", "--max-age", "--min-count",
+                                                        "--max-jump"};
 
 void addOptions(CLI::App& app, Options& options, bool& version) {
-  app.add_option("SOURCE", options.sources, "A file, or - for standard input")->type_name("");
-  app.add_option("--output", options.output, "File to replace; standard output without it")
+  using program::addNumber;
+  app.set_help_flag("--help", "Print this help");
+  app.add_option("--output", options.output,
+                 "File to replace; standard output without it, or with -")
       ->type_name("FILE");
-  app.add_option("--max-age", options.maxAge, "Refuse a source older than so many days")
+  addNumber(app, "--max-age", options.maxAge, "Refuse a source older than so many days")
       ->type_name("DAYS");
-  app.add_option("--min-count", options.minCount, "Refuse fewer codes (1)")->type_name("N");
-  app.add_option("--max-jump", options.maxJump, "Refuse a larger change to the published file")
+  addNumber(app, "--min-count", options.minCount, "Refuse fewer codes (1)")->type_name("N");
+  addNumber(app, "--max-jump", options.maxJump, "Refuse a larger change to the published file")
       ->type_name("PERCENT");
   app.add_flag("--force", options.force, "Publish whatever the change");
   app.add_flag("--version", version, "Print the version");
@@ -38,6 +47,9 @@ void check(const Options& options) {
     throw refusal("standard input can be read once only");
   }
   if (!isBound(options.maxAge)) throw refusal("--max-age takes a number of days from 0");
+  if (options.minCount && *options.minCount < 0) {
+    throw refusal("--min-count takes a whole number from 0");
+  }
   if (!isBound(options.maxJump)) throw refusal("--max-jump takes a percentage from 0");
   if (options.maxJump && options.output.empty()) {
     throw refusal("--max-jump compares with the file of --output, which is missing");
@@ -46,26 +58,28 @@ void check(const Options& options) {
 
 }  // namespace
 
-Options readOptions(int count, char** words) {
+Options readOptions(int count, char** words) try {
   Options options;
   CLI::App app(kPurpose, "fexora-publish");
-  app.set_help_flag("--help", "Print this help");
   bool version = false;
   addOptions(app, options, version);
+  auto sorted = program::sortWords({words + 1, words + count}, kWithValue);
+  options.sources = std::move(sorted.operands);
   try {
-    app.parse(count, words);
+    app.parse(std::move(sorted.options));
   } catch (const CLI::CallForHelp&) {
-    options.answer = app.help();
+    options.answer = program::helpText(app, "SOURCE…");
     return options;
-  } catch (const CLI::ParseError& error) {
-    throw refusal(error.what());
   }
+  if (options.output == "-") options.output.clear();
   if (version) {
-    options.answer = "fexora-publish " FEXORA_VERSION "\n";
+    options.answer = "fexora-publish " FEXORA_VERSION;
   } else {
     check(options);
   }
   return options;
+} catch (const CLI::ParseError& error) {
+  throw refusal(error.what());
 }
 
 }  // namespace fexora::publish

@@ -1,6 +1,7 @@
 // What the command line asks for.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,12 +9,12 @@
 namespace fexora::publish {
 
 struct Options {
-  std::vector<std::string> sources;  // files, or "-" for standard input
-  std::string output;                // empty: standard output
-  std::optional<double> maxAge;      // days
-  std::size_t minCount = 1;          // codes
-  std::optional<double> maxJump;     // percent
-  bool force = false;                // publishes whatever the jump
+  std::vector<std::string> sources;      // files, or "-" for standard input
+  std::string output;                    // empty: standard output
+  std::optional<double> maxAge;          // days
+  std::optional<std::int64_t> minCount;  // codes; 1 when left out
+  std::optional<double> maxJump;         // percent
+  bool force = false;                    // publishes whatever the jump
 
   // Set when the line asked for a text instead of work: the help or the version.
   std::optional<std::string> answer;

@@ -4,6 +4,7 @@
 
 #include <simdjson.h>
 
+#include "fexora/platform/foundation/Limits.h"
 #include "fexora/platform/foundation/NumberText.h"
 
 #include "programs/fexora-publish/Refusal.h"
@@ -15,6 +16,9 @@ namespace {
 namespace dom = simdjson::dom;
 
 constexpr double kDay = 86400;
+
+// The answer has three values for each, and six others.
+constexpr auto kMostCodes = static_cast<std::int64_t>((limits::kJsonValues - 6) / 3);
 
 std::string dayText(Date date) {
   return date.isoText().value_or("").substr(0, 10);
@@ -38,8 +42,9 @@ std::map<std::string, double> ratesOf(const std::string& published, const std::s
   return rates;
 }
 
-// Without a division, so that exactly ten percent are not more than ten.
-bool isJump(double before, double now, double percent) {
+// Without a division, so that exactly ten percent are not more than ten; and in a type whose range
+// the products do not leave.
+bool isJump(long double before, long double now, long double percent) {
   return !(std::abs(now - before) * 100 <= percent * before);
 }
 
@@ -52,19 +57,20 @@ std::string label(const Source& source) {
 }  // namespace
 
 void checkAge(const Options& options, const Source& source, Date today) {
-  if (!options.maxAge) return;
   const double days = (today.secondsSince1970() - source.date.secondsSince1970()) / kDay;
-  if (days <= *options.maxAge) return;
-  throw refusal(source.name + ": its rates of " + dayText(source.date) + " are " +
-                shortestText(days) + " days old, more than " + shortestText(*options.maxAge));
+  const std::string rates = source.name + ": its rates of " + dayText(source.date);
+  // Somewhere it is tomorrow already.
+  if (days < -1) throw refusal(rates + " lie in the future");
+  if (!options.maxAge || days <= *options.maxAge) return;
+  throw refusal(rates + " are " + shortestText(days) + " days old, more than " +
+                shortestText(*options.maxAge));
 }
 
 PublishedRates merge(const std::vector<Source>& sources) {
   PublishedRates rates;
   for (const Source& source : sources) {
     for (const SourceRate& rate : source.rates) {
-      rates.try_emplace(
-          rate.code, PublishedRate{rate.rate, source.name + ", line " + std::to_string(rate.line)});
+      rates.try_emplace(rate.code, PublishedRate{rate.rate, &source.name, rate.line});
     }
   }
   return rates;
@@ -72,18 +78,23 @@ PublishedRates merge(const std::vector<Source>& sources) {
 
 void checkCount(const Options& options, const PublishedRates& rates) {
   if (rates.empty()) throw refusal("the sources hold no rates");
-  if (rates.size() >= options.minCount) return;
-  throw refusal("the sources hold " + std::to_string(rates.size()) + " codes, fewer than " +
-                std::to_string(options.minCount));
+  const auto count = static_cast<std::int64_t>(rates.size());
+  const std::int64_t fewest = options.minCount.value_or(1);
+  if (count >= fewest && count <= kMostCodes) return;
+  throw refusal("the sources hold " + std::to_string(count) + " codes, " +
+                (count < fewest ? "fewer than " + std::to_string(fewest)
+                                : "more than the library reads, " + std::to_string(kMostCodes)));
 }
 
 void checkJump(const Options& options, const PublishedRates& rates, const std::string& published) {
   for (const auto& [code, before] : ratesOf(published, options.output)) {
     const auto now = rates.find(code);
     if (now == rates.end() || !isJump(before, now->second.rate, *options.maxJump)) continue;
-    throw refusal(now->second.from + ", " + code + ": the rate " + shortestText(now->second.rate) +
-                  " is more than " + shortestText(*options.maxJump) +
-                  " % away from the published " + shortestText(before) + "; see --force");
+    const PublishedRate& rate = now->second;
+    throw refusal(*rate.source + ", line " + std::to_string(rate.line) + ", " + code +
+                  ": the rate " + shortestText(rate.rate) + " is more than " +
+                  shortestText(*options.maxJump) + " % away from the published " +
+                  shortestText(before) + "; see --force");
   }
 }
 

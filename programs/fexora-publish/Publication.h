@@ -13,18 +13,19 @@ namespace fexora::publish {
 
 struct PublishedRate {
   double rate = 0;
-  std::string from;  // the source and its line, for messages
+  const std::string* source = nullptr;  // its name and the line there, for messages
+  std::size_t line = 0;
 };
 
 using PublishedRates = std::map<std::string, PublishedRate>;
 
-// Refuses a source older than --max-age on the day `today`.
+// Refuses a source older than --max-age on the day `today`, and one of a day after tomorrow.
 void checkAge(const Options& options, const Source& source, Date today);
 
-// Earlier sources win.
+// Earlier sources win. The result refers to the sources.
 PublishedRates merge(const std::vector<Source>& sources);
 
-// Refuses fewer codes than --min-count, and none at all.
+// Refuses fewer codes than --min-count, none at all, and more than the library reads.
 void checkCount(const Options& options, const PublishedRates& rates);
 
 // Refuses a change of more than --max-jump against `published`, the text of the published file.

@@ -47,9 +47,9 @@ void RateCollector::add(std::size_t line, std::string_view code, double rate) {
 }
 
 void RateCollector::checkRate(const SourceRate& rate) const {
-  if (std::isfinite(rate.rate) && rate.rate > 0) return;
+  if (std::isfinite(rate.rate) && rate.rate > 0 && std::isfinite(1 / rate.rate)) return;
   refuse(rate.line, rate.code,
-         "the rate " + shortestText(rate.rate) + " is not finite and positive");
+         "the rate " + shortestText(rate.rate) + " or its reciprocal is not finite and positive");
 }
 
 void RateCollector::setDate(std::size_t line, std::string_view day) {

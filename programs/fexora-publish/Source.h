@@ -15,7 +15,7 @@ namespace fexora::publish {
 
 struct SourceRate {
   std::string code;  // upper case
-  double rate = 0;   // finite and positive
+  double rate = 0;   // finite and positive, as its reciprocal is
   std::size_t line = 0;
 };
 

@@ -15,6 +15,7 @@
 #include "programs/fexora-publish/Publication.h"
 #include "programs/fexora-publish/Refusal.h"
 #include "programs/fexora-publish/Source.h"
+#include "programs/fexora/OneLine.h"
 
 namespace fexora::publish {
 namespace {
@@ -44,8 +45,9 @@ void replace(const Options& options, const std::string& text,
   if (published && published->bytes == text) return;
   Files& files = Files::process();
   removeDeadTemporaries(files, folderOf(options.output));
-  const auto mode = published ? published->status.mode : kReadableByAll;
-  const auto outcome = replaceFile(files, options.output, text, mode);
+  // Whoever may read the old file, like a web server, may read the new one.
+  const auto outcome = published ? replaceFile(files, options.output, text, published->status)
+                                 : replaceFile(files, options.output, text, kReadableByAll);
   if (!outcome.error) return;
   throw Refusal{Exit::notWritten, options.output + ": not written, since it failed to " +
                                       outcome.step + ": " + outcome.error.message()};
@@ -75,13 +77,8 @@ void publish(const Options& options) {
   replace(options, text, published);
 }
 
-int fail(Exit exit, std::string message) {
-  constexpr std::size_t kMessageBytes = 500;
-  for (char& c : message) {
-    if (static_cast<unsigned char>(c) < ' ') c = ' ';
-  }
-  message.resize(std::min(message.size(), kMessageBytes));
-  std::fprintf(stderr, "fexora-publish: %s\n", message.c_str());
+int fail(Exit exit, std::string_view message) {
+  std::fprintf(stderr, "fexora-publish: %s\n", program::oneLine(message).c_str());
   return static_cast<int>(exit);
 }
 
@@ -92,7 +89,7 @@ int run(int count, char** words) {
   try {
     const Options options = readOptions(count, words);
     if (options.answer) {
-      write(stdout, *options.answer);
+      write(stdout, *options.answer + "\n");
     } else {
       publish(options);
     }

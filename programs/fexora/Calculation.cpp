@@ -61,7 +61,9 @@ Named withNamedNumbers(const std::string& typed) {
     const std::size_t end = std::min(typed.find_first_of(" +-*/()", at), typed.size());
     const std::string number = typed.substr(at, end - at);
     const auto value = parseAmount(number);
-    if (!value) throw refusal(typed, "has no number" + atPlace(typed, at) + ": " + quoted(number));
+    if (!value || !std::isfinite(*value)) {
+      throw refusal(typed, "has no finite number" + atPlace(typed, at) + ": " + quoted(number));
+    }
     named.append("n" + std::to_string(named.numbers.size()), at);
     named.numbers.push_back(*value);
     at = end;
@@ -108,12 +110,22 @@ double calculate(const std::string& typed) {
   return outcome.value;
 }
 
+// As the locale takes it: point and comma are one there, or neither is a mark.
+std::string example() {
+  Text& text = Text::process();
+  const std::string locale = Locale::current();
+  const std::string mark = text.decimalSeparator(locale);
+  return mark == "." || mark == "," ? "12.5 or 12,5" : text.formatNumber(12.5, locale, {});
+}
+
 }  // namespace
 
 double amountFromText(const std::string& typed) {
-  if (const auto amount = parseAmount(typed)) return *amount;
-  if (hasCalculation(typed)) return calculate(typed);
-  throw refusal(typed, "is no number; expected an amount like 12.5 or 12,5");
+  const auto amount = parseAmount(typed);
+  if (!amount && hasCalculation(typed)) return calculate(typed);
+  if (!amount) throw refusal(typed, "is no number; expected an amount like " + example());
+  if (!std::isfinite(*amount)) throw refusal(typed, "is no finite number");
+  return *amount;
 }
 
 }  // namespace fexora::program

@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "programs/fexora/Failure.h"
+#include "programs/fexora/Words.h"
 
 namespace fexora::program {
 namespace {
@@ -35,34 +36,6 @@ constexpr std::array<CommandEntry, 7> kCommands = {{
 constexpr std::array<std::string_view, 7> kWithValue = {
     "--container", "--locale", "--lang", "--limit", "--exclude", "--count", "--refresh"};
 
-// Options start with two hyphens. A word with one is an operand, like the amount -5 or -.5.
-struct SortedWords {
-  std::vector<std::string> options;
-  std::vector<std::string> operands;
-};
-
-SortedWords sortWords(const std::vector<std::string>& words) {
-  SortedWords sorted;
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    const std::string& word = words[i];
-    if (word == "--") {
-      sorted.operands.insert(sorted.operands.end(),
-                             words.begin() + static_cast<std::ptrdiff_t>(i) + 1, words.end());
-      break;
-    }
-    if (!word.starts_with("--")) {
-      sorted.operands.push_back(word);
-      continue;
-    }
-    sorted.options.push_back(word);
-    const bool takesNext =
-        std::find(kWithValue.begin(), kWithValue.end(), word) != kWithValue.end();
-    // Joined, so that a value like -5 is not taken for an option.
-    if (takesNext && i + 1 < words.size()) sorted.options.back() += "=" + words[++i];
-  }
-  return sorted;
-}
-
 const CommandEntry& takeCommand(std::vector<std::string>& operands) {
   for (const CommandEntry& entry : kCommands) {
     if (!operands.empty() && *entry.name != '\0' && operands.front() == entry.name) {
@@ -87,27 +60,17 @@ void addOptions(CLI::App& app, CommandLine& line, bool& version) {
       app.add_flag("--names", line.names, "Show names beside the codes");
       break;
     case Command::search:
-      app.add_option("--limit", line.limit, "How many matches to count")->type_name("N");
+      addNumber(app, "--limit", line.limit, "How many matches to count")->type_name("N");
       app.add_option("--exclude", line.exclude, "Leave this currency out")->type_name("CODE");
       break;
     case Command::watch:
-      app.add_option("--count", line.count, "End after so many changes")->type_name("N");
-      app.add_option("--refresh", line.refresh, "Load fresh rates this often")
+      addNumber(app, "--count", line.count, "End after so many changes")->type_name("N");
+      addNumber(app, "--refresh", line.refresh, "Load fresh rates this often")
           ->type_name("SECONDS");
       break;
     default:
       break;
   }
-}
-
-// CLI11 knows the options only; the operands are named here.
-std::string helpText(const CLI::App& app, const std::string& operands) {
-  constexpr std::string_view kOptions = "[OPTIONS]";
-  std::string text = app.help();
-  const auto at = text.find(kOptions);
-  if (at != std::string::npos) text.insert(at + kOptions.size(), " " + operands);
-  while (text.ends_with('\n')) text.pop_back();
-  return text;
 }
 
 void checkRanges(const CommandLine& line) {
@@ -119,13 +82,22 @@ void checkRanges(const CommandLine& line) {
 
 }  // namespace
 
-bool asksForJson(const std::vector<std::string>& words) {
+// As CLI11 reads the flag: the last one counts.
+bool asksForJson(const std::vector<std::string>& words) try {
+  constexpr std::string_view kFlag = "--json=";
   const auto end = std::find(words.begin(), words.end(), "--");
-  return std::find(words.begin(), end, "--json") != end;
+  bool asks = false;
+  std::for_each(words.begin(), end, [&](const std::string& word) {
+    if (word == "--json" || word == kFlag) asks = true;
+    if (word.starts_with(kFlag)) CLI::detail::lexical_cast(word.substr(kFlag.size()), asks);
+  });
+  return asks;
+} catch (const std::bad_alloc&) {
+  return false;
 }
 
-CommandLine readCommandLine(const std::vector<std::string>& words) {
-  SortedWords sorted = sortWords(words);
+CommandLine readCommandLine(const std::vector<std::string>& words) try {
+  SortedWords sorted = sortWords(words, kWithValue);
   CommandLine line;
   const CommandEntry& entry = takeCommand(sorted.operands);
   line.command = entry.command;
@@ -136,18 +108,17 @@ CommandLine readCommandLine(const std::vector<std::string>& words) {
   app.set_help_flag("--help", "Print this help");
   bool version = false;
   addOptions(app, line, version);
-  std::reverse(sorted.options.begin(), sorted.options.end());  // CLI11 takes them from the back
   try {
-    app.parse(sorted.options);
+    app.parse(std::move(sorted.options));
   } catch (const CLI::CallForHelp&) {
     line.answer = helpText(app, entry.operands);
     return line;
-  } catch (const CLI::ParseError& error) {
-    throw usageFailure(error.what());
   }
   if (version) line.answer = "fexora " FEXORA_VERSION;
   checkRanges(line);
   return line;
+} catch (const CLI::ParseError& error) {
+  throw usageFailure(error.what());
 }
 
 }  // namespace fexora::program

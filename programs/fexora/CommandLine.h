@@ -32,7 +32,8 @@ struct CommandLine {
   std::optional<std::string> answer;
 };
 
-// Whether --json stands among the words: known even when the rest cannot be read.
+// Whether --json, or --json=true and the like, stands among the words: known even when the rest
+// cannot be read.
 bool asksForJson(const std::vector<std::string>& words);
 
 // Throws a Failure of kind "usage" when the words do not fit the grammar.

@@ -4,11 +4,13 @@
 #include "fexora/fexora.h"
 
 #include "programs/fexora/CommandLine.h"
+#include "programs/fexora/Failure.h"
 #include "programs/fexora/JsonText.h"
 
 namespace fexora::program {
 
-void convert(const CommandLine& line);
+// Exit::noCurrency when some of the currencies are missing from what it printed.
+Exit convert(const CommandLine& line);
 void select(const CommandLine& line);
 void settings(const CommandLine& line);
 void search(const CommandLine& line);

@@ -1,6 +1,8 @@
 // The main job: one amount into the currencies that were asked for, from what is at hand.
-#include <algorithm>
-#include <cmath>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "programs/fexora/Calculation.h"
 #include "programs/fexora/Commands.h"
@@ -14,35 +16,59 @@
 namespace fexora::program {
 namespace {
 
+// What is asked for: currencies, and the stored selection's codes that are none.
+struct Wanted {
+  std::vector<CurrencyRef> currencies;
+  std::vector<std::string> unknown;
+};
+
 struct Conversion {
   double amount;
   CurrencyRef source;
   bool invert;
   const char* origin;
   std::vector<ConvertedItem> items;
+  std::vector<std::string> missing;  // codes
+  std::string problem;               // says why they are
 };
 
-Failure noRate(const CurrencyRef& source, const CurrencyRef& destination) {
-  const std::string pair = "from " + source->code() + " to " + destination->code();
-  return {
-      Exit::noCurrency, "rate",
-      "there is no rate " + pair + (*source == *destination ? ": they are the same currency" : "")};
+// "EUR, USD"
+std::string listed(const std::vector<std::string>& codes) {
+  std::string list;
+  for (const std::string& code : codes) list += (list.empty() ? "" : ", ") + code;
+  return list;
 }
 
-std::vector<CurrencyRef> destinations(const CommandLine& line, const StoreManager& store,
-                                      const CurrencyRef& source) {
-  if (line.operands.size() > 2) {
-    return currenciesFromTexts({line.operands.begin() + 2, line.operands.end()});
+std::string noRateText(const Currency& source, const std::vector<std::string>& destinations) {
+  const bool same = destinations.size() == 1 && destinations.front() == source.code();
+  return "there is no rate from " + source.code() + " to " + listed(destinations) +
+         (same ? ": they are the same currency" : "");
+}
+
+Wanted selection(const StoreManager& store, const CurrencyRef& source) {
+  Wanted wanted;
+  std::set<std::string> seen = {source->code()};
+  for (const std::string& code : codesOf(store.loadCurrencies())) {
+    auto currency = findCurrency(code);
+    if (!seen.insert(currency != nullptr ? currency->code() : code).second) continue;
+    if (currency != nullptr) {
+      wanted.currencies.push_back(std::move(currency));
+    } else {
+      wanted.unknown.push_back(code);
+    }
   }
-  // Of the stored selection, what is not the source itself.
-  auto typed = codesOf(store.loadCurrencies());
-  std::erase(typed, source->code());
-  if (typed.empty()) {
+  if (seen.size() == 1) {
     throw Failure{Exit::noCurrency, "currency",
                   "the stored selection has no currency but " + source->code() +
                       "; name one, as in: fexora 100 USD EUR"};
   }
-  return currenciesFromTexts(typed);
+  if (wanted.currencies.empty()) currencyFromText(wanted.unknown.front());
+  return wanted;
+}
+
+Wanted wantedBy(const CommandLine& line, const StoreManager& store, const CurrencyRef& source) {
+  if (line.operands.size() == 2) return selection(store, source);
+  return {currenciesFromTexts({line.operands.begin() + 2, line.operands.end()}), {}};
 }
 
 // Brings the store's rates into the rate manager. With a request counted as just sent, loading ends
@@ -52,22 +78,41 @@ void loadStoredRates(std::vector<CurrencyRef> selection) {
   rateManager().loadRates(std::move(selection), false, false, {});
 }
 
-Conversion run(const CommandLine& line, StoreManager& store, double amount) {
-  const CurrencyRef source = currencyFromText(line.operands[1]);
-  const auto wanted = destinations(line, store, source);
-  const bool bundled = seedBundledRates(store);
-  auto selection = wanted;
-  selection.push_back(source);
-  loadStoredRates(std::move(selection));
-  // The store keeps the amount only when every line of the answer is there.
-  for (const CurrencyRef& destination : wanted) {
-    if (!rateManager().rateForSourceCurrency(source, destination))
-      throw noRate(source, destination);
+// Sorts out what cannot be converted; throws a Failure when nothing is left.
+void keepConvertible(Wanted& wanted, Conversion& result) {
+  std::vector<std::string> noRates;
+  std::erase_if(wanted.currencies, [&](const CurrencyRef& destination) {
+    if (rateManager().rateForSourceCurrency(result.source, destination)) return false;
+    noRates.push_back(destination->code());
+    return true;
+  });
+  const bool allKnown = wanted.unknown.empty();
+  if (!allKnown) {
+    result.problem = "the stored selection holds what is no currency: " + listed(wanted.unknown);
   }
+  if (!noRates.empty()) {
+    result.problem += (allKnown ? "" : "; ") + noRateText(*result.source, noRates);
+  }
+  if (wanted.currencies.empty()) {
+    throw Failure{Exit::noCurrency, allKnown ? "rate" : "currency", result.problem};
+  }
+  result.missing = std::move(wanted.unknown);
+  result.missing.insert(result.missing.end(), noRates.begin(), noRates.end());
+}
+
+Conversion run(const CommandLine& line, StoreManager& store, double amount) {
+  Conversion result{amount, currencyFromText(line.operands[1]), line.invert, "store", {}, {}, {}};
+  Wanted wanted = wantedBy(line, store, result.source);
+  seedBundledRates(store);
+  if (hasBundledRates(store)) result.origin = "bundled";
+  auto selected = wanted.currencies;
+  selected.push_back(result.source);
+  loadStoredRates(std::move(selected));
+  // The store keeps the amount only when there is an answer.
+  keepConvertible(wanted, result);
   const auto converted =
-      rateManager().convertAmount(amount, source, !line.noSave, line.invert).first;
-  Conversion result{amount, source, line.invert, bundled ? "bundled" : "store", {}};
-  for (const CurrencyRef& destination : wanted) {
+      rateManager().convertAmount(amount, result.source, !line.noSave, line.invert).first;
+  for (const CurrencyRef& destination : wanted.currencies) {
     result.items.push_back(*converted.itemForDstCurrency(destination));
   }
   return result;
@@ -87,6 +132,8 @@ void printJson(const Conversion& conversion, bool names) {
     if (names) json.key("name").string(nameOf(*item.dstCurrency));
     json.endObject();
   }
+  json.endArray().key("missing").beginArray();
+  for (const std::string& code : conversion.missing) json.string(code);
   printLine(json.endArray().endObject().text());
 }
 
@@ -118,7 +165,7 @@ void printTable(const Conversion& conversion, const StoreManager& store, bool na
 
 }  // namespace
 
-void convert(const CommandLine& line) {
+Exit convert(const CommandLine& line) {
   if (line.operands.empty()) {
     throw usageFailure("expected an amount and a currency, as in: fexora 100 USD EUR");
   }
@@ -133,7 +180,9 @@ void convert(const CommandLine& line) {
   } else {
     printTable(conversion, store, showsNames(line));
   }
+  if (!conversion.missing.empty()) printMessage(conversion.problem);
   if (!line.noSave) requireSaved(store);
+  return conversion.missing.empty() ? Exit::done : Exit::noCurrency;
 }
 
 }  // namespace fexora::program

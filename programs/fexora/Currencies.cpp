@@ -75,14 +75,17 @@ std::vector<CurrencyRef> offers(const std::string& typed, const std::string& cod
 
 }  // namespace
 
-CurrencyRef currencyFromText(std::string_view typed) {
+CurrencyRef findCurrency(std::string_view typed) {
   if (auto currency = currencyManager().currencyForCode(typed)) return currency;
-  const std::string code = upperCase(typed);
-  if (auto currency = currencyManager().currencyForCode(code)) return currency;
+  return currencyManager().currencyForCode(upperCase(typed));
+}
+
+CurrencyRef currencyFromText(std::string_view typed) {
+  if (auto currency = findCurrency(typed)) return currency;
   std::string message =
       "there is no currency \"" + std::string(typed) + "\"; expected a code like USD";
   const char* before = "; near: ";
-  for (const CurrencyRef& currency : offers(std::string(typed), code)) {
+  for (const CurrencyRef& currency : offers(std::string(typed), upperCase(typed))) {
     message += before + codeAndName(*currency, true);
     before = ", ";
   }

@@ -9,11 +9,13 @@
 
 namespace fexora::program {
 
-// The catalogue's currency for a code typed in any case. Throws a Failure that names the text and
-// offers the nearest codes when there is none.
+// The catalogue's currency for a code typed in any case; null when there is none.
+CurrencyRef findCurrency(std::string_view typed);
+
+// The same, but throws a Failure that names the text and offers the nearest codes.
 CurrencyRef currencyFromText(std::string_view typed);
 
-// The same for several, each once, in order.
+// That for several, each once, in order.
 std::vector<CurrencyRef> currenciesFromTexts(const std::vector<std::string>& typed);
 
 std::vector<std::string> codesOf(const std::vector<CurrencyRef>& currencies);

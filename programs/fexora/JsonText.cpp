@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/foundation/Utf8.h"
 
 namespace fexora::program {
 
@@ -68,7 +69,7 @@ JsonText& JsonText::numberOrNull(const std::optional<double>& value) {
 void JsonText::quote(std::string_view value) {
   constexpr std::string_view kHex = "0123456789abcdef";
   text_ += '"';
-  for (const char c : value) {
+  for (const char c : wellFormedUtf8(value)) {
     const auto byte = static_cast<unsigned char>(c);
     if (c == '"' || c == '\\') {
       text_ += '\\';

@@ -16,6 +16,7 @@ class JsonText {
   JsonText& endArray() { return close(']'); }
   JsonText& key(std::string_view name);
 
+  // Bytes that are no UTF-8 become U+FFFD, in keys too.
   JsonText& string(std::string_view value);
   // Shortest so that it reads back to the same double; infinite and not-a-number as null.
   JsonText& number(double value);

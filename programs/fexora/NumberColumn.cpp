@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "fexora/fexora.h"
+#include "fexora/platform/foundation/Limits.h"
 
 namespace fexora::program {
 namespace {
@@ -15,7 +16,7 @@ constexpr int kMostDigits = 15;
 int digitsFor(double value, int significant) {
   if (value == 0 || !std::isfinite(value)) return 0;
   const int place = static_cast<int>(std::floor(std::log10(std::abs(value))));
-  return std::clamp(significant - 1 - place, 0, 30);
+  return std::clamp(significant - 1 - place, 0, limits::kFractionDigits);
 }
 
 // Characters, counted as code points: digits, marks and signs are one each in every locale.

@@ -5,11 +5,10 @@
 #include <cstring>
 
 #include "programs/fexora/JsonText.h"
+#include "programs/fexora/OneLine.h"
 
 namespace fexora::program {
 namespace {
-
-constexpr std::size_t kMessageCharacters = 500;
 
 bool write(std::FILE* stream, std::string line) {
   line += '\n';
@@ -18,19 +17,6 @@ bool write(std::FILE* stream, std::string line) {
 }
 
 }  // namespace
-
-// One line, whatever the message quotes from the outside; cut between characters.
-std::string oneLine(std::string_view message) {
-  std::string line;
-  std::size_t characters = 0;
-  for (const char c : message) {
-    const auto byte = static_cast<unsigned char>(c);
-    const bool continues = (byte & 0xC0U) == 0x80U;
-    if (!continues && ++characters > kMessageCharacters) break;
-    line += byte < 0x20 || byte == 0x7F ? ' ' : c;
-  }
-  return line;
-}
 
 void printLine(std::string_view line) {
   if (write(stdout, std::string(line))) return;

@@ -8,9 +8,6 @@
 
 namespace fexora::program {
 
-// The text in one line of at most 500 characters.
-std::string oneLine(std::string_view text);
-
 // One result line; throws a Failure when standard output does not take it.
 void printLine(std::string_view line);
 

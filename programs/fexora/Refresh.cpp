@@ -3,7 +3,10 @@
 #include <string>
 #include <utility>
 
+#include "fexora/platform/network/ShownAddress.h"
+
 #include "programs/fexora/Commands.h"
+#include "programs/fexora/OneLine.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Progress.h"
 
@@ -73,10 +76,7 @@ void startRefresh(const StoreManager& store, std::function<void(std::optional<Fa
 
 void refresh(const CommandLine& line) {
   if (!line.operands.empty()) throw usageFailure("refresh takes options only");
-  StoreManager& store = openStore();
-  if (store.fileURL().empty()) {
-    throw Failure{Exit::notWritten, "store", "there is no container folder to keep rates in"};
-  }
+  StoreManager& store = openStoreInFolder();
   bool ended = false;
   std::optional<Failure> failure;
   startRefresh(store, [&](std::optional<Failure> problem) {
@@ -84,7 +84,7 @@ void refresh(const CommandLine& line) {
     ended = true;
   });
   {
-    const Progress progress("loading rates from " + kTrelbyRatesURL);
+    const Progress progress(oneLine("loading rates from " + shownAddress(kTrelbyRatesURL)));
     Platform::process().loop->runUntil([&] { return ended; });
   }
   if (!ended) throw Failure{Exit::network, "noLoop", "there is no loop to wait with; see the log"};

@@ -9,7 +9,7 @@ namespace fexora::program {
 
 void select(const CommandLine& line) {
   const auto chosen = currenciesFromTexts(line.operands);
-  StoreManager& store = openStore();
+  StoreManager& store = openStoreInFolder();
   if (!chosen.empty()) store.saveCurrencies(chosen);
   const auto selected = store.loadCurrencies();
   if (line.json) {

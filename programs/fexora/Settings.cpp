@@ -160,7 +160,7 @@ void settings(const CommandLine& line) {
   // A wrong name is found before the store is opened.
   const Setting& setting =
       line.operands.empty() ? kSettings.front() : settingNamed(line.operands[0]);
-  StoreManager& store = openStore();
+  StoreManager& store = openStoreInFolder();
   if (line.operands.size() == 2) setting.set(store, line.operands[0], line.operands[1]);
   print(line, store);
   requireSaved(store);

@@ -37,6 +37,12 @@ StoreManager& openStore(bool saves) {
   return store;
 }
 
+StoreManager& openStoreInFolder() {
+  StoreManager& store = openStore();
+  if (store.fileURL().empty()) throw Failure{Exit::notWritten, "store", store.loadProblem()};
+  return store;
+}
+
 void requireSaved(StoreManager& store) {
   if (store.saveProblem().empty()) return;
   throw Failure{Exit::notWritten, "store", store.saveProblem()};

@@ -13,6 +13,8 @@ namespace fexora::program {
 // The process's store, with a warning on standard error when its file could not be read. `saves`:
 // the command ends with requireSaved.
 StoreManager& openStore(bool saves = true);
+// For what means nothing without a container folder: throws a Failure when there is none.
+StoreManager& openStoreInFolder();
 
 // Throws a Failure when the last save did not reach the file.
 void requireSaved(StoreManager& store);

@@ -57,9 +57,10 @@ std::string plainUpdate(const StoreManager& store, bool names) {
 
 void watch(const CommandLine& line) {
   if (!line.operands.empty()) throw usageFailure("watch takes options only");
-  StoreManager& store = openStore();
+  StoreManager& store = openStoreInFolder();
   if (store.folderMonitor() == nullptr) {
-    throw Failure{Exit::notWritten, "store", "there is no container folder to watch"};
+    throw Failure{Exit::notWritten, "store",
+                  "the container folder cannot be watched; see --verbose"};
   }
   std::int64_t seen = 0;
   std::optional<Failure> failure;

@@ -47,23 +47,30 @@ void prepareLibrary(const CommandLine& line) {
   prepareNames(line);
 }
 
-void run(const CommandLine& line) {
+Exit run(const CommandLine& line) {
   switch (line.command) {
     case Command::convert:
       return convert(line);
     case Command::select:
-      return select(line);
+      select(line);
+      break;
     case Command::settings:
-      return settings(line);
+      settings(line);
+      break;
     case Command::search:
-      return search(line);
+      search(line);
+      break;
     case Command::refresh:
-      return refresh(line);
+      refresh(line);
+      break;
     case Command::watch:
-      return watch(line);
+      watch(line);
+      break;
     case Command::status:
-      return status(line);
+      status(line);
+      break;
   }
+  return Exit::done;
 }
 
 int runProgram(const std::vector<std::string>& words) {
@@ -73,11 +80,10 @@ int runProgram(const std::vector<std::string>& words) {
     const CommandLine line = readCommandLine(words);
     if (line.answer) {
       printLine(*line.answer);
-    } else {
-      prepareLibrary(line);
-      run(line);
+      return static_cast<int>(Exit::done);
     }
-    return static_cast<int>(Exit::done);
+    prepareLibrary(line);
+    return static_cast<int>(run(line));
   } catch (const Failure& failure) {
     printFailure(failure, json);
     return static_cast<int>(failure.exit);

@@ -319,6 +319,14 @@ TEST_F(Faults, Proxy_FromTheEnvironment) {
   EXPECT_NE(ask("http://rates.invalid/rates.json").record, nullptr);
   ASSERT_EQ(server.requests().size(), 1U);
   EXPECT_TRUE(server.requests().front().starts_with("GET http://rates.invalid/rates.json HTTP/"));
+  // What libcurl says of a proxy quotes it, whole or cut off.
+  for (const std::size_t length : {6U, 300U}) {
+    setenv("http_proxy", ("http://user:" + std::string(length, 's') + "@[no-proxy").c_str(), 1);
+    const Outcome outcome = ask("http://rates.invalid/rates.json");
+    ASSERT_TRUE(outcome.error);
+    EXPECT_EQ(outcome.error->message.find("sss"), std::string::npos) << outcome.error->message;
+    EXPECT_EQ(outcome.error->message.find("user"), std::string::npos) << outcome.error->message;
+  }
   unsetenv("http_proxy");
 }
 

@@ -6,6 +6,8 @@
 #include <iostream>
 #include <utility>
 
+#include "fexora/platform/network/ShownAddress.h"
+
 namespace fexora::test {
 namespace {
 
@@ -98,7 +100,7 @@ Outcome NetworkTest::ask(const std::string& address) {
   EXPECT_EQ(outcome.completions, 1);
   EXPECT_NE(outcome.record != nullptr, outcome.error.has_value());
   if (outcome.error) {
-    EXPECT_EQ(outcome.error->address, address);
+    EXPECT_EQ(outcome.error->address, shownAddress(address));
     EXPECT_NE(outcome.error->message.find(text(outcome.error->kind)), std::string::npos);
     EXPECT_LE(outcome.error->message.size(), 500U);
     EXPECT_EQ(outcome.error->message.find('\n'), std::string::npos);

@@ -20,6 +20,7 @@ class Calculations(ProgramTest):
     def test_numbers_are_those_of_the_locale(self):
         self.assertEqual(self.amount("1,5*2", "--locale", "de_DE"), 3)
         self.assertEqual(self.amount("١٢٫٥*2", "--locale", "ar_EG"), 25)
+        self.assertIn("like ١٢٫٥\n", self.refuse(2, "--locale", "ar_EG", "12.5", "USD", "EUR"))
         self.assertIn("at place 3", self.refuse(2, "--locale", "ar_EG", "--", "2*1.5", "USD", "EUR"))
 
     def test_what_is_malformed_is_refused_with_its_place(self):
@@ -31,7 +32,7 @@ class Calculations(ProgramTest):
                 ("٣+é", 'at place 3: "é"'), ("1/0", "by zero at place 2"),
                 ("1/(1/0)", "by zero at place 5"), ("1/(2-2)+1/3", "by zero at place 2"),
                 ("10/-0", "by zero at place 3"), ("1/3+1/(1-1)", "by zero at place 6"),
-                ("1e300*1e300", "finite"), ("1+" * 600 + "1", "too long"),
+                ("1e300*1e300", "finite"), ("1/1e400", "finite number at place 3"), ("1+" * 600 + "1", "too long"),
                 ("1.2.3+1", 'at place 1: "1.2.3"'), ("2^3+1", '"2^3"')]:
             message = self.refuse(2, "--", typed, "USD", "EUR")
             self.assertIn(said, message, typed)

@@ -1,6 +1,8 @@
 """The main job, offline."""
 
 import json
+import os
+import plistlib
 import time
 import unittest
 
@@ -23,13 +25,19 @@ class Conversion(ProgramTest):
     def test_keys_and_values_of_the_answer(self):
         answer = self.json("100", "usd", "Eur", "GBP", "eur")
         self.assertEqual(list(answer), ["amount", "source", "invert", "updated", "age_seconds",
-                                        "origin", "items"])
+                                        "origin", "items", "missing"])
         self.assertEqual((answer["amount"], answer["source"], answer["invert"]), (100, "USD", False))
         self.assertEqual((answer["updated"], answer["origin"]), ("2026-09-29T00:00:00Z", "bundled"))
         self.assertAlmostEqual(answer["age_seconds"], time.time() - 1790640000, delta=60)
         self.assertEqual([item["currency"] for item in answer["items"]], ["EUR", "GBP"])
         rate = snapshot_rates()["EUR"]
         self.assertEqual(answer["items"][0], {"currency": "EUR", "rate": rate, "amount": 100 * rate})
+        self.assertEqual(answer["missing"], [])
+        # Until others are stored they are the bundled ones, whoever stored them.
+        self.assertEqual(self.json("1", "USD", "EUR")["origin"], "bundled")
+        content = self.content()
+        content["UDUSDRates"][0]["rate"] *= 2
+        self.store.write_bytes(plistlib.dumps(content))
         self.assertEqual(self.json("1", "USD", "EUR")["origin"], "store")
 
     def test_invert_divides(self):
@@ -61,12 +69,25 @@ class Conversion(ProgramTest):
         self.assertIn(f"{small:.2e}"[:1], self.succeed("1", "IDR", "BTC").split("BTC")[0])
         self.assertNotIn(" 0.00 ", self.succeed("1", "IDR", "BTC"))
 
+    def test_what_is_not_zero_never_shows_as_zero(self):
+        rates = {"BTC": 0.00000012, "ETH": 0.99996, "XRP": 1e-40}
+        self.store.write_bytes(plistlib.dumps(
+            {"UDUSDRates": [{"code": code, "rate": rate} for code, rate in rates.items()] +
+                           [{"code": "USD", "rate": 1.0}], "Fraction": 2}))
+        for amount, code, shown, rate in [
+                ("1", "BTC", "0.00000012", "0.00000012"), ("-1", "BTC", "-0.00000012", "0.00000012"),
+                ("1", "ETH", "1.00", "0.99996"), ("-1", "XRP", f"{-1e-40:.40f}", f"{1e-40:.40f}"),
+                ("5e-324", "ETH", "0." + "0" * 323 + "5", "0.99996")]:
+            title, row, _ = self.succeed("--", amount, "USD", code).splitlines()
+            self.assertRegex(title, "[1-9].* USD =")
+            self.assertEqual(row, f"  {shown} {code}   (1 USD = {rate} {code})")
+
 
 class Refusals(ProgramTest):
     def test_wrong_use_and_no_numbers_exit_with_2(self):
         self.assertIn("amount", self.refuse(2))
         self.assertIn("currency", self.refuse(2, "100"))
-        for text in ["abc", "1.2.3", "", "1,234.5", "--", "0x10", "1e", "½"]:
+        for text in ["abc", "1.2.3", "", "1,234.5", "--", "0x10", "1e", "½", "1e400", "-1e400", "∞"]:
             words = ["--", text] if text.startswith("--") else [text]
             self.assertIn(f'"{text}"', self.refuse(2, *words, "USD", "EUR"))
         self.assertIn("--bogus", self.refuse(2, "1", "USD", "--bogus"))
@@ -76,18 +97,64 @@ class Refusals(ProgramTest):
     def test_unknown_currencies_exit_with_1_and_offer_near_ones(self):
         self.assertRegex(self.refuse(1, "1", "UDS"), r'"UDS".*\bUSD\b')
         self.assertIn('"XXQ"', self.refuse(1, "1", "USD", "EUR", "XXQ"))
+        self.assertEqual(self.run_program("1", "USD", "CLF")[1], "")
+        self.assertNotIn("UDSourceCurrency", self.content())
+
+    def test_what_cannot_be_converted_costs_only_itself(self):
         # A currency of the catalogue that no rate came for.
         self.assertIn("no rate from USD to CLF", self.refuse(1, "1", "USD", "EUR", "CLF"))
-        self.assertNotIn("UDSourceCurrency", self.content())
+        self.assertEqual(self.content()["UDSourceCurrency"]["amount"], 1)
+        self.succeed("select", "EUR", "CLF")
+        content = self.content()
+        content["UDCurrencies"] += [{"code": code} for code in ("QQQ", "QQQ", "gbp", "USD")]
+        self.store.write_bytes(plistlib.dumps(content))
+        self.assertRegex(self.refuse(1, "2", "USD"), "QQQ.*CLF")
+        code, out, _ = self.run_program("2", "USD", "--json")
+        answer = json.loads(out)
+        self.assertEqual((code, [item["currency"] for item in answer["items"]], answer["missing"]),
+                         (1, ["EUR", "GBP"], ["QQQ", "CLF"]))
+        self.assertEqual(self.content()["UDSourceCurrency"]["amount"], 2)
 
     def test_json_errors_stand_on_standard_output_too(self):
         code, out, err = self.run_program("abc", "USD", "EUR", "--json")
         error = json.loads(out)["error"]
         self.assertEqual((code, list(error)), (2, ["kind", "message"]))
         self.assertEqual(err, f"fexora: {error['message']}\n")
+        for word in ("--json=true", "--json=yes", "--json=2", "--json="):
+            self.assertIn("error", json.loads(self.run_program("abc", "USD", word)[1]), word)
+        self.assertEqual(self.run_program("abc", "USD", "--json", "--json=false")[1], "")
         _, out, err = self.run_program("1", "\n" * 2000 + '"', "--json")
         self.assertEqual(len(err.splitlines()), 1)
         self.assertIn("message", json.loads(out)["error"])
+
+    def test_a_missing_value_takes_no_other_word(self):
+        for option, words in [
+                ("--container", ["--container", "", "--json", "1", "USD", "EUR"]),
+                ("--container", ["1", "USD", "EUR", "--container=", "--json"]),
+                ("--container", ["status", "--container"]),
+                ("--container", ["status", "--container", "--json"]),
+                ("--locale", ["--locale=", "status"]), ("--lang", ["status", "--lang", ""]),
+                ("--exclude", ["search", "yen", "--exclude", ""]),
+                ("--limit", ["search", "yen", "--limit=", "3"]),
+                ("--limit", ["search", "yen", "--limit", "9" * 30]),
+                ("--limit", ["search", "yen", "--limit", "0x3"]),
+                ("--refresh", ["watch", "--refresh", "1e400"]),
+                ("--refresh", ["watch", "--refresh", "nan"])]:
+            self.assertIn(option, self.refuse(2, *words, cwd=self.container), words)
+        self.assertEqual(os.listdir(self.container), [])
+        self.succeed("status", "--container=--x", cwd=self.container)
+        self.assertEqual(os.listdir(self.container), ["--x"])
+
+    def test_bytes_that_are_no_text(self):
+        """They stand as U+FFFD in JSON, whose reader could not take them."""
+        folder = f"{self.container}/\udcffÄ\udce2\udc82"
+        for words in (["status"], ["1\udcff", "USD", "EUR"], ["search", "yen", "--limit", "\udc80"]):
+            env = self.environment(FEXORA_CONTAINER=folder)
+            _, out, _ = self.run_program(*words, "--json", env=env, errors="surrogateescape")
+            self.assertIn("\ufffd", out)
+            out.encode()  # holds no other bytes
+        self.assertIn("/\ufffdÄ\ufffd\ufffd/",
+                      self.json("status", env=env, errors="surrogateescape")["file"])
 
     def test_help_and_version(self):
         self.assertIn("AMOUNT SRC", self.succeed("--help"))

@@ -71,6 +71,18 @@ class Refresh(ProgramTest):
         converted = self.json("2", "USD", "EUR", "GBP")["items"]
         self.assertEqual([item["amount"] for item in converted], [1, None])
 
+    def test_user_and_secret_of_the_address_never_show(self):
+        service = self.serve(lambda handler: seen.append(handler.headers["Authorization"]))
+        seen = []
+        for secret in ("s3cret", "s3@cret"):
+            self.url = service.url.replace("//", f"//us3r:{secret}@")
+            for words in (["refresh"], ["refresh", "--json", "--verbose"], ["status"],
+                          ["status", "--json"]):
+                _, out, err = self.run_program(*words)
+                self.assertNotRegex(out + err, "us3r|cret", words)
+                self.assertIn("//***@127.0.0.1:", out + err, words)
+        self.assertTrue(all(value.startswith("Basic ") for value in seen), seen)
+
     def test_without_cached_rates_a_failure_says_so(self):
         self.assertIn("no rates are cached", self.refuse(3, "refresh"))
 

@@ -30,6 +30,7 @@ class Search(ProgramTest):
         self.assertEqual(self.codes("dollar", "--limit", "3", "--exclude", everything[0].lower()),
                          everything[1:3])
         self.assertEqual(self.codes("dollar", "--limit", "-1"), everything)
+        self.assertEqual(self.codes("dollar", "--limit", "010"), everything[:10])
 
     def test_each_language_is_searched_by_its_own_names(self):
         for language, text, code, name in [

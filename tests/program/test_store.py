@@ -76,6 +76,20 @@ class Unusable(ProgramTest):
         self.assertIn("file", self.refuse(4, "settings", "fraction", "5", env=env))
         self.assertEqual((self.container / "file").read_text(), "mine")
 
+    def test_without_a_container_folder_every_command_says_why(self):
+        (self.container / "file").write_text("mine")
+        places = {self.container / "file": "Not a directory", "/proc/fexora": "No such file"}
+        if os.getuid() == 0:
+            (self.container / "other").mkdir()
+            os.chown(self.container / "other", 1, 1)
+            places[self.container / "other"] = "another user"
+        for place, cause in places.items():
+            env = self.environment(FEXORA_CONTAINER=str(place))
+            for words in (["status"], ["select"], ["select", "EUR"], ["settings"], ["watch"],
+                          ["settings", "mode", "dark"], ["refresh"], ["refresh", "--json"]):
+                self.assertIn(cause, self.refuse(4, *words, env=env), words)
+            self.assertEqual(self.run_program("status", env=env)[1], "")
+
     def test_a_container_that_nobody_can_make(self):
         self.assertIn("/proc/fexora", self.convert(4, env=self.environment(FEXORA_CONTAINER="/proc/fexora")))
 

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "fexora/platform/foundation/Date.h"
+#include "fexora/platform/foundation/Limits.h"
 
 #include "tests/support/Command.h"
 #include "tests/support/JsonRoot.h"
@@ -147,6 +148,13 @@ TEST_F(Publish, Answer_NamesDaysAndSources) {
             Date::fromIsoText("2026-09-11T00:00:00Z")->secondsSince1970());
 }
 
+TEST_F(Publish, Source_NamesAreText) {
+  const std::string source = scratch / "[\xFF]";
+  writeFile(source, "eur,1\n");
+  EXPECT_TRUE(
+      answerOf(publish({source}).output).find("source")->string()->starts_with("[\uFFFD] "));
+}
+
 TEST_F(Publish, Csv_Refused) {
   expectRefused({"-"}, "eur,1\ngbp,1,5\n", {"standard input", "line 2", "gbp", "1,5"});
   expectRefused({"-"}, "eur,1\ngbp\n", {"line 2"});
@@ -154,6 +162,7 @@ TEST_F(Publish, Csv_Refused) {
   expectRefused({"-"}, "gbp,-1\n", {"line 1", "GBP"});
   expectRefused({"-"}, "gbp,1e999\n", {"line 1", "GBP", "finite"});
   expectRefused({"-"}, "gbp,nan\n", {"line 1", "GBP", "finite"});
+  expectRefused({"-"}, "gbp,1e-320\n", {"line 1", "GBP", "reciprocal"});
   expectRefused({"-"}, "gbp,\n", {"line 1", "gbp"});
   expectRefused({"-"}, "g\"p,1\n", {"line 1", "g\"p", "code"});
   expectRefused({"-"}, ",1\n", {"line 1", "code"});
@@ -210,6 +219,10 @@ TEST_F(Publish, MaxAge) {
   published({"--max-age", "0", "-"}, withDay(dayBefore(0)));
   published({"-"}, withDay("1999-01-04"));
   expectRefused({"--max-age", "3", "-"}, withDay(dayBefore(5)), {dayBefore(5), "5 days"});
+  // Somewhere it is tomorrow already; but never the day after.
+  published({"--max-age", "0", "-"}, withDay(dayBefore(-1)));
+  expectRefused({"--max-age", "3", "-"}, withDay(dayBefore(-3)), {dayBefore(-3), "future"});
+  expectRefused({"-"}, withDay("2126-01-01"), {"2126-01-01", "future"});
   // Any of the sources, whether or not it gives anything to the result.
   expectRefused({"--max-age", "3", "-", kDollar}, "eur,1\ncny,1\n", {"usd-2026-09-29.json"});
 }
@@ -228,6 +241,16 @@ TEST_F(Publish, MaxAge_OfRatesWithoutDay_IsThatOfTheFile) {
 TEST_F(Publish, MinCount) {
   EXPECT_EQ(published({"--min-count", "9", kEuro}).size(), 9U);
   expectRefused({"--min-count", "10", kEuro}, "", {"9 codes", "10"});
+  expectRefused({"--min-count", "010", kEuro}, "", {"9 codes", "10"});
+}
+
+TEST_F(Publish, Codes_AsManyAsTheLibraryReads) {
+  // An object of six members' values and three for each rate.
+  constexpr std::size_t kMost = (limits::kJsonValues - 6) / 3;
+  std::string csv;
+  for (std::size_t i = 0; i < kMost; ++i) csv += "a" + std::to_string(i) + ",1\n";
+  EXPECT_EQ(published({"-"}, csv).size(), kMost);
+  expectRefused({"-"}, csv + "usd,1\n", {"codes", std::to_string(kMost)});
 }
 
 TEST_F(Publish, MaxJump) {
@@ -251,6 +274,8 @@ TEST_F(Publish, MaxJump) {
   }
   EXPECT_EQ(jump("10", "gbp,500\n", {"--force"}).exitCode, 0);
   EXPECT_EQ(jump("0", "gbp,100.00001\n").exitCode, 2);
+  EXPECT_EQ(jump("10", "gbp,1e308\n", {"--force"}).exitCode, 0);
+  EXPECT_EQ(publish({"--output", output, "--max-jump", "10", "-"}, "gbp,1.7e308\n").exitCode, 2);
   // A published whole number beyond 64 bits is compared like any other.
   const std::string large = "gbp,1034444444444444444470\n";
   EXPECT_EQ(jump("0", large, {"--force"}).exitCode, 0);
@@ -279,6 +304,25 @@ TEST_F(Publish, Output_IsReplacedWholeAndKeepsItsMode) {
   ASSERT_EQ(::stat(output.c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 07777U, 0640U);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.path()), {}), 1);
+}
+
+TEST_F(Publish, Output_KeepsOwnerAndGroup) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root may give files away";
+  writeFile(output, "old");
+  ASSERT_EQ(::chown(output.c_str(), 1, 2), 0);
+  // A root that may not either.
+  const std::string setpriv = "/usr/bin/setpriv";
+  const CommandResult result =
+      runCommand({setpriv, "--bounding-set=-chown", kProgram, "--output", output, kEuro});
+  EXPECT_EQ(result.exitCode, 4) << result.errors;
+  EXPECT_NE(result.errors.find("owner and group"), std::string::npos) << result.errors;
+  EXPECT_EQ(readFile(output), "old");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.path()), {}), 1);
+  EXPECT_EQ(publish({"--output", output, kEuro}).exitCode, 0);
+  struct stat status {};
+  ASSERT_EQ(::stat(output.c_str(), &status), 0);
+  EXPECT_EQ(status.st_uid, 1U);
+  EXPECT_EQ(status.st_gid, 2U);
 }
 
 TEST_F(Publish, Output_Unchanged_IsLeftAlone) {
@@ -313,12 +357,26 @@ TEST_F(Publish, Use) {
                                                                  {"--max-age", "x", kEuro},
                                                                  {"--min-count", "-1", kEuro},
                                                                  {"--max-jump", "nan", kEuro},
+                                                                 {"--max-age", "0x3", kEuro},
+                                                                 {"--min-count", "9e9", kEuro},
+                                                                 {"--output", "--force", kEuro},
                                                                  {"-", "-"},
                                                                  {"--output"}}) {
     const CommandResult result = publish(words);
     EXPECT_EQ(result.exitCode, 2) << result.output;
     EXPECT_EQ(result.output, "");
   }
+  // An option whose value is missing takes no source for it.
+  writeFile(output, "eur,1\n");
+  for (const std::string option : {"--output", "--max-age", "--min-count", "--max-jump"}) {
+    for (const auto& words : {std::vector{option + "=", output, kEuro}, {option, "", output}}) {
+      const CommandResult result = publish(words);
+      EXPECT_EQ(result.exitCode, 2);
+      EXPECT_NE(result.errors.find(option), std::string::npos) << result.errors;
+    }
+  }
+  EXPECT_EQ(readFile(output), "eur,1\n");
+  EXPECT_EQ(publish({"--output", "-", kEuro}).output, publish({kEuro}).output);
   expectRefused({scratch / "missing.csv"}, "", {"missing.csv", "No such file"});
   expectRefused({scratch.path()}, "", {scratch.path()});
   const CommandResult help = publish({"--help"});

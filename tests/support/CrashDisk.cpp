@@ -245,6 +245,11 @@ FileResult<FileStatus> CrashDisk::status(Handle handle) {
   return statusOfInode(open_.at(handle).inode);
 }
 
+std::error_code CrashDisk::changeOwner(Handle /*handle*/, std::uint32_t /*owner*/,
+                                       std::uint32_t /*group*/) {
+  return {};
+}
+
 FileResult<FileStatus> CrashDisk::statusOf(const std::string& path) {
   const Number number = find(path);
   if (number == 0) return code(std::errc::no_such_file_or_directory);

@@ -6,11 +6,10 @@
 namespace fexora::test {
 
 const char* nameOf(FaultyFiles::Operation operation) {
-  static constexpr const char* kNames[] = {"openForReading", "openFolder", "createExclusive",
-                                           "close",          "read",       "write",
-                                           "flush",          "lock",       "status",
-                                           "statusOf",       "rename",     "link",
-                                           "remove",         "makeFolder", "list"};
+  static constexpr const char* kNames[] = {
+      "openForReading", "openFolder", "createExclusive", "close",       "read",     "write",
+      "flush",          "lock",       "status",          "changeOwner", "statusOf", "rename",
+      "link",           "remove",     "makeFolder",      "list"};
   return kNames[static_cast<std::size_t>(operation)];
 }
 
@@ -97,6 +96,11 @@ std::error_code FaultyFiles::lock(Handle handle) {
 FileResult<FileStatus> FaultyFiles::status(Handle handle) {
   if (const auto error = enter(Operation::status, handles_[handle])) return error;
   return below_.status(handle);
+}
+
+std::error_code FaultyFiles::changeOwner(Handle handle, std::uint32_t owner, std::uint32_t group) {
+  if (const auto error = enter(Operation::changeOwner, handles_[handle])) return error;
+  return below_.changeOwner(handle, owner, group);
 }
 
 FileResult<FileStatus> FaultyFiles::statusOf(const std::string& path) {

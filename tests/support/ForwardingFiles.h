@@ -31,6 +31,9 @@ class ForwardingFiles : public Files {
   std::error_code flush(Handle handle) override { return below_.flush(handle); }
   std::error_code lock(Handle handle) override { return below_.lock(handle); }
   FileResult<FileStatus> status(Handle handle) override { return below_.status(handle); }
+  std::error_code changeOwner(Handle handle, std::uint32_t owner, std::uint32_t group) override {
+    return below_.changeOwner(handle, owner, group);
+  }
   FileResult<FileStatus> statusOf(const std::string& path) override {
     return below_.statusOf(path);
   }

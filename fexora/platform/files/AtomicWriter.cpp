@@ -50,9 +50,14 @@ class Replacement {
     close(lock_);
   }
 
+  // With `replaced`, its owner and group are kept.
   ReplaceOutcome run(std::string_view bytes, std::uint32_t mode,
-                     const std::function<std::error_code()>& beforeRename) {
+                     const std::function<std::error_code()>& beforeRename,
+                     const FileStatus* replaced = nullptr) {
     if (const auto error = makeTemporary(mode)) return failed(error, "create a temporary");
+    if (replaced != nullptr) {
+      if (const auto error = keepOwner(*replaced)) return failed(error, "keep owner and group");
+    }
     if (const auto error = write(bytes)) return failed(error, "write");
     // A flush that failed is not tried again: the pages that it lost are marked clean by then.
     if (const auto error = files_.flush(handle_)) return failed(error, "flush");
@@ -132,6 +137,15 @@ class Replacement {
     return {};
   }
 
+  // Asks for no right where nothing is to be changed.
+  std::error_code keepOwner(const FileStatus& replaced) {
+    const auto made = retryInterrupted([&] { return files_.status(handle_); });
+    if (!made.ok()) return made.error();
+    if (made->owner == replaced.owner && made->group == replaced.group) return {};
+    return retryInterrupted(
+        [&] { return files_.changeOwner(handle_, replaced.owner, replaced.group); });
+  }
+
   std::error_code flushFolder() {
     const auto folder = retryInterrupted([&] { return files_.openFolder(folderToFlush_); });
     if (!folder.ok()) return folder.error();
@@ -166,6 +180,10 @@ void removeIfDead(Files& files, const std::string& path) {
   files.close(*handle);
 }
 
+ReplaceOutcome outOfMemory() {
+  return {std::make_error_code(std::errc::not_enough_memory), "prepare", {}, {}};
+}
+
 }  // namespace
 
 ReplaceOutcome replaceFile(Files& files, const std::string& path, std::string_view bytes,
@@ -174,7 +192,16 @@ ReplaceOutcome replaceFile(Files& files, const std::string& path, std::string_vi
   try {
     return Replacement(files, path).run(bytes, mode, beforeRename);
   } catch (const std::bad_alloc&) {
-    return {std::make_error_code(std::errc::not_enough_memory), "prepare", {}, {}};
+    return outOfMemory();
+  }
+}
+
+ReplaceOutcome replaceFile(Files& files, const std::string& path, std::string_view bytes,
+                           const FileStatus& replaced) {
+  try {
+    return Replacement(files, path).run(bytes, replaced.mode, {}, &replaced);
+  } catch (const std::bad_alloc&) {
+    return outOfMemory();
   }
 }
 

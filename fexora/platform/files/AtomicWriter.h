@@ -28,6 +28,11 @@ FEXORA_API ReplaceOutcome replaceFile(Files& files, const std::string& path, std
                                       std::uint32_t mode,
                                       const std::function<std::error_code()>& beforeRename = {});
 
+// As above, with the mode, the owner and the group of the file that is replaced; an error of step
+// "keep owner and group" where this process may not give them.
+FEXORA_API ReplaceOutcome replaceFile(Files& files, const std::string& path, std::string_view bytes,
+                                      const FileStatus& replaced);
+
 // Removes the temporaries of writers that are gone. What is locked, and so alive, stays.
 FEXORA_API void removeDeadTemporaries(Files& files, const std::string& folder);
 

@@ -47,6 +47,7 @@ struct FileStatus {
   std::uint64_t links = 0;
   std::uint32_t mode = 0;     // permission bits
   std::uint32_t owner = 0;    // user id
+  std::uint32_t group = 0;    // group id
   std::int64_t modified = 0;  // nanoseconds since 1970
 
   friend bool operator==(const FileStatus&, const FileStatus&) = default;
@@ -79,6 +80,8 @@ class FEXORA_API Files {
   // handle holds it.
   virtual std::error_code lock(Handle handle) = 0;
   virtual FileResult<FileStatus> status(Handle handle) = 0;
+  // Gives the file to this user and group.
+  virtual std::error_code changeOwner(Handle handle, std::uint32_t owner, std::uint32_t group) = 0;
 
   virtual FileResult<FileStatus> statusOf(const std::string& path) = 0;
   virtual std::error_code rename(const std::string& from, const std::string& to) = 0;

@@ -52,6 +52,7 @@ FileStatus statusFrom(const struct stat& from) {
   status.links = from.st_nlink;
   status.mode = from.st_mode & 07777U;
   status.owner = from.st_uid;
+  status.group = from.st_gid;
   status.modified = from.st_mtim.tv_sec * kNanoseconds + from.st_mtim.tv_nsec;
   return status;
 }
@@ -110,6 +111,10 @@ FileResult<FileStatus> PosixFiles::status(Handle handle) {
   struct stat status {};
   if (::fstat(handle, &status) != 0) return lastError();
   return statusFrom(status);
+}
+
+std::error_code PosixFiles::changeOwner(Handle handle, std::uint32_t owner, std::uint32_t group) {
+  return outcome(::fchown(handle, owner, group));
 }
 
 FileResult<FileStatus> PosixFiles::statusOf(const std::string& path) {

@@ -16,6 +16,7 @@ class FEXORA_API PosixFiles : public Files {
   std::error_code flush(Handle handle) override;
   std::error_code lock(Handle handle) override;
   FileResult<FileStatus> status(Handle handle) override;
+  std::error_code changeOwner(Handle handle, std::uint32_t owner, std::uint32_t group) override;
   FileResult<FileStatus> statusOf(const std::string& path) override;
   std::error_code rename(const std::string& from, const std::string& to) override;
   std::error_code link(const std::string& from, const std::string& to) override;

@@ -1,5 +1,7 @@
 #include "fexora/platform/foundation/Utf8.h"
 
+#include <algorithm>
+
 namespace fexora {
 namespace {
 
@@ -47,6 +49,18 @@ bool isUtf8(std::string_view text) noexcept {
     text.remove_prefix(length);
   }
   return true;
+}
+
+std::string wellFormedUtf8(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t length = sequenceLength(text);
+    if (length == 0) appendUtf8(out, kReplacement);
+    out.append(text.substr(0, length));
+    text.remove_prefix(std::max(length, std::size_t{1}));
+  }
+  return out;
 }
 
 void appendUtf8(std::string& out, char32_t codePoint) {

@@ -11,6 +11,9 @@ namespace fexora {
 // Whether the text is well-formed: no overlong form, no surrogate, nothing beyond U+10FFFF.
 FEXORA_API bool isUtf8(std::string_view text) noexcept;
 
+// The text with each byte that belongs to no well-formed sequence as U+FFFD.
+FEXORA_API std::string wellFormedUtf8(std::string_view text);
+
 // Appends one code point; U+FFFD for one that has no UTF-8 form.
 FEXORA_API void appendUtf8(std::string& out, char32_t codePoint);
 

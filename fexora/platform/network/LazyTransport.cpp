@@ -5,6 +5,7 @@
 #include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/foundation/Library.h"
 #include "fexora/platform/network/RetryShortage.h"
+#include "fexora/platform/network/ShownAddress.h"
 #include "fexora/platform/network/WorkerThread.h"
 
 namespace fexora {
@@ -79,10 +80,10 @@ void LazyTransport::settle(State state) {
 }
 
 void LazyTransport::send(Request request) {
-  const std::string& address = request.address;
   if (transport_ != nullptr) {
-    return transport_->get(address, request.read, std::move(request.complete));
+    return transport_->get(request.address, request.read, std::move(request.complete));
   }
+  const std::string address = shownAddress(request.address);
   ResponseError error{ResponseError::Kind::noTransport, address,
                       address + ": no request can be sent: " + reason_, 0};
   host_.loop->post([complete = std::move(request.complete), error = std::move(error)] {

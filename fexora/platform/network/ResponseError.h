@@ -21,7 +21,7 @@ struct FEXORA_API ResponseError {
   };
 
   Kind kind = Kind::noTransport;
-  std::string address;  // what was asked for
+  std::string address;  // what was asked for, without user and secret: see ShownAddress.h
   std::string message;  // one line for people, naming the address and the cause
   int status = 0;       // the HTTP status with kind httpStatus, else 0
 };

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "fexora/platform/foundation/Environment.h"
+#include "fexora/platform/network/ShownAddress.h"
 
 namespace fexora {
 namespace {
@@ -145,7 +146,10 @@ std::string Exchange::answerHeader(const char* name) const {
 }
 
 std::string Exchange::detail(CURLcode code) const {
-  return detailText_.front() != '\0' ? detailText_.data() : curl_easy_strerror(code);
+  const std::string text = detailText_.data();
+  // One that fills its room may end within a proxy's secret, which nothing then marks as one.
+  const bool isWhole = !text.empty() && text.size() + 1 < detailText_.size();
+  return isWhole ? text : curl_easy_strerror(code);
 }
 
 NetReply Exchange::reply(CURLcode code) try {
@@ -212,10 +216,11 @@ NetReply Exchange::statusFailure(std::string_view detail) const {
 }
 
 NetReply Exchange::fail(ResponseError::Kind kind, std::string_view detail) const {
-  std::string message = oneLine(request_.address) + ": " + text(kind);
+  std::string address = shownAddress(request_.address);
+  std::string message = oneLine(address) + ": " + text(kind);
   if (kind == ResponseError::Kind::httpStatus) message += " " + std::to_string(status());
-  if (!detail.empty()) message += ": " + oneLine(detail);
-  return {{}, ResponseError{kind, request_.address, std::move(message), 0}};
+  if (!detail.empty()) message += ": " + oneLine(shownAddress(detail));
+  return {{}, ResponseError{kind, std::move(address), std::move(message), 0}};
 }
 
 }  // namespace fexora

@@ -1,0 +1,17 @@
+// Addresses as messages, logs and JSON may have them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "fexora/platform/foundation/Export.h"
+
+namespace fexora {
+
+// An address, or a text with addresses in it, without user and secret: "http://***@host/rates".
+// Whatever stands between the first "://" (the beginning, where there is none) and the last "@" is
+// hidden, so that no sign within a secret can end it early; an "@" further on hides more than need
+// be.
+FEXORA_API std::string shownAddress(std::string_view text);
+
+}  // namespace fexora
