@@ -8,7 +8,7 @@
 #include <CLI/CLI.hpp>
 
 #include "programs/fexora-publish/Refusal.h"
-#include "programs/fexora/Words.h"
+#include "programs/shared/Words.h"
 
 namespace fexora::publish {
 namespace {

@@ -8,7 +8,7 @@
 #include "fexora/platform/foundation/NumberText.h"
 
 #include "programs/fexora-publish/Refusal.h"
-#include "programs/fexora/JsonText.h"
+#include "programs/shared/JsonText.h"
 
 namespace fexora::publish {
 namespace {

@@ -15,7 +15,7 @@
 #include "programs/fexora-publish/Publication.h"
 #include "programs/fexora-publish/Refusal.h"
 #include "programs/fexora-publish/Source.h"
-#include "programs/fexora/OneLine.h"
+#include "programs/shared/OneLine.h"
 
 namespace fexora::publish {
 namespace {

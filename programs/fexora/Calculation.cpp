@@ -1,22 +1,18 @@
 #include "programs/fexora/Calculation.h"
 
 #include <cmath>
+#include <optional>
 #include <string_view>
-#include <vector>
 
 #include "fexora/fexora.h"
-#include "fexora/platform/foundation/Library.h"
 
 #include "programs/fexora/Failure.h"
-#include "programs/fexora/calculation/CalculationModule.h"
+#include "programs/shared/Sum.h"
 
 namespace fexora::program {
 namespace {
 
-// Much more than anyone types, and little enough for any nesting.
-constexpr std::size_t kMostBytes = 1000;
 constexpr std::size_t kQuotedCharacters = 60;
-constexpr std::string_view kSigns = "+-*/()";
 
 // The typed text in quotes, its head where it is long.
 std::string quoted(const std::string& typed) {
@@ -38,76 +34,43 @@ std::string atPlace(std::string_view typed, std::size_t at) {
                             : " at place " + std::to_string(charactersBefore(typed, at) + 1);
 }
 
-// The typed text with a name for each number, as the module takes it.
-struct Named {
-  std::string text;
-  std::vector<double> numbers;
-  std::vector<std::size_t> places;  // of each byte of `text`, in the typed one
-
-  void append(std::string_view piece, std::size_t place) {
-    text += piece;
-    places.insert(places.end(), piece.size(), place);
-  }
-};
-
-Named withNamedNumbers(const std::string& typed) {
-  Named named;
-  for (std::size_t at = 0; at < typed.size();) {
-    if (typed[at] == ' ' || kSigns.find(typed[at]) != kSigns.npos) {
-      named.append(std::string_view(typed).substr(at, 1), at);
-      ++at;
-      continue;
-    }
-    const std::size_t end = std::min(typed.find_first_of(" +-*/()", at), typed.size());
-    const std::string number = typed.substr(at, end - at);
-    const auto value = parseAmount(number);
-    if (!value || !std::isfinite(*value)) {
-      throw refusal(typed, "has no finite number" + atPlace(typed, at) + ": " + quoted(number));
-    }
-    named.append("n" + std::to_string(named.numbers.size()), at);
-    named.numbers.push_back(*value);
-    at = end;
-  }
-  return named;
+std::optional<double> finiteAmount(std::string_view word) {
+  const auto amount = parseAmount(word);
+  return amount && std::isfinite(*amount) ? amount : std::nullopt;
 }
 
-// The module lies beside the library's own.
-decltype(&fexora_calculate) openCalculation(const std::string& typed) {
-  std::string reason;
-  void* const entry = moduleEntry("calculation", "fexora_calculate", reason);
-  if (entry != nullptr) return reinterpret_cast<decltype(&fexora_calculate)>(entry);
-  throw refusal(typed, "is a calculation, which cannot be evaluated here: " + reason);
-}
-
-const char* describe(Problem problem) {
+const char* describe(SumResult::Problem problem) {
   switch (problem) {
-    case Problem::unexpected:
+    case SumResult::Problem::unexpected:
       return "is no calculation: something is wrong";
-    case Problem::incomplete:
+    case SumResult::Problem::incomplete:
       return "is no calculation: a number is missing";
-    case Problem::unbalanced:
+    case SumResult::Problem::unbalanced:
       return "is no calculation: a parenthesis has no partner";
-    case Problem::divisionByZero:
+    case SumResult::Problem::noNumber:
+      return "has no finite number";
+    case SumResult::Problem::divisionByZero:
       return "divides by zero";
-    default:
-      return "cannot be calculated";
+    case SumResult::Problem::notFinite:
+      return "gives no finite number";
+    case SumResult::Problem::tooLong:
+      return "is too long for a calculation";
+    case SumResult::Problem::none:
+      break;
   }
+  return "cannot be calculated";
 }
 
 double calculate(const std::string& typed) {
-  if (typed.size() > kMostBytes) throw refusal(typed, "is too long for a calculation");
-  const Named named = withNamedNumbers(typed);
-  const Formula formula{named.text.c_str(), named.numbers.data(), named.numbers.size()};
-  Outcome outcome;
-  openCalculation(typed)(&formula, &outcome);
-  if (outcome.problem == Problem::failed) throw refusal(typed, describe(outcome.problem));
-  if (outcome.problem != Problem::none) {
-    const std::size_t place =
-        outcome.place < named.places.size() ? named.places[outcome.place] : typed.size();
-    throw refusal(typed, describe(outcome.problem) + atPlace(typed, place));
+  using Problem = SumResult::Problem;
+  const SumResult sum = evaluateSum(typed, finiteAmount);
+  if (sum.problem == Problem::none) return sum.value;
+  std::string why = describe(sum.problem);
+  if (sum.problem != Problem::notFinite && sum.problem != Problem::tooLong) {
+    why += atPlace(typed, sum.place);
   }
-  if (!std::isfinite(outcome.value)) throw refusal(typed, "gives no finite number");
-  return outcome.value;
+  if (sum.problem == Problem::noNumber) why += ": " + quoted(typed.substr(sum.place, sum.length));
+  throw refusal(typed, why);
 }
 
 // As the locale takes it: point and comma are one there, or neither is a mark.

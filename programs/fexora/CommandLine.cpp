@@ -9,7 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "programs/fexora/Failure.h"
-#include "programs/fexora/Words.h"
+#include "programs/shared/Words.h"
 
 namespace fexora::program {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "programs/fexora/CommandLine.h"
 #include "programs/fexora/Failure.h"
-#include "programs/fexora/JsonText.h"
+#include "programs/shared/JsonText.h"
 
 namespace fexora::program {
 

@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <cstring>
 
-#include "programs/fexora/JsonText.h"
-#include "programs/fexora/OneLine.h"
+#include "programs/shared/JsonText.h"
+#include "programs/shared/OneLine.h"
 
 namespace fexora::program {
 namespace {

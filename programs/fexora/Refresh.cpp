@@ -6,9 +6,9 @@
 #include "fexora/platform/network/ShownAddress.h"
 
 #include "programs/fexora/Commands.h"
-#include "programs/fexora/OneLine.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Progress.h"
+#include "programs/shared/OneLine.h"
 
 namespace fexora::program {
 namespace {

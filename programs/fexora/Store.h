@@ -6,7 +6,7 @@
 
 #include "fexora/fexora.h"
 
-#include "programs/fexora/JsonText.h"
+#include "programs/shared/JsonText.h"
 
 namespace fexora::program {
 

@@ -1,4 +1,4 @@
-#include "programs/fexora/OneLine.h"
+#include "programs/shared/OneLine.h"
 
 namespace fexora::program {
 namespace {

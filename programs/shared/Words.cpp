@@ -1,4 +1,4 @@
-#include "programs/fexora/Words.h"
+#include "programs/shared/Words.h"
 
 #include <algorithm>
 

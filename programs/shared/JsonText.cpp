@@ -1,4 +1,4 @@
-#include "programs/fexora/JsonText.h"
+#include "programs/shared/JsonText.h"
 
 #include <cmath>
 
