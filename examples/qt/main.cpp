@@ -23,9 +23,9 @@ int main(int count, char** words) {
 
   const auto show = [entry, label] {
     const auto dollar = currencyManager().currencyForCode("USD");
-    const std::string typed = entry->text().toStdString();
+    const NSNumber amount(entry->text().toStdString());
     std::string lines;
-    for (const auto& item : rateManager().convertAmount(typed, dollar, false).first.items()) {
+    for (const auto& item : rateManager().convertAmount(amount, dollar, false).first.items()) {
       lines += item.description() + "\n";
     }
     label->setText(QString::fromStdString(lines));
@@ -33,6 +33,7 @@ int main(int count, char** words) {
   };
   QObject::connect(entry, &QLineEdit::textChanged, show);
 
+  storeManager().setReconcilesAfterSkip(true);  // misses nothing around its own saves
   seedBundledRates(storeManager());
   const auto refresh = [show] {
     rateManager().loadRates(storeManager().loadCurrencies(),

@@ -1,7 +1,13 @@
 #include "fexora/platform/Platform.h"
 
+#include <string>
+
+#include "fexora/platform/foundation/Library.h"
 #include "fexora/platform/foundation/NoDestructor.h"
+#include "fexora/platform/foundation/ProcessText.h"
+#include "fexora/platform/loop/LazyRunLoop.h"
 #include "fexora/platform/network/LazyTransport.h"
+#include "fexora/platform/watch/InotifyFolderWatch.h"
 
 namespace fexora {
 namespace {
@@ -18,14 +24,60 @@ HostStrings& noStrings() {
   return *strings;
 }
 
+// The piece that a module offers, or null with a line that says what goes without it.
+template <class Piece>
+Piece* openModule(const char* name, const char* entry, std::string_view without) {
+  std::string reason;
+  void* const address = moduleEntry(name, entry, reason);
+  if (address != nullptr) return reinterpret_cast<Piece* (*)()>(address)();
+  Platform::process().log->write(std::string("no ") + name + " module, " + std::string(without) +
+                                 ": " + reason);
+  return nullptr;
+}
+
+Text* openText() {
+  return openModule<Text>("text", "fexora_text_module", "only ASCII is handled");
+}
+
+RunLoop* openLoop() {
+  return openModule<RunLoop>("loop", "fexora_loop_module", "nothing is called later");
+}
+
 LazyTransport::Host transportHost() {
   const Platform& platform = Platform::process();
   return {platform.loop, platform.log, platform.files, processNetOptions()};
 }
 
+// On the loop that is in the record when a folder is first watched.
+class ProcessFolderWatch final : public FolderWatch {
+ public:
+  std::unique_ptr<Watch> watch(const std::string& folder, const std::string& ignoredPrefix,
+                               std::function<void()> changed) override {
+    static NoDestructor<InotifyFolderWatch> inotify(*Platform::process().loop,
+                                                    *Platform::process().log);
+    return inotify->watch(folder, ignoredPrefix, std::move(changed));
+  }
+};
+
 }  // namespace
 
-// Defined here because requests complete on the loop that a host may have set in the record.
+// The process's own pieces are defined here, since each takes its partners from the record, in which
+// a host may have set others, when it first needs them.
+Text& Text::process() {
+  static NoDestructor<ProcessText> text(&openText);
+  return *text;
+}
+
+RunLoop& RunLoop::process() {
+  static NoDestructor<LazyRunLoop> loop(&openLoop);
+  return *loop;
+}
+
+FolderWatch& FolderWatch::process() {
+  static NoDestructor<ProcessFolderWatch> watch;
+  return *watch;
+}
+
 Transport& Transport::process() {
   static NoDestructor<LazyTransport> transport(transportHost);
   return *transport;

@@ -28,7 +28,9 @@ struct FEXORA_API Platform {
 
   // The process's own pieces, which the shared instances use. A host that brings pieces of its own
   // sets them here on the main thread before it first uses the library; they then live to the end
-  // of the process.
+  // of the process. The pieces that it leaves take their partners from here too, at their first
+  // use: with a loop of the host's, none of ours is opened. For a record of one's own, copy this
+  // one and change fields.
   static Platform& process();
 };
 

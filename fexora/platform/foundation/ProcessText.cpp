@@ -3,29 +3,10 @@
 #include <utility>
 
 #include "fexora/platform/foundation/AsciiText.h"
-#include "fexora/platform/foundation/Library.h"
 #include "fexora/platform/foundation/Locale.h"
-#include "fexora/platform/foundation/Log.h"
-#include "fexora/platform/foundation/NoDestructor.h"
 #include "fexora/platform/foundation/PlainNumbers.h"
 
 namespace fexora {
-namespace {
-
-Text* openTextModule() {
-  std::string reason;
-  void* const entry = moduleEntry("text", "fexora_text_module", reason);
-  Text* const text = entry != nullptr ? reinterpret_cast<Text* (*)()>(entry)() : nullptr;
-  if (text == nullptr) Log::process().write("no text module, only ASCII is handled: " + reason);
-  return text;
-}
-
-}  // namespace
-
-Text& Text::process() {
-  static NoDestructor<ProcessText> text(&openTextModule);
-  return *text;
-}
 
 ProcessText::ProcessText(std::function<Text*()> open) : open_(std::move(open)) {}
 

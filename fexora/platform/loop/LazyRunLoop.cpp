@@ -1,11 +1,7 @@
 #include "fexora/platform/loop/LazyRunLoop.h"
 
-#include <string>
 #include <utility>
 
-#include "fexora/platform/foundation/Library.h"
-#include "fexora/platform/foundation/Log.h"
-#include "fexora/platform/foundation/NoDestructor.h"
 #include "fexora/platform/loop/Clocks.h"
 
 namespace fexora {
@@ -17,20 +13,7 @@ class NeverTimer final : public Timer {
   bool isValid() const override { return false; }
 };
 
-RunLoop* openLoopModule() {
-  std::string reason;
-  void* const entry = moduleEntry("loop", "fexora_loop_module", reason);
-  if (entry != nullptr) return reinterpret_cast<RunLoop* (*)()>(entry)();
-  Log::process().write("no loop module, nothing is called later: " + reason);
-  return nullptr;
-}
-
 }  // namespace
-
-RunLoop& RunLoop::process() {
-  static NoDestructor<LazyRunLoop> loop(&openLoopModule);
-  return *loop;
-}
 
 LazyRunLoop::LazyRunLoop(std::function<RunLoop*()> open) : open_(std::move(open)) {}
 

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "fexora/platform/foundation/Limits.h"
-#include "fexora/platform/foundation/NoDestructor.h"
 #include "fexora/platform/watch/InotifyPath.h"
 
 namespace fexora {
@@ -136,11 +135,6 @@ std::unique_ptr<FolderWatch::Watch> InotifyFolderWatch::watch(const std::string&
       std::make_unique<InotifyWatch>(loop_, log_, folder, ignoredPrefix, std::move(changed));
   if (!watch->start()) return nullptr;
   return watch;
-}
-
-FolderWatch& FolderWatch::process() {
-  static NoDestructor<InotifyFolderWatch> watch(RunLoop::process(), Log::process());
-  return *watch;
 }
 
 }  // namespace fexora
