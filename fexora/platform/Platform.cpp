@@ -61,8 +61,8 @@ class ProcessFolderWatch final : public FolderWatch {
 
 }  // namespace
 
-// The process's own pieces are defined here, since each takes its partners from the record, in which
-// a host may have set others, when it first needs them.
+// The process's own pieces are defined here, since each takes its partners from the record, in
+// which a host may have set others, when it first needs them.
 Text& Text::process() {
   static NoDestructor<ProcessText> text(&openText);
   return *text;

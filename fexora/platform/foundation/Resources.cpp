@@ -11,7 +11,10 @@ class LibraryResources final : public Resources {
   std::optional<std::string> path(std::string_view name, std::string_view extension) override {
     auto path = libraryFolder();
     if (!path) return std::nullopt;
-    path->append("/" FEXORA_PRIVATE_FOLDER "/resources/").append(name).append(".").append(extension);
+    path->append("/" FEXORA_PRIVATE_FOLDER "/resources/")
+        .append(name)
+        .append(".")
+        .append(extension);
     return path;
   }
 };

@@ -20,7 +20,8 @@ void* moduleEntry(std::string_view name, const char* entry, std::string& reason)
     reason = "the library does not know its own folder";
     return nullptr;
   }
-  const std::string path = *folder + "/" FEXORA_PRIVATE_FOLDER "/fexora_" + std::string(name) + ".so";
+  const std::string path =
+      *folder + "/" FEXORA_PRIVATE_FOLDER "/fexora_" + std::string(name) + ".so";
   void* module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   void* address = module != nullptr ? dlsym(module, entry) : nullptr;
   if (address == nullptr) {
