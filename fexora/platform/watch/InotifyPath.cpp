@@ -1,6 +1,7 @@
 #include "fexora/platform/watch/InotifyPath.h"
 
 #include <algorithm>
+#include <climits>
 #include <utility>
 
 #include <sys/inotify.h>
@@ -46,10 +47,13 @@ void split(std::string_view folder, std::vector<std::string>& paths,
 
 InotifyPath::InotifyPath(std::string_view folder, std::string ignoredPrefix)
     : ignoredPrefix_(std::move(ignoredPrefix)), error_(queue_.error()) {
+  // No call would take it, and each part of it would be kept with all parts above.
+  if (folder.size() >= PATH_MAX) error_ = std::make_error_code(std::errc::filename_too_long);
+  if (error_) return;
   std::vector<std::string> paths;
   std::vector<std::string> names;
   split(folder, paths, names);
-  if (!error_) arm(paths, names);
+  arm(paths, names);
 }
 
 // From the root down, so that nothing that happens meanwhile above is missed.
