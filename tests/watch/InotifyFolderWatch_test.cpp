@@ -404,10 +404,14 @@ TEST_F(InotifyFolderWatchTest, NothingTellsOfTheFolder_OneTimerLooksForIt) {
 }
 
 TEST_F(InotifyFolderWatchTest, PathThatNoSystemTakes_IsNoWatchAndSaid) {
-  folder_ = "/" + std::string(100'000, 'x');
-  watchFolder();
-  EXPECT_EQ(watch_, nullptr);
+  for (const std::string& name :
+       {std::string(), "/" + std::string(100'000, 'x'), scratch_.path() + std::string(1, '\0')}) {
+    folder_ = name;
+    watchFolder();
+    EXPECT_EQ(watch_, nullptr);
+  }
   EXPECT_EQ(log_.count("cannot be watched: File name too long"), 1);
+  EXPECT_EQ(log_.count("cannot be watched: Invalid argument"), 2);
 }
 
 TEST_F(InotifyFolderWatchTest, NoRoomForTheWatch_IsNoWatchAndSaid) {
