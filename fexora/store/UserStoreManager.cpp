@@ -6,6 +6,7 @@
 
 #include "fexora/platform/files/AtomicWriter.h"
 #include "fexora/platform/files/ContainerFolder.h"
+#include "fexora/platform/files/KeepUnderName.h"
 #include "fexora/platform/files/ReadFile.h"
 #include "fexora/platform/files/Retry.h"
 #include "fexora/platform/foundation/Limits.h"
@@ -83,8 +84,9 @@ UserStoreManager::Disk UserStoreManager::readFile() {
   }
   auto content = codec_.decode(std::move((*file).bytes));
   if (!content.ok()) {
-    const Disk state = content.error == kOutOfMemory ? Disk::inaccessible : Disk::unreadable;
-    return refuse(state, file->status, " is no dictionary: ", content.error);
+    const bool isDamaged = content.fault == PlistFault::content;
+    return refuse(isDamaged ? Disk::unreadable : Disk::inaccessible, file->status,
+                  isDamaged ? " is no dictionary: " : " cannot be read: ", content.error);
   }
   ud_ = std::move(content.dictionary);
   noteSaved(ud_, file->status);
@@ -137,8 +139,8 @@ void UserStoreManager::syncFromTimer(const std::shared_ptr<Timer>& /*timer*/) {
 void UserStoreManager::startSyncTimer() {
   const bool isSet = attempt("Saving the store later", [this] {
     if (syncTimer_ != nullptr) syncTimer_->invalidate();
-    syncTimer_ =
-        platform_.loop->scheduleTimer(kSyncDelaySeconds, [this] { syncFromTimer(syncTimer_); });
+    syncTimer_ = syncHolder_.schedule(*platform_.loop, kSyncDelaySeconds,
+                                      [this] { syncFromTimer(syncTimer_); });
   });
   // Better at once than never.
   if (!isSet) syncFromTimer(nullptr);
@@ -147,7 +149,8 @@ void UserStoreManager::startSyncTimer() {
 void UserStoreManager::startDisableSkipUpdateTimer() {
   const bool isSet = attempt("Ignoring the own save", [this] {
     if (timer_ != nullptr) timer_->invalidate();
-    timer_ = platform_.loop->scheduleTimer(kSkipSeconds, [this] { disableSkipFileUpdate(timer_); });
+    timer_ = skipHolder_.schedule(*platform_.loop, kSkipSeconds,
+                                  [this] { disableSkipFileUpdate(timer_); });
   });
   // A period that nothing ends would leave the store deaf; its own save is one reload too many.
   if (!isSet) skipUpdate_ = false;
@@ -167,12 +170,13 @@ bool UserStoreManager::differsOnDisk() {
 }
 
 void UserStoreManager::writeFile(const Dictionary& content) {
-  std::string problem = kOutOfMemory;
+  bool isShort = false;
   try {
-    problem = save(content);
-  } catch (const std::bad_alloc&) {  // NOLINT(bugprone-empty-catch): the problem says it
+    saveProblem_ = save(content);
+  } catch (const std::bad_alloc&) {
+    saveProblem_ = kOutOfMemory;
+    isShort = true;
   }
-  saveProblem_ = std::move(problem);
   if (saveProblem_.empty()) {
     log("SAVE SUCCESS");
     return;
@@ -180,7 +184,7 @@ void UserStoreManager::writeFile(const Dictionary& content) {
   log("SAVE FAIL");
   // Without a container the reason was said when the container was looked for.
   if (!fileURL_ || fileURL_->empty()) return;
-  if (saveProblem_ == kOutOfMemory) {
+  if (isShort) {
     logShortage(*platform_.log, "The store ", *fileURL_, " was not saved");
   } else {
     log(saveProblem_);
@@ -200,7 +204,8 @@ std::string UserStoreManager::save(Dictionary content) {
   }
   auto encoded = codec_.encode(content);
   if (!encoded.ok()) {
-    return encoded.error == kOutOfMemory ? std::move(encoded.error) : what + encoded.error;
+    if (encoded.fault == PlistFault::memory) throw std::bad_alloc();
+    return what + encoded.error;
   }
   const auto outcome =
       replaceFile(*platform_.files, path, encoded.bytes, kFileMode, [this] { return keepAside(); });
@@ -222,13 +227,15 @@ UserStoreManager::Disk UserStoreManager::regainAccess(Dictionary& content) {
   const Disk found = readFile();
   if (found == Disk::unreadable) log(loadProblem_);
   if (found != Disk::usable) return found;
-  Dictionary merged = ud_;
+  // Of two entries with one key the first stays.
+  std::vector<Dictionary::Entry> entries;
   for (const auto& [key, value] : content) {
     const Value* old = before.find(key);
-    if (old == nullptr || *old != value) merged.set(key, value);
+    if (old == nullptr || *old != value) entries.emplace_back(key, value);
   }
-  content = merged;
-  ud_ = std::move(merged);
+  entries.insert(entries.end(), ud_.begin(), ud_.end());
+  content = Dictionary::fromEntries(entries);
+  ud_ = content;
   contentMerged();
   return found;
 }
@@ -245,29 +252,31 @@ std::error_code UserStoreManager::keepAside() {
     return isGone ? std::error_code() : status.error();
   }
   if (!isSameFile(*status, known_) || isSameFile(*status, aside_)) return {};
-  const std::string folder = folderOf(path);
+  const std::string folder = folderOf(path) + "/";
   const auto date = Date(platform_.loop->wallSeconds()).isoText();
-  const std::string name = folder + "/" + std::string(kAsidePrefix) + date.value_or("undated");
-  const auto linkAs = [&](const std::string& to) {
-    return retryInterrupted([&] { return files.link(path, to); });
-  };
-  auto error = linkAs(name);
+  const std::string name = std::string(kAsidePrefix) + date.value_or("undated");
+  std::string used = name;
+  auto error = keepUnderName(files, path, folder + used);
   for (int i = 2; error == std::errc::file_exists && i < limits::kTemporaryNames; ++i) {
-    error = linkAs(name + "-" + std::to_string(i));
+    used = name + "-" + std::to_string(i);
+    error = keepUnderName(files, path, folder + used);
   }
   if (error) return error;
   aside_ = *status;
-  dropOldestAside(folder);
+  dropOldestAside(folder, used);
   return {};
 }
 
-void UserStoreManager::dropOldestAside(const std::string& folder) {
+// The newest stays, even where the clock was set back and its name is the first.
+void UserStoreManager::dropOldestAside(const std::string& folder, const std::string& newest) {
   auto names = retryInterrupted([&] { return platform_.files->list(folder); });
   if (!names.ok()) return;
-  std::erase_if(*names, [](const std::string& name) { return !name.starts_with(kAsidePrefix); });
+  std::erase_if(*names, [&newest](const std::string& name) {
+    return !name.starts_with(kAsidePrefix) || name == newest;
+  });
   std::sort(names->begin(), names->end());
-  for (std::size_t i = 0; i + limits::kUnreadableCopies < names->size(); ++i) {
-    platform_.files->remove(folder + "/" + (*names)[i]);
+  for (std::size_t i = 0; i + limits::kUnreadableCopies < names->size() + 1; ++i) {
+    platform_.files->remove(folder + (*names)[i]);
   }
 }
 

@@ -10,10 +10,10 @@
 //
 // Nothing here fails towards the caller: what cannot be read leaves the dictionary as it was, what
 // cannot be written leaves the old file whole, and both are logged; so is memory that cannot be
-// had. A file that cannot be read as a dictionary is kept aside, by a hard link beside it, before a
-// save replaces it. A file that cannot be opened or read for now (no permission, too many open
-// files) is not replaced until it can be; then a save first takes over what it holds under all keys
-// that this process has not changed.
+// had. A file that cannot be read as a dictionary is kept aside, by a hard link beside it (a copy
+// where there are none), before a save replaces it. A file that cannot be opened or read for now
+// (no permission, too many open files, no module for its form) is not replaced until it can be;
+// then a save first takes over what it holds under all keys that this process has not changed.
 //
 // "SAVE SUCCESS" in the log means that the save survives a power cut. When only the last step of
 // one failed, flushing the folder, the new file stays, the log has "SAVE FAIL", and the problem
@@ -30,6 +30,7 @@
 #include "fexora/platform/Platform.h"
 #include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/foundation/NSObject.h"
+#include "fexora/platform/loop/TimerHolder.h"
 #include "fexora/platform/plist/DictionaryCodec.h"
 #include "fexora/store/FolderMonitor.h"
 
@@ -152,7 +153,7 @@ class FEXORA_API UserStoreManager : public NSObject {
   void noteSaved(const Dictionary& content, const FileStatus& status);
   Disk regainAccess(Dictionary& content);
   std::error_code keepAside();
-  void dropOldestAside(const std::string& folder);
+  void dropOldestAside(const std::string& folder, const std::string& newest);
   bool differsOnDisk();
 
   Platform& platform_;
@@ -161,6 +162,9 @@ class FEXORA_API UserStoreManager : public NSObject {
   bool skipUpdate_ = false;
   std::shared_ptr<Timer> syncTimer_;
   std::shared_ptr<Timer> timer_;
+  // What this store scheduled itself, whatever the two above have been set to.
+  TimerHolder syncHolder_;
+  TimerHolder skipHolder_;
   std::optional<std::string> applicationDocumentsDirectory_;
   std::optional<std::string> fileURL_;
 

@@ -7,6 +7,7 @@
 
 #include "tests/support/Command.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/support/VirtualPlatform.h"
 
 namespace fexora::test {
 namespace {
@@ -38,14 +39,28 @@ TEST(Module, IsOpenedByTheFirstRequest) {
   EXPECT_EQ(runCommand({kProgram, "completed"}).output, "no address\n");
 }
 
-// The library alone, and then with the module of its loop only.
-TEST(Module, Missing_IsAnError) {
+// Programs load the library from a folder that has no modules, while one lives.
+class LibraryAlone {
+ public:
+  LibraryAlone();
+
   const ScratchFolder scratch;
+
+ private:
+  const EnvironmentVariable path_{"LD_LIBRARY_PATH", scratch.path()};
+};
+
+LibraryAlone::LibraryAlone() {
   for (const auto& entry : std::filesystem::directory_iterator(FEXORA_TEST_BINARY_DIR "/lib")) {
     const std::string name = entry.path().filename();
     if (name.starts_with("libfexora.so")) std::filesystem::copy(entry.path(), scratch / name);
   }
-  setenv("LD_LIBRARY_PATH", scratch.path().c_str(), 1);
+}
+
+// And then with the module of its loop only.
+TEST(Module, Missing_IsAnError) {
+  const LibraryAlone library;
+  const ScratchFolder& scratch = library.scratch;
   const auto alone = runCommand({kProgram, "completed"});
   EXPECT_EQ(alone.output, "") << "nothing to complete a request with";
   EXPECT_NE(alone.errors.find("no loop module"), std::string::npos) << alone.errors;
@@ -55,7 +70,27 @@ TEST(Module, Missing_IsAnError) {
   std::filesystem::copy(modules / "fexora_loop.so", copies / "fexora_loop.so");
   EXPECT_EQ(runCommand({kProgram, "completed"}).output, "no transport\n");
   EXPECT_EQ(runCommand({kProgram, "at-once"}).exitCode, 0);
-  unsetenv("LD_LIBRARY_PATH");
+}
+
+TEST(Module, MissingForAStore_IsNoDamage) {
+  const ScratchFolder container;
+  const std::string bytes =
+      "<plist version='1.0'><dict><key>other</key><string>x</string></dict></plist>";
+  writeFile(container / "Store.plist", bytes);
+  const auto set = [&container] {
+    return runCommand({FEXORA_TEST_BINARY_DIR "/bin/fexora", "settings", "fraction", "5",
+                       "--container", container.path()});
+  };
+  {
+    const LibraryAlone library;
+    const auto alone = set();
+    EXPECT_EQ(alone.exitCode, 4) << alone.output << alone.errors;
+    EXPECT_EQ(readFile(container / "Store.plist"), bytes);
+  }
+  EXPECT_EQ(set().exitCode, 0);
+  const std::string saved = readFile(container / "Store.plist");
+  EXPECT_NE(saved.find("<string>x</string>"), std::string::npos);
+  EXPECT_NE(saved.find("<integer>5</integer>"), std::string::npos);
 }
 
 }  // namespace

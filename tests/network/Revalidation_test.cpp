@@ -1,4 +1,5 @@
 // An answer that stands unchanged is not sent again, and counts as having come again.
+#include <chrono>
 #include <filesystem>
 #include <string>
 
@@ -202,6 +203,29 @@ TEST_F(Revalidation, FolderThatCannotBeMade_HurtsNothing) {
     keep(R"({"a": 1})", kTag);
     EXPECT_TRUE(lastAskedAnew());
   }
+}
+
+TEST_F(Revalidation, ManyAddresses_OnlyTheLastAnswersAreKept) {
+  options.cacheFolder = scratch / "many";
+  AnswerCache cache(Files::process(), options.cacheFolder, "/container", 1000);
+  const StoredAnswer answer{"\"one\"", "", "{}"};
+  const auto save = [&](int i) {
+    ASSERT_TRUE(cache.save("http://host/" + std::to_string(i), answer));
+  };
+  const auto names = [&] {
+    return std::distance(std::filesystem::directory_iterator(options.cacheFolder), {});
+  };
+  save(0);
+  std::filesystem::last_write_time(
+      keptFile(), std::filesystem::last_write_time(keptFile()) - std::chrono::hours(1));
+  const auto other = options.cacheFolder + "/of somebody else";
+  writeFile(other, "x");
+  for (int i = 1; i < 3 * limits::kKeptAnswers; ++i) {
+    save(i);
+    EXPECT_TRUE(cache.load("http://host/" + std::to_string(i)));
+    EXPECT_EQ(cache.load("http://host/0").has_value(), i < limits::kKeptAnswers) << i;
+  }
+  EXPECT_EQ(names(), limits::kKeptAnswers + 1);
 }
 
 }  // namespace

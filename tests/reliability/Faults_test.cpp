@@ -55,12 +55,24 @@ class Faults : public testing::Test {
           std::distance(std::filesystem::directory_iterator(container.path()), {}));
     }
 
+    // Without hard links when there is an error for them.
+    class RealFiles final : public test::UnflushedFiles {
+     public:
+      std::error_code link(const std::string& from, const std::string& to) override {
+        if (linkError != 0) return {linkError, std::generic_category()};
+        return UnflushedFiles::link(from, to);
+      }
+      int linkError = 0;
+    };
+
     test::TestContainer container;
-    test::UnflushedFiles real;
+    RealFiles real;
     test::FaultyFiles files{real};
     test::VirtualPlatform desktop{files};
     std::unique_ptr<StoreManager> store;
   };
+
+  static void keepAside(int linkError);
 
   // Runs `check` with each call of `run` failing with each error, once and from then on. `prepare`
   // comes before and does not fail.
@@ -254,10 +266,12 @@ TEST_F(Faults, OfAReload_KeepTheLastContent) {
       });
 }
 
-// An unreadable file whose keeping aside fails is not replaced; trying again keeps one copy.
-TEST_F(Faults, OfKeepingAside_ReplaceNothingUnkept) {
+// An unreadable file whose keeping aside fails is not replaced; trying again keeps one copy. The
+// same where there are no hard links.
+void Faults::keepAside(int linkError) {
   eachFault(
-      [](World& world) {
+      [linkError](World& world) {
+        world.real.linkError = linkError;
         world.start();
         test::writeFile(world.container.file(), "damage");
         world.desktop.watch.change();
@@ -274,14 +288,47 @@ TEST_F(Faults, OfKeepingAside_ReplaceNothingUnkept) {
           }
           return count;
         };
-        if (!isReplaced(world.files)) {
-          EXPECT_EQ(test::readFile(world.container.file()), "damage");
+        if (test::readFile(world.container.file()) == "damage") {
           world.files.heal();
           world.store->setFraction(kNew);
         }
         EXPECT_EQ(world.onDisk().find("Fraction")->number()->intValue(), kNew);
         EXPECT_EQ(asides(), 1U);
       });
+}
+
+TEST_F(Faults, OfKeepingAside_ReplaceNothingUnkept) {
+  for (const int linkError : {0, EPERM}) {
+    SCOPED_TRACE(linkError);
+    keepAside(linkError);
+    if (HasFailure()) return;
+  }
+}
+
+TEST_F(Faults, WithoutLinks_OnlyWhatIsTooLargeToCopyStays) {
+  namespace fs = std::filesystem;
+  for (const int linkError : {EPERM, EOPNOTSUPP, EMLINK, ENOSYS}) {
+    World world;
+    const fs::path file = world.container.file();
+    world.start();
+    world.real.linkError = linkError;
+    fs::permissions(file, fs::perms(0640));
+    fs::resize_file(file, limits::kStoreFileBytes + 1);
+    world.desktop.watch.change();
+    world.store->setFraction(kNew);
+    EXPECT_TRUE(isExplained(world.desktop, file, EFBIG));
+    EXPECT_EQ(fs::file_size(file), limits::kStoreFileBytes + 1);
+    fs::resize_file(file, 9);
+    world.desktop.loop.advance(2.0);
+    world.desktop.watch.change();
+    world.store->setFraction(kNew);
+    EXPECT_EQ(world.store->saveProblem(), "");
+    EXPECT_EQ(world.names(), 2U);
+    for (const auto& entry : fs::directory_iterator(world.container.path())) {
+      const auto rights = entry.path() == file ? fs::perms(0600) : fs::perms(0640);
+      EXPECT_EQ(entry.status().permissions(), rights) << entry.path();
+    }
+  }
 }
 
 TEST_F(Faults, InterruptedForEver_EndsAfterTheBound) {

@@ -275,12 +275,27 @@ TEST_F(HostileFiles, FolderOfAnotherUser_IsRefused) {
     std::uint32_t user() override { return below().user() + 1; }
   } files;
   desktop_.platform.files = &files;
-  StoreManager store(desktop_.platform);
-  store.setFraction(8);
-  EXPECT_NE(store.saveProblem(), "");
-  EXPECT_EQ(desktop_.log.count(container_.path() + " cannot be used: it belongs to another user"),
-            1);
-  EXPECT_TRUE(fs::is_empty(container_.path()));
+  const auto meetFolder = [this](const std::string& folder, const std::string& line) {
+    desktop_.log.lines.clear();
+    StoreManager store(desktop_.platform);
+    store.setFraction(8);
+    EXPECT_EQ(desktop_.log.count(folder + line), 1);
+    EXPECT_EQ(desktop_.log.count(folder), 1);
+    EXPECT_EQ(store.saveProblem().empty(), !fs::is_empty(folder)) << store.saveProblem();
+    return store.saveProblem().empty();
+  };
+  const std::string refused = " cannot be used: it belongs to another user";
+  EXPECT_FALSE(meetFolder(container_.path(), refused));
+  // Where the user named it and may write there it is used, but the default place never is.
+  const std::string byDefault = outside_ / std::string(kAppGroupIdentifier);
+  fs::create_directory(byDefault);
+  for (const auto& folder : {container_.path(), byDefault}) {
+    ASSERT_EQ(chmod(folder.c_str(), 01777), 0);
+  }
+  EXPECT_TRUE(meetFolder(container_.path(), " belongs to another user"));
+  const EnvironmentVariable unnamed("FEXORA_CONTAINER", std::nullopt);
+  const EnvironmentVariable data("XDG_DATA_HOME", outside_.path());
+  EXPECT_FALSE(meetFolder(byDefault, refused));
 }
 
 // A process with more rights than its user has, whose environment the user wrote.

@@ -7,6 +7,7 @@
 
 #include "fexora/fexora.h"
 #include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/network/LazyTransport.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
 
@@ -116,6 +117,41 @@ TEST_F(UserStore, ThreeDeferredSaves_WriteOnceASecondAfterTheLast) {
   EXPECT_EQ(desktop.log.count("SAVE SUCCESS"), 1);
 }
 
+TEST_F(UserStore, TimersThatTheHostReplaced_EndAllTheSame) {
+  {
+    StoreManager store(desktop.platform);
+    store.startSyncTimer();
+    store.setTimer(nullptr);
+    store.setSyncTimer(nullptr);
+    EXPECT_EQ(store.timer(), nullptr);
+    EXPECT_EQ(store.syncTimer(), nullptr);
+    desktop.loop.advance(0.5);
+    store.startSyncTimer();
+    store.synchronize();
+    EXPECT_EQ(desktop.loop.timers(), 2U) << "a restart ends the one before";
+    desktop.log.lines.clear();
+    desktop.loop.advance(0.75);
+    EXPECT_EQ(desktop.log.count("SAVE"), 0);
+    EXPECT_TRUE(store.skipUpdate());
+    desktop.loop.advance(0.25);
+    EXPECT_EQ(desktop.log.count("SAVE SUCCESS"), 1);
+    store.startSyncTimer();
+    store.setTimer(nullptr);
+    store.setSyncTimer(nullptr);
+  }
+  EXPECT_EQ(desktop.loop.timers(), 0U) << "none outlives the store";
+  // An observer of what a timer leads to may end the store.
+  auto store = std::make_unique<StoreManager>(desktop.platform);
+  store->setReconcilesAfterSkip(true);
+  store->synchronize();
+  otherProcessWrites(Dictionary{{"Fraction", 7}});
+  const auto end =
+      desktop.notifications.addObserver(fileWatcherUpdate, [&store] { store.reset(); });
+  desktop.loop.advance(5.0);
+  EXPECT_EQ(store, nullptr);
+  EXPECT_EQ(desktop.loop.timers(), 0U);
+}
+
 TEST_F(UserStore, DeferredSave_IsTakenForTheOtherProcesss) {
   StoreManager store(desktop.platform);
   desktop.loop.advance(1.0);
@@ -162,28 +198,45 @@ TEST_F(UserStore, UnreadableFile_KeepsTheContentAndIsKeptAside) {
 
 TEST_F(UserStore, ManyUnreadableFiles_OnlyTheLastFewAreKept) {
   StoreManager store(desktop.platform);
-  for (int i = 0; i < 9; ++i) {
+  const auto damage = [&](const std::string& bytes) {
     desktop.loop.advance(2.0);
-    writeFile(container.file(), "damage " + std::to_string(i));
+    writeFile(container.file(), bytes);
     desktop.watch.change();
     store.synchronize();
-  }
+  };
+  for (int i = 0; i < 9; ++i) damage("damage " + std::to_string(i));
   EXPECT_EQ(names(), 1U + limits::kUnreadableCopies);
+  // A clock that was set back does not make the newest the one to go.
+  desktop.loop.setWall(0);
+  damage("damage of 1970");
+  EXPECT_EQ(names(), 1U + limits::kUnreadableCopies);
+  EXPECT_EQ(readFile(container.path() + "/.fexora-unreadable-1970-01-01T00:00:02Z"),
+            "damage of 1970");
 }
 
 TEST_F(UserStore, ValueThatNoFileCanHold_FailsTheSaveAndKeepsBoth) {
   StoreManager store(desktop.platform);
   store.setFraction(6);
-  Dictionary content = store.ud();
-  content.set("odd", Value("a\x01b"));
-  store.setUd(content);
-  store.synchronize();
-  EXPECT_EQ(desktop.log.count("SAVE FAIL"), 1);
-  EXPECT_EQ(desktop.log.count(container.file()), 1);
-  EXPECT_EQ(store.ud(), content);
-  EXPECT_EQ(fileContent(container.file()).find("Fraction")->number()->intValue(), 6);
-  EXPECT_EQ(names(), 1U);
-  EXPECT_TRUE(store.skipUpdate());
+  const std::string limit = std::to_string(limits::kStoreFileBytes);
+  const std::pair<Value, std::string> odd[] = {
+      {"a\x01b", "control characters"},
+      {std::string(limits::kStoreFileBytes, 'x'), "more than the " + limit},
+      {Array(8, Value(std::string(limits::kStoreFileBytes / 4, 'x'))), "more than the " + limit},
+  };
+  for (const auto& [value, reason] : odd) {
+    desktop.log.lines.clear();
+    Dictionary content = store.ud();
+    content.set("odd", value);
+    store.setUd(content);
+    store.synchronize();
+    EXPECT_EQ(desktop.log.count("SAVE FAIL"), 1);
+    EXPECT_EQ(desktop.log.count(container.file()), 1);
+    EXPECT_EQ(desktop.log.count(reason), 1) << store.saveProblem();
+    EXPECT_EQ(store.ud(), content);
+    EXPECT_EQ(fileContent(container.file()).find("Fraction")->number()->intValue(), 6);
+    EXPECT_EQ(names(), 1U);
+    EXPECT_TRUE(store.skipUpdate());
+  }
 }
 
 TEST_F(UserStore, NoContainer_WorksInMemoryAndSaysSoOnce) {
@@ -210,6 +263,21 @@ TEST_F(UserStore, ContainerOfTheHome_IsMadePrivate) {
   struct stat status {};
   ASSERT_EQ(stat(folder.c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777U, 0700U);
+}
+
+TEST_F(UserStore, RelativeContainer_StaysWhereItWas) {
+  const test::ScratchFolder here;
+  const std::string before = std::filesystem::current_path();
+  std::filesystem::current_path(here.path());
+  const test::EnvironmentVariable variable("FEXORA_CONTAINER", "inner/folder");
+  StoreManager store(desktop.platform);
+  std::filesystem::current_path("/");
+  store.setFraction(4);
+  const StoreManager other(desktop.platform);
+  std::filesystem::current_path(before);
+  EXPECT_EQ(store.fileURL(), here / "inner/folder/Store.plist");
+  EXPECT_EQ(other.fraction(), 4);
+  EXPECT_EQ(processNetOptions().container, here / "inner/folder");
 }
 
 TEST_F(UserStore, PathsThatAreSet_AreUsed) {

@@ -59,6 +59,7 @@ class CrashDisk final : public Files {
   std::error_code remove(const std::string& path) override;
   std::error_code makeFolder(const std::string& path, std::uint32_t mode) override;
   FileResult<std::vector<std::string>> list(const std::string& folder) override;
+  std::error_code mayChange(const std::string& /*folder*/) override { return {}; }
   std::uint32_t user() override { return 1000; }
 
  private:

@@ -50,6 +50,7 @@ class ForwardingFiles : public Files {
   FileResult<std::vector<std::string>> list(const std::string& folder) override {
     return below_.list(folder);
   }
+  std::error_code mayChange(const std::string& folder) override { return below_.mayChange(folder); }
   std::uint32_t user() override { return below_.user(); }
 
  protected:

@@ -5,7 +5,7 @@
 
 namespace fexora::test {
 
-class UnflushedFiles final : public ForwardingFiles {
+class UnflushedFiles : public ForwardingFiles {
  public:
   UnflushedFiles() : ForwardingFiles(Files::process()) {}
   std::error_code flush(Handle /*handle*/) override { return {}; }

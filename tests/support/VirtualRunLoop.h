@@ -1,6 +1,7 @@
 // A run loop whose time stands still until a test moves it: nothing in it can wait.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <map>
@@ -27,6 +28,8 @@ class VirtualRunLoop final : public RunLoop {
   void advance(double seconds);
   // Runs what has been posted.
   void drain();
+  // Timers that would still fire.
+  std::size_t timers() const { return timers_.size(); }
   // Moves the wall clock alone, as a person or a time service does.
   void setWall(double seconds) { wall_ = seconds; }
 

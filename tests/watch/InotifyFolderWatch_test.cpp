@@ -2,6 +2,8 @@
 // so a few rounds of the loop show everything that will come, and also that nothing more does.
 #include "fexora/platform/watch/InotifyFolderWatch.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -44,6 +46,7 @@ class HandTimedLoop final : public RunLoop {
     timer = std::make_shared<HandTimer>();
     timer->seconds = seconds;
     timer->function = std::move(function);
+    all_.push_back(timer);
     return timer;
   }
   void post(Function function) override { real_.post(std::move(function)); }
@@ -58,11 +61,16 @@ class HandTimedLoop final : public RunLoop {
     ASSERT_TRUE(std::exchange(due->valid, false));
     due->function();
   }
+  // Timers that would still fire.
+  std::ptrdiff_t due() const {
+    return std::count_if(all_.begin(), all_.end(), [](const auto& one) { return one->valid; });
+  }
 
   std::shared_ptr<HandTimer> timer;
   bool isFull = false;
 
  private:
+  std::vector<std::shared_ptr<HandTimer>> all_;
   RunLoop& real_ = RunLoop::process();
 };
 
@@ -106,6 +114,23 @@ class LowDescriptors {
   }
   rlimit before_{};
   std::vector<int> taken_;
+};
+
+// While one lives, the process acts as a user whom the rights of files bind.
+class Unprivileged {
+ public:
+  Unprivileged() {
+    if (before_ == 0) {
+      EXPECT_EQ(seteuid(kNobody), 0);
+    }
+  }
+  Unprivileged(const Unprivileged&) = delete;
+  Unprivileged& operator=(const Unprivileged&) = delete;
+  ~Unprivileged() { EXPECT_EQ(seteuid(before_), 0); }
+
+ private:
+  static constexpr uid_t kNobody = 65534;
+  const uid_t before_ = geteuid();
 };
 
 class InotifyFolderWatchTest : public testing::Test {
@@ -347,6 +372,46 @@ TEST_F(InotifyFolderWatchTest, MissingAtFirst_CallsWhenItComes) {
   EXPECT_EQ(calls(), 1);
   EXPECT_EQ(log_.lines.size(), 2U);
   EXPECT_EQ(loop_.timer, nullptr) << "nothing was polled for";
+}
+
+TEST_F(InotifyFolderWatchTest, NothingTellsOfTheFolder_OneTimerLooksForIt) {
+  // The folder above may be passed but not read; the one above that can be watched.
+  fs::create_directories(scratch_ / "a/b");
+  for (const char* open : {".", "a"}) fs::permissions(scratch_ / open, fs::perms(0777));
+  fs::permissions(scratch_ / "a/b", fs::perms(0111));
+  {
+    const Unprivileged user;
+    watchFolder();
+    ASSERT_NE(watch_, nullptr);
+    if (loop_.due() == 0) GTEST_SKIP() << "rights do not bind here: nothing is proven";
+    for (int i = 0; i < 3; ++i) {
+      fs::rename(scratch_ / "a", scratch_ / "z");
+      fs::rename(scratch_ / "z", scratch_ / "a");
+      EXPECT_EQ(calls(), 0);
+      EXPECT_EQ(loop_.due(), 1) << i;
+    }
+    watch_.reset();
+    EXPECT_EQ(loop_.due(), 0) << "gone with its watch";
+    watchFolder();
+    fs::rename(scratch_ / "a", scratch_ / "z");
+    EXPECT_EQ(calls(), 0);
+    EXPECT_EQ(loop_.due(), 0) << "an event tells now";
+    fs::create_directories(folder_);
+    EXPECT_EQ(calls(), 1);
+    EXPECT_EQ(loop_.due(), 0);
+  }
+  fs::permissions(scratch_ / "z/b", fs::perms(0700));
+}
+
+TEST_F(InotifyFolderWatchTest, PathThatNoSystemTakes_IsNoWatchAndSaid) {
+  for (const std::string& name :
+       {std::string(), "/" + std::string(100'000, 'x'), scratch_.path() + std::string(1, '\0')}) {
+    folder_ = name;
+    watchFolder();
+    EXPECT_EQ(watch_, nullptr);
+  }
+  EXPECT_EQ(log_.count("cannot be watched: File name too long"), 1);
+  EXPECT_EQ(log_.count("cannot be watched: Invalid argument"), 2);
 }
 
 TEST_F(InotifyFolderWatchTest, NoRoomForTheWatch_IsNoWatchAndSaid) {

@@ -1,22 +1,59 @@
 #include "fexora/platform/files/ContainerFolder.h"
 
+#include <array>
+#include <climits>
+#include <mutex>
+#include <utility>
+
+#include <unistd.h>
+
 #include "fexora/platform/files/PrivateFolder.h"
 #include "fexora/platform/files/Retry.h"
 #include "fexora/platform/foundation/Environment.h"
+#include "fexora/platform/foundation/NoDestructor.h"
 
 namespace fexora {
 namespace {
 
 constexpr std::uint32_t kOthersWrite = 0022;
+constexpr const char* kNamed = "FEXORA_CONTAINER";
+
+// The one that was named last, with what it was then: a change of the working directory later does
+// not lead elsewhere.
+struct NamedFolder {
+  std::mutex mutex;
+  std::string given;
+  std::string path;
+};
+
+std::string madeAbsolute(std::string given) {
+  static NoDestructor<NamedFolder> last;
+  const std::lock_guard lock(last->mutex);
+  if (last->given == given) return last->path;
+  std::array<char, PATH_MAX> folder{};
+  // Without a working directory the path leads nowhere, and that is said.
+  if (::getcwd(folder.data(), folder.size()) == nullptr) return given;
+  std::string path = std::string(folder.data()).append("/").append(given);
+  last->given = std::move(given);
+  return last->path = std::move(path);
+}
 
 ContainerFolder unusable(const std::string& path, const std::string& why) {
   return {"", "the container folder " + path + " cannot be used: " + why};
 }
 
+// A folder of somebody else's, where its user named it and it is meant to be shared.
+bool isShared(Files& files, const std::string& path, const FileStatus& status) {
+  return (status.mode & kOthersWrite) != 0 && environment(kNamed) && !files.mayChange(path);
+}
+
 }  // namespace
 
 std::string containerPath(std::string_view groupIdentifier) {
-  if (auto container = environment("FEXORA_CONTAINER")) return *std::move(container);
+  if (auto container = environment(kNamed)) {
+    return container->starts_with('/') ? *std::move(container)
+                                       : madeAbsolute(*std::move(container));
+  }
   auto data = environment("XDG_DATA_HOME");
   // A relative path there counts as none, by the rule of the XDG base directories.
   if (!data || !data->starts_with('/')) {
@@ -43,9 +80,15 @@ ContainerFolder containerFolder(Files& files, std::string_view groupIdentifier) 
     status = retryInterrupted(look);
   }
   if (!status.ok()) return unusable(path, status.error().message());
-  if (status->owner != files.user()) return unusable(path, "it belongs to another user");
+  const bool isOurs = status->owner == files.user();
+  if (!isOurs && !isShared(files, path, *status)) {
+    return unusable(path, "it belongs to another user");
+  }
   std::string warning;
-  if ((status->mode & kOthersWrite) != 0) {
+  if (!isOurs) {
+    warning =
+        "the container folder " + path + " belongs to another user and may be written by others";
+  } else if ((status->mode & kOthersWrite) != 0) {
     warning = "the container folder " + path + " may be written by other users";
   }
   return {std::move(path), std::move(warning)};

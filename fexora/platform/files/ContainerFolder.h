@@ -17,13 +17,16 @@ struct ContainerFolder {
   std::string problem;  // one line: why there is none, or what to know about the one there is
 };
 
-// Where that folder lies, whether or not it is there; empty when no variable says so.
+// Where that folder lies, whether or not it is there; empty when no variable says so. A relative
+// path is made absolute against the working directory when it is first met, and stays that. Any
+// thread.
 FEXORA_API std::string containerPath(std::string_view groupIdentifier);
 
 // $FEXORA_CONTAINER; else the folder named `groupIdentifier` in $XDG_DATA_HOME (when absolute);
 // else in .local/share under $HOME. Made with mode 0700 when missing, its parents too. There is
 // none when no variable says where, when it cannot be made, when it is not a folder, or when it
-// belongs to another user; one that others may write is used, and `problem` says so.
+// belongs to another user; one that others may write is used, and `problem` says so. Another user's
+// folder is used, too, when FEXORA_CONTAINER names it and both others and this user may write it.
 FEXORA_API ContainerFolder containerFolder(Files& files, std::string_view groupIdentifier);
 
 }  // namespace fexora

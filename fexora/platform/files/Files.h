@@ -90,6 +90,8 @@ class FEXORA_API Files {
   virtual std::error_code makeFolder(const std::string& path, std::uint32_t mode) = 0;
   // Names in a folder, without "." and "..", in no order; at most limits::kFolderNames of them.
   virtual FileResult<std::vector<std::string>> list(const std::string& folder) = 0;
+  // An error when this process may not make and replace names in the folder.
+  virtual std::error_code mayChange(const std::string& folder) = 0;
   // The user that this process acts as.
   virtual std::uint32_t user() = 0;
 

@@ -159,6 +159,10 @@ FileResult<std::vector<std::string>> PosixFiles::list(const std::string& folder)
   }
 }
 
+std::error_code PosixFiles::mayChange(const std::string& folder) {
+  return outcome(::faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS));
+}
+
 std::uint32_t PosixFiles::user() {
   return ::geteuid();
 }

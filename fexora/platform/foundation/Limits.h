@@ -43,6 +43,8 @@ inline constexpr std::size_t kAnswerBytes = std::size_t{16} << 20;
 inline constexpr std::size_t kHeaderBytes = std::size_t{64} << 10;
 inline constexpr int kRedirects = 5;
 inline constexpr int kJsonDepth = 256;
+// Answers of the service, one an address and container, that are kept for asking again.
+inline constexpr int kKeptAnswers = 8;
 // Values in one answer, keys not counted: what they take in memory has little to do with the bytes
 // that they came as.
 inline constexpr std::size_t kJsonValues = std::size_t{256} << 10;

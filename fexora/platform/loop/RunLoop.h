@@ -23,7 +23,7 @@ class FEXORA_API Timer {
   Timer& operator=(const Timer&) = delete;
   virtual ~Timer();
 
-  // It never fires after this. Main thread.
+  // It never fires after this. Nothing once it has fired, its own function included. Main thread.
   virtual void invalidate() = 0;
   // False once it has fired or been invalidated.
   virtual bool isValid() const = 0;

@@ -12,6 +12,7 @@ namespace fexora {
 namespace {
 
 constexpr std::string_view kOpening = "Opening the network";
+constexpr std::string_view kSending = "Sending a request";
 
 // Joined at exit at the latest: nothing may be taken down under a thread that still loads it.
 WorkerThread& opener() {
@@ -44,50 +45,70 @@ void LazyTransport::get(const std::string& address, Reader read, Completion comp
   if (state_ == State::opening) {
     waiting_.push_back(std::move(request));
   } else {
-    send(std::move(request));
+    send(request);
   }
 }
 
+// Whatever it lacks, or throws, the next request tries again.
 void LazyTransport::open() {
   host_ = makeHost_();
-  state_ = State::opening;
   const bool started = opener().start([this] {
     reason_ = kOutOfMemory;
-    guarded(*host_.log, kOpening,
-            [this] { entry_ = moduleEntry("net", "fexora_net_module", reason_); });
+    lacksMemory_ = !guarded(*host_.log, kOpening,
+                            [this] { entry_ = moduleEntry("net", "fexora_net_module", reason_); });
     retryShortage([this] { host_.loop->post([this] { opened(); }); }, [] { return false; });
   });
-  if (started) return;
-  reason_ = "the machine gives no thread";
-  settle(State::missing);
+  if (started) {
+    state_ = State::opening;
+  } else {
+    reason_ = "the machine gives no thread";
+    sayWhy();
+  }
 }
 
 void LazyTransport::opened() {
   opener().join();
+  if (!guarded(*host_.log, kOpening, [this] { useModule(); })) lacksMemory_ = true;
+  if (transport_ != nullptr) {
+    state_ = State::open;
+  } else {
+    state_ = lacksMemory_ ? State::closed : State::missing;
+  }
+  // A completion may send the next request, which may open anew.
+  for (const Request& request : std::exchange(waiting_, {})) settle(request);
+}
+
+void LazyTransport::useModule() {
   if (entry_ != nullptr) {
     reason_ = "the machine gives no thread or descriptor";
     const auto module = reinterpret_cast<NetModuleEntry*>(entry_);
-    guarded(*host_.log, kOpening,
-            [&] { transport_ = module(host_.loop, host_.log, host_.files, &host_.options); });
+    transport_ = module(host_.loop, host_.log, host_.files, &host_.options);
   }
-  settle(transport_ != nullptr ? State::open : State::missing);
+  if (transport_ == nullptr) sayWhy();
 }
 
-void LazyTransport::settle(State state) {
-  state_ = state;
-  if (state == State::missing) host_.log->write("No requests can be sent: " + reason_);
-  for (Request& request : std::exchange(waiting_, {})) send(std::move(request));
+void LazyTransport::sayWhy() {
+  host_.log->write("No requests can be sent: " + reason_);
 }
 
-void LazyTransport::send(Request request) {
+// A request that has waited is told in any case, if only that there was no memory for it.
+void LazyTransport::settle(const Request& request) {
+  if (guarded(*host_.log, kSending, [&] { send(request); })) return;
+  guarded(*host_.log, kSending, [&] {
+    request.complete(nullptr, ResponseError{ResponseError::Kind::noTransport, {}, kOutOfMemory, 0});
+  });
+}
+
+// The completion stays the request's when this throws.
+void LazyTransport::send(const Request& request) {
   if (transport_ != nullptr) {
-    return transport_->get(request.address, request.read, std::move(request.complete));
+    return transport_->get(request.address, request.read, request.complete);
   }
   const std::string address = shownAddress(request.address);
   ResponseError error{ResponseError::Kind::noTransport, address,
                       address + ": no request can be sent: " + reason_, 0};
-  host_.loop->post([complete = std::move(request.complete), error = std::move(error)] {
-    complete(nullptr, error);
+  host_.loop->post([complete = request.complete, error = std::move(error)]() mutable {
+    complete(nullptr, std::move(error));
   });
 }
 

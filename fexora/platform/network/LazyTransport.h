@@ -3,6 +3,9 @@
 // The module is opened on a thread of its own, since loading it and what it needs takes
 // milliseconds from memory and far longer from a cold disk; requests wait meanwhile. Where it is
 // missing, each request completes with an error of kind noTransport, and the log says why once.
+// What the machine lacks for the moment (a thread, memory) costs the requests until then such an
+// error, and the next one tries again. A get() that throws std::bad_alloc does not complete; a
+// request that it has taken does.
 #pragma once
 
 #include <functional>
@@ -28,7 +31,7 @@ class LazyTransport final : public Transport {
     NetOptions options;
   };
 
-  // `host` is called at the first request.
+  // `host` is called at the first request, and whenever opening is tried again.
   explicit LazyTransport(std::function<Host()> host) : makeHost_(std::move(host)) {}
 
   void get(const std::string& address, Reader read, Completion complete) override;
@@ -43,8 +46,10 @@ class LazyTransport final : public Transport {
 
   void open();
   void opened();
-  void settle(State state);
-  void send(Request request);
+  void useModule();
+  void sayWhy();
+  void settle(const Request& request);
+  void send(const Request& request);
 
   std::function<Host()> makeHost_;
   Host host_{};
@@ -55,6 +60,7 @@ class LazyTransport final : public Transport {
   // Written by the opening thread until it ends.
   void* entry_ = nullptr;
   std::string reason_;
+  bool lacksMemory_ = false;
 };
 
 // The places of this process's user and container: $XDG_CACHE_HOME/fexora (when absolute), else

@@ -1,6 +1,6 @@
 #include "fexora/platform/network/WorkerThread.h"
 
-#include <system_error>
+#include <exception>
 #include <utility>
 
 #include <pthread.h>
@@ -8,22 +8,36 @@
 #include <unistd.h>
 
 namespace fexora {
+namespace {
+
+// A thread begins with its maker's mask, so that no signal can slip in before it sets its own.
+class BlockedSignals {
+ public:
+  BlockedSignals() noexcept {
+    sigset_t all{};
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before_);
+  }
+  BlockedSignals(const BlockedSignals&) = delete;
+  BlockedSignals& operator=(const BlockedSignals&) = delete;
+  ~BlockedSignals() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+
+ private:
+  sigset_t before_{};
+};
+
+}  // namespace
 
 bool WorkerThread::start(std::function<void()> work) {
-  // A thread begins with its maker's mask, so that no signal can slip in before it sets its own.
-  sigset_t all{};
-  sigset_t before{};
-  sigfillset(&all);
-  pthread_sigmask(SIG_SETMASK, &all, &before);
-  bool started = true;
+  if (thread_.joinable()) return false;
+  const BlockedSignals blocked;
   try {
     thread_ = std::thread(std::move(work));
-  } catch (const std::system_error&) {
-    started = false;
+  } catch (const std::exception&) {  // no thread, or no memory for one
+    return false;
   }
-  pthread_sigmask(SIG_SETMASK, &before, nullptr);
   process_ = getpid();
-  return started;
+  return true;
 }
 
 void WorkerThread::join() {

@@ -17,7 +17,7 @@ class FEXORA_API WorkerThread {
   ~WorkerThread() { join(); }
 
   // Runs `work`, with all signals left to the host's threads. False when the machine gives no
-  // thread. Only when none is running.
+  // thread or no memory for it, and when one has not been joined yet.
   bool start(std::function<void()> work);
   // Waits for the end of the work. Does nothing without a thread, nor in a forked child, which has
   // not inherited it.

@@ -37,9 +37,9 @@ DictionaryCodec::Encoded DictionaryCodec::encode(const Dictionary& dictionary) {
     if (!writeSegments(dictionary, file, segments)) return encodeAnew(dictionary);
     file_ = std::move(file);
     segments_ = std::move(segments);
-    return {file_, {}};
+    return {file_, {}, {}};
   } catch (const std::bad_alloc&) {
-    return {{}, kOutOfMemory};
+    return {{}, kOutOfMemory, PlistFault::memory};
   }
 }
 
@@ -63,7 +63,7 @@ bool DictionaryCodec::writeSegments(const Dictionary& dictionary, std::string& f
   }
   file += kClosing;
   file += kXmlPlistTail;
-  return objects <= limits::kPropertyListObjects;
+  return objects <= limits::kPropertyListObjects && file.size() <= limits::kStoreFileBytes;
 }
 
 bool DictionaryCodec::writeSegment(const Dictionary::Entry& entry, const Segment* last,
@@ -84,10 +84,10 @@ bool DictionaryCodec::writeSegment(const Dictionary::Entry& entry, const Segment
 
 DictionaryCodec::Encoded DictionaryCodec::encodeAnew(const Dictionary& dictionary) {
   PlistBytes whole = writePropertyList(dictionary);
-  if (!whole.ok()) return {{}, std::move(whole.error)};
+  if (!whole.ok()) return {{}, std::move(whole.error), whole.fault};
   file_ = std::move(whole.bytes);
   segments_.clear();
-  return {file_, {}};
+  return {file_, {}, {}};
 }
 
 DictionaryCodec::Decoded DictionaryCodec::decode(std::string bytes) {
@@ -108,16 +108,16 @@ DictionaryCodec::Decoded DictionaryCodec::decode(std::string bytes) {
     segments_ = std::move(segments);
     return result;
   } catch (const std::bad_alloc&) {
-    return {{}, kOutOfMemory};
+    return {{}, kOutOfMemory, PlistFault::memory};
   }
 }
 
 DictionaryCodec::Decoded DictionaryCodec::decodeAnew(std::string_view bytes) {
   PlistResult whole = readPropertyList(bytes);
-  if (!whole.ok()) return {{}, std::move(whole.error)};
+  if (!whole.ok()) return {{}, std::move(whole.error), whole.fault};
   const Dictionary* dictionary = whole.value.dictionary();
   if (dictionary == nullptr) return {{}, "the root is no dictionary"};
-  return {*dictionary, {}};
+  return {*dictionary, {}, {}};
 }
 
 // False when the file is not laid out as the writer does it, or holds an error.
@@ -131,11 +131,10 @@ bool DictionaryCodec::readSegments(std::string_view bytes, std::vector<Segment>&
   std::size_t at = kXmlPlistHead.size();
   if (!bytes.substr(at).starts_with(kOpening)) return false;
   at += kOpening.size();
-  std::size_t expected = 0;
   std::size_t objects = 1;
   while (bytes.substr(at).starts_with(kKeyStart)) {
     Segment segment;
-    if (segments.size() == kKeys || !readSegment(bytes, at, expected, segment)) return false;
+    if (segments.size() == kKeys || !readSegment(bytes, at, segment)) return false;
     if (!segments.empty() && segments.back().key >= segment.key) return false;
     objects += segment.objects;
     at += segment.size;
@@ -146,33 +145,37 @@ bool DictionaryCodec::readSegments(std::string_view bytes, std::vector<Segment>&
          rest.substr(kClosing.size()) == kXmlPlistTail;
 }
 
-bool DictionaryCodec::readSegment(std::string_view bytes, std::size_t begin, std::size_t& expected,
-                                  Segment& out) const {
+bool DictionaryCodec::readSegment(std::string_view bytes, std::size_t begin, Segment& out) const {
   const std::string_view rest = bytes.substr(begin);
-  if (const Segment* last = segmentAt(rest, expected)) {
-    out = *last;
-    out.begin = begin;
-    return true;
+  // A key with escapes is found when it has been parsed.
+  const std::string_view plain =
+      rest.substr(kKeyStart.size(), rest.find('<', kKeyStart.size()) - kKeyStart.size());
+  const Segment* last = segmentAt(rest, plain);
+  if (last == nullptr) {
+    std::optional<XmlPlistEntry> entry = readXmlPlistEntry(rest);
+    if (!entry || !rest.substr(entry->bytes).starts_with('\n')) return false;
+    last = segmentAt(rest, entry->key);
+    if (last == nullptr) {
+      out = {std::move(entry->key), std::move(entry->value), begin,
+             entry->bytes + 1,      entry->objects,          true};
+      return true;
+    }
   }
-  std::optional<XmlPlistEntry> entry = readXmlPlistEntry(rest);
-  if (!entry || !rest.substr(entry->bytes).starts_with('\n')) return false;
-  out = {std::move(entry->key), std::move(entry->value), begin,
-         entry->bytes + 1,      entry->objects,          true};
+  out = *last;
+  out.begin = begin;
   return true;
 }
 
-// The segment of the last file that stands at the head of `rest`, most likely the one after the
-// segment that was found before.
+// The segment of `key` in the last file, when it stands at the head of `rest` just as it stood
+// there.
 const DictionaryCodec::Segment* DictionaryCodec::segmentAt(std::string_view rest,
-                                                           std::size_t& expected) const noexcept {
-  for (std::size_t i = 0; i < segments_.size(); ++i) {
-    const std::size_t index = (expected + i) % segments_.size();
-    const Segment& segment = segments_[index];
-    if (!segment.exact || !rest.starts_with(bytesOf(segment))) continue;
-    expected = index + 1;
-    return &segment;
-  }
-  return nullptr;
+                                                           std::string_view key) const noexcept {
+  const auto at =
+      std::lower_bound(segments_.begin(), segments_.end(), key,
+                       [](const Segment& segment, std::string_view k) { return segment.key < k; });
+  const bool isHere =
+      at != segments_.end() && at->key == key && at->exact && rest.starts_with(bytesOf(*at));
+  return isHere ? &*at : nullptr;
 }
 
 }  // namespace fexora

@@ -19,6 +19,7 @@
 
 #include "fexora/platform/foundation/Export.h"
 #include "fexora/platform/foundation/Value.h"
+#include "fexora/platform/plist/PlistFault.h"
 
 namespace fexora {
 
@@ -28,11 +29,13 @@ class FEXORA_API DictionaryCodec {
   struct Encoded {
     std::string_view bytes;
     std::string error;
+    PlistFault fault = PlistFault::content;  // when there is an error
     bool ok() const noexcept { return error.empty(); }
   };
   struct Decoded {
     Dictionary dictionary;
     std::string error;
+    PlistFault fault = PlistFault::content;  // when there is an error
     bool ok() const noexcept { return error.empty(); }
   };
 
@@ -58,10 +61,9 @@ class FEXORA_API DictionaryCodec {
   Encoded encodeAnew(const Dictionary& dictionary);
   Decoded decodeAnew(std::string_view bytes);
   bool readSegments(std::string_view bytes, std::vector<Segment>& segments) const;
-  bool readSegment(std::string_view bytes, std::size_t begin, std::size_t& expected,
-                   Segment& out) const;
+  bool readSegment(std::string_view bytes, std::size_t begin, Segment& out) const;
   std::string_view bytesOf(const Segment& segment) const noexcept;
-  const Segment* segmentAt(std::string_view rest, std::size_t& expected) const noexcept;
+  const Segment* segmentAt(std::string_view rest, std::string_view key) const noexcept;
 
   std::string file_;
   std::vector<Segment> segments_;  // by key, ascending, as they stand in the file

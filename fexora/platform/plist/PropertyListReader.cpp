@@ -14,7 +14,7 @@ PlistResult readPropertyList(std::string_view bytes) {
     if (bytes.starts_with("bplist")) return readBinaryPlist(bytes);
     return readXmlPlist(bytes);
   } catch (const std::bad_alloc&) {
-    return {{}, kOutOfMemory};
+    return {{}, kOutOfMemory, PlistFault::memory};
   }
 }
 

@@ -11,6 +11,7 @@
 
 #include "fexora/platform/foundation/Export.h"
 #include "fexora/platform/foundation/Value.h"
+#include "fexora/platform/plist/PlistFault.h"
 
 namespace fexora {
 
@@ -18,6 +19,7 @@ namespace fexora {
 struct PlistResult {
   Value value;
   std::string error;
+  PlistFault fault = PlistFault::content;  // when there is an error
 
   bool ok() const noexcept { return error.empty(); }
 };

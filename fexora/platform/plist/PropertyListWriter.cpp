@@ -14,9 +14,10 @@ PlistBytes writePropertyList(const Value& root) {
     XmlPlistWriter writer(result.bytes);
     if (!writer.appendRoot(root)) return {{}, writer.error()};
     result.bytes += kXmlPlistTail;
+    if (!writer.isReadable()) return {{}, writer.error()};
     return result;
   } catch (const std::bad_alloc&) {
-    return {{}, kOutOfMemory};
+    return {{}, kOutOfMemory, PlistFault::memory};
   }
 }
 

@@ -21,6 +21,7 @@
 
 #include "fexora/platform/foundation/Export.h"
 #include "fexora/platform/foundation/Value.h"
+#include "fexora/platform/plist/PlistFault.h"
 
 namespace fexora {
 
@@ -28,13 +29,14 @@ namespace fexora {
 struct PlistBytes {
   std::string bytes;
   std::string error;
+  PlistFault fault = PlistFault::content;  // when there is an error
 
   bool ok() const noexcept { return error.empty(); }
 };
 
 // Fails for what a strict reader would refuse: null values, text that XML cannot carry (see
-// PlistText.h), dates outside the years 1 to 9999, too deep a nesting and too many objects (see
-// Limits.h).
+// PlistText.h), dates outside the years 1 to 9999, too deep a nesting, too many objects and more
+// bytes than are read from a file (see Limits.h).
 FEXORA_API PlistBytes writePropertyList(const Value& root);
 
 }  // namespace fexora

@@ -21,7 +21,9 @@ PlistResult readXmlPlist(std::string_view bytes) {
   if (LaidOutPlistReader(bytes).readFile(fast.value)) return fast;
   std::string reason;
   const XmlPlistModule* const module = xmlModule(reason);
-  if (module == nullptr) return {{}, "there is no module for this form: " + reason};
+  if (module == nullptr) {
+    return {{}, "there is no module for this form: " + reason, PlistFault::module};
+  }
   return module->read(bytes);
 }
 

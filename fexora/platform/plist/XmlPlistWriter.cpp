@@ -56,6 +56,12 @@ bool XmlPlistWriter::refuseAt(std::string_view place) {
   return false;
 }
 
+bool XmlPlistWriter::isReadable() {
+  if (out_.size() <= limits::kStoreFileBytes) return true;
+  return refuse("a file of " + std::to_string(out_.size()) + " bytes or more, more than the " +
+                std::to_string(limits::kStoreFileBytes) + " that are read back");
+}
+
 bool XmlPlistWriter::appendRoot(const Value& value) {
   return append(value, 0);
 }
@@ -67,6 +73,8 @@ bool XmlPlistWriter::appendRootEntry(const Dictionary::Entry& entry) {
 // A value's element with its line's end; `depth` containers are open around it.
 bool XmlPlistWriter::append(const Value& value, std::size_t depth) {
   if (++objects_ > limits::kPropertyListObjects) return refuse("too many objects");
+  // Here, too: copies share their content in memory, but not in the text.
+  if (!isReadable()) return false;
   out_.append(depth, '\t');
   switch (value.kind()) {
     case Value::Kind::null:

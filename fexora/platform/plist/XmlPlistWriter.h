@@ -28,6 +28,9 @@ class XmlPlistWriter {
   // An entry of the root dictionary, as appendRoot writes it inside that dictionary's element.
   bool appendRootEntry(const Dictionary::Entry& entry);
 
+  // Whether the text is short enough to be read back.
+  bool isReadable();
+
   std::string error() const;
   // Objects written: every value counts, keys do not.
   std::size_t objects() const noexcept { return objects_; }

@@ -1,11 +1,14 @@
 #include "fexora/platform/watch/InotifyFolderWatch.h"
 
+#include <cstdint>
 #include <optional>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "fexora/platform/foundation/Guarded.h"
 #include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/loop/TimerHolder.h"
 #include "fexora/platform/watch/InotifyPath.h"
 
 namespace fexora {
@@ -13,6 +16,8 @@ namespace {
 
 // A folder may come between the look at it and the one above it; then all is looked at anew.
 constexpr int kTries = 3;
+
+constexpr std::string_view kWatching = "Watching a folder";
 
 class InotifyWatch final : public FolderWatch::Watch {
  public:
@@ -22,18 +27,21 @@ class InotifyWatch final : public FolderWatch::Watch {
         log_(log),
         folder_(std::move(folder)),
         ignoredPrefix_(std::move(ignoredPrefix)),
-        changed_(std::move(changed)) {}
-  ~InotifyWatch() override {
-    if (retry_ != nullptr) retry_->invalidate();
-  }
+        changed_(std::make_shared<const std::function<void()>>(std::move(changed))) {}
 
   bool start();
 
  private:
-  bool arm();
+  enum class State : std::uint8_t {
+    watched,
+    awaited,  // missing, and an event will tell of its coming
+    sought,   // missing, and only another look tells
+    lost,     // the machine gives no watch; looked at again, too
+  };
+
+  State arm();
+  void enter(State state);
   void renew();
-  void noteMissing();
-  void retryLater();
   void onReadable();
   void callChanged();
   void say(std::string_view what, const std::error_code& why = {});
@@ -42,56 +50,60 @@ class InotifyWatch final : public FolderWatch::Watch {
   Log& log_;
   const std::string folder_;
   const std::string ignoredPrefix_;
-  const std::function<void()> changed_;
-  std::optional<InotifyPath> path_;
+  const std::shared_ptr<const std::function<void()>> changed_;
+  std::optional<InotifyPath> path_;            // none until armed, and without memory for it
   std::unique_ptr<DescriptorWatch> readable_;  // of the path's descriptor, so it goes first
-  std::shared_ptr<Timer> retry_;
-  bool isBroken_ = false;
+  State state_ = State::watched;
+  TimerHolder retry_;
 };
 
 bool InotifyWatch::start() {
-  if (!arm()) {
+  const State state = arm();
+  if (state == State::lost) {
     say("cannot be watched", path_->error());
     return false;
   }
-  if (!path_->isThere()) noteMissing();
+  enter(state);
   return true;
 }
 
-bool InotifyWatch::arm() {
+InotifyWatch::State InotifyWatch::arm() {
   for (int i = 0; i < kTries; ++i) {
     readable_.reset();
     path_.emplace(folder_, ignoredPrefix_);
     if (path_->error() || path_->isThere() || path_->waits()) break;
   }
-  if (path_->error()) return false;
+  if (path_->error()) return State::lost;
   readable_ = loop_.watchReadable(path_->descriptor(), [this] { onReadable(); });
-  return readable_ != nullptr;
+  if (readable_ == nullptr) return State::lost;
+  if (path_->isThere()) return State::watched;
+  return path_->waits() ? State::awaited : State::sought;
+}
+
+// What comes next is set up before anything is said, which takes memory. One line a break.
+void InotifyWatch::enter(State state) {
+  const bool isBreak = std::exchange(state_, state) == State::watched;
+  if (state == State::sought || state == State::lost) {
+    retry_.schedule(loop_, limits::kFolderRetrySeconds, [this] { renew(); });
+  } else {
+    retry_.end();
+  }
+  if (!isBreak || state == State::watched) return;
+  if (state == State::lost) {
+    say("is no longer watched", path_ ? path_->error() : std::error_code());
+  } else {
+    say("is not there; waiting for it", path_->missing());
+  }
 }
 
 // After a break. Whatever happened before the new watches stood is told by the one call.
 void InotifyWatch::renew() {
-  if (!arm()) {
-    if (!std::exchange(isBroken_, true)) say("is no longer watched", path_->error());
-    retryLater();
-    return;
-  }
-  if (!path_->isThere()) {
-    noteMissing();
-    return;
-  }
-  isBroken_ = false;
-  say("is watched again");
+  State state = State::lost;
+  if (!guarded(log_, kWatching, [&] { state = arm(); })) readable_.reset();
+  guarded(log_, kWatching, [&] { enter(state); });
+  if (state != State::watched) return;
+  guarded(log_, kWatching, [this] { say("is watched again"); });
   callChanged();
-}
-
-void InotifyWatch::noteMissing() {
-  if (!std::exchange(isBroken_, true)) say("is not there; waiting for it", path_->missing());
-  if (!path_->waits()) retryLater();
-}
-
-void InotifyWatch::retryLater() {
-  retry_ = loop_.scheduleTimer(limits::kFolderRetrySeconds, [this] { renew(); });
 }
 
 void InotifyWatch::onReadable() {
@@ -102,21 +114,23 @@ void InotifyWatch::onReadable() {
       callChanged();
       break;
     case InotifyPath::Finding::overflow:
-      say("had more changes than the system keeps");
+      guarded(log_, kWatching, [this] { say("had more changes than the system keeps"); });
       renew();
       break;
     case InotifyPath::Finding::path:
       // Read again at once, it would fail again at once.
-      if (path_->error()) say("could not be watched", path_->error());
+      if (const auto error = path_->error()) {
+        guarded(log_, kWatching, [&] { say("could not be watched", error); });
+      }
       renew();
       break;
   }
 }
 
-// The call may destroy this watch, and with it the function: both are done with here.
+// The call may destroy this watch: its function lives on until it returns.
 void InotifyWatch::callChanged() {
-  const std::function<void()> changed = changed_;
-  if (changed) changed();
+  const auto changed = changed_;
+  if (*changed) (*changed)();
 }
 
 void InotifyWatch::say(std::string_view what, const std::error_code& why) {

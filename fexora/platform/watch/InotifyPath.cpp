@@ -1,6 +1,7 @@
 #include "fexora/platform/watch/InotifyPath.h"
 
 #include <algorithm>
+#include <climits>
 #include <utility>
 
 #include <sys/inotify.h>
@@ -25,6 +26,14 @@ bool isShortage(const std::error_code& error) {
          error == std::errc::too_many_files_open_in_system;
 }
 
+// What no call takes, or would take for another path. The parts of a long one would each be kept
+// with all parts above.
+std::error_code errorOfName(std::string_view folder) {
+  if (folder.size() >= PATH_MAX) return std::make_error_code(std::errc::filename_too_long);
+  const bool isName = !folder.empty() && folder.find('\0') == std::string_view::npos;
+  return isName ? std::error_code() : std::make_error_code(std::errc::invalid_argument);
+}
+
 // "/a/b" gives the paths "/", "/a", "/a/b" and the names "a", "b"; "a" gives ".", "a" and "a".
 void split(std::string_view folder, std::vector<std::string>& paths,
            std::vector<std::string>& names) {
@@ -46,10 +55,12 @@ void split(std::string_view folder, std::vector<std::string>& paths,
 
 InotifyPath::InotifyPath(std::string_view folder, std::string ignoredPrefix)
     : ignoredPrefix_(std::move(ignoredPrefix)), error_(queue_.error()) {
+  if (!error_) error_ = errorOfName(folder);
+  if (error_) return;
   std::vector<std::string> paths;
   std::vector<std::string> names;
   split(folder, paths, names);
-  if (!error_) arm(paths, names);
+  arm(paths, names);
 }
 
 // From the root down, so that nothing that happens meanwhile above is missed.

@@ -1,7 +1,11 @@
-// Each allocation of the network's thread failing in turn: whoever waits is told once, and the next
-// request works.
+// Each allocation of the network's thread, and of the main thread where it opens the network,
+// failing in turn: whoever waits is told once, and the next request works.
 #include <atomic>
+#include <condition_variable>
+#include <csignal>
 #include <cstdint>
+#include <deque>
+#include <mutex>
 #include <string_view>
 #include <thread>
 
@@ -12,7 +16,9 @@
 #include <unistd.h>
 
 #include "fexora/input/Response.h"
+#include "fexora/platform/foundation/NoDestructor.h"
 #include "fexora/platform/modules/net/CurlTransport.h"
+#include "fexora/platform/network/LazyTransport.h"
 #include "fexora/platform/network/NetworkManager.h"
 
 #include "tests/reliability/shortage/FailingNew.h"
@@ -139,6 +145,94 @@ TEST(WorkerShortage, IsToldOnceAndPasses) {
     }
   }
   EXPECT_GT(refusals, 40U) << "the thread needs memory";
+}
+
+// Runs what was posted when the test says so.
+class PostedLoop final : public RunLoop {
+ public:
+  double monotonicSeconds() override { return 0; }
+  double wallSeconds() override { return 0; }
+  std::shared_ptr<Timer> scheduleTimer(double, Function) override { return nullptr; }
+  std::unique_ptr<DescriptorWatch> watchReadable(int, Function) override { return nullptr; }
+  void post(Function function) override {
+    const std::lock_guard lock(mutex_);
+    posted_.push_back(std::move(function));
+    isPosted_.notify_one();
+  }
+  void runOne() {
+    std::unique_lock lock(mutex_);
+    isPosted_.wait(lock, [this] { return !posted_.empty(); });
+    const Function function = std::move(posted_.front());
+    posted_.pop_front();
+    lock.unlock();
+    function();
+  }
+  void runUntil(const std::function<bool()>& done) override {
+    while (!done()) runOne();
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable isPosted_;
+  std::deque<Function> posted_;
+};
+
+bool sameSignals(const sigset_t& a, const sigset_t& b) {
+  for (int signal = 1; signal < NSIG; ++signal) {
+    if (sigismember(&a, signal) != sigismember(&b, signal)) return false;
+  }
+  return true;
+}
+
+// The main thread's: in the first request, or when the module has been opened.
+TEST(OpeningShortage, IsToldOnceAndPasses) {
+  const FrugalServer server;
+  static NoDestructor<PostedLoop> loop;  // the module's to the end
+  static NoDestructor<NoLog> log;
+  sigset_t before{};
+  pthread_sigmask(SIG_SETMASK, nullptr, &before);
+  std::size_t refusals = 0;
+  for (const bool isInRequest : {true, false}) {
+    for (const bool fromThenOn : {false, true}) {
+      for (std::size_t number = 0, count = 0;; ++number) {
+        SCOPED_TRACE("allocation " + std::to_string(number) + (fromThenOn ? " on" : "") +
+                     (isInRequest ? " in a request" : " in the opening"));
+        LazyTransport transport([] {
+          return LazyTransport::Host{&*loop, &*log, &Files::process(), {}};
+        });
+        Told first;
+        bool threw = false;
+        if (isInRequest) test::armNew(number, fromThenOn);
+        try {
+          request(transport, server.address(), first);
+        } catch (const std::bad_alloc&) {
+          threw = true;
+        }
+        if (isInRequest) count = test::disarmNew();
+        sigset_t after{};
+        pthread_sigmask(SIG_SETMASK, nullptr, &after);
+        ASSERT_TRUE(sameSignals(before, after));
+        Told second;
+        request(transport, server.address(), second);
+        if (!isInRequest) {
+          test::armNew(number, fromThenOn);
+          ASSERT_NO_THROW(loop->runOne());
+          count = test::disarmNew();
+        }
+        loop->runUntil([&] { return second.times > 0 && (threw || first.times > 0); });
+        EXPECT_EQ(first.times, threw ? 0 : 1);
+        EXPECT_EQ(second.times, 1);
+        Told third;
+        request(transport, server.address(), third);
+        loop->runUntil([&] { return third.times > 0; });
+        EXPECT_TRUE(third.hasRates);
+        if (HasFailure()) return;
+        if (count <= number) break;
+        ++refusals;
+      }
+    }
+  }
+  EXPECT_GT(refusals, 10U) << "both need memory";
 }
 
 }  // namespace

@@ -5,15 +5,18 @@
 #include <charconv>
 #include <cstdint>
 #include <utility>
+#include <vector>
 
 #include "fexora/platform/files/AtomicWriter.h"
 #include "fexora/platform/files/PrivateFolder.h"
 #include "fexora/platform/files/ReadFile.h"
+#include "fexora/platform/files/Retry.h"
 
 namespace fexora {
 namespace {
 
 constexpr std::uint32_t kFileMode = 0600;
+constexpr std::string_view kSuffix = ".answer";
 constexpr std::uint32_t kOthersWrite = 0022;
 constexpr std::size_t kValidatorBytes = 1024;
 // Container, address and validators are shorter than this together.
@@ -112,9 +115,28 @@ bool AnswerCache::save(const std::string& address, const StoredAnswer& answer) {
   makePrivateFolder(files_, folder_);
   if (!folderIsOurs()) return false;
   removeDeadTemporaries(files_, folder_);
-  const auto outcome =
-      replaceFile(files_, pathFor(address), encode(container_, address, answer), kFileMode);
-  return !outcome.error;
+  const std::string path = pathFor(address);
+  const auto outcome = replaceFile(files_, path, encode(container_, address, answer), kFileMode);
+  if (outcome.error) return false;
+  removeOldest(path);
+  return true;
+}
+
+// The one that was just kept stays, whatever the clock says.
+void AnswerCache::removeOldest(const std::string& kept) {
+  const auto names = retryInterrupted([&] { return files_.list(folder_); });
+  if (!names.ok()) return;
+  std::vector<std::pair<std::int64_t, std::string>> others;
+  for (const std::string& name : *names) {
+    std::string path = folder_ + "/" + name;
+    if (!name.ends_with(kSuffix) || path == kept) continue;
+    const auto status = files_.statusOf(path);
+    if (status.ok()) others.emplace_back(status->modified, std::move(path));
+  }
+  std::sort(others.begin(), others.end());
+  for (std::size_t i = 0; i + limits::kKeptAnswers < others.size() + 1; ++i) {
+    files_.remove(others[i].second);
+  }
 }
 
 // In a folder that others may write, a kept answer could be anybody's.
@@ -127,7 +149,7 @@ bool AnswerCache::folderIsOurs() {
 std::string AnswerCache::pathFor(const std::string& address) const {
   std::string key = container_;
   key.append(1, '\0').append(address);
-  return folder_ + "/" + hexText(checkSum(key)) + ".answer";
+  return folder_ + "/" + hexText(checkSum(key)).append(kSuffix);
 }
 
 bool isHeaderText(std::string_view text) noexcept {

@@ -1,9 +1,10 @@
 // The last answer to each request, kept on disk for its revalidation.
 //
-// One file an address and container, in a folder that only its user may write. A file that is not
-// wholly what was written (cut off, changed, for another address, too large, a link) counts as
-// none. Nothing here ever matters to the outcome of a request but for what need not be sent again.
-// One thread at a time. Nothing throws but for memory that cannot be had.
+// One file an address and container, the last limits::kKeptAnswers of them, in a folder that only
+// its user may write. A file that is not wholly what was written (cut off, changed, for another
+// address, too large, a link) counts as none. Nothing here ever matters to the outcome of a request
+// but for what need not be sent again. One thread at a time. Nothing throws but for memory that
+// cannot be had.
 #pragma once
 
 #include <cstddef>
@@ -34,6 +35,7 @@ class AnswerCache {
 
  private:
   bool folderIsOurs();
+  void removeOldest(const std::string& kept);
   std::string pathFor(const std::string& address) const;
 
   Files& files_;

@@ -12,8 +12,9 @@ std::unique_ptr<CurlTransport> CurlTransport::make(RunLoop& loop, Log& log, File
   std::unique_ptr<CurlTransport> transport(new CurlTransport());
   auto finished = [&loop, pending = std::weak_ptr(transport->pending_)](std::uint64_t id,
                                                                         NetReply reply) {
-    loop.post([pending, id, reply = std::move(reply)] {
-      if (const auto here = pending.lock()) deliver(*here, id, reply);
+    // Handed on without a copy, which could find no memory.
+    loop.post([pending, id, reply = std::move(reply)]() mutable {
+      if (const auto here = pending.lock()) deliver(*here, id, std::move(reply));
     });
   };
   transport->worker_ = NetWorker::start(log, files, std::move(options), std::move(finished));

@@ -158,7 +158,8 @@ PlistResult readAll(std::string_view bytes) {
   do {
     const std::string_view next = bytes.substr(0, piece);
     bytes.remove_prefix(next.size());
-    if (!run.feed(next, bytes.empty())) return {{}, run.error()};
+    if (run.feed(next, bytes.empty())) continue;
+    return {{}, run.error(), run.outOfMemory() ? PlistFault::memory : PlistFault::content};
   } while (!bytes.empty());
   return {run.builder().takeRoot(), {}};
 }
