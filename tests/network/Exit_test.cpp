@@ -77,9 +77,9 @@ TEST(Module, MissingForAStore_IsNoDamage) {
   const std::string bytes =
       "<plist version='1.0'><dict><key>other</key><string>x</string></dict></plist>";
   writeFile(container / "Store.plist", bytes);
-  const auto set = [&container] {
-    return runCommand({FEXORA_TEST_BINARY_DIR "/bin/fexora", "settings", "fraction", "5",
-                       "--container", container.path()});
+  const std::string program = FEXORA_TEST_BINARY_DIR "/bin/fexora";
+  const auto set = [&] {
+    return runCommand({program, "settings", "fraction", "5", "--container", container.path()});
   };
   {
     const LibraryAlone library;
