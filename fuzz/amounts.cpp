@@ -6,10 +6,10 @@
 
 #include "fexora/input/AmountParsing.h"
 #include "fexora/input/CalculationDetection.h"
-#include "fexora/platform/foundation/Locale.h"
-#include "fexora/platform/foundation/NSNumber.h"
-#include "fexora/platform/foundation/NumberText.h"
-#include "fexora/platform/modules/ModuleEntries.h"
+#include "fexora/platform/base/ModuleEntries.h"
+#include "fexora/platform/text/Locale.h"
+#include "fexora/platform/text/NumberText.h"
+#include "fexora/platform/values/NSNumber.h"
 
 #include "fuzz/Target.h"
 

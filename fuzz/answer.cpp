@@ -4,10 +4,10 @@
 
 #include "fexora/catalogue/CurrencyManager.h"
 #include "fexora/input/Response.h"
-#include "fexora/platform/foundation/Log.h"
+#include "fexora/platform/base/Log.h"
 #include "fexora/platform/mapping/Mapper.h"
-#include "fexora/platform/modules/net/JsonDocument.h"
-#include "fexora/platform/modules/net/JsonScan.h"
+#include "fexora/platform/network/curl/JsonDocument.h"
+#include "fexora/platform/network/curl/JsonScan.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
 #include "fexora/rates/PairRates.h"
 

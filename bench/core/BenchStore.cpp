@@ -6,9 +6,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/files/AtomicWriter.h"
 #include "fexora/platform/files/ReadFile.h"
-#include "fexora/platform/foundation/Limits.h"
 #include "fexora/platform/plist/DictionaryCodec.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
 

@@ -14,7 +14,7 @@
 #include <string.h>  // memmem
 
 #include "fexora/catalogue/CurrencyManager.h"
-#include "fexora/platform/foundation/TableStrings.h"
+#include "fexora/platform/strings/TableStrings.h"
 
 #include "bench/support/FolderResources.h"
 #include "bench/support/Peers.h"

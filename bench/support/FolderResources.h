@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include "fexora/platform/foundation/Resources.h"
+#include "fexora/platform/base/Resources.h"
 
 namespace fexora::bench {
 

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <random>
 
-#include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/text/NumberText.h"
 
 #include "bench/support/FolderResources.h"
 

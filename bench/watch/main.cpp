@@ -12,8 +12,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/files/ReadFile.h"
-#include "fexora/platform/foundation/Limits.h"
 
 #include "bench/support/Results.h"
 #include "bench/support/World.h"

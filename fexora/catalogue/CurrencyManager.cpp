@@ -4,10 +4,10 @@
 #include <span>
 #include <utility>
 
+#include "fexora/platform/base/Guarded.h"
+#include "fexora/platform/base/Limits.h"
+#include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/files/ReadFile.h"
-#include "fexora/platform/foundation/Guarded.h"
-#include "fexora/platform/foundation/Limits.h"
-#include "fexora/platform/foundation/NoDestructor.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/resources/EmbeddedCatalogue.h"
 

@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "fexora/platform/Platform.h"
-#include "fexora/platform/foundation/NSObject.h"
+#include "fexora/platform/values/NSObject.h"
 #include "fexora/records/Currency.h"
 
 namespace fexora {

@@ -9,7 +9,7 @@
 #include <string.h>  // memmem
 
 #include "fexora/catalogue/CurrencyManager.h"
-#include "fexora/platform/foundation/Guarded.h"
+#include "fexora/platform/base/Guarded.h"
 
 namespace fexora {
 namespace {

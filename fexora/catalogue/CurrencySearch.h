@@ -25,8 +25,8 @@
 #include <string_view>
 #include <vector>
 
-#include "fexora/platform/foundation/HostStrings.h"
-#include "fexora/platform/foundation/Text.h"
+#include "fexora/platform/strings/HostStrings.h"
+#include "fexora/platform/text/Text.h"
 #include "fexora/records/Currency.h"
 
 namespace fexora {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "fexora/catalogue/CurrencyManager.h"
-#include "fexora/platform/foundation/Guarded.h"
+#include "fexora/platform/base/Guarded.h"
 
 namespace fexora {
 namespace {

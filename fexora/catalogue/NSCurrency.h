@@ -19,7 +19,7 @@
 #include <string_view>
 
 #include "fexora/platform/Platform.h"
-#include "fexora/platform/foundation/NSObject.h"
+#include "fexora/platform/values/NSObject.h"
 #include "fexora/records/Currency.h"
 
 namespace fexora {

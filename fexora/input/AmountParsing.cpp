@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <string>
 
-#include "fexora/platform/foundation/Limits.h"
-#include "fexora/platform/foundation/Locale.h"
-#include "fexora/platform/foundation/NSNumber.h"
+#include "fexora/platform/base/Limits.h"
+#include "fexora/platform/text/Locale.h"
+#include "fexora/platform/values/NSNumber.h"
 
 namespace fexora {
 namespace {

@@ -12,8 +12,8 @@
 #include <optional>
 #include <string_view>
 
-#include "fexora/platform/foundation/Export.h"
-#include "fexora/platform/foundation/Text.h"
+#include "fexora/platform/base/Export.h"
+#include "fexora/platform/text/Text.h"
 
 namespace fexora {
 

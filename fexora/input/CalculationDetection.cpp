@@ -1,6 +1,6 @@
 #include "fexora/input/CalculationDetection.h"
 
-#include "fexora/platform/foundation/Text.h"
+#include "fexora/platform/text/Text.h"
 
 namespace fexora {
 namespace {

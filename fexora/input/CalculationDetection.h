@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-#include "fexora/platform/foundation/Export.h"
+#include "fexora/platform/base/Export.h"
 
 namespace fexora {
 

@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "fexora/platform/foundation/Export.h"
-#include "fexora/platform/foundation/NSNumber.h"
-#include "fexora/platform/foundation/Value.h"
+#include "fexora/platform/base/Export.h"
+#include "fexora/platform/values/NSNumber.h"
+#include "fexora/platform/values/Value.h"
 
 namespace fexora {
 

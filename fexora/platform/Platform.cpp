@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "fexora/platform/foundation/Library.h"
-#include "fexora/platform/foundation/NoDestructor.h"
-#include "fexora/platform/foundation/ProcessText.h"
+#include "fexora/platform/base/Library.h"
+#include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/loop/LazyRunLoop.h"
 #include "fexora/platform/network/LazyTransport.h"
+#include "fexora/platform/text/ProcessText.h"
 #include "fexora/platform/watch/InotifyFolderWatch.h"
 
 namespace fexora {

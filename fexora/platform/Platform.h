@@ -2,14 +2,14 @@
 // piece.
 #pragma once
 
+#include "fexora/platform/base/Log.h"
+#include "fexora/platform/base/Resources.h"
 #include "fexora/platform/files/Files.h"
-#include "fexora/platform/foundation/HostStrings.h"
-#include "fexora/platform/foundation/Log.h"
-#include "fexora/platform/foundation/NotificationCenter.h"
-#include "fexora/platform/foundation/Resources.h"
-#include "fexora/platform/foundation/Text.h"
 #include "fexora/platform/loop/RunLoop.h"
 #include "fexora/platform/network/Transport.h"
+#include "fexora/platform/strings/HostStrings.h"
+#include "fexora/platform/text/Text.h"
+#include "fexora/platform/values/NotificationCenter.h"
 #include "fexora/platform/watch/FolderWatch.h"
 
 namespace fexora {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Limits.h"
 
 namespace fexora {
 

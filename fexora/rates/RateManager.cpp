@@ -1,10 +1,10 @@
 #include "fexora/rates/RateManager.h"
 
-#include "fexora/platform/foundation/Environment.h"
-#include "fexora/platform/foundation/Guarded.h"
-#include "fexora/platform/foundation/NoDestructor.h"
-#include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/base/Environment.h"
+#include "fexora/platform/base/Guarded.h"
+#include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/network/NetworkManager.h"
+#include "fexora/platform/text/NumberText.h"
 
 namespace fexora {
 

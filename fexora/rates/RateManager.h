@@ -15,7 +15,7 @@
 
 #include "fexora/input/Response.h"
 #include "fexora/platform/Platform.h"
-#include "fexora/platform/foundation/NSObject.h"
+#include "fexora/platform/values/NSObject.h"
 #include "fexora/rates/PairRates.h"
 #include "fexora/store/StoreManager.h"
 

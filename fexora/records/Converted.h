@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "fexora/platform/foundation/NSObject.h"
+#include "fexora/platform/values/NSObject.h"
 #include "fexora/records/ConvertedItem.h"
 
 namespace fexora {

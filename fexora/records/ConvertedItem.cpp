@@ -1,6 +1,6 @@
 #include "fexora/records/ConvertedItem.h"
 
-#include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/text/NumberText.h"
 #include "fexora/records/CodeOf.h"
 
 namespace fexora {

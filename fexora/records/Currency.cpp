@@ -3,8 +3,8 @@
 #include <functional>
 #include <utility>
 
-#include "fexora/platform/foundation/Text.h"
 #include "fexora/platform/mapping/Map.h"
+#include "fexora/platform/text/Text.h"
 
 namespace fexora {
 

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "fexora/platform/foundation/NSObject.h"
+#include "fexora/platform/values/NSObject.h"
 #include "fexora/records/Currency.h"
 
 namespace fexora {

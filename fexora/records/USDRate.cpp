@@ -4,8 +4,8 @@
 
 #include "fexora/catalogue/CurrencyManager.h"
 #include "fexora/input/Transforms.h"
-#include "fexora/platform/foundation/Text.h"
 #include "fexora/platform/mapping/Map.h"
+#include "fexora/platform/text/Text.h"
 
 namespace fexora {
 

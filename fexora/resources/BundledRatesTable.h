@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-#include "fexora/platform/foundation/Date.h"
+#include "fexora/platform/values/Date.h"
 
 namespace fexora {
 

@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/files/ContainerFolder.h"
-#include "fexora/platform/foundation/Guarded.h"
 
 namespace fexora {
 namespace {

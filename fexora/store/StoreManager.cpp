@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "fexora/catalogue/CurrencyManager.h"
-#include "fexora/platform/foundation/NoDestructor.h"
+#include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/mapping/Mapper.h"
 
 namespace fexora {

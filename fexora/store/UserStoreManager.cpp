@@ -4,13 +4,13 @@
 #include <utility>
 #include <vector>
 
+#include "fexora/platform/base/Limits.h"
+#include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/files/AtomicWriter.h"
 #include "fexora/platform/files/ContainerFolder.h"
 #include "fexora/platform/files/KeepUnderName.h"
 #include "fexora/platform/files/ReadFile.h"
 #include "fexora/platform/files/Retry.h"
-#include "fexora/platform/foundation/Limits.h"
-#include "fexora/platform/foundation/NoDestructor.h"
 
 namespace fexora {
 namespace {

@@ -28,10 +28,10 @@
 #include <string_view>
 
 #include "fexora/platform/Platform.h"
-#include "fexora/platform/foundation/Guarded.h"
-#include "fexora/platform/foundation/NSObject.h"
+#include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/loop/TimerHolder.h"
 #include "fexora/platform/plist/DictionaryCodec.h"
+#include "fexora/platform/values/NSObject.h"
 #include "fexora/store/FolderMonitor.h"
 
 namespace fexora {

@@ -4,8 +4,8 @@
 
 #include <simdjson.h>
 
-#include "fexora/platform/foundation/Limits.h"
-#include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/base/Limits.h"
+#include "fexora/platform/text/NumberText.h"
 
 #include "programs/fexora-publish/Refusal.h"
 #include "programs/shared/JsonText.h"

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/text/NumberText.h"
 
 #include "programs/fexora-publish/Refusal.h"
 #include "programs/fexora-publish/Source.h"

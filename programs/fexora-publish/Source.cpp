@@ -7,7 +7,7 @@
 
 #include <sys/stat.h>
 
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Limits.h"
 
 #include "programs/fexora-publish/Refusal.h"
 

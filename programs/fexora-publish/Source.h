@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "fexora/platform/foundation/Date.h"
+#include "fexora/platform/values/Date.h"
 
 namespace fexora::publish {
 

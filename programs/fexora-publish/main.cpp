@@ -7,9 +7,9 @@
 #include <exception>
 #include <new>
 
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/files/AtomicWriter.h"
 #include "fexora/platform/files/ReadFile.h"
-#include "fexora/platform/foundation/Limits.h"
 
 #include "programs/fexora-publish/Options.h"
 #include "programs/fexora-publish/Publication.h"

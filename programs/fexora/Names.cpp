@@ -2,8 +2,8 @@
 
 #include <unistd.h>
 
-#include "fexora/platform/foundation/CurrencyNames.h"
-#include "fexora/platform/foundation/NoDestructor.h"
+#include "fexora/catalogue/CurrencyNames.h"
+#include "fexora/platform/base/NoDestructor.h"
 
 namespace fexora::program {
 

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "fexora/fexora.h"
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Limits.h"
 
 namespace fexora::program {
 namespace {

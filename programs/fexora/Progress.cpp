@@ -6,7 +6,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-#include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/text/NumberText.h"
 
 namespace fexora::program {
 namespace {

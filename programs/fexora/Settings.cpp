@@ -4,7 +4,7 @@
 #include <limits>
 #include <sstream>
 
-#include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/text/NumberText.h"
 
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Currencies.h"

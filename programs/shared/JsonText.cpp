@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "fexora/platform/foundation/NumberText.h"
-#include "fexora/platform/foundation/Utf8.h"
+#include "fexora/platform/text/NumberText.h"
+#include "fexora/platform/text/Utf8.h"
 
 namespace fexora::program {
 

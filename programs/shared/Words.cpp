@@ -4,7 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/text/NumberText.h"
 
 namespace fexora::program {
 namespace {

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "fexora/platform/foundation/CurrencyNames.h"
+#include "fexora/catalogue/CurrencyNames.h"
 
 #include "tests/catalogue/SlowSearch.h"
 #include "tests/support/TestCatalogue.h"

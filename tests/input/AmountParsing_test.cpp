@@ -7,8 +7,8 @@
 
 #include <gtest/gtest.h>
 
-#include "fexora/platform/foundation/Limits.h"
-#include "fexora/platform/foundation/NSNumber.h"
+#include "fexora/platform/base/Limits.h"
+#include "fexora/platform/values/NSNumber.h"
 
 #include "tests/support/LocaleScope.h"
 

@@ -1,4 +1,4 @@
-#include "fexora/platform/modules/net/JsonDocument.h"
+#include "fexora/platform/network/curl/JsonDocument.h"
 
 #include <cmath>
 #include <limits>
@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "fexora/platform/foundation/NumberText.h"
 #include "fexora/platform/mapping/Mapper.h"
+#include "fexora/platform/text/NumberText.h"
 
 #include "tests/network/NetworkTest.h"
 #include "tests/support/JsonRoot.h"

@@ -9,8 +9,8 @@
 
 #include <gtest/gtest.h>
 
-#include "fexora/platform/modules/net/CurlTransport.h"
 #include "fexora/platform/network/NetworkManager.h"
+#include "fexora/platform/network/curl/CurlTransport.h"
 #include "fexora/records/USDRate.h"
 
 #include "tests/support/FaultServer.h"

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 
 #include "tests/support/Describe.h"

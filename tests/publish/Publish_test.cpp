@@ -9,8 +9,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "fexora/platform/foundation/Date.h"
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Limits.h"
+#include "fexora/platform/values/Date.h"
 
 #include "tests/support/Command.h"
 #include "tests/support/JsonRoot.h"

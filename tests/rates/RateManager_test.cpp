@@ -9,8 +9,8 @@
 #include <gtest/gtest.h>
 
 #include "fexora/fexora.h"
-#include "fexora/platform/foundation/Guarded.h"
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Guarded.h"
+#include "fexora/platform/base/Limits.h"
 
 #include "tests/support/VirtualPlatform.h"
 

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 
 #include "tests/support/Command.h"

@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "fexora/fexora.h"
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
 

@@ -13,9 +13,9 @@
 #include <unistd.h>
 
 #include "fexora/fexora.h"
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/files/AtomicWriter.h"
 #include "fexora/platform/files/ReadFile.h"
-#include "fexora/platform/foundation/Limits.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
 

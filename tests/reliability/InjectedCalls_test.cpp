@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "fexora/platform/foundation/Value.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
+#include "fexora/platform/values/Value.h"
 #include "fexora/store/StoreManager.h"
 
 #include "tests/reliability/SystemCallTrace.h"

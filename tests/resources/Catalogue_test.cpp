@@ -8,8 +8,8 @@
 
 #include <gtest/gtest.h>
 
-#include "fexora/platform/foundation/NumberText.h"
 #include "fexora/platform/plist/PropertyListReader.h"
+#include "fexora/platform/text/NumberText.h"
 #include "fexora/resources/BundledRatesTable.h"
 #include "fexora/resources/EmbeddedCatalogue.h"
 

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/text/NumberText.h"
 
 namespace fexora::test {
 namespace {

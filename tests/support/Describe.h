@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "fexora/platform/foundation/Value.h"
+#include "fexora/platform/values/Value.h"
 
 namespace fexora::test {
 

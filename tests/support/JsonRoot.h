@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "fexora/platform/modules/net/JsonDocument.h"
+#include "fexora/platform/network/curl/JsonDocument.h"
 
 namespace fexora::test {
 

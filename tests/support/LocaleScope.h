@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "fexora/platform/foundation/Locale.h"
+#include "fexora/platform/text/Locale.h"
 
 namespace fexora::test {
 

@@ -5,7 +5,7 @@
 #include <random>
 #include <string>
 
-#include "fexora/platform/foundation/Value.h"
+#include "fexora/platform/values/Value.h"
 
 namespace fexora::test {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "fexora/platform/Platform.h"
-#include "fexora/platform/foundation/TableStrings.h"
+#include "fexora/platform/strings/TableStrings.h"
 
 #include "tests/support/ScratchFolder.h"
 #include "tests/support/VirtualRunLoop.h"

@@ -1,5 +1,5 @@
 // The plain number form must be exactly what the text module does for the locales that have it.
-#include "fexora/platform/foundation/PlainNumbers.h"
+#include "fexora/platform/text/PlainNumbers.h"
 
 #include <cmath>
 #include <cstdint>
@@ -9,9 +9,9 @@
 
 #include <gtest/gtest.h>
 
-#include "fexora/platform/foundation/Decimal.h"
-#include "fexora/platform/foundation/Locale.h"
-#include "fexora/platform/modules/ModuleEntries.h"
+#include "fexora/platform/base/ModuleEntries.h"
+#include "fexora/platform/text/Decimal.h"
+#include "fexora/platform/text/Locale.h"
 
 namespace fexora {
 namespace {

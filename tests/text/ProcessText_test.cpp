@@ -1,11 +1,11 @@
 // What the process's Text answers by itself, and when it asks for the module.
-#include "fexora/platform/foundation/ProcessText.h"
+#include "fexora/platform/text/ProcessText.h"
 
 #include <string>
 
 #include <gtest/gtest.h>
 
-#include "fexora/platform/modules/ModuleEntries.h"
+#include "fexora/platform/base/ModuleEntries.h"
 
 namespace fexora {
 namespace {

@@ -7,9 +7,9 @@
 
 #include <gtest/gtest.h>
 
-#include "fexora/platform/foundation/Limits.h"
-#include "fexora/platform/foundation/Text.h"
-#include "fexora/platform/modules/ModuleEntries.h"
+#include "fexora/platform/base/Limits.h"
+#include "fexora/platform/base/ModuleEntries.h"
+#include "fexora/platform/text/Text.h"
 
 namespace fexora {
 namespace {

@@ -15,7 +15,7 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/watch/InotifyPath.h"
 
 #include "tests/support/Pump.h"

@@ -7,10 +7,10 @@
 
 #include <unistd.h>
 
+#include "fexora/platform/base/Environment.h"
+#include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/files/PrivateFolder.h"
 #include "fexora/platform/files/Retry.h"
-#include "fexora/platform/foundation/Environment.h"
-#include "fexora/platform/foundation/NoDestructor.h"
 
 namespace fexora {
 namespace {

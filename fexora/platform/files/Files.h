@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-#include "fexora/platform/foundation/Export.h"
+#include "fexora/platform/base/Export.h"
 
 namespace fexora {
 

@@ -11,8 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "fexora/platform/foundation/Limits.h"
-#include "fexora/platform/foundation/NoDestructor.h"
+#include "fexora/platform/base/Limits.h"
+#include "fexora/platform/base/NoDestructor.h"
 
 namespace fexora {
 namespace {

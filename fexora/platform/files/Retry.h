@@ -3,8 +3,8 @@
 
 #include <system_error>
 
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/files/Files.h"
-#include "fexora/platform/foundation/Limits.h"
 
 namespace fexora {
 

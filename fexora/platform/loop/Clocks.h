@@ -1,7 +1,7 @@
 // The two clocks of the process, as RunLoop promises them. Any thread.
 #pragma once
 
-#include "fexora/platform/foundation/Export.h"
+#include "fexora/platform/base/Export.h"
 
 namespace fexora {
 

@@ -11,7 +11,7 @@
 #include <functional>
 #include <memory>
 
-#include "fexora/platform/foundation/Export.h"
+#include "fexora/platform/base/Export.h"
 
 namespace fexora {
 

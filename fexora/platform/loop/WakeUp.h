@@ -1,7 +1,7 @@
 // A descriptor by which one thread ends another's wait: readable from `wake` until `clear`.
 #pragma once
 
-#include "fexora/platform/foundation/Export.h"
+#include "fexora/platform/base/Export.h"
 
 namespace fexora {
 

@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <string>
 
-#include "fexora/platform/foundation/Export.h"
-#include "fexora/platform/foundation/Value.h"
+#include "fexora/platform/base/Export.h"
+#include "fexora/platform/values/Value.h"
 
 namespace fexora {
 

@@ -9,7 +9,7 @@
 #include <concepts>
 #include <optional>
 
-#include "fexora/platform/foundation/Value.h"
+#include "fexora/platform/values/Value.h"
 
 namespace fexora {
 

@@ -1,9 +1,9 @@
 #include "fexora/platform/network/LazyTransport.h"
 
+#include "fexora/platform/base/Environment.h"
+#include "fexora/platform/base/Guarded.h"
+#include "fexora/platform/base/Library.h"
 #include "fexora/platform/files/ContainerFolder.h"
-#include "fexora/platform/foundation/Environment.h"
-#include "fexora/platform/foundation/Guarded.h"
-#include "fexora/platform/foundation/Library.h"
 #include "fexora/platform/network/RetryShortage.h"
 #include "fexora/platform/network/ShownAddress.h"
 #include "fexora/platform/network/WorkerThread.h"

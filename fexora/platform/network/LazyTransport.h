@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
+#include "fexora/platform/base/Log.h"
 #include "fexora/platform/files/Files.h"
-#include "fexora/platform/foundation/Log.h"
 #include "fexora/platform/loop/RunLoop.h"
 #include "fexora/platform/network/NetOptions.h"
 #include "fexora/platform/network/Transport.h"

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Limits.h"
 
 namespace fexora {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "fexora/platform/foundation/Export.h"
+#include "fexora/platform/base/Export.h"
 
 namespace fexora {
 
@@ -15,7 +15,7 @@ struct FEXORA_API ResponseError {
     noConnection,  // refused, reset, or broken off before the answer was whole
     timeOut,
     httpStatus,  // any but 200 and 304; see `status`
-    tooLarge,    // more than the limits in foundation/Limits.h
+    tooLarge,    // more than the limits in base/Limits.h
     notJson,
     notAnObject,  // JSON, but not an object at its root
   };

@@ -5,7 +5,7 @@
 #include <new>
 #include <thread>
 
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Limits.h"
 
 namespace fexora {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "fexora/platform/foundation/Export.h"
+#include "fexora/platform/base/Export.h"
 
 namespace fexora {
 

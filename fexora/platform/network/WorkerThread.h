@@ -4,7 +4,7 @@
 #include <functional>
 #include <thread>
 
-#include "fexora/platform/foundation/Export.h"
+#include "fexora/platform/base/Export.h"
 
 namespace fexora {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "fexora/platform/foundation/Value.h"
+#include "fexora/platform/values/Value.h"
 
 namespace fexora {
 

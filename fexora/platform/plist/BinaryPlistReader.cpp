@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/PlistText.h"
 
 namespace fexora {

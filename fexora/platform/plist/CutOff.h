@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "fexora/platform/foundation/Value.h"
+#include "fexora/platform/values/Value.h"
 
 namespace fexora {
 

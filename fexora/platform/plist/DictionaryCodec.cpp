@@ -5,8 +5,8 @@
 #include <optional>
 #include <utility>
 
-#include "fexora/platform/foundation/Guarded.h"
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Guarded.h"
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
 #include "fexora/platform/plist/XmlPlistReader.h"

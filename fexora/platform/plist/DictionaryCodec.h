@@ -17,9 +17,9 @@
 #include <string_view>
 #include <vector>
 
-#include "fexora/platform/foundation/Export.h"
-#include "fexora/platform/foundation/Value.h"
+#include "fexora/platform/base/Export.h"
 #include "fexora/platform/plist/PlistFault.h"
+#include "fexora/platform/values/Value.h"
 
 namespace fexora {
 

@@ -3,11 +3,11 @@
 #include <string>
 #include <utility>
 
-#include "fexora/platform/foundation/Limits.h"
-#include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/CutOff.h"
 #include "fexora/platform/plist/PlistText.h"
 #include "fexora/platform/plist/XmlPlistWriter.h"
+#include "fexora/platform/text/NumberText.h"
 
 namespace fexora {
 namespace {

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "fexora/platform/foundation/Value.h"
+#include "fexora/platform/values/Value.h"
 
 namespace fexora {
 

@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "fexora/platform/foundation/Guarded.h"
+#include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/plist/XmlPlistWriter.h"
 
 namespace fexora {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "fexora/platform/foundation/Library.h"
+#include "fexora/platform/base/Library.h"
 #include "fexora/platform/plist/LaidOutPlistReader.h"
 
 namespace fexora {

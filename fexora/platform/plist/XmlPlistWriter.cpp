@@ -2,10 +2,10 @@
 
 #include <cmath>
 
-#include "fexora/platform/foundation/Limits.h"
-#include "fexora/platform/foundation/NumberText.h"
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/Base64.h"
 #include "fexora/platform/plist/PlistText.h"
+#include "fexora/platform/text/NumberText.h"
 
 namespace fexora {
 namespace {

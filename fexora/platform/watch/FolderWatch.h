@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "fexora/platform/foundation/Export.h"
+#include "fexora/platform/base/Export.h"
 
 namespace fexora {
 

@@ -6,8 +6,8 @@
 #include <system_error>
 #include <utility>
 
-#include "fexora/platform/foundation/Guarded.h"
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Guarded.h"
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/loop/TimerHolder.h"
 #include "fexora/platform/watch/InotifyPath.h"
 

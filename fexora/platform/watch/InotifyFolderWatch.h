@@ -1,7 +1,7 @@
 // The folder watch on inotify.
 #pragma once
 
-#include "fexora/platform/foundation/Log.h"
+#include "fexora/platform/base/Log.h"
 #include "fexora/platform/loop/RunLoop.h"
 #include "fexora/platform/watch/FolderWatch.h"
 

@@ -8,7 +8,7 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
-#include "fexora/platform/foundation/Limits.h"
+#include "fexora/platform/base/Limits.h"
 
 namespace fexora {
 namespace {

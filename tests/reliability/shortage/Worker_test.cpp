@@ -16,10 +16,10 @@
 #include <unistd.h>
 
 #include "fexora/input/Response.h"
-#include "fexora/platform/foundation/NoDestructor.h"
-#include "fexora/platform/modules/net/CurlTransport.h"
+#include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/network/LazyTransport.h"
 #include "fexora/platform/network/NetworkManager.h"
+#include "fexora/platform/network/curl/CurlTransport.h"
 
 #include "tests/reliability/shortage/FailingNew.h"
 #include "tests/support/ScratchFolder.h"

@@ -1,0 +1,20 @@
+// The static form: the modules are linked in, and the resources are the embedded copies.
+#include "fexora/platform/base/Library.h"
+#include "fexora/platform/base/ModuleEntries.h"
+
+namespace fexora {
+
+std::optional<std::string> libraryFolder() {
+  return std::nullopt;
+}
+
+void* moduleEntry(std::string_view name, const char* /*entry*/, std::string& reason) {
+  if (name == "loop") return reinterpret_cast<void*>(&fexora_loop_module);
+  if (name == "text") return reinterpret_cast<void*>(&fexora_text_module);
+  if (name == "xml") return reinterpret_cast<void*>(&fexora_xml_module);
+  if (name == "net") return reinterpret_cast<void*>(&fexora_net_module);
+  reason = "there is no such module";
+  return nullptr;
+}
+
+}  // namespace fexora

@@ -1,0 +1,30 @@
+// The one function that each module offers. The pieces live to the end of the process.
+#pragma once
+
+#include "fexora/platform/base/Export.h"
+
+namespace fexora {
+class Files;
+class Log;
+struct NetOptions;
+class RunLoop;
+class Text;
+class Transport;
+struct XmlPlistModule;
+}  // namespace fexora
+
+extern "C" {
+
+// GLib's default main context behind the RunLoop seam. Never null. Any thread.
+FEXORA_API fexora::RunLoop* fexora_loop_module();
+// ICU behind the Text seam. Never null.
+FEXORA_API fexora::Text* fexora_text_module();
+// expat behind readXmlPlist. Never null. Any thread.
+FEXORA_API const fexora::XmlPlistModule* fexora_xml_module();
+// HTTP behind the Transport seam, completing on `loop`; null when the machine gives no thread or
+// descriptor for it. Main thread; the first call decides, later ones give the same transport.
+FEXORA_API fexora::Transport* fexora_net_module(fexora::RunLoop* loop, fexora::Log* log,
+                                                fexora::Files* files,
+                                                const fexora::NetOptions* options);
+
+}  // extern "C"

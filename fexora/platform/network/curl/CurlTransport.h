@@ -1,0 +1,43 @@
+// HTTP by libcurl on one worker thread, and its JSON read into records there.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include "fexora/platform/base/Log.h"
+#include "fexora/platform/files/Files.h"
+#include "fexora/platform/loop/RunLoop.h"
+#include "fexora/platform/network/NetOptions.h"
+#include "fexora/platform/network/Transport.h"
+#include "fexora/platform/network/curl/NetWorker.h"
+
+namespace fexora {
+
+class CurlTransport final : public Transport {
+ public:
+  // Null when the machine gives no thread or descriptor. What it is given outlives it. Main thread.
+  static std::unique_ptr<CurlTransport> make(RunLoop& loop, Log& log, Files& files,
+                                             NetOptions options);
+  // As after stop(). Main thread.
+  ~CurlTransport() override = default;
+
+  void get(const std::string& address, Reader read, Completion complete) override;
+
+  // Ends the worker; requests in flight and later ones never complete. Main thread.
+  void stop() { worker_.reset(); }
+
+ private:
+  // Completions stay on the main thread, where they were made; the worker knows their numbers.
+  using Pending = std::unordered_map<std::uint64_t, Completion>;
+
+  CurlTransport() = default;
+  static void deliver(Pending& pending, std::uint64_t id, NetReply reply);
+
+  std::shared_ptr<Pending> pending_ = std::make_shared<Pending>();
+  std::uint64_t lastId_ = 0;
+  std::unique_ptr<NetWorker> worker_;  // null once stopped
+};
+
+}  // namespace fexora

@@ -1,0 +1,77 @@
+#include "fexora/platform/text/Locale.h"
+
+#include <array>
+#include <atomic>
+#include <initializer_list>
+#include <mutex>
+#include <set>
+
+#include "fexora/platform/base/Environment.h"
+#include "fexora/platform/base/NoDestructor.h"
+
+namespace fexora {
+namespace {
+
+// The names that the host ever set stay, so that reading the current one takes no lock.
+struct HostLocale {
+  std::atomic<const std::string*> name = nullptr;  // one of `names`, or null: the environment's
+  std::atomic<std::uint64_t> changes = 0;
+  std::mutex mutex;
+  std::set<std::string> names;  // under mutex
+};
+
+HostLocale& hostLocale() {
+  static NoDestructor<HostLocale> locale;
+  return *locale;
+}
+
+// "de_DE.UTF-8@euro" is "de_DE" to every user of the name.
+std::string withoutEncoding(std::string_view name) {
+  return std::string(name.substr(0, name.find_first_of(".@")));
+}
+
+std::string hostOr(std::initializer_list<const char*> variables) {
+  const std::string* const host = hostLocale().name.load(std::memory_order_acquire);
+  if (host != nullptr) return *host;
+  for (const char* variable : variables) {
+    if (const auto value = environment(variable)) return withoutEncoding(*value);
+  }
+  return "C";
+}
+
+}  // namespace
+
+std::string Locale::current() {
+  return hostOr({"LC_ALL", "LC_NUMERIC", "LANG"});
+}
+
+void Locale::setCurrent(std::string_view name) {
+  HostLocale& host = hostLocale();
+  const std::lock_guard lock(host.mutex);
+  const std::string known = withoutEncoding(name);
+  host.name.store(known.empty() ? nullptr : &*host.names.insert(known).first,
+                  std::memory_order_release);
+  host.changes.fetch_add(1, std::memory_order_release);
+}
+
+std::uint64_t Locale::changes() noexcept {
+  return hostLocale().changes.load(std::memory_order_acquire);
+}
+
+std::string Locale::currentLanguage() {
+  return hostOr({"LC_ALL", "LC_MESSAGES", "LANG"});
+}
+
+bool Locale::hasPlainNumbers(std::string_view name) noexcept {
+  if (name.empty() || name == "C" || name == "POSIX") return true;
+  // Only the regions whose English numbers were compared with the plain form; India groups by two
+  // and South Africa writes a comma, so they are not among them.
+  constexpr std::array<std::string_view, 10> kPlain = {"en",    "en_US", "en_GB", "en_AU", "en_CA",
+                                                       "en_IE", "en_NZ", "en_SG", "en_HK", "en_PH"};
+  for (const std::string_view plain : kPlain) {
+    if (name == plain) return true;
+  }
+  return false;
+}
+
+}  // namespace fexora

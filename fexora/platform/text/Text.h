@@ -1,0 +1,76 @@
+// What the library asks of Unicode and of a locale's numbers.
+//
+// The process's implementation answers plain ASCII itself and opens the text module (ICU) at the
+// first text that needs it; where that module is missing it says so once in the log and goes on
+// with ASCII rules. Text is UTF-8; broken UTF-8 is treated as U+FFFD.
+// Any thread, several at once. Nothing throws.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "fexora/platform/base/Export.h"
+
+namespace fexora {
+
+// How a number is written for people.
+struct NumberStyle {
+  int maximumFractionDigits = 3;
+  int minimumFractionDigits = 0;
+  bool grouping = true;
+};
+
+class FEXORA_API Text {
+ public:
+  Text() = default;
+  Text(const Text&) = delete;
+  Text& operator=(const Text&) = delete;
+  virtual ~Text();
+
+  // The Unicode default lower case, the same in every locale.
+  virtual std::string lowercased(std::string_view text) = 0;
+
+  // One text for all canonically equivalent ones (NFD): equal texts have equal forms byte for byte.
+  virtual std::string canonical(std::string_view text) = 0;
+
+  // User-perceived characters (extended grapheme clusters).
+  virtual std::size_t characterCount(std::string_view text) = 0;
+
+  // The byte offset at which each user-perceived character ends, ascending; the last is the size.
+  virtual std::vector<std::size_t> characterEnds(std::string_view text) = 0;
+
+  // Whether `part` occurs in `whole` as a run of whole user-perceived characters, canonically
+  // equivalent texts being equal; an empty part occurs nowhere. Case counts.
+  virtual bool contains(std::string_view whole, std::string_view part) = 0;
+
+  // The mark before the fraction in `locale`, in UTF-8.
+  virtual std::string decimalSeparator(std::string_view locale) = 0;
+
+  // The number that the whole text denotes in the decimal style of `locale`; nothing for any other
+  // text: the empty one, the sign for not-a-number and whatever is longer than
+  // limits::kAmountBytes too. A number too large for a double is infinite.
+  // With `maximumFractionDigits` the value is rounded to that many digits, half to even.
+  virtual std::optional<double> parseNumber(std::string_view text, std::string_view locale,
+                                            std::optional<int> maximumFractionDigits) = 0;
+
+  // The number as people of `locale` write it, rounded half to even; infinite and not-a-number as
+  // their signs there ("∞", "NaN").
+  virtual std::string formatNumber(double value, std::string_view locale,
+                                   const NumberStyle& style) = 0;
+
+  // The name of the currency `code` in `locale`'s language ("US Dollar"); nothing where the
+  // language data has none.
+  virtual std::optional<std::string> currencyName(std::string_view code,
+                                                  std::string_view locale) = 0;
+
+  static Text& process();
+};
+
+// Whether two texts are canonically equivalent; equal bytes and plain ASCII ask nothing of `text`.
+FEXORA_API bool equalText(Text& text, std::string_view a, std::string_view b);
+FEXORA_API bool isAscii(std::string_view text) noexcept;
+
+}  // namespace fexora

@@ -1,0 +1,122 @@
+#include "fexora/platform/text/icu/IcuNumbers.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <mutex>
+
+#include <unicode/uchar.h>
+
+#include "fexora/platform/base/Limits.h"
+#include "fexora/platform/base/NoDestructor.h"
+#include "fexora/platform/text/Decimal.h"
+#include "fexora/platform/text/PlainNumbers.h"
+#include "fexora/platform/text/icu/IcuLocale.h"
+
+namespace fexora {
+namespace {
+
+std::unique_ptr<icu::DecimalFormat> makeParser(const icu::Locale& locale) {
+  UErrorCode error = U_ZERO_ERROR;
+  std::unique_ptr<icu::NumberFormat> format(
+      icu::NumberFormat::createInstance(locale, UNUM_DECIMAL, error));
+  auto* const decimal = dynamic_cast<icu::DecimalFormat*>(format.get());
+  if (U_FAILURE(error) != 0 || decimal == nullptr) return nullptr;
+  format.release();  // NOLINT(bugprone-unused-return-value): the cast pointer takes it over
+  return std::unique_ptr<icu::DecimalFormat>(decimal);
+}
+
+struct Kept {
+  std::mutex mutex;
+  std::map<std::string, std::shared_ptr<const IcuNumbers>, std::less<>> byLocale;
+};
+
+// The digits as typed, rounded; nothing for an infinite number, which has none.
+std::optional<Decimal> roundedDecimal(const icu::Formattable& number, int maximumFractionDigits) {
+  UErrorCode error = U_ZERO_ERROR;
+  icu::Formattable copy(number);
+  const icu::StringPiece digits = copy.getDecimalNumber(error);
+  if (U_FAILURE(error) != 0) return std::nullopt;
+  auto decimal = Decimal::fromText({digits.data(), static_cast<std::size_t>(digits.size())});
+  if (decimal) decimal->round(std::max(maximumFractionDigits, 0));
+  return decimal;
+}
+
+// Whether only zeros stand before the sign of an exponent. ICU takes an exponent beyond 32 bits for
+// infinity, whatever it belongs to.
+bool isZeroWithExponent(icu::UnicodeString typed, const icu::DecimalFormat& format) {
+  icu::UnicodeString sign = format.getDecimalFormatSymbols()->getConstSymbol(
+      icu::DecimalFormatSymbols::kExponentialSymbol);
+  const std::int32_t end = typed.foldCase().indexOf(sign.foldCase());
+  bool hasZero = false;
+  for (std::int32_t at = 0; at < end; at = typed.moveIndex32(at, 1)) {
+    const std::int32_t digit = u_charDigitValue(typed.char32At(at));
+    if (digit > 0) return false;
+    hasZero = hasZero || digit == 0;
+  }
+  return hasZero;
+}
+
+}  // namespace
+
+IcuNumbers::IcuNumbers(std::string_view localeName) {
+  const icu::Locale locale = numberLocale(localeName);
+  formatter_ = icu::number::NumberFormatter::withLocale(locale);
+  parser_ = makeParser(locale);
+  if (parser_ == nullptr) return;
+  const icu::DecimalFormatSymbols* const symbols = parser_->getDecimalFormatSymbols();
+  decimalSeparator_.clear();
+  symbols->getConstSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol)
+      .toUTF8String(decimalSeparator_);
+  // A typed point would be taken for a mark between groups where the decimal mark is another sign,
+  // and 12.345 read as 12345.
+  if (decimalSeparator_ != "." && decimalSeparator_ != ",") parser_->setGroupingUsed(false);
+}
+
+std::shared_ptr<const IcuNumbers> IcuNumbers::forLocale(std::string_view localeName) {
+  static NoDestructor<Kept> kept;
+  const std::lock_guard lock(kept->mutex);
+  const auto found = kept->byLocale.find(localeName);
+  if (found != kept->byLocale.end()) return found->second;
+  if (kept->byLocale.size() >= limits::kKeptLocales) kept->byLocale.clear();
+  auto numbers = std::make_shared<const IcuNumbers>(localeName);
+  kept->byLocale.emplace(localeName, numbers);
+  return numbers;
+}
+
+std::optional<double> IcuNumbers::parse(std::string_view text,
+                                        std::optional<int> maximumFractionDigits) const {
+  if (text.empty() || text.size() > limits::kAmountBytes || parser_ == nullptr) {
+    return std::nullopt;
+  }
+  const auto typed = icu::UnicodeString::fromUTF8(
+      icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
+  icu::Formattable number;
+  icu::ParsePosition position(0);
+  parser_->parse(typed, number, position);
+  if (position.getIndex() != typed.length()) return std::nullopt;
+  UErrorCode error = U_ZERO_ERROR;
+  const double value = number.getDouble(error);
+  if (U_FAILURE(error) != 0 || std::isnan(value)) return std::nullopt;
+  if (std::isinf(value) && isZeroWithExponent(typed, *parser_)) return std::copysign(0.0, value);
+  const auto rounded =
+      maximumFractionDigits ? roundedDecimal(number, *maximumFractionDigits) : std::nullopt;
+  return rounded ? std::copysign(rounded->value(), value) : value;
+}
+
+std::string IcuNumbers::format(double value, const NumberStyle& style) const {
+  const int most = std::clamp(style.maximumFractionDigits, 0, limits::kFractionDigits);
+  const int least = std::clamp(style.minimumFractionDigits, 0, most);
+  UErrorCode error = U_ZERO_ERROR;
+  const icu::number::FormattedNumber formatted =
+      formatter_.precision(icu::number::Precision::minMaxFraction(least, most))
+          .roundingMode(UNUM_ROUND_HALFEVEN)
+          .grouping(style.grouping ? UNUM_GROUPING_AUTO : UNUM_GROUPING_OFF)
+          .sign(UNUM_SIGN_NEGATIVE)
+          .formatDouble(value, error);
+  std::string out;
+  formatted.toString(error).toUTF8String(out);
+  return U_SUCCESS(error) != 0 ? out : formatPlainNumber(value, style);
+}
+
+}  // namespace fexora

@@ -1,0 +1,23 @@
+// ICU behind the Text seam.
+#pragma once
+
+#include "fexora/platform/text/Text.h"
+
+namespace fexora {
+
+class IcuText final : public Text {
+ public:
+  std::string lowercased(std::string_view text) override;
+  std::string canonical(std::string_view text) override;
+  std::size_t characterCount(std::string_view text) override;
+  std::vector<std::size_t> characterEnds(std::string_view text) override;
+  bool contains(std::string_view whole, std::string_view part) override;
+  std::string decimalSeparator(std::string_view locale) override;
+  std::optional<double> parseNumber(std::string_view text, std::string_view locale,
+                                    std::optional<int> maximumFractionDigits) override;
+  std::string formatNumber(double value, std::string_view locale,
+                           const NumberStyle& style) override;
+  std::optional<std::string> currencyName(std::string_view code, std::string_view locale) override;
+};
+
+}  // namespace fexora
