@@ -12,6 +12,18 @@ std::string defaultRatesURL() {
   return environment("FEXORA_RATES_URL").value_or(FEXORA_RATES_URL);
 }
 
+namespace {
+
+constexpr std::string_view kLoading = "Loading rates";
+
+const ResponseError& outOfMemory() {
+  static const NoDestructor<ResponseError> error(
+      ResponseError{ResponseError::Kind::tooLarge, {}, kOutOfMemory, 0});
+  return *error;
+}
+
+}  // namespace
+
 RateManager::RateManager() : RateManager(Platform::process()) {}
 
 RateManager::RateManager(Platform& platform, CurrencyManager* catalogue, StoreManager* store)
@@ -47,12 +59,17 @@ void RateManager::ratesForCurrenciesBasedOnUSDRates() {
 
 void RateManager::loadRates(std::optional<std::vector<CurrencyRef>> forCurrencies, bool cache,
                             bool sync, Completion complete) {
-  guarded(*platform_.log, "Loading rates", [&] { load(forCurrencies, cache, sync, complete); });
+  if (self_ == nullptr) {
+    guarded(*platform_.log, kLoading, [&] { self_ = std::make_shared<RateManager*>(this); });
+  }
+  const std::weak_ptr<RateManager*> self = self_;
+  const bool isDone =
+      guarded(*platform_.log, kLoading, [&] { load(forCurrencies, cache, sync, complete); });
+  if (!isDone && !self.expired()) tell(complete, false, &outOfMemory());
 }
 
 void RateManager::load(std::optional<std::vector<CurrencyRef>>& forCurrencies, bool cache,
                        bool sync, Completion& complete) {
-  if (self_ == nullptr) self_ = std::make_shared<RateManager*>(this);
   const std::weak_ptr<RateManager*> self = self_;
   currencies_ = forCurrencies ? *std::move(forCurrencies) : catalogue().currencies();
   if (cache && !USDRates_.empty()) {
@@ -64,7 +81,7 @@ void RateManager::load(std::optional<std::vector<CurrencyRef>>& forCurrencies, b
     tell(complete, true, nullptr);
     if (self.expired()) return;
   }
-  if (mayRequest()) request(sync, std::move(complete));
+  if (mayRequest()) request(sync, complete);
 }
 
 // This manager may have gone when it returns.
@@ -81,20 +98,19 @@ bool RateManager::mayRequest() const {
   return !(difference < kRequestSpacing);
 }
 
-void RateManager::request(bool sync, Completion complete) {
+void RateManager::request(bool sync, const Completion& complete) {
   lastUpdate_ = Date(platform_.loop->wallSeconds());
   NetworkManager::simpleRequest<Response>(
       *platform_.transport, ratesURL_,
-      [weak = std::weak_ptr(self_), sync, complete = std::move(complete)](
-          const std::shared_ptr<Response>& response, const std::optional<ResponseError>& error) {
+      [weak = std::weak_ptr(self_), sync, complete](const std::shared_ptr<Response>& response,
+                                                    const std::optional<ResponseError>& error) {
         const auto alive = weak.lock();
         if (alive == nullptr) return;
         RateManager& self = **alive;
         if (response != nullptr) {
           const bool isTaken = guarded(*self.platform_.log, "Taking the service's rates",
                                        [&] { self.receive(*response, sync); });
-          const ResponseError shortage{ResponseError::Kind::tooLarge, {}, kOutOfMemory, 0};
-          self.tell(complete, false, isTaken ? nullptr : &shortage);
+          self.tell(complete, false, isTaken ? nullptr : &outOfMemory());
         } else if (error) {
           self.tell(complete, false, &*error);
         }

@@ -100,7 +100,7 @@ class FEXORA_API RateManager : public NSObject {
   void load(std::optional<std::vector<CurrencyRef>>& forCurrencies, bool cache, bool sync,
             Completion& complete);
   void tell(const Completion& complete, bool fromCache, const ResponseError* error) const;
-  void request(bool sync, Completion complete);
+  void request(bool sync, const Completion& complete);
   void receive(const Response& response, bool sync);
   CurrencyManager& catalogue() const;
   StoreManager& store() const;

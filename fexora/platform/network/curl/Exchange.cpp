@@ -31,7 +31,7 @@ std::string oneLine(std::string_view text) {
 }
 
 long milliseconds(double seconds) {
-  return std::lround(std::clamp(seconds, 0.001, 1e6) * 1000);
+  return seconds > 0.001 ? std::lround(std::min(seconds, 1e6) * 1000) : 1;
 }
 
 template <class T>
