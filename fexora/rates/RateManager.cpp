@@ -5,6 +5,7 @@
 #include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/network/NetworkManager.h"
 #include "fexora/platform/text/NumberText.h"
+#include "fexora/rates/PairRates.h"
 
 namespace fexora {
 
@@ -49,12 +50,13 @@ std::optional<Date> RateManager::updated() const {
 void RateManager::filterRatesForLocalCurrencies(const std::vector<USDRateRef>& list) {
   std::vector<USDRateRef> kept;
   const auto known = knownRates(catalogue(), list, &kept);
-  rates_ = PairRates(catalogue(), known, currencies_);
+  rates_ = std::make_unique<PairRates>(catalogue(), known, currencies_);
   USDRates_ = std::move(kept);
 }
 
 void RateManager::ratesForCurrenciesBasedOnUSDRates() {
-  rates_ = PairRates(catalogue(), knownRates(catalogue(), USDRates_), currencies_);
+  const auto known = knownRates(catalogue(), USDRates_);
+  rates_ = std::make_unique<PairRates>(catalogue(), known, currencies_);
 }
 
 void RateManager::loadRates(std::optional<std::vector<CurrencyRef>> forCurrencies, bool cache,
@@ -133,8 +135,9 @@ std::pair<Converted, StoreSourceRef> RateManager::convertAmount(NSNumber amount,
   guarded(*platform_.log, "Converting an amount", [&] {
     if (srcCurrency == nullptr) srcCurrency = Currency::make();
     result.second = store().saveSourceCurrency(srcCurrency, amount, sync);
-    auto lines = rates_.convert(*srcCurrency, amount, invert);
-    if (lines.size() < rates_.linesFrom(*srcCurrency)) {
+    if (rates_ == nullptr) return;
+    auto lines = rates_->convert(*srcCurrency, amount, invert);
+    if (lines.size() < rates_->linesFrom(*srcCurrency)) {
       platform_.log->write("A conversion has only its first " +
                            integerText(static_cast<std::int64_t>(lines.size())) + " lines");
     }
@@ -145,9 +148,9 @@ std::pair<Converted, StoreSourceRef> RateManager::convertAmount(NSNumber amount,
 
 std::optional<Rate> RateManager::rateForSourceCurrency(const CurrencyRef& src,
                                                        const CurrencyRef& dst) const {
-  if (src == nullptr || dst == nullptr) return std::nullopt;
+  if (src == nullptr || dst == nullptr || rates_ == nullptr) return std::nullopt;
   return guardedOr(*platform_.log, "Looking a rate up", std::optional<Rate>(),
-                   [&] { return rates_.find(*src, *dst); });
+                   [&] { return rates_->find(*src, *dst); });
 }
 
 std::optional<Value> RateManager::valueForKey(std::string_view name) const {

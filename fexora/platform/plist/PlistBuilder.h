@@ -26,7 +26,6 @@ class FEXORA_API PlistBuilder {
   Value takeRoot() { return std::move(root_); }
   const std::string& error() const noexcept { return error_; }
 
-
  private:
   enum class Tag : std::uint8_t {
     none,
