@@ -9,7 +9,8 @@ int main() {
       storeManager().loadCurrencies(), [](bool fromCache, const ResponseError*) {
         if (!fromCache) return;  // fresh rates come later, on your main loop
         const auto dollar = currencyManager().currencyForCode("USD");
-        const auto [converted, source] = rateManager().convertAmount("100", dollar, true);
+        const auto converted = rateManager().convertAmount("100", dollar, false).first;
         for (const auto& item : converted.items()) std::puts(item.description().c_str());
+        storeManager().synchronize();  // one save at the end; while a person types: startSyncTimer()
       });
 }

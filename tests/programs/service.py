@@ -70,7 +70,7 @@ http {{
 }}
 """
 
-    def __init__(self, test, folder, run):
+    def __init__(self, test, folder, run, site=SHIPPED / "fexora-rates.conf"):
         run.mkdir()
         # Each finished request comes as a message, which can be waited for.
         self.log = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)
@@ -80,8 +80,8 @@ http {{
         listener = socket.create_server(("127.0.0.1", 0))
         port = listener.getsockname()[1]
         self.url = f"http://127.0.0.1:{port}/rates.json"
-        site = (SHIPPED / "fexora-rates.conf").read_text(encoding="utf-8")
-        for old, new in (("listen 80;", f"listen 127.0.0.1:{port};"),
+        site = site.read_text(encoding="utf-8")
+        for old, new in (("listen 80 ", f"listen 127.0.0.1:{port} "),
                          ("root /var/www/fexora;", f"root {folder};")):
             test.assertEqual(site.count(old), 1)
             site = site.replace(old, new)

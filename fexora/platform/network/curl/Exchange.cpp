@@ -218,7 +218,7 @@ NetReply Exchange::statusFailure(std::string_view detail) const {
 NetReply Exchange::fail(ResponseError::Kind kind, std::string_view detail) const {
   std::string address = shownAddress(request_.address);
   std::string message = oneLine(address) + ": " + text(kind);
-  if (kind == ResponseError::Kind::httpStatus) message += " " + std::to_string(status());
+  if (kind == ResponseError::Kind::httpStatus) message.append(" ").append(std::to_string(status()));
   if (!detail.empty()) message += ": " + oneLine(shownAddress(detail));
   return {{}, ResponseError{kind, std::move(address), std::move(message), 0}};
 }
