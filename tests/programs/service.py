@@ -8,9 +8,12 @@ import socket
 import socketserver
 import subprocess
 import threading
+import zlib
 
 from support import BIN, SOURCE, ProgramTest
 
+LIMIT = 16 << 20  # of an answer
+PACKED = "Content-Encoding: gzip"
 SHIPPED = SOURCE / "packaging/nginx"
 
 
@@ -56,6 +59,11 @@ def answer(body, *headers, status="200 OK"):
     body = body.encode() if isinstance(body, str) else body
     lines = [f"HTTP/1.1 {status}", "Connection: close", f"Content-Length: {len(body)}", *headers]
     return "\r\n".join(lines).encode() + b"\r\n\r\n" + body
+
+
+def gzip(*chunks):
+    packer = zlib.compressobj(1, zlib.DEFLATED, 31)
+    return b"".join(map(packer.compress, chunks)) + packer.flush()
 
 
 class ServedTest(ProgramTest):
