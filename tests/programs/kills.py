@@ -30,7 +30,7 @@ class Saver:
     def __init__(self, program, env, folder, order):
         self.first = (order + 1) * NUMBERS
         self.reports = os.open(folder, os.O_TMPFILE | os.O_RDWR)
-        self.pid = os.posix_spawn(program, [program, str(self.first)], env, file_actions=[
+        self.pid = os.posix_spawn(program, [program, "tell", str(self.first)], env, file_actions=[
             (os.POSIX_SPAWN_DUP2, self.reports, 1), (os.POSIX_SPAWN_OPEN, 2, "/dev/null", os.O_WRONLY, 0)])
 
     def has_reported(self):
@@ -161,7 +161,7 @@ def main():
         for words in (["1", "USD", "EUR"], ["settings", "fraction", "1"]):
             subprocess.run([binaries / "fexora", *words], env=env, check=True,
                            stdout=subprocess.DEVNULL)
-        figures = run(binaries / "test_saver", container, env, options.kills)
+        figures = run(binaries / "reliability_saver", container, env, options.kills)
         subprocess.run([binaries / "fexora", "settings"], env=env, check=True,
                        stdout=subprocess.DEVNULL)
         figures["left after the next start"] = sorted(set(os.listdir(container)) - {"Store.plist"})

@@ -23,7 +23,8 @@ def snapshot_rates():
 class ProgramTest(unittest.TestCase):
     def setUp(self):
         self.container = pathlib.Path(tempfile.mkdtemp(prefix="fexora-test-"))
-        self.addCleanup(shutil.rmtree, self.container, ignore_errors=True)
+        for folder in (self.container, f"{self.container}-cache"):
+            self.addCleanup(shutil.rmtree, folder, ignore_errors=True)
         self.store = self.container / "Store.plist"
 
     def environment(self, **changes):
@@ -63,6 +64,16 @@ class ProgramTest(unittest.TestCase):
         self.assertRegex(err, r"\Afexora: [^\n]+\n\Z")
         self.assertLessEqual(len(err), 501)
         return err
+
+    def failure(self, code, *words, **options):
+        """Runs what must end with `code`; the JSON error, which is the one message, too."""
+        got, out, err = self.run_program(*words, "--json", **options)
+        error = json.loads(out)["error"]
+        self.assertEqual((got, list(error), err),
+                         (code, ["kind", "message"], f"fexora: {error['message']}\n"), words)
+        self.assertNotIn("\n", error["message"])
+        self.assertLessEqual(len(err), 501)
+        return error
 
     def content(self):
         """The store file as Python's own reader has it."""
