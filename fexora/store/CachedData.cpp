@@ -8,29 +8,28 @@
 namespace fexora {
 
 void StoreManager::saveUSDRates(const std::vector<USDRateRef>& rates, bool sync) {
-  const bool isKept = attempt("Keeping the rates", [&] {
+  attempt("Keeping the rates", [&] {
     Dictionary content = ud();
     content.set(kUDUSDRates, Mapper<USDRate>::toJSONArray(rates));
     content.set(kUDUSDRatesUpdated, Date(platform().loop->wallSeconds()));
     setUd(std::move(content));
+    if (sync) synchronize();
   });
-  if (isKept && sync) synchronize();
 }
 
 std::optional<std::vector<USDRateRef>> StoreManager::loadUSDRates() const {
-  const Value* stored = ud().find(kUDUSDRates);
   std::optional<std::vector<USDRateRef>> rates;
-  if (stored != nullptr) {
-    attempt("Reading the kept rates", [&] { rates = Mapper<USDRate>::mapArray(*stored); });
-  }
+  attempt("Reading the kept rates", [&] {
+    if (const Value* stored = ud().find(kUDUSDRates)) rates = Mapper<USDRate>::mapArray(*stored);
+  });
   return rates;
 }
 
 void StoreManager::saveCurrencies(const std::vector<CurrencyRef>& currencies) {
-  const bool isKept = attempt("Keeping the selection", [&] {
+  attempt("Keeping the selection", [&] {
     put(kUDCurrencies, Mapper<Currency>::toJSONArray(currencies));
+    synchronize();
   });
-  if (isKept) synchronize();
 }
 
 std::vector<CurrencyRef> StoreManager::loadCurrencies() const {
@@ -51,20 +50,21 @@ std::vector<CurrencyRef> StoreManager::loadCurrencies() const {
 StoreSourceRef StoreManager::saveSourceCurrency(const CurrencyRef& currency, NSNumber withAmount,
                                                 bool sync) {
   StoreSourceRef source;
-  const bool isKept = attempt("Keeping the source amount", [&] {
+  attempt("Keeping the source amount", [&] {
     source = StoreSource::make(withAmount, currency);
     put(kUDSourceCurrency, Mapper<StoreSource>::toJSON(*source));
+    if (sync) synchronize();
   });
-  if (isKept && sync) synchronize();
   return source;
 }
 
 StoreSourceRef StoreManager::loadSourceCurrency() const {
-  const Value* stored = ud().find(kUDSourceCurrency);
   StoreSourceRef source;
-  if (stored != nullptr) {
-    attempt("Reading the source amount", [&] { source = Mapper<StoreSource>::map(*stored); });
-  }
+  attempt("Reading the source amount", [&] {
+    if (const Value* stored = ud().find(kUDSourceCurrency)) {
+      source = Mapper<StoreSource>::map(*stored);
+    }
+  });
   return source;
 }
 

@@ -53,8 +53,7 @@ void FolderMonitor::deliverPending() {
     if (delivery != nullptr && delivery->isPending) delivery->call();
   };
   platform_.loop->post([&platform = platform_, deliver] {
-    // Better too early than not at all.
-    if (!guarded(*platform.log, kWatching, [&] { platform.loop->post(deliver); })) deliver();
+    guarded(*platform.log, kWatching, [&] { platform.loop->post(deliver); });
   });
 }
 

@@ -1,35 +1,16 @@
 #include "fexora/store/StoreManager.h"
 
-#include <new>
 #include <utility>
 
 #include "fexora/catalogue/CurrencyManager.h"
 #include "fexora/platform/base/NoDestructor.h"
-#include "fexora/platform/mapping/Mapper.h"
 
 namespace fexora {
-namespace {
-
-constexpr const char* kDefaultRelative = "USD";
-
-// For want of memory, one that lives for ever: the store is never without.
-CurrencyRef defaultRelativeCurrency() {
-  try {
-    return Currency::make(kDefaultRelative);
-  } catch (const std::bad_alloc&) {
-    static NoDestructor<Currency> shared(kDefaultRelative);
-    return {std::shared_ptr<void>(), &*shared};
-  }
-}
-
-}  // namespace
 
 StoreManager::StoreManager() : StoreManager(Platform::process()) {}
 
 StoreManager::StoreManager(Platform& platform, CurrencyManager* catalogue)
-    : UserStoreManager(platform),
-      catalogue_(catalogue),
-      todayRelativeCurrency_(defaultRelativeCurrency()) {
+    : UserStoreManager(platform), catalogue_(catalogue) {
   start();
 }
 
@@ -38,31 +19,10 @@ CurrencyManager& StoreManager::catalogue() const {
 }
 
 void StoreManager::loadData() {
-  Loaded before = loadedSoFar();
-  UserStoreManager::loadData();
-  if (!attempt("Loading the settings", [this] { loadSettings(); })) takeBack(std::move(before));
-}
-
-const char* StoreManager::rawValue(Key key) {
-  switch (key) {
-    case Key::Fraction:
-      return "Fraction";
-    case Key::Mode:
-      return "Mode";
-    case Key::Seporate:
-      return "Seporate";
-    case Key::NamingInWidget:
-      return "NamingInWidget";
-    case Key::NumberOfCurrenciesInWidget:
-      return "NumberOfCurrenciesInWidget";
-    case Key::TodayCurrencies:
-      return "TodayCurrencies";
-    case Key::TodayConversionMode:
-      return "TodayConversionMode";
-    case Key::TodayRelativeCurrency:
-      return "TodayRelativeCurrency";
-  }
-  return "";
+  loadInSteps([this] {
+    load();
+    loadSettings();
+  });
 }
 
 void StoreManager::put(std::string_view key, Value value) {
@@ -71,89 +31,39 @@ void StoreManager::put(std::string_view key, Value value) {
   setUd(std::move(content));
 }
 
-Dictionary StoreManager::withSettings(Dictionary content) const {
-  const auto put = [&content](Key key, Value value) {
-    content.set(rawValue(key), std::move(value));
-  };
-  put(Key::Mode, static_cast<std::int64_t>(mode_));
-  put(Key::Fraction, fraction_);
-  put(Key::Seporate, seporate_);
-  put(Key::NamingInWidget, static_cast<std::int64_t>(namingInWidget_));
-  put(Key::NumberOfCurrenciesInWidget, numberOfCurrenciesInWidget_);
-  put(Key::TodayCurrencies, Mapper<Currency>::toJSONArray(todayCurrencies_));
-  put(Key::TodayConversionMode, static_cast<std::int64_t>(todayConversionMode_));
-  put(Key::TodayRelativeCurrency, Mapper<Currency>::toJSON(*todayRelativeCurrency_));
-  return content;
-}
-
-Dictionary StoreManager::defaultContent() const {
-  return {
-      {rawValue(Key::Mode), static_cast<std::int64_t>(StyleMode::light)},
-      {rawValue(Key::Fraction), kDefaultFraction},
-      {rawValue(Key::Seporate), true},
-      {rawValue(Key::NamingInWidget), static_cast<std::int64_t>(Naming::names)},
-      {rawValue(Key::NumberOfCurrenciesInWidget), kDefaultNumberOfCurrencies},
-      {rawValue(Key::TodayCurrencies), Array()},
-      {rawValue(Key::TodayConversionMode), static_cast<std::int64_t>(TodayConversionMode::linear)},
-      {rawValue(Key::TodayRelativeCurrency), Mapper<Currency>::toJSON(*defaultRelativeCurrency())}};
-}
-
 void StoreManager::saveSettings() {
   if (!canSave_) {
     canSave_ = true;
     return;
   }
-  if (attempt("Saving the settings", [this] { setUd(withSettings(ud())); })) synchronize();
-}
-
-const Value* StoreManager::storedValue(Key key) const {
-  return ud().find(rawValue(key));
-}
-
-std::optional<std::int64_t> StoreManager::storedInteger(Key key) const {
-  const Value* value = storedValue(key);
-  const NSNumber* number = value != nullptr ? value->number() : nullptr;
-  if (number == nullptr || number->kind() != NSNumber::Kind::integer) return std::nullopt;
-  return number->intValue();
-}
-
-// Each of the three enums has the raw values 0, the default, and 1.
-template <class Enum>
-Enum StoreManager::storedCase(Key key) const {
-  return static_cast<Enum>(storedInteger(key) == 1 ? 1 : 0);
-}
-
-std::int64_t StoreManager::storedCount(Key key, std::int64_t fallback) const {
-  const std::int64_t count = storedInteger(key).value_or(0);
-  return count != 0 ? count : fallback;
+  attempt("Saving the settings", [this] {
+    Dictionary content = ud();
+    settings_.putInto(content);
+    setUd(std::move(content));
+    synchronize();
+  });
 }
 
 void StoreManager::loadSettings() {
   // What needs memory comes first: then all eight are taken, or none.
-  const Value* today = storedValue(Key::TodayCurrencies);
-  auto currencies = today != nullptr ? Mapper<Currency>::mapArray(*today) : std::nullopt;
-  const Value* stored = storedValue(Key::TodayRelativeCurrency);
-  auto relative = stored != nullptr ? Mapper<Currency>::map(*stored) : nullptr;
+  Settings loaded = Settings::from(ud());
   // Each setter saves, and the switch turns that one save into nothing.
   canSave_ = false;
-  setMode(storedCase<StyleMode>(Key::Mode));
+  setMode(loaded.mode);
   canSave_ = false;
-  setFraction(storedCount(Key::Fraction, kDefaultFraction));
+  setFraction(loaded.fraction);
   canSave_ = false;
-  const Value* seporate = storedValue(Key::Seporate);
-  const NSNumber* flag = seporate != nullptr ? seporate->number() : nullptr;
-  setSeporate(flag == nullptr || flag->kind() != NSNumber::Kind::boolean || flag->boolValue());
+  setSeporate(loaded.seporate);
   canSave_ = false;
-  setNamingInWidget(storedCase<Naming>(Key::NamingInWidget));
+  setNamingInWidget(loaded.namingInWidget);
   canSave_ = false;
-  setNumberOfCurrenciesInWidget(
-      storedCount(Key::NumberOfCurrenciesInWidget, kDefaultNumberOfCurrencies));
+  setNumberOfCurrenciesInWidget(loaded.numberOfCurrenciesInWidget);
   canSave_ = false;
-  setTodayCurrencies(std::move(currencies).value_or(std::vector<CurrencyRef>()));
+  setTodayCurrencies(std::move(loaded.todayCurrencies));
   canSave_ = false;
-  setTodayConversionMode(storedCase<TodayConversionMode>(Key::TodayConversionMode));
+  setTodayConversionMode(loaded.todayConversionMode);
   canSave_ = false;
-  setTodayRelativeCurrency(std::move(relative));
+  setTodayRelativeCurrency(std::move(loaded.todayRelativeCurrency));
 }
 
 template <class Field>
@@ -163,29 +73,29 @@ void StoreManager::change(Field& field, Field value) {
 }
 
 void StoreManager::setFraction(std::int64_t fraction) {
-  change(fraction_, fraction);
+  change(settings_.fraction, fraction);
 }
 void StoreManager::setMode(StyleMode mode) {
-  change(mode_, mode);
+  change(settings_.mode, mode);
 }
 void StoreManager::setSeporate(bool seporate) {
-  change(seporate_, seporate);
+  change(settings_.seporate, seporate);
 }
 void StoreManager::setNamingInWidget(Naming naming) {
-  change(namingInWidget_, naming);
+  change(settings_.namingInWidget, naming);
 }
 void StoreManager::setNumberOfCurrenciesInWidget(std::int64_t number) {
-  change(numberOfCurrenciesInWidget_, number);
+  change(settings_.numberOfCurrenciesInWidget, number);
 }
 void StoreManager::setTodayCurrencies(std::vector<CurrencyRef> currencies) {
   std::erase(currencies, nullptr);
-  change(todayCurrencies_, std::move(currencies));
+  change(settings_.todayCurrencies, std::move(currencies));
 }
 void StoreManager::setTodayConversionMode(TodayConversionMode mode) {
-  change(todayConversionMode_, mode);
+  change(settings_.todayConversionMode, mode);
 }
 void StoreManager::setTodayRelativeCurrency(CurrencyRef currency) {
-  change(todayRelativeCurrency_,
+  change(settings_.todayRelativeCurrency,
          currency != nullptr ? std::move(currency) : defaultRelativeCurrency());
 }
 

@@ -2,9 +2,8 @@
 // currencies, rates and source amount.
 //
 // Setting a setting writes all eight into the dictionary and saves the file at once. Loading sets
-// all eight from the dictionary and writes nothing; a value that is missing or of another kind
-// gives the default, and so does a number of 0 for `fraction` and `numberOfCurrenciesInWidget`. An
-// integer setting takes an integer only, `seporate` a boolean only. Main thread only.
+// all eight from the dictionary, as Settings::from reads them, and writes nothing. Main thread
+// only.
 //
 // What finds no memory is not done and said in the log: a setting keeps its new value, which the
 // next save writes; loading leaves what was loaded before; a list or record that was asked for is
@@ -19,6 +18,7 @@
 
 #include "fexora/records/StoreSource.h"
 #include "fexora/records/USDRate.h"
+#include "fexora/store/Settings.h"
 #include "fexora/store/UserStoreManager.h"
 
 namespace fexora {
@@ -31,14 +31,10 @@ inline constexpr std::string_view kUDUSDRatesUpdated = "UDUSDRatesUpdated";
 inline constexpr std::string_view kUDCurrencies = "UDCurrencies";
 inline constexpr std::string_view kUDSourceCurrency = "UDSourceCurrency";
 
-enum class StyleMode : std::int64_t { light = 0, dark = 1 };
-enum class Naming : std::int64_t { names = 0, codes = 1 };
-enum class TodayConversionMode : std::int64_t { linear = 0, rate = 1 };
-
 class FEXORA_API StoreManager : public UserStoreManager {
  public:
-  static constexpr std::int64_t kDefaultFraction = 3;
-  static constexpr std::int64_t kDefaultNumberOfCurrencies = 10;
+  static constexpr std::int64_t kDefaultFraction = Settings::kDefaultFraction;
+  static constexpr std::int64_t kDefaultNumberOfCurrencies = Settings::kDefaultNumberOfCurrencies;
 
   // Reads the file, or makes it, and watches its folder. The catalogue is the shared one when none
   // is given; it is asked for at its first use.
@@ -48,22 +44,28 @@ class FEXORA_API StoreManager : public UserStoreManager {
   std::string storeName() const override { return "Store.plist"; }
   void loadData() override;
 
-  virtual std::int64_t fraction() const { return fraction_; }
+  virtual std::int64_t fraction() const { return settings_.fraction; }
   virtual void setFraction(std::int64_t fraction);
-  virtual StyleMode mode() const { return mode_; }
+  virtual StyleMode mode() const { return settings_.mode; }
   virtual void setMode(StyleMode mode);
-  virtual bool seporate() const { return seporate_; }
+  virtual bool seporate() const { return settings_.seporate; }
   virtual void setSeporate(bool seporate);
-  virtual Naming namingInWidget() const { return namingInWidget_; }
+  virtual Naming namingInWidget() const { return settings_.namingInWidget; }
   virtual void setNamingInWidget(Naming naming);
-  virtual std::int64_t numberOfCurrenciesInWidget() const { return numberOfCurrenciesInWidget_; }
+  virtual std::int64_t numberOfCurrenciesInWidget() const {
+    return settings_.numberOfCurrenciesInWidget;
+  }
   virtual void setNumberOfCurrenciesInWidget(std::int64_t number);
-  virtual const std::vector<CurrencyRef>& todayCurrencies() const { return todayCurrencies_; }
+  virtual const std::vector<CurrencyRef>& todayCurrencies() const {
+    return settings_.todayCurrencies;
+  }
   virtual void setTodayCurrencies(std::vector<CurrencyRef> currencies);
-  virtual TodayConversionMode todayConversionMode() const { return todayConversionMode_; }
+  virtual TodayConversionMode todayConversionMode() const { return settings_.todayConversionMode; }
   virtual void setTodayConversionMode(TodayConversionMode mode);
   // Never null: setting null sets the default, "USD".
-  virtual const CurrencyRef& todayRelativeCurrency() const { return todayRelativeCurrency_; }
+  virtual const CurrencyRef& todayRelativeCurrency() const {
+    return settings_.todayRelativeCurrency;
+  }
   virtual void setTodayRelativeCurrency(CurrencyRef currency);
 
   // A one-shot switch: false makes the next saveSettings() do nothing but set it to true again.
@@ -87,41 +89,14 @@ class FEXORA_API StoreManager : public UserStoreManager {
   virtual StoreSourceRef loadSourceCurrency() const;
 
  private:
-  enum class Key : std::uint8_t {
-    Fraction,
-    Mode,
-    Seporate,
-    NamingInWidget,
-    NumberOfCurrenciesInWidget,
-    TodayCurrencies,
-    TodayConversionMode,
-    TodayRelativeCurrency
-  };
-
-  static const char* rawValue(Key key);
-  void contentMerged() override { loadSettings(); }
   void loadSettings();
-  Dictionary withSettings(Dictionary content) const;
-  Dictionary defaultContent() const override;
   void put(std::string_view key, Value value);
-  const Value* storedValue(Key key) const;
-  std::optional<std::int64_t> storedInteger(Key key) const;
-  template <class Enum>
-  Enum storedCase(Key key) const;
-  std::int64_t storedCount(Key key, std::int64_t fallback) const;
   template <class Field>
   void change(Field& field, Field value);
   CurrencyManager& catalogue() const;
 
   CurrencyManager* catalogue_;
-  std::int64_t fraction_ = kDefaultFraction;
-  StyleMode mode_ = StyleMode::light;
-  bool seporate_ = true;
-  Naming namingInWidget_ = Naming::names;
-  std::int64_t numberOfCurrenciesInWidget_ = kDefaultNumberOfCurrencies;
-  std::vector<CurrencyRef> todayCurrencies_;
-  TodayConversionMode todayConversionMode_ = TodayConversionMode::linear;
-  CurrencyRef todayRelativeCurrency_;
+  Settings settings_;
   bool canSave_ = true;
 };
 

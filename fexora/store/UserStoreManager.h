@@ -12,8 +12,10 @@
 // cannot be written leaves the old file whole, and both are logged; so is memory that cannot be
 // had. A file that cannot be read as a dictionary is kept aside, by a hard link beside it (a copy
 // where there are none), before a save replaces it. A file that cannot be opened or read for now
-// (no permission, too many open files, no module for its form) is not replaced until it can be;
-// then a save first takes over what it holds under all keys that this process has not changed.
+// (no permission, too many open files, no module for its form) is not replaced: saves fail, until
+// the next change of the folder or, at the latest, the next save finds that it can be read. Such a
+// save fails, too; then the file is loaded, which drops what this process had not saved, and
+// "FileWatcherUpdate" is posted.
 //
 // "SAVE SUCCESS" in the log means that the save survives a power cut. When only the last step of
 // one failed, flushing the folder, the new file stays, the log has "SAVE FAIL", and the problem
@@ -30,9 +32,9 @@
 #include "fexora/platform/Platform.h"
 #include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/loop/TimerHolder.h"
-#include "fexora/platform/plist/DictionaryCodec.h"
 #include "fexora/platform/values/NSObject.h"
 #include "fexora/store/FolderMonitor.h"
+#include "fexora/store/StoreFile.h"
 
 namespace fexora {
 
@@ -106,28 +108,23 @@ class FEXORA_API UserStoreManager : public NSObject {
   const std::string& loadProblem() const { return loadProblem_; }
 
  protected:
-  explicit UserStoreManager(Platform& platform) : platform_(platform) {}
+  explicit UserStoreManager(Platform& platform) : platform_(platform), file_(platform) {}
   // Loads, then watches the folder. The most derived constructor's last step, since a base
   // constructor does not reach the overrides.
   void start();
 
-  // A save has taken over what other processes had written: a subclass interprets the keys anew.
-  virtual void contentMerged() {}
-  // What a store counts as unchanged while no file could be read yet: each key with its default.
-  // May throw std::bad_alloc.
-  virtual Dictionary defaultContent() const { return {}; }
+  // What loadData() does; may throw std::bad_alloc.
+  void load();
+  // Runs the steps of a load, all or none: where there is no memory for one, `ud` is what it was,
+  // and the file counts as one that cannot be read for now. A step that throws has changed nothing
+  // else.
+  template <class Steps>
+  void loadInSteps(Steps steps) {
+    Dictionary before = ud_;
+    if (!attempt("Loading the store", std::move(steps))) takeNothing(std::move(before));
+  }
 
-  // What a load changes, for a subclass that cannot interpret what was loaded: takeBack() leaves
-  // the store as it was before, with a file that could not be read.
-  struct Loaded {
-    Dictionary ud;
-    Dictionary base;
-    bool loaded;
-  };
-  Loaded loadedSoFar() const { return {ud_, base_, loaded_}; }
-  void takeBack(Loaded before);
-
-  // Runs a step of an operation; without memory for it the log says so. False then.
+  // Runs an operation; without memory for it the log says so. False then.
   template <class Body>
   bool attempt(std::string_view operation, Body body) const {
     return guarded(*platform_.log, operation, std::move(body));
@@ -135,26 +132,14 @@ class FEXORA_API UserStoreManager : public NSObject {
   Platform& platform() const { return platform_; }
 
  private:
-  enum class Disk : std::uint8_t {
-    usable,       // read or written last
-    missing,      // not there
-    unreadable,   // holds something else than a dictionary: kept aside before it is replaced
-    inaccessible  // could not be looked for, opened or read: not replaced
-  };
-
   void log(std::string_view line) const { platform_.log->write(line); }
   std::optional<Value> member(std::string_view name) const;
   bool setMember(std::string_view name, const Value& value);
-  void load();
-  Disk readFile();
-  Disk refuse(Disk state, const FileStatus& status, const char* verdict, const std::string& why);
-  void writeFile(const Dictionary& content);
-  std::string save(Dictionary content);
-  void noteSaved(const Dictionary& content, const FileStatus& status);
-  Disk regainAccess(Dictionary& content);
-  std::error_code keepAside();
-  void dropOldestAside(const std::string& folder, const std::string& newest);
-  bool differsOnDisk();
+  void takeNothing(Dictionary before);
+  void reload();
+  void save();
+  StoreFile::Saving write(const Dictionary& content);
+  void tellSaved();
 
   Platform& platform_;
   std::unique_ptr<FolderMonitor> folderMonitor_;
@@ -165,15 +150,12 @@ class FEXORA_API UserStoreManager : public NSObject {
   // What this store scheduled itself, whatever the two above have been set to.
   TimerHolder syncHolder_;
   TimerHolder skipHolder_;
-  std::optional<std::string> applicationDocumentsDirectory_;
-  std::optional<std::string> fileURL_;
-
-  DictionaryCodec codec_;
-  Disk disk_ = Disk::inaccessible;
-  FileStatus known_;     // the file last read, written or refused
-  FileStatus aside_;     // the file last kept aside
-  Dictionary base_;      // what the file held when it was last read or written
-  bool loaded_ = false;  // it has been
+  // Each with whether it is found, or found to be none.
+  std::string applicationDocumentsDirectory_;
+  bool hasFolder_ = false;
+  std::string fileURL_;
+  bool hasPath_ = false;
+  StoreFile file_;
   bool reconcilesAfterSkip_ = false;
   std::string saveProblem_;
   std::string loadProblem_;

@@ -5,13 +5,12 @@
 #include <charconv>
 #include <chrono>
 #include <cstdint>
-#include <new>
 #include <utility>
 
 #include <sys/random.h>
 
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/files/ContainerFolder.h"
-#include "fexora/platform/files/Retry.h"
 
 namespace fexora {
 namespace {
@@ -61,7 +60,7 @@ class Replacement {
     if (const auto error = write(bytes)) return failed(error, "write");
     // A flush that failed is not tried again: the pages that it lost are marked clean by then.
     if (const auto error = files_.flush(handle_)) return failed(error, "flush");
-    const auto status = retryInterrupted([&] { return files_.status(handle_); });
+    const auto status = files_.status(handle_);
     if (!status.ok()) return failed(status.error(), "read the status");
     // Closed under its own name: closed after the rename, the file would wake every watcher of the
     // folder a second time. An interrupted close has closed, and all is flushed by now.
@@ -70,7 +69,7 @@ class Replacement {
     if (beforeRename) {
       if (const auto error = beforeRename()) return failed(error, "keep aside");
     }
-    if (const auto error = retryInterrupted([&] { return files_.rename(temporary_, path_); })) {
+    if (const auto error = files_.rename(temporary_, path_)) {
       return failed(error, "rename");
     }
     hasTemporary_ = false;
@@ -86,7 +85,7 @@ class Replacement {
     auto error = std::make_error_code(std::errc::file_exists);
     for (int i = 0; i < limits::kTemporaryNames && error == std::errc::file_exists; ++i) {
       temporary_ = folder_ + "/" + temporaryName();
-      const auto made = retryInterrupted([&] { return files_.createExclusive(temporary_, mode); });
+      const auto made = files_.createExclusive(temporary_, mode);
       error = made.error();
       if (!made.ok()) continue;
       handle_ = *made;
@@ -104,22 +103,22 @@ class Replacement {
   // somebody who clears dead ones was faster.
   std::error_code claim() {
     const auto taken = std::make_error_code(std::errc::file_exists);
-    const auto opened = retryInterrupted([&] { return files_.openForReading(temporary_); });
+    const auto opened = files_.openForReading(temporary_);
     if (!opened.ok()) {
       return opened.error() == std::errc::no_such_file_or_directory ? taken : opened.error();
     }
     lock_ = *opened;
-    if (const auto error = retryInterrupted([&] { return files_.lock(lock_); })) {
+    if (const auto error = files_.lock(lock_)) {
       return error == std::errc::resource_unavailable_try_again ? taken : error;
     }
-    const auto status = retryInterrupted([&] { return files_.status(lock_); });
+    const auto status = files_.status(lock_);
     if (!status.ok()) return status.error();
     return status->links == 0 ? taken : std::error_code();
   }
 
   void removeTemporary() {
     hasTemporary_ = false;
-    retryInterrupted([&] { return files_.remove(temporary_); });
+    files_.remove(temporary_);
   }
 
   std::error_code close(Files::Handle& handle) {
@@ -129,7 +128,7 @@ class Replacement {
 
   std::error_code write(std::string_view bytes) {
     while (!bytes.empty()) {
-      const auto count = retryInterrupted([&] { return files_.write(handle_, bytes); });
+      const auto count = files_.write(handle_, bytes);
       if (!count.ok()) return count.error();
       if (*count == 0) return std::make_error_code(std::errc::io_error);
       bytes.remove_prefix(*count);
@@ -139,15 +138,14 @@ class Replacement {
 
   // Asks for no right where nothing is to be changed.
   std::error_code keepOwner(const FileStatus& replaced) {
-    const auto made = retryInterrupted([&] { return files_.status(handle_); });
+    const auto made = files_.status(handle_);
     if (!made.ok()) return made.error();
     if (made->owner == replaced.owner && made->group == replaced.group) return {};
-    return retryInterrupted(
-        [&] { return files_.changeOwner(handle_, replaced.owner, replaced.group); });
+    return files_.changeOwner(handle_, replaced.owner, replaced.group);
   }
 
   std::error_code flushFolder() {
-    const auto folder = retryInterrupted([&] { return files_.openFolder(folderToFlush_); });
+    const auto folder = files_.openFolder(folderToFlush_);
     if (!folder.ok()) return folder.error();
     const auto error = files_.flush(*folder);
     files_.close(*folder);
@@ -166,7 +164,7 @@ class Replacement {
 };
 
 void removeIfDead(Files& files, const std::string& path) {
-  const auto handle = retryInterrupted([&] { return files.openForReading(path); });
+  const auto handle = files.openForReading(path);
   if (!handle.ok()) return;
   // The name may belong to another file by now; only what was locked is removed.
   if (!files.lock(*handle)) {
@@ -180,41 +178,26 @@ void removeIfDead(Files& files, const std::string& path) {
   files.close(*handle);
 }
 
-ReplaceOutcome outOfMemory() {
-  return {std::make_error_code(std::errc::not_enough_memory), "prepare", {}, {}};
-}
-
 }  // namespace
 
 ReplaceOutcome replaceFile(Files& files, const std::string& path, std::string_view bytes,
                            std::uint32_t mode,
                            const std::function<std::error_code()>& beforeRename) {
-  try {
-    return Replacement(files, path).run(bytes, mode, beforeRename);
-  } catch (const std::bad_alloc&) {
-    return outOfMemory();
-  }
+  return Replacement(files, path).run(bytes, mode, beforeRename);
 }
 
 ReplaceOutcome replaceFile(Files& files, const std::string& path, std::string_view bytes,
                            const FileStatus& replaced) {
-  try {
-    return Replacement(files, path).run(bytes, replaced.mode, {}, &replaced);
-  } catch (const std::bad_alloc&) {
-    return outOfMemory();
-  }
+  return Replacement(files, path).run(bytes, replaced.mode, {}, &replaced);
 }
 
 void removeDeadTemporaries(Files& files, const std::string& folder) {
-  try {
-    const auto names = retryInterrupted([&] { return files.list(folder); });
-    if (!names.ok()) return;
-    for (const std::string& name : *names) {
-      if (name.starts_with(kTemporaryPrefix)) {
-        removeIfDead(files, std::string(folder).append("/").append(name));
-      }
+  const auto names = files.list(folder);
+  if (!names.ok()) return;
+  for (const std::string& name : *names) {
+    if (name.starts_with(kTemporaryPrefix)) {
+      removeIfDead(files, std::string(folder).append("/").append(name));
     }
-  } catch (const std::bad_alloc&) {  // NOLINT(bugprone-empty-catch): the next start clears them
   }
 }
 

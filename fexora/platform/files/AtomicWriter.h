@@ -23,7 +23,7 @@ struct ReplaceOutcome {
 
 // `path` names the file, in a folder that exists; the new one has mode `mode`. `beforeRename` is
 // called with everything flushed; an error from it ends the replacement as one of step "keep
-// aside". Nothing throws: memory that cannot be had is an error, too.
+// aside". May throw std::bad_alloc; that, too, leaves the old file whole and no temporary.
 FEXORA_API ReplaceOutcome replaceFile(Files& files, const std::string& path, std::string_view bytes,
                                       std::uint32_t mode,
                                       const std::function<std::error_code()>& beforeRename = {});
@@ -33,7 +33,8 @@ FEXORA_API ReplaceOutcome replaceFile(Files& files, const std::string& path, std
 FEXORA_API ReplaceOutcome replaceFile(Files& files, const std::string& path, std::string_view bytes,
                                       const FileStatus& replaced);
 
-// Removes the temporaries of writers that are gone. What is locked, and so alive, stays.
+// Removes the temporaries of writers that are gone. What is locked, and so alive, stays. May throw
+// std::bad_alloc.
 FEXORA_API void removeDeadTemporaries(Files& files, const std::string& folder);
 
 // The folder part of a file's path.

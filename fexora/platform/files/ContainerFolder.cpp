@@ -10,7 +10,6 @@
 #include "fexora/platform/base/Environment.h"
 #include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/files/PrivateFolder.h"
-#include "fexora/platform/files/Retry.h"
 
 namespace fexora {
 namespace {
@@ -72,12 +71,11 @@ ContainerFolder containerFolder(Files& files, std::string_view groupIdentifier) 
             "is set"};
   }
   // With the dot, a link to a folder counts as the folder: where it lies is the user's choice.
-  const auto look = [&] { return files.statusOf(path + "/."); };
-  auto status = retryInterrupted(look);
+  auto status = files.statusOf(path + "/.");
   if (!status.ok() && status.error() == std::errc::no_such_file_or_directory) {
     const auto made = makePrivateFolder(files, path);
     if (made && made != std::errc::file_exists) return unusable(path, made.message());
-    status = retryInterrupted(look);
+    status = files.statusOf(path + "/.");
   }
   if (!status.ok()) return unusable(path, status.error().message());
   const bool isOurs = status->owner == files.user();

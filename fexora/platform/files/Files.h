@@ -2,8 +2,9 @@
 // fail, or play the disk itself.
 //
 // An operation never waits for another process, never follows a symbolic link in the last part of a
-// path, and reports failure as an error code (POSIX numbers, std::generic_category). It does not
-// retry an interrupted call; callers do (limits::kInterruptedRetries). Paths are bytes.
+// path, and reports failure as an error code (POSIX numbers, std::generic_category). An interrupted
+// call it makes again itself, limits::kInterruptedRetries times at most, but not in flush() and
+// close(): there, too, being interrupted is a failure. Paths are bytes.
 // Any thread. Nothing throws.
 #pragma once
 

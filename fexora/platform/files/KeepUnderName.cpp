@@ -1,8 +1,8 @@
 #include "fexora/platform/files/KeepUnderName.h"
 
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/files/AtomicWriter.h"
 #include "fexora/platform/files/ReadFile.h"
-#include "fexora/platform/files/Retry.h"
 
 namespace fexora {
 namespace {
@@ -18,7 +18,7 @@ bool isNoLinkHere(const std::error_code& error) {
 // Two processes that copy to one name at one moment copy the same file, so no more than the look
 // beforehand keeps a name from being taken twice.
 std::error_code copy(Files& files, const std::string& path, const std::string& name) {
-  const auto taken = retryInterrupted([&] { return files.statusOf(name); });
+  const auto taken = files.statusOf(name);
   if (taken.ok()) return std::make_error_code(std::errc::file_exists);
   if (taken.error() != std::errc::no_such_file_or_directory) return taken.error();
   const auto whole = readWholeFile(files, path, limits::kStoreFileBytes);
@@ -29,7 +29,7 @@ std::error_code copy(Files& files, const std::string& path, const std::string& n
 }  // namespace
 
 std::error_code keepUnderName(Files& files, const std::string& path, const std::string& name) {
-  const auto error = retryInterrupted([&] { return files.link(path, name); });
+  const auto error = files.link(path, name);
   return isNoLinkHere(error) ? copy(files, path, name) : error;
 }
 

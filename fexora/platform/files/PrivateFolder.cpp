@@ -1,7 +1,5 @@
 #include "fexora/platform/files/PrivateFolder.h"
 
-#include "fexora/platform/files/Retry.h"
-
 namespace fexora {
 namespace {
 
@@ -10,14 +8,14 @@ constexpr std::uint32_t kPrivate = 0700;
 // What is saved in a folder is there after a crash only if the folder's own name is. A folder above
 // that may not be read cannot be flushed; then it is left to the system.
 void flushFolder(Files& files, const std::string& path) {
-  const auto folder = retryInterrupted([&] { return files.openFolder(path + "/."); });
+  const auto folder = files.openFolder(path + "/.");
   if (!folder.ok()) return;
   files.flush(*folder);
   files.close(*folder);
 }
 
 std::error_code make(Files& files, const std::string& path, const std::string& parent) {
-  const auto error = retryInterrupted([&] { return files.makeFolder(path, kPrivate); });
+  const auto error = files.makeFolder(path, kPrivate);
   if (!error) flushFolder(files, parent);
   return error;
 }

@@ -9,8 +9,8 @@
 namespace fexora {
 
 // Makes the folder and what is missing above it, each with mode 0700 and its name flushed to the
-// disk. file_exists when something of
-// that name is there already, whatever it is.
+// disk. file_exists when something of that name is there already, whatever it is. May throw
+// std::bad_alloc.
 FEXORA_API std::error_code makePrivateFolder(Files& files, const std::string& path);
 
 }  // namespace fexora

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <new>
 
-#include "fexora/platform/files/Retry.h"
-
 namespace fexora {
 namespace {
 
@@ -32,8 +30,7 @@ std::error_code readAll(Files& files, Files::Handle handle, std::size_t limit, s
       if (got > limit) return std::make_error_code(std::errc::file_too_large);
       bytes.resize(std::min(got + kStep, limit + 1));
     }
-    const auto count =
-        retryInterrupted([&] { return files.read(handle, std::span(bytes).subspan(got)); });
+    const auto count = files.read(handle, std::span(bytes).subspan(got));
     if (!count.ok()) return count.error();
     if (*count == 0) break;
     got += *count;
@@ -44,7 +41,7 @@ std::error_code readAll(Files& files, Files::Handle handle, std::size_t limit, s
 }
 
 std::error_code readInto(Files& files, Files::Handle handle, std::size_t limit, WholeFile& whole) {
-  const auto status = retryInterrupted([&] { return files.status(handle); });
+  const auto status = files.status(handle);
   if (!status.ok()) return status.error();
   if (const auto error = refusal(status->type)) return error;
   if (status->size > limit) return std::make_error_code(std::errc::file_too_large);
@@ -61,10 +58,10 @@ std::error_code readInto(Files& files, Files::Handle handle, std::size_t limit, 
 
 FileResult<WholeFile> readWholeFile(Files& files, const std::string& path, std::size_t limit) {
   // Asked before the opening too, since opening a device can already do something.
-  const auto before = retryInterrupted([&] { return files.statusOf(path); });
+  const auto before = files.statusOf(path);
   if (!before.ok()) return before.error();
   if (const auto error = refusal(before->type)) return error;
-  const auto handle = retryInterrupted([&] { return files.openForReading(path); });
+  const auto handle = files.openForReading(path);
   if (!handle.ok()) return handle.error();
   WholeFile whole;
   const auto error = readInto(files, *handle, limit, whole);

@@ -41,7 +41,7 @@ class InotifyWatch final : public FolderWatch::Watch {
 
   State arm();
   void enter(State state);
-  void renew();
+  void renew(std::string_view what = {}, const std::error_code& why = {});
   void onReadable();
   void callChanged();
   void say(std::string_view what, const std::error_code& why = {});
@@ -96,14 +96,17 @@ void InotifyWatch::enter(State state) {
   }
 }
 
-// After a break. Whatever happened before the new watches stood is told by the one call.
-void InotifyWatch::renew() {
+// After a break, of which `what` tells. Whatever happened before the new watches stood is told by
+// the one call. Guarded by parts: a watch that nothing renews would be silent for ever.
+void InotifyWatch::renew(std::string_view what, const std::error_code& why) {
   State state = State::lost;
-  if (!guarded(log_, kWatching, [&] { state = arm(); })) readable_.reset();
-  guarded(log_, kWatching, [&] { enter(state); });
-  if (state != State::watched) return;
-  guarded(log_, kWatching, [this] { say("is watched again"); });
-  callChanged();
+  guarded(log_, kWatching, [&] { state = arm(); });
+  guarded(log_, kWatching, [&] {
+    enter(state);
+    if (!what.empty()) say(what, why);
+    if (state == State::watched) say("is watched again");
+  });
+  if (state == State::watched) callChanged();
 }
 
 void InotifyWatch::onReadable() {
@@ -114,16 +117,14 @@ void InotifyWatch::onReadable() {
       callChanged();
       break;
     case InotifyPath::Finding::overflow:
-      guarded(log_, kWatching, [this] { say("had more changes than the system keeps"); });
-      renew();
+      renew("had more changes than the system keeps");
       break;
-    case InotifyPath::Finding::path:
+    case InotifyPath::Finding::path: {
       // Read again at once, it would fail again at once.
-      if (const auto error = path_->error()) {
-        guarded(log_, kWatching, [&] { say("could not be watched", error); });
-      }
-      renew();
+      const std::error_code error = path_->error();
+      renew(error ? "could not be watched" : "", error);
       break;
+    }
   }
 }
 

@@ -195,6 +195,9 @@ TEST(Shortage, InAStart_WritesNothingOverTheFile) {
         EXPECT_EQ(world.fractionOnDisk(), 6);
         EXPECT_EQ(world.log.record.count("SAVE"), 0);
         if (world.store->fileURL().empty()) return;
+        // Unless the start read the file, a save loads it first.
+        world.store->setNumberOfCurrenciesInWidget(4);
+        EXPECT_EQ(world.fractionOnDisk(), 6) << "not the default";
         world.store->setNumberOfCurrenciesInWidget(4);
         EXPECT_EQ(world.store->saveProblem(), "");
         EXPECT_EQ(world.fractionOnDisk(), 6) << "not the default";

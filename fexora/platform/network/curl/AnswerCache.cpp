@@ -5,10 +5,10 @@
 #include <utility>
 #include <vector>
 
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/files/AtomicWriter.h"
 #include "fexora/platform/files/PrivateFolder.h"
 #include "fexora/platform/files/ReadFile.h"
-#include "fexora/platform/files/Retry.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
 
@@ -105,7 +105,7 @@ bool AnswerCache::save(const std::string& address, const StoredAnswer& answer) {
 
 // The one that was just kept stays, whatever the clock says.
 void AnswerCache::removeOldest(const std::string& kept) {
-  const auto names = retryInterrupted([&] { return files_.list(folder_); });
+  const auto names = files_.list(folder_);
   if (!names.ok()) return;
   std::vector<std::pair<std::int64_t, std::string>> others;
   for (const std::string& name : *names) {

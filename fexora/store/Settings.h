@@ -1,0 +1,44 @@
+// The eight settings of the application and its widget, and their form in the store's dictionary.
+//
+// The library keeps them and uses none of them itself.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "fexora/platform/values/Value.h"
+#include "fexora/records/Currency.h"
+
+namespace fexora {
+
+enum class StyleMode : std::int64_t { light = 0, dark = 1 };
+enum class Naming : std::int64_t { names = 0, codes = 1 };
+enum class TodayConversionMode : std::int64_t { linear = 0, rate = 1 };
+
+// Made with the code "USD". For want of memory, one that lives for ever: a store is never without.
+CurrencyRef defaultRelativeCurrency();
+
+struct Settings {
+  static constexpr std::int64_t kDefaultFraction = 3;
+  static constexpr std::int64_t kDefaultNumberOfCurrencies = 10;
+
+  std::int64_t fraction = kDefaultFraction;
+  StyleMode mode = StyleMode::light;
+  bool seporate = true;
+  Naming namingInWidget = Naming::names;
+  std::int64_t numberOfCurrenciesInWidget = kDefaultNumberOfCurrencies;
+  std::vector<CurrencyRef> todayCurrencies;
+  TodayConversionMode todayConversionMode = TodayConversionMode::linear;
+  CurrencyRef todayRelativeCurrency = defaultRelativeCurrency();  // never null
+
+  // Both may throw std::bad_alloc.
+  //
+  // A value that is missing or of another kind gives the default, and so does a number of 0 for
+  // `fraction` and `numberOfCurrenciesInWidget`. An integer setting takes an integer only,
+  // `seporate` a boolean only.
+  static Settings from(const Dictionary& content);
+  // Sets all eight keys.
+  void putInto(Dictionary& content) const;
+};
+
+}  // namespace fexora
