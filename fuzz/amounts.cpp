@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <iterator>
 #include <optional>
+#include <random>
 #include <string>
 
 #include "fexora/input/AmountParsing.h"
@@ -56,14 +57,21 @@ std::string spelled(std::string_view bytes, std::string_view alphabet, std::size
   return text;
 }
 
-// Digits with a mark take a way of their own in every locale.
-void checkPlainAmount(std::string_view bytes, const std::string& locale) {
-  const std::string text = spelled(bytes, "0123456789.", 18);
-  std::string marked = text;
+// Digits with a mark take a way of their own in every locale: here some of the input's making.
+void checkPlainAmounts(std::string_view bytes, const std::string& locale) {
+  constexpr int kTexts = 8;
+  std::seed_seq seed(bytes.begin(), bytes.end());
+  std::mt19937 random(seed);
   Text& rules = *fexora_text_module();
-  if (rules.decimalSeparator(locale) == ",") std::replace(marked.begin(), marked.end(), '.', ',');
-  require(shown(parseAmount(text)) == shown(rules.parseNumber(marked, locale, {})),
-          "plain amounts are what the locale's number format reads");
+  for (int i = 0; i < kTexts; ++i) {
+    std::string text(1 + random() % 18, '0');
+    for (char& c : text) c = static_cast<char>('0' + random() % 10);
+    if (i > 0) text.insert(random() % (text.size() + 1), ".");
+    std::string marked = text;
+    if (rules.decimalSeparator(locale) == ",") std::replace(marked.begin(), marked.end(), '.', ',');
+    require(shown(parseAmount(text)) == shown(rules.parseNumber(marked, locale, {})),
+            "plain amounts are what the locale's number format reads");
+  }
 }
 
 // Plain numbers are read and written without the module that all others need.
@@ -105,7 +113,7 @@ void run(std::string_view input) {
   const int digits = smallNumber(digitsLine, kNone);
   Locale::setCurrent(locale);
   checkAmount(input, digits == kNone ? std::nullopt : std::optional(digits));
-  checkPlainAmount(input, Locale::current());
+  checkPlainAmounts(input, Locale::current());
   checkPlainNumbers(input);
   hasCalculation(input);
   require(!isCalcOperation(input) || hasCalculation(input), "an operator is a calculation");
