@@ -102,7 +102,8 @@ class Unusable(ProgramTest):
             signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
             resource.setrlimit(resource.RLIMIT_FSIZE, (4096, 4096))
 
-        self.assertIn("Store.plist", self.convert(4, preexec_fn=limit))
+        self.assertIn(f"{self.store} was not saved: write: File too large\n",
+                      self.convert(4, preexec_fn=limit))
         self.assertEqual(self.store.read_bytes(), before)
         self.assertEqual(os.listdir(self.container), ["Store.plist"])
 
