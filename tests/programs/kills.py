@@ -110,9 +110,14 @@ def run(program, container, env, kills, processes=4, seed=20261124):
     chance = random.Random(seed)
     reader = Reader(store)
     reader.start()
-    saves, unreported = [], []
+    saves, unreported, savers = [], [], []
+
+    def bury(saver):
+        reported, dying = saver.kill()
+        saves.extend(reported)
+        unreported.append(dying)
+
     started = time.monotonic()
-    savers = []
     try:
         for order in range(kills + processes):
             if len(savers) == processes:
@@ -122,16 +127,12 @@ def run(program, container, env, kills, processes=4, seed=20261124):
                 give_up = time.monotonic() + 5
                 while victim.has_reported() < wanted and time.monotonic() < give_up:
                     time.sleep(0)
-                reported, dying = victim.kill()
-                saves += reported
-                unreported.append(dying)
+                bury(victim)
             if order < kills:
                 savers.append(Saver(str(program), env, str(container) + "-reports", order))
     finally:
         for saver in savers:
-            reported, dying = saver.kill()
-            saves += reported
-            unreported.append(dying)
+            bury(saver)
         took = time.monotonic() - started
         reader.done = True
         reader.join()
