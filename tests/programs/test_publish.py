@@ -2,14 +2,11 @@
 
 import json
 import os
-import pathlib
 import re
-import subprocess
-import tempfile
 import time
 import unittest
 
-from support import BIN, SNAPSHOT, SOURCE
+from support import SNAPSHOT, SOURCE, ProgramTest
 from test_service import EURO, PER_EURO
 
 # Values in one answer that the library reads: six of the whole, and three a rate.
@@ -25,44 +22,39 @@ def of_day(day):
     return json.dumps({"date": day, "usd": {"eur": 0.85}})
 
 
-class Publish(unittest.TestCase):
+class Publish(ProgramTest):
+    program = "fexora-publish"
+    longest = 520
+
     def setUp(self):
-        scratch = tempfile.TemporaryDirectory(prefix="fexora-test-")
-        self.addCleanup(scratch.cleanup)
-        self.folder = pathlib.Path(scratch.name)
+        super().setUp()
+        self.folder = self.container
         self.output = self.folder / "rates.json"
 
-    def run_publish(self, *words, text="", before=()):
-        """(exit code, standard output, standard error)"""
-        done = subprocess.run([*before, BIN / "fexora-publish", *words], input=text.encode(),
-                              capture_output=True, timeout=60)
-        return done.returncode, done.stdout.decode(), done.stderr.decode()
+    def run_program(self, *words, **options):
+        result = super().run_program(*words, **options)
+        self.assertTrue(result[0] == 0 or result[1] == "", "a refusal has no result")
+        return result
 
-    def publish(self, *words, text=""):
+    def publish(self, *words, **options):
         """What must succeed; the answer with its rates by code, checked to be in the wire format."""
-        code, out, err = self.run_publish(*words, text=text)
-        self.assertEqual((code, err), (0, ""))
-        return self.answer(out or self.output.read_text())
+        return self.answer(self.succeed(*words, **options) or self.output.read_text())
 
     def answer(self, text):
         answer = json.loads(text)
-        self.assertEqual([type(answer[key]) for key in ("serviceMessage", "source")], [str, str])
         self.assertEqual(set(answer), {"serviceMessage", "updated", "source", "count", "rates"})
+        self.assertEqual([type(answer[key]) for key in ("serviceMessage", "source")], [str, str])
         rates = {rate["code"]: rate["rate"] for rate in answer["rates"]}
-        self.assertEqual(answer["count"], len(answer["rates"]))
-        self.assertEqual(answer["count"], len(rates))
+        self.assertEqual([answer["count"]] * 2, [len(answer["rates"]), len(rates)])
         return answer | {"rates": rates}
 
-    def rates(self, *words, text=""):
-        return self.publish(*words, text=text)["rates"]
+    def rates(self, *words, **options):
+        return self.publish(*words, **options)["rates"]
 
-    def refuse(self, *words, text="", said=(), code=2):
-        """Ends with `code` and one line that says all that; what stood there stays."""
+    def refuse_saying(self, said, *words, **options):
+        """Refused with a message that has each part of what is said; what stood there stays."""
         self.output.write_text("old")
-        got, out, err = self.run_publish("--output", self.output, *words, text=text)
-        self.assertEqual((got, out), (code, ""), (words, text[:200], err))
-        self.assertRegex(err, r"\Afexora-publish: [^\n]*\n\Z")
-        self.assertLessEqual(len(err), 520)
+        err = self.refuse(2, "--output", self.output, *words, **options)
         for part in said:
             self.assertIn(part, err)
         self.assertEqual(self.output.read_text(), "old")
@@ -71,7 +63,7 @@ class Publish(unittest.TestCase):
     def refuse_each(self, cases):
         for text, *said in cases:
             with self.subTest(text[:200]):
-                self.refuse("-", text=text, said=said)
+                self.refuse_saying(said, "-", text=text)
 
 
 class Sources(Publish):
@@ -161,28 +153,26 @@ class Sources(Publish):
             self.publish("--max-age", "0", "-", text=of_day(day_before(days)))
         for days, said in ((5, "5 days"), (-3, "future")):
             day = day_before(days)
-            self.refuse("--max-age", "3", "-", text=of_day(day), said=(day, said))
-        self.refuse("-", text=of_day("2126-01-01"), said=("2126-01-01", "future"))
+            self.refuse_saying([day, said], "--max-age", "3", "-", text=of_day(day))
+        self.refuse_saying(["2126-01-01", "future"], "-", text=of_day("2126-01-01"))
         # Any of the sources, whether or not it gives anything to the result.
-        self.refuse("--max-age", "3", "-", SNAPSHOT, text="eur,1\ncny,1\n", said=(SNAPSHOT.name,))
+        self.refuse_saying([SNAPSHOT.name], "--max-age", "3", "-", SNAPSHOT, text="eur,1\ncny,1\n")
 
     def test_the_age_of_rates_without_a_day_is_that_of_the_file(self):
         source = self.folder / "rates.csv"
         source.write_text("eur,0.85\n")
         self.publish("--max-age", "1", source)
         os.utime(source, (time.time() - 4 * 86400,) * 2)
-        code, _, err = self.run_publish("--max-age", "1", source)
-        self.assertEqual(code, 2)
-        self.assertIn(day_before(4), err)
+        self.assertIn(day_before(4), self.refuse(2, "--max-age", "1", source))
 
     def test_the_count(self):
         self.assertEqual(len(self.rates("--min-count", "9", EURO)), 9)
         for fewest in ("10", "010"):
-            self.refuse("--min-count", fewest, EURO, said=("9 codes", "10"))
+            self.refuse_saying(["9 codes", "10"], "--min-count", fewest, EURO)
         # As many as the library reads.
         csv = "".join(f"a{i},1\n" for i in range(MOST))
         self.assertEqual(len(self.rates("-", text=csv)), MOST)
-        self.refuse("-", text=csv + "usd,1\n", said=("codes", str(MOST)))
+        self.refuse_saying(["codes", str(MOST)], "-", text=csv + "usd,1\n")
 
 
 class Output(Publish):
@@ -190,8 +180,8 @@ class Output(Publish):
         """From 100 pounds and euros; what was said when it was refused."""
         self.output.unlink(missing_ok=True)
         self.publish("--output", self.output, "-", text="eur,100\ngbp,100\n")
-        code, _, err = self.run_publish(*words, "--output", self.output, "--max-jump", percent, "-",
-                                        text=csv)
+        words = (*words, "--output", self.output, "--max-jump", percent, "-")
+        code, _, err = self.run_program(*words, text=csv)
         now = self.answer(self.output.read_text())["rates"]
         self.assertEqual((code, now["GBP"] == 100), (2, True) if err else (0, False), err)
         return err
@@ -201,8 +191,7 @@ class Output(Publish):
                 ("10", "eur,100\ngbp,110\n"), ("10", "gbp,90\n"), ("10", "gbp,500\n", "--force"),
                 ("10", "gbp,1e308\n", "--force")]:
             self.assertEqual(self.jump(percent, csv, *words), "")
-        words = ("--output", self.output, "--max-jump", "10", "-")
-        self.assertEqual(self.run_publish(*words, text="gbp,1.7e308\n")[0], 2)
+        self.refuse(2, "--output", self.output, "--max-jump", "10", "-", text="gbp,1.7e308\n")
         for rate in ("110.1", "89.9", "1e-300", "1e300"):
             err = self.jump("10", f"eur,100\ngbp,{rate}\n")
             for part in ("line 2", "GBP", "100", "10 %"):
@@ -216,14 +205,14 @@ class Output(Publish):
     def test_jumps_with_nothing_to_compare(self):
         words = ("--output", self.output, "--max-jump", "1", "-")
         self.publish(*words, text="eur,2\n")
-        self.refuse("--max-jump", "1", "-", text="eur,1\n", said=(str(self.output), "--force"))
+        self.refuse_saying([str(self.output), "--force"], "--max-jump", "1", "-", text="eur,1\n")
         self.publish("--force", *words, text="eur,1\n")
-        self.assertEqual(self.run_publish("--max-jump", "1", "-", text="eur,1\n")[:2], (2, ""))
+        self.refuse(2, "--max-jump", "1", "-", text="eur,1\n")
 
     def test_it_is_replaced_whole_and_keeps_its_mode(self):
         self.publish("--output", self.output, EURO)
         self.assertEqual(self.output.stat().st_mode & 0o7777, 0o644)
-        self.assertEqual(self.output.read_text(), self.run_publish(EURO)[1])
+        self.assertEqual(self.output.read_text(), self.succeed(EURO))
         before = self.output.stat()
         self.publish("--output", self.output, EURO)
         after = self.output.stat()
@@ -238,10 +227,10 @@ class Output(Publish):
         self.output.write_text("old")
         os.chown(self.output, 1, 2)
         # A root that may not either.
-        code, _, err = self.run_publish("--output", self.output, EURO,
-                                        before=("/usr/bin/setpriv", "--bounding-set=-chown"))
-        self.assertEqual((code, self.output.read_text()), (4, "old"))
+        err = self.refuse(4, "--output", self.output, EURO,
+                          before=("/usr/bin/setpriv", "--bounding-set=-chown"))
         self.assertIn("owner and group", err)
+        self.assertEqual(self.output.read_text(), "old")
         self.assertEqual(list(self.folder.iterdir()), [self.output])
         self.publish("--output", self.output, EURO)
         self.assertEqual(self.output.stat()[4:6], (1, 2))
@@ -251,35 +240,33 @@ class Output(Publish):
         target.write_text("old")
         self.output.symlink_to(target)
         for output in (self.folder / "missing/rates.json", self.folder, self.output):
-            self.assertEqual(self.run_publish("--output", output, EURO)[0], 4)
+            self.refuse(4, "--output", output, EURO)
         self.assertEqual(target.read_text(), "old")
-        full = self.run_publish(EURO, before=("/bin/sh", "-c", 'exec "$@" >/dev/full', "sh"))
-        self.assertEqual(full[0], 4)
-        self.assertIn("standard output", full[2])
+        with open("/dev/full", "w", encoding="utf-8") as full:
+            process = self.start(EURO, stdout=full)
+        self.assertIn("standard output", process.communicate()[1])
+        self.assertEqual(process.returncode, 4)
 
     def test_use(self):
         for words in [(), ("--colour", EURO), ("--max-age", EURO), ("--max-age", "-1", EURO),
                       ("--max-age", "x", EURO), ("--min-count", "-1", EURO), ("--max-jump", "nan", EURO),
                       ("--max-age", "0x3", EURO), ("--min-count", "9e9", EURO),
                       ("--output", "--force", EURO), ("-", "-"), ("--output",)]:
-            self.assertEqual(self.run_publish(*words)[:2], (2, ""), words)
+            self.refuse(2, *words)
         # An option whose value is missing takes no source for it.
         self.output.write_text("eur,1\n")
         options = ("--output", "--max-age", "--min-count", "--max-jump")
         for option in options:
             for words in ((option + "=", self.output, EURO), (option, "", self.output)):
-                code, _, err = self.run_publish(*words)
-                self.assertEqual(code, 2)
-                self.assertIn(option, err)
+                self.assertIn(option, self.refuse(2, *words))
         self.assertEqual(self.output.read_text(), "eur,1\n")
-        self.assertEqual(self.run_publish("--output", "-", EURO), self.run_publish(EURO))
-        self.refuse(self.folder / "missing.csv", said=("missing.csv", "No such file"))
-        self.refuse(self.folder, said=(str(self.folder),))
-        code, out, _ = self.run_publish("--help")
-        self.assertEqual(code, 0)
+        self.assertEqual(self.succeed("--output", "-", EURO), self.succeed(EURO))
+        self.refuse_saying(["missing.csv", "No such file"], self.folder / "missing.csv")
+        self.refuse_saying([str(self.folder)], self.folder)
+        shown = self.succeed("--help")
         for option in (*options, "--force", "SOURCE"):
-            self.assertIn(option, out)
-        self.assertEqual(self.run_publish("--version")[0], 0)
+            self.assertIn(option, shown)
+        self.succeed("--version")
 
 
 if __name__ == "__main__":

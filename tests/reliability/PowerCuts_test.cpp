@@ -10,7 +10,6 @@
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
 
-#include "tests/reliability/SystemCallTrace.h"
 #include "tests/support/CrashDisk.h"
 #include "tests/support/ForwardingFiles.h"
 #include "tests/support/VirtualPlatform.h"
@@ -164,39 +163,6 @@ TEST_F(PowerCuts, WithoutTheFoldersFlush_LoseWhatWasReported) {
   Unflushed files(disk, FileStatus::Type::folder);
   run(disk, files, judge_, 2);
   EXPECT_GT(judge_.lost, 0);
-}
-
-// The same, over what a real process asks of the real system: the double above cannot drift.
-TEST_F(PowerCuts, OfTheRealSystemCalls_LoseNothingReported) {
-  const ScratchFolder scratch;
-  const std::string folder = scratch / "container";
-  const EnvironmentVariable container("FEXORA_CONTAINER", folder);
-  const std::string saver = std::string(FEXORA_TEST_BINARY_DIR) + "/bin/reliability_saver";
-  const auto calls = traceOf({saver, "save", "3"});
-  if (!calls) GTEST_SKIP() << "this system does not let a process be traced: nothing is proven";
-
-  CrashDisk disk;
-  for (std::size_t slash = folder.find('/', 1); slash != std::string::npos;
-       slash = folder.find('/', slash + 1)) {
-    disk.makeFolder(folder.substr(0, slash), 0755);
-    disk.flush(*disk.openFolder(folder.substr(0, folder.rfind('/', slash - 1))));
-  }
-  Judge judge(folder + "/Store.plist");
-  judge.watch(disk);
-  std::int64_t reported = -1;
-  play(*calls, folder, disk, [&](std::string_view text) {
-    EXPECT_EQ(text.find("SAVE FAIL"), std::string_view::npos) << text;
-    if (text.find("SAVE SUCCESS") == std::string_view::npos) return;
-    judge.reported(++reported);
-    judge.cut(disk);
-    judge.saving(reported + 1);
-  });
-  EXPECT_EQ(reported, 3);
-  RecordProperty("states", judge.states);
-  EXPECT_GT(judge.states, 50);
-  EXPECT_EQ(judge.torn, 0);
-  EXPECT_EQ(judge.lost, 0);
-  EXPECT_EQ(judge.leftovers, 0);
 }
 
 }  // namespace
