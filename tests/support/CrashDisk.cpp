@@ -132,9 +132,7 @@ std::optional<std::string> CrashDisk::content(const std::string& path) const {
 void CrashDisk::put(const std::string& path, std::string bytes) {
   const auto [parent, name] = parentOf(path);
   const Number number = ++lastInode_;
-  inodes_[number].flushed = std::move(bytes);
-  inodes_[number].mode = 0600;
-  inodes_[number].modified = ++time_;
+  inodes_[number] = {false, 0600, ++time_, std::move(bytes), {}, {}, {}};
   inodes_.at(parent).names[name] = number;
 }
 
@@ -186,14 +184,22 @@ std::error_code CrashDisk::change(const std::string& path, Change change) {
   return {};
 }
 
-FileResult<Files::Handle> CrashDisk::createExclusive(const std::string& path, std::uint32_t mode) {
+std::error_code CrashDisk::make(const std::string& path, std::uint32_t mode, bool isFolder) {
   if (find(path) != 0) return code(std::errc::file_exists);
   const Number number = lastInode_ + 1;
   if (const auto error = change(path, {parentOf(path).second, number, {}})) return error;
   lastInode_ = number;
-  inodes_[number].mode = mode;
-  inodes_[number].modified = ++time_;
-  return open(number);
+  inodes_[number] = {isFolder, mode, ++time_, {}, {}, {}, {}};
+  return {};
+}
+
+FileResult<Files::Handle> CrashDisk::createExclusive(const std::string& path, std::uint32_t mode) {
+  if (const auto error = make(path, mode, false)) return error;
+  return open(lastInode_);
+}
+
+std::error_code CrashDisk::makeFolder(const std::string& path, std::uint32_t mode) {
+  return make(path, mode, true);
 }
 
 std::error_code CrashDisk::close(Handle handle) {
@@ -272,16 +278,6 @@ std::error_code CrashDisk::link(const std::string& from, const std::string& to) 
 std::error_code CrashDisk::remove(const std::string& path) {
   if (find(path) == 0) return code(std::errc::no_such_file_or_directory);
   return change(path, {parentOf(path).second, 0, {}});
-}
-
-std::error_code CrashDisk::makeFolder(const std::string& path, std::uint32_t mode) {
-  if (find(path) != 0) return code(std::errc::file_exists);
-  const Number number = lastInode_ + 1;
-  if (const auto error = change(path, {parentOf(path).second, number, {}})) return error;
-  lastInode_ = number;
-  inodes_[number].isFolder = true;
-  inodes_[number].mode = mode;
-  return {};
 }
 
 FileResult<std::vector<std::string>> CrashDisk::list(const std::string& folder) {

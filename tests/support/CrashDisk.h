@@ -98,6 +98,7 @@ class CrashDisk final : public Files {
   FileStatus statusOfInode(Number number) const;
   std::uint64_t linksTo(Number number) const;
   std::error_code change(const std::string& path, Change change);
+  std::error_code make(const std::string& path, std::uint32_t mode, bool isFolder);
   Handle open(Number inode);
   std::vector<std::function<void(CrashDisk&)>> choices(Number number) const;
   void cutFrom(std::map<Number, Inode>::const_iterator at, CrashDisk& disk,
