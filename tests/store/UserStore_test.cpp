@@ -63,27 +63,23 @@ TEST_F(UserStore, ChangeOutsideTheSkipPeriod_ReplacesAllAndThenNotifies) {
 }
 
 TEST_F(UserStore, SavesHalfASecondApart_SkipUntilASecondAfterTheLast) {
-  start().synchronize();
-  desktop.loop.advance(0.5);
-  store->synchronize();
-  desktop.loop.advance(0.75);
-  EXPECT_TRUE(store->skipUpdate());
-  write({{"Fraction", 7}});
-  desktop.watch.change();
-  EXPECT_EQ(store->fraction(), 3);
-  desktop.loop.advance(0.25);
-  EXPECT_FALSE(store->skipUpdate());
-  EXPECT_EQ(updates, 0) << "what came inside the period is missed";
-}
-
-TEST_F(UserStore, ReconcilingStore_TakesOverWhatItMissed) {
-  startNow().setReconcilesAfterSkip(true);
-  store->synchronize();
-  write({{"Fraction", 7}});
-  desktop.watch.change();
-  desktop.loop.advance(1.0);
-  EXPECT_EQ(store->fraction(), 7);
-  EXPECT_EQ(updates, 1);
+  for (const bool reconciles : {false, true}) {
+    std::filesystem::remove(container.file());
+    start().setReconcilesAfterSkip(reconciles);
+    store->synchronize();
+    desktop.loop.advance(0.5);
+    store->synchronize();
+    desktop.loop.advance(0.75);
+    EXPECT_TRUE(store->skipUpdate());
+    write({{"Fraction", 7}});
+    desktop.watch.change();
+    EXPECT_EQ(store->fraction(), 3);
+    desktop.loop.advance(0.25);
+    EXPECT_FALSE(store->skipUpdate());
+    // What came inside the period is missed, unless the store looks at its end.
+    EXPECT_EQ(store->fraction(), reconciles ? 7 : 3);
+    EXPECT_EQ(updates, reconciles ? 1 : 0);
+  }
   store->synchronize();
   desktop.loop.advance(5.0);
   EXPECT_EQ(updates, 1) << "its own write is no news";
@@ -252,26 +248,24 @@ TEST_F(UserStore, ValueThatNoFileCanHold_FailsTheSaveAndKeepsBoth) {
   }
 }
 
-TEST_F(UserStore, NoContainer_WorksInMemoryAndSaysSoOnce) {
-  const EnvironmentVariable none("FEXORA_CONTAINER", std::nullopt);
-  const EnvironmentVariable data("XDG_DATA_HOME", std::nullopt);
-  const EnvironmentVariable home("HOME", std::nullopt);
+TEST_F(UserStore, WithoutAVariable_TheHomeHasTheContainerOrThereIsNone) {
+  const test::ScratchFolder home;
+  const EnvironmentVariable named("FEXORA_CONTAINER", std::nullopt);
+  const EnvironmentVariable data("XDG_DATA_HOME", "relative/is/no/place");
+  {
+    const EnvironmentVariable variable("HOME", home.path());
+    const std::string folder = home / (".local/share/" + std::string(kAppGroupIdentifier));
+    EXPECT_EQ(start().applicationDocumentsDirectory(), folder);
+    EXPECT_EQ(rightsOf(folder), 0700U);
+  }
+  // Then the store works in memory, and says so once.
+  const EnvironmentVariable none("HOME", std::nullopt);
   start().setFraction(5);
   store->setFraction(6);
   EXPECT_EQ(store->fraction(), 6);
   EXPECT_EQ(desktop.log.count("container"), 1);
   EXPECT_NE(store->saveProblem(), "");
   EXPECT_EQ(store->folderMonitor(), nullptr);
-}
-
-TEST_F(UserStore, ContainerOfTheHome_IsMadePrivate) {
-  const test::ScratchFolder home;
-  const EnvironmentVariable none("FEXORA_CONTAINER", std::nullopt);
-  const EnvironmentVariable data("XDG_DATA_HOME", "relative/is/no/place");
-  const EnvironmentVariable variable("HOME", home.path());
-  const std::string folder = home / (".local/share/" + std::string(kAppGroupIdentifier));
-  EXPECT_EQ(start().applicationDocumentsDirectory(), folder);
-  EXPECT_EQ(rightsOf(folder), 0700U);
 }
 
 TEST_F(UserStore, RelativeContainer_StaysWhereItWas) {

@@ -13,7 +13,7 @@ struct CommandResult {
   std::string errors;  // standard error
 };
 
-// `arguments` begins with the program's path. `input` is its standard input.
+// `arguments` begins with the program's path; no shell takes part. `input` is its standard input.
 CommandResult runCommand(const std::vector<std::string>& arguments, std::string_view input = {});
 
 // The output of a Python script of the source tree; fails the test when it does not exit with 0.

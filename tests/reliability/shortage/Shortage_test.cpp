@@ -34,13 +34,16 @@ Dictionary rate(const char* code, double value) {
 struct World : test::StoreWorld {
   World() : StoreWorld(test::unflushedFiles()) {
     desktop.platform.log = &log;
-    write({{"Fraction", 6},
-           {"other", kLongText},
-           {std::string(kUDUSDRates), Array{rate("EUR", 0.5), rate("GBP", 0.25)}},
-           {std::string(kUDCurrencies),
-            Array{Dictionary{{"code", "USD"}}, Dictionary{{"code", "EUR"}}}},
-           {std::string(kUDSourceCurrency),
-            Dictionary{{"amount", 5}, {"currency", Dictionary{{"code", "EUR"}}}}}});
+    const Dictionary euro{{"code", "EUR"}};
+    const Dictionary odd{{"code", kLongText}};
+    Dictionary full{{"Fraction", 6},
+                    {"TodayCurrencies", Array{euro, odd}},
+                    {"TodayRelativeCurrency", odd},
+                    {"other", kLongText}};
+    full.set(kUDUSDRates, Array{rate("EUR", 0.5), rate("GBP", 0.25)});
+    full.set(kUDCurrencies, Array{Dictionary{{"code", "USD"}}, euro});
+    full.set(kUDSourceCurrency, Dictionary{{"amount", 5}, {"currency", euro}});
+    write(full);
     catalogue = std::make_unique<CurrencyManager>(desktop.platform);
   }
   void start() {
