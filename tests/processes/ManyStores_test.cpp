@@ -13,10 +13,9 @@
 #include <sys/stat.h>
 
 #include "fexora/fexora.h"
-#include "fexora/platform/plist/PropertyListReader.h"
 
 #include "tests/support/Describe.h"
-#include "tests/support/VirtualPlatform.h"
+#include "tests/support/StoreWorld.h"
 
 namespace fexora::test {
 namespace {
@@ -111,10 +110,9 @@ class ManyStores : public testing::TestWithParam<bool> {
   }
 
   void expectAllHoldTheFile() {
-    const PlistResult file = readPropertyList(readFile(container_.file()));
-    ASSERT_TRUE(file.ok()) << file.error;
+    const Dictionary file = contentOf(container_.file());
     for (const auto& process : processes_) {
-      EXPECT_TRUE(sameDescription(describe(process->store->ud()), describe(file.value)));
+      EXPECT_TRUE(sameDescription(describe(process->store->ud()), describe(file)));
       EXPECT_EQ(process->desktop.log.count("SAVE FAIL"), 0);
     }
     EXPECT_EQ(std::distance(fs::directory_iterator(container_.path()), {}), 1);

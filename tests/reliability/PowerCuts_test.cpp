@@ -2,131 +2,113 @@
 //
 // Judged by one rule: the file is missing only if no save was reported as done yet; otherwise it
 // holds, whole, either the last content that was reported as saved or the one being saved.
-#include <memory>
+#include <optional>
 
 #include <gtest/gtest.h>
 
-#include "fexora/fexora.h"
-#include "fexora/platform/plist/PropertyListReader.h"
-#include "fexora/platform/plist/PropertyListWriter.h"
-
 #include "tests/support/CrashDisk.h"
 #include "tests/support/ForwardingFiles.h"
-#include "tests/support/VirtualPlatform.h"
+#include "tests/support/StoreWorld.h"
 
 namespace fexora::test {
 namespace {
 
-// The control: answers that it has flushed, and has not.
+// The control: answers that it has flushed all files, or all folders, and has not.
 class Unflushed final : public ForwardingFiles {
  public:
   Unflushed(Files& below, FileStatus::Type without) : ForwardingFiles(below), without_(without) {}
-  std::error_code flush(Handle handle) override {
-    return status(handle)->type == without_ ? std::error_code() : below().flush(handle);
-  }
 
  private:
+  std::optional<std::error_code> enter(std::string_view operation,
+                                       const std::string& path) override {
+    const bool isFile = path.find("/.fexora-save-") != std::string::npos;
+    const bool isMeant = isFile == (without_ == FileStatus::Type::file);
+    return operation == "flush" && isMeant ? std::optional(std::error_code()) : std::nullopt;
+  }
+
   FileStatus::Type without_;
 };
 
-// Counts what the cuts leave, against what was reported.
-class Judge {
- public:
-  explicit Judge(std::string path) : path_(std::move(path)) {}
-
-  // Each save's number is its "Fraction"; the file that a first start makes has none, and counts
-  // as number 0.
-  void watch(CrashDisk& disk) {
-    disk.setObserver([this, &disk] { cut(disk); });
-  }
-  void reported(std::int64_t number) { reported_ = number; }
-  void saving(std::int64_t number) { saving_ = number; }
-
-  void cut(const CrashDisk& disk) {
-    disk.powerCuts([this](CrashDisk& left) { judge(left); });
-  }
-
-  int states = 0;
-  int torn = 0;
-  int lost = 0;
-  int leftovers = 0;
-
- private:
-  void judge(CrashDisk& left) {
-    ++states;
-    const auto bytes = left.content(path_);
-    if (!bytes) {
-      lost += reported_ >= 0 ? 1 : 0;
-    } else if (const auto number = numberIn(*bytes)) {
-      lost += *number < reported_ ? 1 : 0;
-      EXPECT_LE(*number, saving_);
-    } else {
-      ++torn;
-    }
-    restart(left);
-  }
-
-  static std::optional<std::int64_t> numberIn(const std::string& bytes) {
-    const auto read = readPropertyList(bytes);
-    if (!read.ok() || read.value.dictionary() == nullptr) return std::nullopt;
-    const Value* fraction = read.value.dictionary()->find("Fraction");
-    return fraction != nullptr ? fraction->number()->intValue() : 0;
-  }
-
-  // A start after the cut clears up and saves.
-  void restart(CrashDisk& left) {
-    VirtualPlatform desktop(left);
-    StoreManager store(desktop.platform);
-    store.setFraction(1000);
-    EXPECT_EQ(store.saveProblem(), "");
-    EXPECT_EQ(numberIn(left.content(path_).value_or("")), 1000);
-    const auto names = left.list(path_.substr(0, path_.rfind('/')));
-    for (const std::string& name : *names) leftovers += name.starts_with(".fexora-save-") ? 1 : 0;
-  }
-
-  std::string path_;
-  std::int64_t reported_ = -1;
-  std::int64_t saving_ = 0;
-};
+// The number of a save is its "Fraction"; the file that a first start makes has none, and counts as
+// number 0. Nothing when the bytes are no dictionary.
+std::optional<std::int64_t> numberIn(const std::string& bytes) {
+  const auto read = readPropertyList(bytes);
+  if (!read.ok() || read.value.dictionary() == nullptr) return std::nullopt;
+  return fractionOf(*read.value.dictionary());
+}
 
 class PowerCuts : public testing::Test {
  protected:
   static constexpr const char* kFolder = "/home/data/container";
 
-  void run(CrashDisk& disk, Files& files, Judge& judge, int saves) {
+  // A first start and some saves, with every cut judged on the way.
+  void run(CrashDisk& disk, Files& files, int saves) {
     VirtualPlatform desktop(files);
-    judge.watch(disk);
+    const auto cut = [&] { disk.powerCuts([this](CrashDisk& left) { judge(left); }); };
+    disk.setObserver(cut);
     StoreManager store(desktop.platform);
-    if (store.saveProblem().empty()) judge.reported(store.ud().empty() ? 0 : store.fraction());
-    for (int number = 1; number <= saves; ++number) {
-      judge.saving(number);
-      store.setFraction(number);
+    reported_ = store.saveProblem().empty() ? 0 : -1;
+    for (saving_ = 1; saving_ <= saves; ++saving_) {
+      store.setFraction(saving_);
       EXPECT_EQ(store.saveProblem(), "");
-      judge.reported(number);
-      judge.cut(disk);
+      reported_ = saving_;
+      cut();
     }
+  }
+  void judge(CrashDisk& left) {
+    ++states_;
+    const auto bytes = left.content(path_);
+    const auto number = bytes ? numberIn(*bytes) : -1;
+    torn_ += number ? 0 : 1;
+    lost_ += number && *number < reported_ ? 1 : 0;
+    EXPECT_LE(number, saving_);
+    // A start after the cut clears up and saves.
+    VirtualPlatform desktop(left);
+    StoreManager store(desktop.platform);
+    store.setFraction(1000);
+    EXPECT_EQ(store.saveProblem(), "");
+    EXPECT_EQ(numberIn(left.content(path_).value_or("")), 1000);
+    const auto names = left.list(kFolder);
+    for (const std::string& name : *names) leftovers_ += name.starts_with(".fexora-save-") ? 1 : 0;
   }
 
   const EnvironmentVariable container_{"FEXORA_CONTAINER", kFolder};
   const std::string path_ = std::string(kFolder) + "/Store.plist";
-  Judge judge_{path_};
+  std::int64_t reported_ = -1;
+  std::int64_t saving_ = 0;
+  int states_ = 0;
+  int torn_ = 0;
+  int lost_ = 0;
+  int leftovers_ = 0;
 };
 
 TEST_F(PowerCuts, FirstStartInANewFolderAndSaves_LoseNothingReported) {
   CrashDisk disk(120);
-  run(disk, disk, judge_, 5);
-  RecordProperty("states", judge_.states);
-  EXPECT_GT(judge_.states, 1000);
-  EXPECT_EQ(judge_.torn, 0);
-  EXPECT_EQ(judge_.lost, 0);
-  EXPECT_EQ(judge_.leftovers, 0);
+  run(disk, disk, 5);
+  RecordProperty("states", states_);
+  EXPECT_GT(states_, 1000);
+  EXPECT_EQ(torn_, 0);
+  EXPECT_EQ(lost_, 0);
+  EXPECT_EQ(leftovers_, 0);
+}
+
+TEST_F(PowerCuts, WithoutTheFilesFlush_TearTheFile) {
+  CrashDisk disk(300);
+  Unflushed files(disk, FileStatus::Type::file);
+  run(disk, files, 2);
+  EXPECT_GT(torn_, 0);
+}
+
+TEST_F(PowerCuts, WithoutTheFoldersFlush_LoseWhatWasReported) {
+  CrashDisk disk(300);
+  Unflushed files(disk, FileStatus::Type::folder);
+  run(disk, files, 2);
+  EXPECT_GT(lost_, 0);
 }
 
 TEST_F(PowerCuts, UnreadableFileKeptAside_IsNeverLostWithoutItsCopy) {
   CrashDisk disk(150);
-  disk.makeFolder("/home", 0755);
-  disk.makeFolder("/home/data", 0755);
-  disk.makeFolder(kFolder, 0700);
+  for (const char* folder : {"/home", "/home/data", kFolder}) disk.makeFolder(folder, 0700);
   disk.put(path_, "damage");
   // Until the first save is done the damage stands, here or aside.
   VirtualPlatform desktop(disk);
@@ -137,32 +119,18 @@ TEST_F(PowerCuts, UnreadableFileKeptAside_IsNeverLostWithoutItsCopy) {
       const auto bytes = left.content(path_);
       if (!bytes) return;  // the folder itself was not flushed above
       ++states;
-      bool isThere = *bytes == "damage";
+      bool isThere = false;
       const auto names = left.list(kFolder);
       for (const std::string& name : *names) {
         isThere = isThere || left.content(std::string(kFolder) + "/" + name) == "damage";
       }
-      EXPECT_TRUE(isThere || readPropertyList(*bytes).ok());
-      EXPECT_TRUE(*bytes == "damage" || readPropertyList(*bytes).ok());
+      EXPECT_TRUE(isThere || numberIn(*bytes));
+      EXPECT_TRUE(*bytes == "damage" || numberIn(*bytes));
     });
   });
   store.setFraction(5);
   EXPECT_EQ(store.saveProblem(), "");
   EXPECT_GT(states, 50);
-}
-
-TEST_F(PowerCuts, WithoutTheFilesFlush_TearTheFile) {
-  CrashDisk disk(300);
-  Unflushed files(disk, FileStatus::Type::file);
-  run(disk, files, judge_, 2);
-  EXPECT_GT(judge_.torn, 0);
-}
-
-TEST_F(PowerCuts, WithoutTheFoldersFlush_LoseWhatWasReported) {
-  CrashDisk disk(300);
-  Unflushed files(disk, FileStatus::Type::folder);
-  run(disk, files, judge_, 2);
-  EXPECT_GT(judge_.lost, 0);
 }
 
 }  // namespace

@@ -12,110 +12,9 @@
 
 #include "tests/support/Pump.h"
 #include "tests/support/ScratchFolder.h"
-#include "tests/support/VirtualPlatform.h"
 
 namespace fexora::test {
 namespace {
-
-class FolderMonitorTest : public testing::Test {
- protected:
-  void write() { writeFile(folder_ / "file", "x"); }
-  // The calls since the last time.
-  int calls() {
-    pump(RunLoop::process());
-    return std::exchange(calls_, 0);
-  }
-
-  const ScratchFolder folder_;
-  int calls_ = 0;
-  std::optional<FolderMonitor> monitor_{std::in_place, folder_.path(), [this] { ++calls_; }};
-};
-
-TEST_F(FolderMonitorTest, New_IsRunning) {
-  write();
-  EXPECT_EQ(calls(), 1);
-  const std::string temporary = folder_ / (std::string(kOwnPrefix) + "new");
-  writeFile(temporary, "y");
-  EXPECT_EQ(calls(), 0);
-  std::filesystem::rename(temporary, folder_ / "file");
-  EXPECT_EQ(calls(), 1);
-}
-
-TEST_F(FolderMonitorTest, StartWhileOnAndStopWhileOff_ChangeNothing) {
-  monitor_->start();
-  write();
-  EXPECT_EQ(calls(), 1);
-  monitor_->stop();
-  monitor_->stop();
-  monitor_->start();
-  EXPECT_EQ(calls(), 0);
-  write();
-  EXPECT_EQ(calls(), 1);
-}
-
-TEST_F(FolderMonitorTest, ChangesWhileOff_ComeAsOneCallAfterStart) {
-  monitor_->stop();
-  write();
-  EXPECT_EQ(calls(), 0);
-  write();
-  EXPECT_EQ(calls(), 0);
-  // Not yet seen by the loop.
-  write();
-  monitor_->start();
-  EXPECT_EQ(calls_, 0) << "not from inside start()";
-  EXPECT_EQ(calls(), 1);
-  // Only unseen ones.
-  monitor_->stop();
-  write();
-  monitor_->start();
-  EXPECT_EQ(calls(), 1);
-  // A change that the loop had not delivered before the stop.
-  write();
-  monitor_->stop();
-  EXPECT_EQ(calls(), 0);
-  monitor_->start();
-  monitor_->stop();
-  EXPECT_EQ(calls(), 0);
-  monitor_->start();
-  EXPECT_EQ(calls(), 1);
-}
-
-TEST_F(FolderMonitorTest, Gone_CallsNoMore) {
-  write();
-  monitor_.reset();
-  EXPECT_EQ(calls(), 0);
-  monitor_.emplace(folder_.path(), [this] { ++calls_; });
-  monitor_->stop();
-  write();
-  EXPECT_EQ(calls(), 0);
-  monitor_.reset();
-  EXPECT_EQ(calls(), 0) << "while off";
-  monitor_.emplace(folder_.path(), [this] { ++calls_; });
-  monitor_->stop();
-  write();
-  EXPECT_EQ(calls(), 0);
-  monitor_->start();
-  monitor_.reset();
-  EXPECT_EQ(calls(), 0) << "with a call on its way";
-}
-
-TEST_F(FolderMonitorTest, HandlerMayStopOrDestroyTheMonitor) {
-  monitor_.emplace(folder_.path(), [this] {
-    ++calls_;
-    monitor_->stop();
-  });
-  write();
-  EXPECT_EQ(calls(), 1);
-  write();
-  EXPECT_EQ(calls(), 0);
-  monitor_.emplace(folder_.path(), [this] {
-    monitor_.reset();
-    ++calls_;
-  });
-  write();
-  EXPECT_EQ(calls(), 1);
-  EXPECT_FALSE(monitor_.has_value());
-}
 
 // Gives no watch as long as it is told so.
 class ScarceFolderWatch final : public FolderWatch {
@@ -125,24 +24,81 @@ class ScarceFolderWatch final : public FolderWatch {
     return isScarce ? nullptr
                     : FolderWatch::process().watch(folder, ignoredPrefix, std::move(changed));
   }
-  bool isScarce = true;
+  bool isScarce = false;
 };
 
+class FolderMonitorTest : public testing::Test {
+ protected:
+  void make(std::function<void()> handler) {
+    monitor_.emplace(folder_.path(), std::move(handler), platform_);
+  }
+  // Steps, each one character: n makes a new monitor, + starts it, - stops it, x ends it; w writes
+  // a file, o writes one of an own name, r renames that over the file; a digit is the number of
+  // calls since the last digit.
+  void play(const std::string& steps) {
+    SCOPED_TRACE(steps);
+    const std::string own = folder_ / (std::string(kOwnPrefix) + "new");
+    for (const char step : steps) {
+      const int before = calls_;
+      if (step == 'n') make([this] { ++calls_; });
+      if (step == '+') monitor_->start();
+      if (step == '-') monitor_->stop();
+      if (step == 'x') monitor_.reset();
+      if (step == 'w' || step == 'o') writeFile(step == 'w' ? folder_ / "file" : own, "x");
+      if (step == 'r') std::filesystem::rename(own, folder_ / "file");
+      EXPECT_EQ(calls_, before) << "not from inside of " << step;
+      if (step < '0' || step > '9') continue;
+      pump(RunLoop::process());
+      EXPECT_EQ(std::exchange(calls_, 0), step - '0');
+    }
+    monitor_.reset();
+  }
+
+  const ScratchFolder folder_;
+  ScarceFolderWatch watch_;
+  Platform platform_ = [this] {
+    Platform platform = Platform::process();
+    platform.folderWatch = &watch_;
+    return platform;
+  }();
+  int calls_ = 0;
+  std::optional<FolderMonitor> monitor_;
+};
+
+TEST_F(FolderMonitorTest, CallsWhileOn) {
+  play("nw1o0r1");
+  play("n+w1--+0w1");
+  // Changes while off come as one call after the start, whether the loop had seen them or not.
+  play("n-w0w0w+1-w+1");
+  // One that the loop had not delivered before the stop waits for the next start.
+  play("nw-0+-0+1");
+  // None comes once it has gone: while on, while off, and with a call on its way.
+  play("nwx0");
+  play("n-w0x0");
+  play("n-w0+x0");
+}
+
 TEST_F(FolderMonitorTest, NoWatchLeft_IsInertUntilStartedAgain) {
-  ScarceFolderWatch watch;
-  Platform platform = Platform::process();
-  platform.folderWatch = &watch;
-  monitor_.emplace(
-      folder_.path(), [this] { ++calls_; }, platform);
-  write();
-  EXPECT_EQ(calls(), 0);
-  watch.isScarce = false;
-  monitor_->stop();
-  monitor_->start();
-  EXPECT_EQ(calls(), 0);
-  write();
-  EXPECT_EQ(calls(), 1);
-  monitor_.reset();
+  watch_.isScarce = true;
+  make([this] { ++calls_; });
+  writeFile(folder_ / "file", "x");
+  pump(RunLoop::process());
+  EXPECT_EQ(calls_, 0);
+  watch_.isScarce = false;
+  play("-+0w1");
+}
+
+TEST_F(FolderMonitorTest, HandlerMayStopOrDestroyTheMonitor) {
+  make([this] {
+    ++calls_;
+    monitor_->stop();
+  });
+  play("w1w0");
+  make([this] {
+    monitor_.reset();
+    ++calls_;
+  });
+  play("w1");
 }
 
 }  // namespace

@@ -3,110 +3,131 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include "fexora/fexora.h"
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/network/LazyTransport.h"
-#include "fexora/platform/plist/PropertyListReader.h"
-#include "fexora/platform/plist/PropertyListWriter.h"
 
-#include "tests/support/VirtualPlatform.h"
+#include "tests/support/StoreWorld.h"
 
 namespace fexora {
 namespace {
 
+using test::EnvironmentVariable;
 using test::readFile;
 using test::writeFile;
 
-Dictionary fileContent(const std::string& path) {
-  const auto read = readPropertyList(readFile(path));
-  EXPECT_TRUE(read.ok()) << read.error;
-  return read.value.dictionary() != nullptr ? *read.value.dictionary() : Dictionary();
+unsigned rightsOf(const std::string& path) {
+  struct stat status {};
+  EXPECT_EQ(stat(path.c_str(), &status), 0) << path;
+  return status.st_mode & 0777U;
 }
 
-class UserStore : public testing::Test {
+class UserStore : public testing::Test, protected test::StoreWorld {
  protected:
-  void otherProcessWrites(const Dictionary& content) {
-    writeFile(container.file(), writePropertyList(content).bytes);
+  // A store in its first skip period, as a first start leaves it.
+  StoreManager& startNow() {
+    store = std::make_unique<StoreManager>(desktop.platform);
+    return *store;
   }
-  std::size_t names() const {
-    return static_cast<std::size_t>(
-        std::distance(std::filesystem::directory_iterator(container.path()), {}));
+  void damage(const std::string& bytes) {
+    writeFile(container.file(), bytes);
+    desktop.watch.change();
   }
-
-  test::TestContainer container;
-  test::VirtualPlatform desktop;
-  int updates = 0;
-  NotificationCenter::Token token =
-      desktop.notifications.addObserver(fileWatcherUpdate, [this] { ++updates; });
 };
 
 TEST_F(UserStore, FirstStart_MakesAnEmptyFileAndIgnoresItsOwnEvent) {
-  StoreManager store(desktop.platform);
-  EXPECT_TRUE(fileContent(container.file()).empty());
+  startNow();
+  EXPECT_TRUE(content().empty());
   EXPECT_EQ(desktop.log.lines, std::vector<std::string>{"SAVE SUCCESS"});
-  EXPECT_TRUE(store.skipUpdate());
+  EXPECT_TRUE(store->skipUpdate());
   desktop.watch.change();
   EXPECT_EQ(updates, 0);
   desktop.loop.advance(1.0);
-  EXPECT_FALSE(store.skipUpdate());
-  EXPECT_EQ(names(), 1U);
-  struct stat status {};
-  ASSERT_EQ(stat(container.file().c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 0777U, 0600U);
+  EXPECT_FALSE(store->skipUpdate());
+  EXPECT_EQ(names().size(), 1U);
+  EXPECT_EQ(rightsOf(container.file()), 0600U);
 }
 
 TEST_F(UserStore, ChangeOutsideTheSkipPeriod_ReplacesAllAndThenNotifies) {
-  StoreManager store(desktop.platform);
-  store.setUd(Dictionary{{"unsaved", 1}});
-  desktop.loop.advance(1.0);
+  start().setUd({{"unsaved", 1}});
   std::int64_t seen = 0;
   const auto observer =
-      desktop.notifications.addObserver(fileWatcherUpdate, [&] { seen = store.fraction(); });
-  otherProcessWrites(Dictionary{{"Fraction", 7}});
+      desktop.notifications.addObserver(fileWatcherUpdate, [&] { seen = store->fraction(); });
+  write({{"Fraction", 7}});
   desktop.watch.change();
-  EXPECT_EQ(store.ud(), (Dictionary{{"Fraction", 7}}));
+  EXPECT_EQ(store->ud(), (Dictionary{{"Fraction", 7}}));
   EXPECT_EQ(seen, 7);
   EXPECT_EQ(updates, 1);
-  EXPECT_EQ(fileContent(container.file()).size(), 1U) << "nothing is written back";
+  EXPECT_EQ(content().size(), 1U) << "nothing is written back";
 }
 
 TEST_F(UserStore, SavesHalfASecondApart_SkipUntilASecondAfterTheLast) {
-  StoreManager store(desktop.platform);
-  store.synchronize();
-  desktop.loop.advance(0.5);
-  store.synchronize();
-  desktop.loop.advance(0.75);
-  EXPECT_TRUE(store.skipUpdate());
-  otherProcessWrites(Dictionary{{"Fraction", 7}});
-  desktop.watch.change();
-  EXPECT_EQ(store.fraction(), 3);
-  desktop.loop.advance(0.25);
-  EXPECT_FALSE(store.skipUpdate());
-  EXPECT_EQ(updates, 0) << "what came inside the period is missed";
-}
-
-TEST_F(UserStore, ReconcilingStore_TakesOverWhatItMissed) {
-  StoreManager store(desktop.platform);
-  store.setReconcilesAfterSkip(true);
-  store.synchronize();
-  otherProcessWrites(Dictionary{{"Fraction", 7}});
-  desktop.watch.change();
-  desktop.loop.advance(1.0);
-  EXPECT_EQ(store.fraction(), 7);
-  EXPECT_EQ(updates, 1);
-  store.synchronize();
+  for (const bool reconciles : {false, true}) {
+    std::filesystem::remove(container.file());
+    start().setReconcilesAfterSkip(reconciles);
+    store->synchronize();
+    desktop.loop.advance(0.5);
+    store->synchronize();
+    desktop.loop.advance(0.75);
+    EXPECT_TRUE(store->skipUpdate());
+    write({{"Fraction", 7}});
+    desktop.watch.change();
+    EXPECT_EQ(store->fraction(), 3);
+    desktop.loop.advance(0.25);
+    EXPECT_FALSE(store->skipUpdate());
+    // What came inside the period is missed, unless the store looks at its end.
+    EXPECT_EQ(store->fraction(), reconciles ? 7 : 3);
+    EXPECT_EQ(updates, reconciles ? 1 : 0);
+  }
+  store->synchronize();
   desktop.loop.advance(5.0);
   EXPECT_EQ(updates, 1) << "its own write is no news";
 }
 
+// Two stores as in two processes, on one clock: B saves into A's skip period, and A saves again,
+// with or without having looked. tests/reliability/lost-updates measures it.
+TEST_F(UserStore, SavesIntoTheOthersSkipPeriod_AreLostUnlessItReconcilesInTime) {
+  for (const bool reconciles : {false, true}) {
+    for (const double pause : {0.25, 2.0}) {
+      SCOPED_TRACE(testing::Message() << reconciles << " " << pause);
+      std::filesystem::remove(container.file());
+      test::VirtualPlatform other;
+      other.platform.loop = &desktop.loop;
+      StoreManager& a = start();
+      StoreManager b(other.platform);
+      for (StoreManager* one : {&a, &b}) one->setReconcilesAfterSkip(reconciles);
+      desktop.loop.advance(5);
+      const auto save = [&](StoreManager& saving, const char* key) {
+        Dictionary now = saving.ud();
+        now.set(key, 1);
+        saving.setUd(now);
+        saving.synchronize();
+        // Both watches see each save.
+        desktop.watch.change();
+        other.watch.change();
+      };
+      save(a, "a");
+      desktop.loop.advance(0.5);
+      save(b, "b");  // A does not see it
+      desktop.loop.advance(pause);
+      save(a, "c");
+      EXPECT_NE(content().find("a"), nullptr);
+      EXPECT_EQ(content().find("b") != nullptr, reconciles && pause > 1);
+      EXPECT_NE(content().find("c"), nullptr);
+      desktop.loop.advance(5);
+      EXPECT_EQ(a.ud(), content());
+      // Without looking again B holds on to its own where it missed A's second save.
+      EXPECT_EQ(b.ud() == content(), reconciles || pause > 1);
+    }
+  }
+}
+
 TEST_F(UserStore, ThreeDeferredSaves_WriteOnceASecondAfterTheLast) {
-  StoreManager store(desktop.platform);
-  desktop.loop.advance(1.0);
+  start();
   desktop.log.lines.clear();
   for (int i = 0; i < 3; ++i) {
-    store.startSyncTimer();
+    store->startSyncTimer();
     desktop.loop.advance(0.3);
   }
   desktop.loop.advance(0.65);
@@ -118,204 +139,184 @@ TEST_F(UserStore, ThreeDeferredSaves_WriteOnceASecondAfterTheLast) {
 }
 
 TEST_F(UserStore, TimersThatTheHostReplaced_EndAllTheSame) {
-  {
-    StoreManager store(desktop.platform);
-    store.startSyncTimer();
-    store.setTimer(nullptr);
-    store.setSyncTimer(nullptr);
-    EXPECT_EQ(store.timer(), nullptr);
-    EXPECT_EQ(store.syncTimer(), nullptr);
-    desktop.loop.advance(0.5);
-    store.startSyncTimer();
-    store.synchronize();
-    EXPECT_EQ(desktop.loop.timers(), 2U) << "a restart ends the one before";
-    desktop.log.lines.clear();
-    desktop.loop.advance(0.75);
-    EXPECT_EQ(desktop.log.count("SAVE"), 0);
-    EXPECT_TRUE(store.skipUpdate());
-    desktop.loop.advance(0.25);
-    EXPECT_EQ(desktop.log.count("SAVE SUCCESS"), 1);
-    store.startSyncTimer();
-    store.setTimer(nullptr);
-    store.setSyncTimer(nullptr);
-  }
+  const auto replaceBoth = [this] {
+    store->setTimer(nullptr);
+    store->setSyncTimer(nullptr);
+  };
+  startNow().startSyncTimer();
+  replaceBoth();
+  EXPECT_EQ(store->timer(), nullptr);
+  EXPECT_EQ(store->syncTimer(), nullptr);
+  desktop.loop.advance(0.5);
+  store->startSyncTimer();
+  store->synchronize();
+  EXPECT_EQ(desktop.loop.timers(), 2U) << "a restart ends the one before";
+  desktop.log.lines.clear();
+  desktop.loop.advance(0.75);
+  EXPECT_EQ(desktop.log.count("SAVE"), 0);
+  EXPECT_TRUE(store->skipUpdate());
+  desktop.loop.advance(0.25);
+  EXPECT_EQ(desktop.log.count("SAVE SUCCESS"), 1);
+  store->startSyncTimer();
+  replaceBoth();
+  store.reset();
   EXPECT_EQ(desktop.loop.timers(), 0U) << "none outlives the store";
   // An observer of what a timer leads to may end the store.
-  auto store = std::make_unique<StoreManager>(desktop.platform);
-  store->setReconcilesAfterSkip(true);
+  startNow().setReconcilesAfterSkip(true);
   store->synchronize();
-  otherProcessWrites(Dictionary{{"Fraction", 7}});
-  const auto end =
-      desktop.notifications.addObserver(fileWatcherUpdate, [&store] { store.reset(); });
+  write({{"Fraction", 7}});
+  const auto end = desktop.notifications.addObserver(fileWatcherUpdate, [this] { store.reset(); });
   desktop.loop.advance(5.0);
   EXPECT_EQ(store, nullptr);
   EXPECT_EQ(desktop.loop.timers(), 0U);
 }
 
 TEST_F(UserStore, DeferredSave_IsTakenForTheOtherProcesss) {
-  StoreManager store(desktop.platform);
+  start().setUd({{"Fraction", 5}});
+  store->startSyncTimer();
   desktop.loop.advance(1.0);
-  store.setUd(Dictionary{{"Fraction", 5}});
-  store.startSyncTimer();
-  desktop.loop.advance(1.0);
-  EXPECT_FALSE(store.skipUpdate());
+  EXPECT_FALSE(store->skipUpdate());
   desktop.watch.change();
-  EXPECT_EQ(store.fraction(), 5) << "its own file was read again";
+  EXPECT_EQ(store->fraction(), 5) << "its own file was read again";
   EXPECT_EQ(updates, 1);
   // Within a second of a save it is ignored, and the second starts anew.
-  store.synchronize();
+  store->synchronize();
   desktop.loop.advance(0.5);
-  store.syncFromTimer(nullptr);
+  store->syncFromTimer(nullptr);
   desktop.loop.advance(0.75);
-  EXPECT_TRUE(store.skipUpdate());
-  store.disableSkipFileUpdate(nullptr);
-  EXPECT_FALSE(store.skipUpdate());
+  EXPECT_TRUE(store->skipUpdate());
+  store->disableSkipFileUpdate(nullptr);
+  EXPECT_FALSE(store->skipUpdate());
 }
 
 TEST_F(UserStore, UnreadableFile_KeepsTheContentAndIsKeptAside) {
-  StoreManager store(desktop.platform);
-  store.setFraction(6);
+  const std::string list = "<plist version=\"1.0\"><array/></plist>";
+  start().setFraction(6);
   desktop.loop.advance(1.0);
-  for (const std::string damage : {"", "nonsense", "<plist version=\"1.0\"><array/></plist>"}) {
-    writeFile(container.file(), damage);
-    desktop.watch.change();
-    EXPECT_EQ(store.fraction(), 6);
-    EXPECT_NE(store.loadProblem().find(container.file()), std::string::npos);
+  for (const std::string& bytes : {std::string(), std::string("nonsense"), list}) {
+    damage(bytes);
+    EXPECT_EQ(store->fraction(), 6);
+    EXPECT_NE(store->loadProblem().find(container.file()), std::string::npos);
   }
-  store.setFraction(8);
-  EXPECT_EQ(store.saveProblem(), "");
-  EXPECT_EQ(fileContent(container.file()).find("Fraction")->number()->intValue(), 8);
-  EXPECT_EQ(names(), 2U);
-  for (const auto& entry : std::filesystem::directory_iterator(container.path())) {
-    const std::string name = entry.path().filename().string();
-    if (name == "Store.plist") continue;
-    EXPECT_TRUE(name.starts_with(".fexora-unreadable-")) << name;
-    EXPECT_EQ(readFile(entry.path().string()), "<plist version=\"1.0\"><array/></plist>");
+  for (const int saved : {8, 9}) {
+    store->setFraction(saved);
+    EXPECT_EQ(store->saveProblem(), "");
+    EXPECT_EQ(fraction(), saved);
+    EXPECT_EQ(names().size(), 2U) << "a readable file is not kept";
+    EXPECT_EQ(asides(), std::vector{list});
   }
-  store.setFraction(9);
-  EXPECT_EQ(names(), 2U) << "a readable file is not kept";
 }
 
 TEST_F(UserStore, ManyUnreadableFiles_OnlyTheLastFewAreKept) {
-  StoreManager store(desktop.platform);
-  const auto damage = [&](const std::string& bytes) {
+  start();
+  const auto saveOver = [this](const std::string& bytes) {
     desktop.loop.advance(2.0);
-    writeFile(container.file(), bytes);
-    desktop.watch.change();
-    store.synchronize();
+    damage(bytes);
+    store->synchronize();
+    return names().size();
   };
-  for (int i = 0; i < 9; ++i) damage("damage " + std::to_string(i));
-  EXPECT_EQ(names(), 1U + limits::kUnreadableCopies);
+  for (int i = 0; i < 8; ++i) saveOver("damage " + std::to_string(i));
+  EXPECT_EQ(saveOver("damage 8"), 1U + limits::kUnreadableCopies);
   // A clock that was set back does not make the newest the one to go.
   desktop.loop.setWall(0);
-  damage("damage of 1970");
-  EXPECT_EQ(names(), 1U + limits::kUnreadableCopies);
+  EXPECT_EQ(saveOver("damage of 1970"), 1U + limits::kUnreadableCopies);
   EXPECT_EQ(readFile(container.path() + "/.fexora-unreadable-1970-01-01T00:00:02Z"),
             "damage of 1970");
 }
 
 TEST_F(UserStore, ValueThatNoFileCanHold_FailsTheSaveAndKeepsBoth) {
-  StoreManager store(desktop.platform);
-  store.setFraction(6);
-  const std::string limit = std::to_string(limits::kStoreFileBytes);
+  start().setFraction(6);
+  const std::string limit = "more than the " + std::to_string(limits::kStoreFileBytes);
   const std::pair<Value, std::string> odd[] = {
       {"a\x01b", "control characters"},
-      {std::string(limits::kStoreFileBytes, 'x'), "more than the " + limit},
-      {Array(8, Value(std::string(limits::kStoreFileBytes / 4, 'x'))), "more than the " + limit},
+      {std::string(limits::kStoreFileBytes, 'x'), limit},
+      {Array(8, Value(std::string(limits::kStoreFileBytes / 4, 'x'))), limit},
   };
   for (const auto& [value, reason] : odd) {
     desktop.log.lines.clear();
-    Dictionary content = store.ud();
-    content.set("odd", value);
-    store.setUd(content);
-    store.synchronize();
+    Dictionary unfit = store->ud();
+    unfit.set("odd", value);
+    store->setUd(unfit);
+    store->synchronize();
     EXPECT_EQ(desktop.log.count("SAVE FAIL"), 1);
     EXPECT_EQ(desktop.log.count(container.file()), 1);
-    EXPECT_EQ(desktop.log.count(reason), 1) << store.saveProblem();
-    EXPECT_EQ(store.ud(), content);
-    EXPECT_EQ(fileContent(container.file()).find("Fraction")->number()->intValue(), 6);
-    EXPECT_EQ(names(), 1U);
-    EXPECT_TRUE(store.skipUpdate());
+    EXPECT_EQ(desktop.log.count(reason), 1) << store->saveProblem();
+    EXPECT_EQ(store->ud(), unfit);
+    EXPECT_EQ(fraction(), 6);
+    EXPECT_EQ(names().size(), 1U);
+    EXPECT_TRUE(store->skipUpdate());
   }
 }
 
-TEST_F(UserStore, NoContainer_WorksInMemoryAndSaysSoOnce) {
-  const test::EnvironmentVariable none("FEXORA_CONTAINER", std::nullopt);
-  const test::EnvironmentVariable data("XDG_DATA_HOME", std::nullopt);
-  const test::EnvironmentVariable home("HOME", std::nullopt);
-  StoreManager store(desktop.platform);
-  store.setFraction(5);
-  store.setFraction(6);
-  EXPECT_EQ(store.fraction(), 6);
+TEST_F(UserStore, WithoutAVariable_TheHomeHasTheContainerOrThereIsNone) {
+  const test::ScratchFolder home;
+  const EnvironmentVariable named("FEXORA_CONTAINER", std::nullopt);
+  const EnvironmentVariable data("XDG_DATA_HOME", "relative/is/no/place");
+  {
+    const EnvironmentVariable variable("HOME", home.path());
+    const std::string folder = home / (".local/share/" + std::string(kAppGroupIdentifier));
+    EXPECT_EQ(start().applicationDocumentsDirectory(), folder);
+    EXPECT_EQ(rightsOf(folder), 0700U);
+  }
+  // Then the store works in memory, and says so once.
+  const EnvironmentVariable none("HOME", std::nullopt);
+  start().setFraction(5);
+  store->setFraction(6);
+  EXPECT_EQ(store->fraction(), 6);
   EXPECT_EQ(desktop.log.count("container"), 1);
-  EXPECT_NE(store.saveProblem(), "");
-  EXPECT_EQ(store.folderMonitor(), nullptr);
-}
-
-TEST_F(UserStore, ContainerOfTheHome_IsMadePrivate) {
-  test::ScratchFolder home;
-  const test::EnvironmentVariable none("FEXORA_CONTAINER", std::nullopt);
-  const test::EnvironmentVariable data("XDG_DATA_HOME", "relative/is/no/place");
-  const test::EnvironmentVariable variable("HOME", home.path());
-  StoreManager store(desktop.platform);
-  const std::string folder = home / (".local/share/" + std::string(kAppGroupIdentifier));
-  EXPECT_EQ(store.applicationDocumentsDirectory(), folder);
-  struct stat status {};
-  ASSERT_EQ(stat(folder.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 0777U, 0700U);
+  EXPECT_NE(store->saveProblem(), "");
+  EXPECT_EQ(store->folderMonitor(), nullptr);
 }
 
 TEST_F(UserStore, RelativeContainer_StaysWhereItWas) {
   const test::ScratchFolder here;
   const std::string before = std::filesystem::current_path();
   std::filesystem::current_path(here.path());
-  const test::EnvironmentVariable variable("FEXORA_CONTAINER", "inner/folder");
-  StoreManager store(desktop.platform);
+  const EnvironmentVariable variable("FEXORA_CONTAINER", "inner/folder");
+  start();
   std::filesystem::current_path("/");
-  store.setFraction(4);
-  const StoreManager other(desktop.platform);
+  store->setFraction(4);
+  EXPECT_EQ(start().fraction(), 4);
   std::filesystem::current_path(before);
-  EXPECT_EQ(store.fileURL(), here / "inner/folder/Store.plist");
-  EXPECT_EQ(other.fraction(), 4);
+  EXPECT_EQ(store->fileURL(), here / "inner/folder/Store.plist");
   EXPECT_EQ(processNetOptions().container, here / "inner/folder");
 }
 
 TEST_F(UserStore, PathsThatAreSet_AreUsed) {
-  test::ScratchFolder elsewhere;
-  StoreManager store(desktop.platform);
-  EXPECT_EQ(store.fileURL(), container.file());
-  store.setFileURL(elsewhere / "Other.plist");
-  store.setFraction(4);
-  EXPECT_EQ(fileContent(elsewhere / "Other.plist").find("Fraction")->number()->intValue(), 4);
+  const test::ScratchFolder elsewhere;
+  EXPECT_EQ(start().fileURL(), container.file());
+  store->setFileURL(elsewhere / "Other.plist");
+  store->setFraction(4);
+  EXPECT_EQ(test::fractionOf(test::contentOf(elsewhere / "Other.plist")), 4);
   writeFile(elsewhere / "Third.plist", writePropertyList(Dictionary{{"Fraction", 9}}).bytes);
-  store.setFileURL(elsewhere / "Third.plist");
-  store.loadData();
-  EXPECT_EQ(store.fraction(), 9);
-  store.setApplicationDocumentsDirectory(elsewhere.path());
-  EXPECT_EQ(store.applicationDocumentsDirectory(), elsewhere.path());
-  EXPECT_EQ(store.fileURL(), elsewhere / "Third.plist");
+  store->setFileURL(elsewhere / "Third.plist");
+  store->loadData();
+  EXPECT_EQ(store->fraction(), 9);
+  store->setApplicationDocumentsDirectory(elsewhere.path());
+  EXPECT_EQ(store->applicationDocumentsDirectory(), elsewhere.path());
+  EXPECT_EQ(store->fileURL(), elsewhere / "Third.plist");
 }
 
 TEST_F(UserStore, MembersByName_AndNothingElse) {
-  StoreManager store(desktop.platform);
-  EXPECT_EQ(store.valueForKey("storeName"), Value("Store.plist"));
-  EXPECT_EQ(store.valueForKey("skipUpdate"), Value(true));
-  EXPECT_TRUE(store.setValueForKey("ud", Dictionary{{"Fraction", 5}}));
-  EXPECT_EQ(store.perform("synchronize"), Value());
-  EXPECT_EQ(store.perform("loadData"), Value());
-  EXPECT_EQ(store.fraction(), 5);
-  EXPECT_EQ(store.perform("disableSkipFileUpdate:", {Value()}), Value());
-  EXPECT_FALSE(store.skipUpdate());
-  EXPECT_EQ(store.perform("disableSkipFileUpdate:"), std::nullopt);
-  EXPECT_EQ(store.perform("saveSettings"), std::nullopt);
-  EXPECT_EQ(store.valueForKey("canSave"), std::nullopt);
-  EXPECT_FALSE(store.setValueForKey("storeName", "x"));
+  startNow();
+  EXPECT_EQ(store->valueForKey("storeName"), Value("Store.plist"));
+  EXPECT_EQ(store->valueForKey("skipUpdate"), Value(true));
+  EXPECT_TRUE(store->setValueForKey("ud", Dictionary{{"Fraction", 5}}));
+  EXPECT_EQ(store->perform("synchronize"), Value());
+  EXPECT_EQ(store->perform("loadData"), Value());
+  EXPECT_EQ(store->fraction(), 5);
+  EXPECT_EQ(store->perform("disableSkipFileUpdate:", {Value()}), Value());
+  EXPECT_FALSE(store->skipUpdate());
+  EXPECT_EQ(store->perform("disableSkipFileUpdate:"), std::nullopt);
+  EXPECT_EQ(store->perform("saveSettings"), std::nullopt);
+  EXPECT_EQ(store->valueForKey("canSave"), std::nullopt);
+  EXPECT_FALSE(store->setValueForKey("storeName", "x"));
 }
 
 TEST_F(UserStore, TemporariesOfTheDead_GoAtTheNextStart) {
   writeFile(container.path() + "/.fexora-save-1", "left by a killed process");
-  StoreManager store(desktop.platform);
-  EXPECT_EQ(names(), 1U);
+  start();
+  EXPECT_EQ(names().size(), 1U);
 }
 
 }  // namespace

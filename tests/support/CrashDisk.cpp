@@ -42,56 +42,37 @@ CrashDisk::CrashDisk(std::size_t writeBytes) : writeBytes_(writeBytes) {
 
 CrashDisk::~CrashDisk() = default;
 
-void CrashDisk::observe() const {
-  if (observer_) observer_();
-}
-
-// Every way in which what is not flushed of one file or folder may come out, as a change of a disk
-// on which it is settled.
-std::vector<std::function<void(CrashDisk&)>> CrashDisk::choices(Number number) const {
-  const Inode& inode = inodes_.at(number);
-  std::vector<std::function<void(CrashDisk&)>> all;
-  std::size_t count = 1;
-  for (std::size_t i = 0; i < inode.writes.size(); ++i) count *= 3;
-  for (std::size_t i = 0; i < inode.changes.size(); ++i) count *= 2;
-  for (std::size_t pick = 0; pick < count; ++pick) {
-    all.emplace_back([number, pick, &inode](CrashDisk& disk) {
-      Inode left = inode;
-      left.writes.clear();
-      left.changes.clear();
-      std::size_t rest = pick;
-      for (const Write& write : inode.writes) {
-        const std::size_t fate = std::exchange(rest, rest / 3) % 3;
-        const std::size_t size = fate == 2 ? write.bytes.size() : write.bytes.size() * fate / 2;
-        if (fate != 0) apply(left.flushed, write.at, write.bytes.substr(0, size));
-      }
-      for (const Change& change : inode.changes) {
-        if (std::exchange(rest, rest / 2) % 2 != 0) left.changes.push_back(change);
-      }
-      left.names = left.entries();
-      left.changes.clear();
-      disk.inodes_[number] = std::move(left);
-    });
+// What the part number `pick` of all ways in which this may come out leaves; `pick` is divided by
+// their count.
+CrashDisk::Inode CrashDisk::Inode::settled(std::size_t& pick) const {
+  Inode left = *this;
+  left.writes.clear();
+  left.changes.clear();
+  for (const Write& write : writes) {
+    const std::size_t fate = std::exchange(pick, pick / 3) % 3;
+    const std::size_t size = fate == 2 ? write.bytes.size() : write.bytes.size() * fate / 2;
+    if (fate != 0) apply(left.flushed, write.at, write.bytes.substr(0, size));
   }
-  return all;
-}
-
-void CrashDisk::cutFrom(std::map<Number, Inode>::const_iterator at, CrashDisk& disk,
-                        const std::function<void(CrashDisk&)>& judge) const {
-  if (at == inodes_.end()) {
-    judge(*disk.restarted());
-    return;
+  for (const Change& change : changes) {
+    if (std::exchange(pick, pick / 2) % 2 != 0) left.changes.push_back(change);
   }
-  const auto next = std::next(at);
-  for (const auto& choose : choices(at->first)) {
-    choose(disk);
-    cutFrom(next, disk, judge);
-  }
+  left.names = left.entries();
+  left.changes.clear();
+  return left;
 }
 
 void CrashDisk::powerCuts(const std::function<void(CrashDisk&)>& judge) const {
-  const auto disk = restarted();
-  cutFrom(inodes_.begin(), *disk, judge);
+  std::size_t count = 1;
+  for (const auto& [number, inode] : inodes_) {
+    for (std::size_t i = 0; i < inode.writes.size(); ++i) count *= 3;
+    for (std::size_t i = 0; i < inode.changes.size(); ++i) count *= 2;
+  }
+  for (std::size_t pick = 0; pick < count; ++pick) {
+    const auto disk = restarted();
+    std::size_t rest = pick;
+    for (auto& [number, inode] : disk->inodes_) inode = inode.settled(rest);
+    judge(*disk);
+  }
 }
 
 std::unique_ptr<CrashDisk> CrashDisk::restarted() const {
@@ -132,9 +113,7 @@ std::optional<std::string> CrashDisk::content(const std::string& path) const {
 void CrashDisk::put(const std::string& path, std::string bytes) {
   const auto [parent, name] = parentOf(path);
   const Number number = ++lastInode_;
-  inodes_[number].flushed = std::move(bytes);
-  inodes_[number].mode = 0600;
-  inodes_[number].modified = ++time_;
+  inodes_[number] = {false, 0600, ++time_, std::move(bytes), {}, {}, {}};
   inodes_.at(parent).names[name] = number;
 }
 
@@ -181,19 +160,27 @@ FileResult<Files::Handle> CrashDisk::openFolder(const std::string& path) {
 std::error_code CrashDisk::change(const std::string& path, Change change) {
   const Number parent = parentOf(path).first;
   if (parent == 0) return code(std::errc::no_such_file_or_directory);
-  observe();
+  observer_();
   inodes_.at(parent).changes.push_back(std::move(change));
   return {};
 }
 
-FileResult<Files::Handle> CrashDisk::createExclusive(const std::string& path, std::uint32_t mode) {
+std::error_code CrashDisk::make(const std::string& path, std::uint32_t mode, bool isFolder) {
   if (find(path) != 0) return code(std::errc::file_exists);
   const Number number = lastInode_ + 1;
   if (const auto error = change(path, {parentOf(path).second, number, {}})) return error;
   lastInode_ = number;
-  inodes_[number].mode = mode;
-  inodes_[number].modified = ++time_;
-  return open(number);
+  inodes_[number] = {isFolder, mode, ++time_, {}, {}, {}, {}};
+  return {};
+}
+
+FileResult<Files::Handle> CrashDisk::createExclusive(const std::string& path, std::uint32_t mode) {
+  if (const auto error = make(path, mode, false)) return error;
+  return open(lastInode_);
+}
+
+std::error_code CrashDisk::makeFolder(const std::string& path, std::uint32_t mode) {
+  return make(path, mode, true);
 }
 
 std::error_code CrashDisk::close(Handle handle) {
@@ -210,7 +197,7 @@ FileResult<std::size_t> CrashDisk::read(Handle handle, std::span<char> buffer) {
 }
 
 FileResult<std::size_t> CrashDisk::write(Handle handle, std::string_view bytes) {
-  observe();
+  observer_();
   Open& open = open_.at(handle);
   const std::string_view part = bytes.substr(0, writeBytes_);
   Inode& inode = inodes_.at(open.inode);
@@ -221,7 +208,7 @@ FileResult<std::size_t> CrashDisk::write(Handle handle, std::string_view bytes) 
 }
 
 std::error_code CrashDisk::flush(Handle handle) {
-  observe();
+  observer_();
   Inode& inode = inodes_.at(open_.at(handle).inode);
   inode.flushed = inode.bytes();
   inode.writes.clear();
@@ -272,16 +259,6 @@ std::error_code CrashDisk::link(const std::string& from, const std::string& to) 
 std::error_code CrashDisk::remove(const std::string& path) {
   if (find(path) == 0) return code(std::errc::no_such_file_or_directory);
   return change(path, {parentOf(path).second, 0, {}});
-}
-
-std::error_code CrashDisk::makeFolder(const std::string& path, std::uint32_t mode) {
-  if (find(path) != 0) return code(std::errc::file_exists);
-  const Number number = lastInode_ + 1;
-  if (const auto error = change(path, {parentOf(path).second, number, {}})) return error;
-  lastInode_ = number;
-  inodes_[number].isFolder = true;
-  inodes_[number].mode = mode;
-  return {};
 }
 
 FileResult<std::vector<std::string>> CrashDisk::list(const std::string& folder) {

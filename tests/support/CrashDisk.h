@@ -85,6 +85,7 @@ class CrashDisk final : public Files {
 
     std::string bytes() const;
     std::map<std::string, Number> entries() const;
+    Inode settled(std::size_t& pick) const;
   };
   struct Open {
     Number inode;
@@ -92,16 +93,13 @@ class CrashDisk final : public Files {
     bool locks = false;
   };
 
-  void observe() const;
   Number find(const std::string& path) const;
   std::pair<Number, std::string> parentOf(const std::string& path) const;
   FileStatus statusOfInode(Number number) const;
   std::uint64_t linksTo(Number number) const;
   std::error_code change(const std::string& path, Change change);
+  std::error_code make(const std::string& path, std::uint32_t mode, bool isFolder);
   Handle open(Number inode);
-  std::vector<std::function<void(CrashDisk&)>> choices(Number number) const;
-  void cutFrom(std::map<Number, Inode>::const_iterator at, CrashDisk& disk,
-               const std::function<void(CrashDisk&)>& judge) const;
 
   std::size_t writeBytes_;
   std::map<Number, Inode> inodes_;
@@ -109,7 +107,7 @@ class CrashDisk final : public Files {
   Number lastInode_ = 1;
   Handle lastHandle_ = 100;
   std::int64_t time_ = 0;
-  std::function<void()> observer_;
+  std::function<void()> observer_ = [] {};
 };
 
 }  // namespace fexora::test

@@ -1,7 +1,10 @@
-// A file seam that hands everything to another one: a test overrides what it wants to be different.
+// A file seam that hands everything to another one, unless its test says otherwise.
 #pragma once
 
+#include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "fexora/platform/files/Files.h"
@@ -12,52 +15,83 @@ class ForwardingFiles : public Files {
  public:
   explicit ForwardingFiles(Files& below) : below_(below) {}
 
+  std::size_t openHandles() const { return paths_.size(); }
+
   FileResult<Handle> openForReading(const std::string& path) override {
-    return below_.openForReading(path);
+    return keep(path, run("openForReading", path, [&] { return below_.openForReading(path); }));
   }
   FileResult<Handle> openFolder(const std::string& path) override {
-    return below_.openFolder(path);
+    return keep(path, run("openFolder", path, [&] { return below_.openFolder(path); }));
   }
   FileResult<Handle> createExclusive(const std::string& path, std::uint32_t mode) override {
-    return below_.createExclusive(path, mode);
+    return keep(path,
+                run("createExclusive", path, [&] { return below_.createExclusive(path, mode); }));
   }
-  std::error_code close(Handle handle) override { return below_.close(handle); }
+  // Closes in any case, as the system does.
+  std::error_code close(Handle handle) override {
+    const auto answer = enter("close", paths_[handle]);
+    paths_.erase(handle);
+    const auto real = below_.close(handle);
+    return answer.value_or(real);
+  }
   FileResult<std::size_t> read(Handle handle, std::span<char> buffer) override {
-    return below_.read(handle, buffer);
+    return run("read", paths_[handle], [&] { return below_.read(handle, buffer); });
   }
   FileResult<std::size_t> write(Handle handle, std::string_view bytes) override {
-    return below_.write(handle, bytes);
+    return run("write", paths_[handle], [&] { return below_.write(handle, bytes); });
   }
-  std::error_code flush(Handle handle) override { return below_.flush(handle); }
-  std::error_code lock(Handle handle) override { return below_.lock(handle); }
-  FileResult<FileStatus> status(Handle handle) override { return below_.status(handle); }
+  std::error_code flush(Handle handle) override {
+    return run("flush", paths_[handle], [&] { return below_.flush(handle); });
+  }
+  std::error_code lock(Handle handle) override {
+    return run("lock", paths_[handle], [&] { return below_.lock(handle); });
+  }
+  FileResult<FileStatus> status(Handle handle) override {
+    return run("status", paths_[handle], [&] { return below_.status(handle); });
+  }
   std::error_code changeOwner(Handle handle, std::uint32_t owner, std::uint32_t group) override {
-    return below_.changeOwner(handle, owner, group);
+    return run("changeOwner", paths_[handle],
+               [&] { return below_.changeOwner(handle, owner, group); });
   }
   FileResult<FileStatus> statusOf(const std::string& path) override {
-    return below_.statusOf(path);
+    return run("statusOf", path, [&] { return below_.statusOf(path); });
   }
   std::error_code rename(const std::string& from, const std::string& to) override {
-    return below_.rename(from, to);
+    return run("rename", from, [&] { return below_.rename(from, to); });
   }
   std::error_code link(const std::string& from, const std::string& to) override {
-    return below_.link(from, to);
+    return run("link", from, [&] { return below_.link(from, to); });
   }
-  std::error_code remove(const std::string& path) override { return below_.remove(path); }
+  std::error_code remove(const std::string& path) override {
+    return run("remove", path, [&] { return below_.remove(path); });
+  }
   std::error_code makeFolder(const std::string& path, std::uint32_t mode) override {
-    return below_.makeFolder(path, mode);
+    return run("makeFolder", path, [&] { return below_.makeFolder(path, mode); });
   }
   FileResult<std::vector<std::string>> list(const std::string& folder) override {
-    return below_.list(folder);
+    return run("list", folder, [&] { return below_.list(folder); });
   }
   std::error_code mayChange(const std::string& folder) override { return below_.mayChange(folder); }
   std::uint32_t user() override { return below_.user(); }
 
  protected:
-  Files& below() { return below_; }
+  // Asked before each call, with its first path or that of its handle; an answer takes its place.
+  virtual std::optional<std::error_code> enter(std::string_view operation,
+                                               const std::string& path) = 0;
 
  private:
+  template <class Call>
+  auto run(std::string_view operation, const std::string& path, Call call) -> decltype(call()) {
+    if (const auto answer = enter(operation, path)) return *answer;
+    return call();
+  }
+  FileResult<Handle> keep(const std::string& path, FileResult<Handle> handle) {
+    if (handle.ok()) paths_[*handle] = path;
+    return handle;
+  }
+
   Files& below_;
+  std::map<Handle, std::string> paths_;
 };
 
 }  // namespace fexora::test

@@ -1,14 +1,19 @@
 // Real files without waiting for the disk, for tests that save thousands of times.
 #pragma once
 
-#include "tests/support/ForwardingFiles.h"
+#include "fexora/platform/base/NoDestructor.h"
+#include "fexora/platform/files/PosixFiles.h"
 
 namespace fexora::test {
 
-class UnflushedFiles : public ForwardingFiles {
+class UnflushedFiles : public PosixFiles {
  public:
-  UnflushedFiles() : ForwardingFiles(Files::process()) {}
   std::error_code flush(Handle /*handle*/) override { return {}; }
 };
+
+inline Files& unflushedFiles() {
+  static NoDestructor<UnflushedFiles> files;
+  return *files;
+}
 
 }  // namespace fexora::test

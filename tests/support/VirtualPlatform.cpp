@@ -13,28 +13,22 @@ int RecordingLog::count(std::string_view part) const {
   }));
 }
 
-class VirtualFolderWatch::VirtualWatch final : public FolderWatch::Watch {
- public:
-  VirtualWatch(VirtualFolderWatch& owner, std::function<void()> call)
-      : changed(std::move(call)), owner_(&owner) {
-    owner_->watches_.push_back(this);
-  }
-  ~VirtualWatch() override { std::erase(owner_->watches_, this); }
-
-  std::function<void()> changed;
-
- private:
-  VirtualFolderWatch* owner_;
-};
-
 std::unique_ptr<FolderWatch::Watch> VirtualFolderWatch::watch(const std::string& /*folder*/,
                                                               const std::string& /*ignoredPrefix*/,
                                                               std::function<void()> changed) {
-  return std::make_unique<VirtualWatch>(*this, std::move(changed));
+  struct VirtualWatch final : Watch {
+    std::shared_ptr<std::function<void()>> changed;
+  };
+  auto watch = std::make_unique<VirtualWatch>();
+  watch->changed = std::make_shared<std::function<void()>>(std::move(changed));
+  watches_.emplace_back(watch->changed);
+  return watch;
 }
 
 void VirtualFolderWatch::change() {
-  for (VirtualWatch* watch : std::vector(watches_)) watch->changed();
+  for (const auto& watch : std::vector(watches_)) {
+    if (const auto changed = watch.lock()) (*changed)();
+  }
 }
 
 void ScriptedTransport::answer(std::optional<Value> root, std::optional<ResponseError> error) {

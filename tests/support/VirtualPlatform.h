@@ -33,8 +33,7 @@ class VirtualFolderWatch final : public FolderWatch {
   void change();
 
  private:
-  class VirtualWatch;
-  std::vector<VirtualWatch*> watches_;
+  std::vector<std::weak_ptr<std::function<void()>>> watches_;
 };
 
 // Keeps each request until the test answers it.

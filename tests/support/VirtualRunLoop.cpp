@@ -1,5 +1,6 @@
 #include "tests/support/VirtualRunLoop.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -8,26 +9,22 @@ namespace fexora::test {
 
 class VirtualRunLoop::VirtualTimer final : public Timer {
  public:
-  VirtualTimer(VirtualRunLoop& loop, std::pair<double, std::uint64_t> key, Function call)
-      : function(std::move(call)), loop_(&loop), key_(std::move(key)) {}
-  void invalidate() override {
-    if (std::exchange(valid, false)) loop_->timers_.erase(key_);
-  }
+  explicit VirtualTimer(Function call) : function(std::move(call)) {}
+  void invalidate() override { valid = false; }
   bool isValid() const override { return valid; }
 
   Function function;
   bool valid = true;
-
- private:
-  VirtualRunLoop* loop_;
-  std::pair<double, std::uint64_t> key_;
 };
 
 std::shared_ptr<Timer> VirtualRunLoop::scheduleTimer(double seconds, Function function) {
-  const std::pair key{now_ + seconds, ++order_};
-  auto timer = std::make_shared<VirtualTimer>(*this, key, std::move(function));
-  timers_.emplace(key, timer);
-  return timer;
+  return timers_.emplace(now_ + seconds, std::make_shared<VirtualTimer>(std::move(function)))
+      ->second;
+}
+
+std::size_t VirtualRunLoop::timers() const {
+  return static_cast<std::size_t>(std::count_if(
+      timers_.begin(), timers_.end(), [](const auto& timer) { return timer.second->valid; }));
 }
 
 void VirtualRunLoop::post(Function function) {
@@ -42,24 +39,23 @@ std::unique_ptr<DescriptorWatch> VirtualRunLoop::watchReadable(int /*descriptor*
 
 void VirtualRunLoop::drain() {
   for (;;) {
-    Function function;
-    {
-      const std::lock_guard lock(mutex_);
-      if (posted_.empty()) return;
-      function = std::move(posted_.front());
-      posted_.pop_front();
-    }
+    std::unique_lock lock(mutex_);
+    if (posted_.empty()) return;
+    const Function function = std::move(posted_.front());
+    posted_.pop_front();
+    lock.unlock();
     function();
   }
 }
 
 bool VirtualRunLoop::fireNext(double until) {
   drain();
-  if (timers_.empty() || timers_.begin()->first.first > until) return false;
-  const auto [key, timer] = *timers_.begin();
+  std::erase_if(timers_, [](const auto& timer) { return !timer.second->valid; });
+  if (timers_.empty() || timers_.begin()->first > until) return false;
+  const auto [due, timer] = *timers_.begin();
   timers_.erase(timers_.begin());
-  wall_ += key.first - now_;
-  now_ = key.first;
+  wall_ += due - now_;
+  now_ = due;
   timer->valid = false;
   timer->function();
   drain();

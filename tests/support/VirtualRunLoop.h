@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <deque>
 #include <map>
 #include <memory>
@@ -29,7 +28,7 @@ class VirtualRunLoop final : public RunLoop {
   // Runs what has been posted.
   void drain();
   // Timers that would still fire.
-  std::size_t timers() const { return timers_.size(); }
+  std::size_t timers() const;
   // Moves the wall clock alone, as a person or a time service does.
   void setWall(double seconds) { wall_ = seconds; }
 
@@ -39,9 +38,7 @@ class VirtualRunLoop final : public RunLoop {
 
   double now_ = 1000;
   double wall_ = 1'790'000'000;
-  std::uint64_t order_ = 0;
-  // By due time, then by the order of scheduling.
-  std::map<std::pair<double, std::uint64_t>, std::shared_ptr<VirtualTimer>> timers_;
+  std::multimap<double, std::shared_ptr<VirtualTimer>> timers_;  // by due time
   std::mutex mutex_;
   std::deque<Function> posted_;  // under mutex_
 };

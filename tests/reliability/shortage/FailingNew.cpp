@@ -7,82 +7,69 @@
 namespace fexora::test {
 namespace {
 
-struct State {
-  bool isArmed = false;
-  bool fromThenOn = false;
-  std::size_t first = 0;
-  std::size_t count = 0;
-};
+enum class Armed : std::uint8_t { none, thisThread, others };
 
 // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables)
-thread_local State state;
-thread_local bool isOther = true;
-std::atomic<bool> othersAreArmed = false;
-std::atomic<bool> othersFromThenOn = false;
-std::atomic<std::size_t> othersFirst = 0;
-std::atomic<std::size_t> othersCount = 0;
+std::atomic<Armed> armed = Armed::none;
+std::atomic<bool> fromThenOn = false;
+std::atomic<std::size_t> first = 0;
+std::atomic<std::size_t> count = 0;
+thread_local bool isArming = false;
+thread_local int grants = 0;
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
-bool isOtherRefused() noexcept {
-  if (!isOther || !othersAreArmed) return false;
-  const std::size_t number = othersCount++;
-  return number == othersFirst || (othersFromThenOn && number > othersFirst);
+void arm(Armed whom, std::size_t number, bool allLater) noexcept {
+  isArming = true;
+  first = number;
+  fromThenOn = allLater;
+  count = 0;
+  armed = whom;
+}
+
+std::size_t disarm() noexcept {
+  armed = Armed::none;
+  return count;
+}
+
+bool isRefused() noexcept {
+  const Armed whom = armed;
+  if (whom == Armed::none || (whom == Armed::thisThread) != isArming || grants > 0) return false;
+  const std::size_t number = count++;
+  return number == first || (fromThenOn && number > first);
 }
 
 }  // namespace
 
-bool isRefused() noexcept {
-  if (!state.isArmed) return isOtherRefused();
-  const std::size_t number = state.count++;
-  return number == state.first || (state.fromThenOn && number > state.first);
+void armNew(std::size_t number, bool allLater) noexcept {
+  arm(Armed::thisThread, number, allLater);
 }
-
-void armNew(std::size_t number, bool fromThenOn) noexcept {
-  state = {true, fromThenOn, number, 0};
-}
-
 std::size_t disarmNew() noexcept {
-  state.isArmed = false;
-  return state.count;
+  return disarm();
 }
-
-void armOthers(std::size_t number, bool fromThenOn) noexcept {
-  isOther = false;
-  othersCount = 0;
-  othersFirst = number;
-  othersFromThenOn = fromThenOn;
-  othersAreArmed = true;
+void armOthers(std::size_t number, bool allLater) noexcept {
+  arm(Armed::others, number, allLater);
 }
-
 std::size_t disarmOthers() noexcept {
-  othersAreArmed = false;
-  return othersCount;
+  return disarm();
 }
-
 bool othersWereRefused() noexcept {
-  return othersCount > othersFirst;
+  return count > first;
 }
 
-OwnAllocations::OwnAllocations() noexcept : wasArmed_(state.isArmed) {
-  state.isArmed = false;
+OwnAllocations::OwnAllocations() noexcept {
+  ++grants;
 }
-
 OwnAllocations::~OwnAllocations() {
-  state.isArmed = wasArmed_;
-}
-
-void* allocate(std::size_t size) {
-  if (isRefused()) throw std::bad_alloc();
-  void* const memory = std::malloc(size != 0 ? size : 1);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
+  --grants;
 }
 
 }  // namespace fexora::test
 
 // The other forms without alignment come down to these.
 void* operator new(std::size_t size) {
-  return fexora::test::allocate(size);
+  void* const memory = fexora::test::isRefused() ? nullptr : std::malloc(size != 0 ? size : 1);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
 }
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
   return fexora::test::isRefused() ? nullptr : std::malloc(size != 0 ? size : 1);

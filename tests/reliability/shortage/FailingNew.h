@@ -8,13 +8,13 @@
 namespace fexora::test {
 
 // Makes this thread's allocation with this number (the next one is 0) throw std::bad_alloc, and
-// with `fromThenOn` all later ones, until disarmNew().
-void armNew(std::size_t number, bool fromThenOn) noexcept;
+// with `allLater` those after it, until disarmNew().
+void armNew(std::size_t number, bool allLater) noexcept;
 // The allocations that were asked for since.
 std::size_t disarmNew() noexcept;
 
 // The same for all threads but this one, until disarmOthers().
-void armOthers(std::size_t number, bool fromThenOn) noexcept;
+void armOthers(std::size_t number, bool allLater) noexcept;
 std::size_t disarmOthers() noexcept;
 // Whether one of theirs has been refused since.
 bool othersWereRefused() noexcept;
@@ -26,9 +26,6 @@ class OwnAllocations {
   OwnAllocations(const OwnAllocations&) = delete;
   OwnAllocations& operator=(const OwnAllocations&) = delete;
   ~OwnAllocations();
-
- private:
-  bool wasArmed_;
 };
 
 }  // namespace fexora::test

@@ -6,12 +6,10 @@
 #include <gtest/gtest.h>
 
 #include "fexora/fexora.h"
-#include "fexora/platform/plist/PropertyListReader.h"
-#include "fexora/platform/plist/PropertyListWriter.h"
 
 #include "tests/reliability/shortage/FailingNew.h"
+#include "tests/support/StoreWorld.h"
 #include "tests/support/UnflushedFiles.h"
-#include "tests/support/VirtualPlatform.h"
 
 namespace fexora {
 namespace {
@@ -28,43 +26,33 @@ class GrantedLog final : public Log {
 
 const char kLongText[] = "a text that no string holds in place, so that it takes memory";
 
+Dictionary rate(const char* code, double value) {
+  return {{"code", code}, {"rate", value}};
+}
+
 // A process with a full store; its platform's own doubles are not spared, as a host's would not be.
-struct World {
-  World() {
+struct World : test::StoreWorld {
+  World() : StoreWorld(test::unflushedFiles()) {
     desktop.platform.log = &log;
-    Dictionary content{{"Fraction", 6}, {"other", kLongText}};
-    content.set(kUDUSDRates, rates());
-    content.set(kUDCurrencies, Array{Dictionary{{"code", "USD"}}, Dictionary{{"code", "EUR"}}});
-    content.set(kUDSourceCurrency,
-                Dictionary{{"amount", 5}, {"currency", Dictionary{{"code", "EUR"}}}});
-    write(content);
+    const Dictionary euro{{"code", "EUR"}};
+    const Dictionary odd{{"code", kLongText}};
+    Dictionary full{{"Fraction", 6},
+                    {"TodayCurrencies", Array{euro, odd}},
+                    {"TodayRelativeCurrency", odd},
+                    {"other", kLongText}};
+    full.set(kUDUSDRates, Array{rate("EUR", 0.5), rate("GBP", 0.25)});
+    full.set(kUDCurrencies, Array{Dictionary{{"code", "USD"}}, euro});
+    full.set(kUDSourceCurrency, Dictionary{{"amount", 5}, {"currency", euro}});
+    write(full);
     catalogue = std::make_unique<CurrencyManager>(desktop.platform);
   }
-  static Array rates() {
-    return {Dictionary{{"code", "EUR"}, {"rate", 0.5}},
-            Dictionary{{"code", "GBP"}, {"rate", 0.25}}};
-  }
   void start() {
-    store = std::make_unique<StoreManager>(desktop.platform, catalogue.get());
+    StoreWorld::start(catalogue.get());
     manager = std::make_unique<RateManager>(desktop.platform, catalogue.get(), store.get());
-    desktop.loop.advance(2.0);
   }
-  void write(const Dictionary& content) const {
-    test::writeFile(container.file(), writePropertyList(content).bytes);
-  }
-  Dictionary onDisk() const {
-    const auto read = readPropertyList(test::readFile(container.file()));
-    EXPECT_TRUE(read.ok()) << read.error;
-    return read.ok() ? *read.value.dictionary() : Dictionary();
-  }
-  std::int64_t fractionOnDisk() const { return onDisk().find("Fraction")->number()->intValue(); }
 
-  test::TestContainer container;
-  test::UnflushedFiles files;
-  test::VirtualPlatform desktop{files};
   GrantedLog log;
   std::unique_ptr<CurrencyManager> catalogue;
-  std::unique_ptr<StoreManager> store;
   std::unique_ptr<RateManager> manager;
 };
 
@@ -97,6 +85,7 @@ void eachAllocation(const Step& prepare, const Step& run, const Step& check) {
   }
 }
 
+void nothing(World& /*world*/) {}
 void started(World& world) {
   world.start();
 }
@@ -108,9 +97,9 @@ void expectWorking(World& world) {
   world.store->setCanSave(true);
   world.store->setFraction(9);
   EXPECT_EQ(world.store->saveProblem(), "");
-  EXPECT_EQ(world.fractionOnDisk(), 9);
-  EXPECT_EQ(*world.onDisk().find("other"), Value(kLongText));
-  EXPECT_EQ(world.onDisk().find(kUDUSDRates)->array()->size(), 2U);
+  EXPECT_EQ(world.fraction(), 9);
+  EXPECT_EQ(*world.content().find("other"), Value(kLongText));
+  EXPECT_EQ(world.content().find(kUDUSDRates)->array()->size(), 2U);
 }
 
 TEST(Shortage, InASave_KeepsTheSettingAndTheFile) {
@@ -118,15 +107,16 @@ TEST(Shortage, InASave_KeepsTheSettingAndTheFile) {
       started, [](World& world) { world.store->setFraction(8); },
       [](World& world) {
         EXPECT_EQ(world.store->fraction(), 8);
-        const bool isSaved = world.log.record.count("SAVE SUCCESS") == 1;
-        EXPECT_EQ(world.fractionOnDisk(), isSaved ? 8 : 6);
-        if (world.log.record.count("SAVE FAIL") == 1) {
-          EXPECT_EQ(world.log.record.count(world.container.file()), 1);
+        const auto& log = world.log.record;
+        const bool isSaved = log.count("SAVE SUCCESS") == 1;
+        EXPECT_EQ(world.fraction(), isSaved ? 8 : 6);
+        if (log.count("SAVE FAIL") == 1) {
+          EXPECT_EQ(log.count(world.container.file()), 1);
         } else if (!isSaved) {
-          EXPECT_EQ(world.log.record.count("Saving the settings: out of memory"), 1);
+          EXPECT_EQ(log.count("Saving the settings: out of memory"), 1);
         }
         world.store->saveSettings();
-        EXPECT_EQ(world.fractionOnDisk(), 8) << "the next save writes it";
+        EXPECT_EQ(world.fraction(), 8) << "the next save writes it";
         expectWorking(world);
       });
 }
@@ -134,26 +124,29 @@ TEST(Shortage, InASave_KeepsTheSettingAndTheFile) {
 TEST(Shortage, InEachSetter_IsNotThrown) {
   const auto currencies = std::vector{Currency::make("EUR"), Currency::make("GBP")};
   const auto yen = Currency::make("JPY");
-  std::vector<std::shared_ptr<USDRate>> rates{USDRate::make(0.5, "EUR"), USDRate::make(2, "GBP")};
-  const Step setters[] = {
-      [](World& world) { world.store->setMode(StyleMode::dark); },
-      [](World& world) { world.store->setSeporate(false); },
-      [](World& world) { world.store->setNamingInWidget(Naming::codes); },
-      [](World& world) { world.store->setNumberOfCurrenciesInWidget(4); },
-      [](World& world) { world.store->setTodayConversionMode(TodayConversionMode::rate); },
-      [&](World& world) { world.store->setTodayRelativeCurrency(yen); },
-      [](World& world) { world.store->setTodayRelativeCurrency(nullptr); },
-      [](World& world) { world.store->synchronize(); },
-      [&](World& world) { world.store->saveUSDRates(rates, true); },
-      [&](World& world) { world.store->saveCurrencies(currencies); },
-      [&](World& world) { world.store->saveSourceCurrency(yen, 7, true); },
-      [](World& world) {
-        world.store->startSyncTimer();
-        world.desktop.loop.advance(1.5);
-      },
+  const std::vector<USDRateRef> rates{USDRate::make(0.5, "EUR"), USDRate::make(2, "GBP")};
+  const std::function<void(StoreManager&)> setters[] = {
+      [](StoreManager& store) { store.setMode(StyleMode::dark); },
+      [](StoreManager& store) { store.setSeporate(false); },
+      [](StoreManager& store) { store.setNamingInWidget(Naming::codes); },
+      [](StoreManager& store) { store.setNumberOfCurrenciesInWidget(4); },
+      [](StoreManager& store) { store.setTodayConversionMode(TodayConversionMode::rate); },
+      [&](StoreManager& store) { store.setTodayRelativeCurrency(yen); },
+      [](StoreManager& store) { store.setTodayRelativeCurrency(nullptr); },
+      [](StoreManager& store) { store.synchronize(); },
+      [&](StoreManager& store) { store.saveUSDRates(rates, true); },
+      [&](StoreManager& store) { store.saveCurrencies(currencies); },
+      [&](StoreManager& store) { store.saveSourceCurrency(yen, 7, true); },
+      [](StoreManager& store) { store.startSyncTimer(); },
   };
-  for (const Step& setter : setters) {
-    eachAllocation(started, setter, expectWorking);
+  for (const auto& setter : setters) {
+    eachAllocation(
+        started,
+        [&](World& world) {
+          setter(*world.store);
+          world.desktop.loop.advance(1.5);
+        },
+        expectWorking);
     if (HasFailure()) return;
   }
 }
@@ -162,17 +155,16 @@ TEST(Shortage, InAReload_TakesAllOrNothing) {
   eachAllocation(
       [](World& world) {
         world.start();
-        Dictionary content = world.onDisk();
+        Dictionary content = world.content();
         content.set("Fraction", 7);
         content.set("TodayCurrencies", Array{Dictionary{{"code", kLongText}}});
         world.write(content);
       },
       [](World& world) { world.store->folderUpdate(); },
       [](World& world) {
-        EXPECT_EQ(world.store->ud().find("Fraction")->number()->intValue(),
-                  world.store->fraction());
+        EXPECT_EQ(test::fractionOf(world.store->ud()), world.store->fraction());
         EXPECT_EQ(world.store->fraction() == 7, world.store->todayCurrencies().size() == 1);
-        EXPECT_EQ(world.fractionOnDisk(), 7);
+        EXPECT_EQ(world.fraction(), 7);
         world.desktop.watch.change();
         EXPECT_EQ(world.store->fraction(), 7);
         EXPECT_EQ(world.store->todayCurrencies()[0]->code(), kLongText);
@@ -182,7 +174,7 @@ TEST(Shortage, InAReload_TakesAllOrNothing) {
 
 TEST(Shortage, InAStart_WritesNothingOverTheFile) {
   eachAllocation(
-      [](World&) {},
+      nothing,
       [](World& world) {
         // The object itself is the caller's to allocate.
         void* const place = [] {
@@ -192,16 +184,16 @@ TEST(Shortage, InAStart_WritesNothingOverTheFile) {
         world.store.reset(new (place) StoreManager(world.desktop.platform, world.catalogue.get()));
       },
       [](World& world) {
-        EXPECT_EQ(world.fractionOnDisk(), 6);
+        EXPECT_EQ(world.fraction(), 6);
         EXPECT_EQ(world.log.record.count("SAVE"), 0);
         if (world.store->fileURL().empty()) return;
-        // Unless the start read the file, a save loads it first.
-        world.store->setNumberOfCurrenciesInWidget(4);
-        EXPECT_EQ(world.fractionOnDisk(), 6) << "not the default";
-        world.store->setNumberOfCurrenciesInWidget(4);
-        EXPECT_EQ(world.store->saveProblem(), "");
-        EXPECT_EQ(world.fractionOnDisk(), 6) << "not the default";
-        EXPECT_EQ(world.store->fraction(), 6);
+        // Where the start did not read the file, the first save loads it.
+        for (const bool isFirst : {true, false}) {
+          world.store->setNumberOfCurrenciesInWidget(4);
+          EXPECT_TRUE(isFirst || world.store->saveProblem().empty());
+          EXPECT_EQ(world.fraction(), 6) << "not the default";
+          EXPECT_EQ(world.store->fraction(), 6);
+        }
         expectWorking(world);
       });
 }
@@ -247,9 +239,8 @@ TEST(Shortage, InConversions_KeepsTheRates) {
 }
 
 TEST(Shortage, InAnAnswer_TellsTheCaller) {
-  const Value answer = Dictionary{{"serviceMessage", kLongText},
-                                  {"rates", Array{Dictionary{{"code", "EUR"}, {"rate", 0.75}},
-                                                  Dictionary{{"code", "GBP"}, {"rate", 0.5}}}}};
+  const Dictionary answer{{"serviceMessage", kLongText},
+                          {"rates", Array{rate("EUR", 0.75), rate("GBP", 0.5)}}};
   int calls = 0;
   eachAllocation(
       [&](World& world) {
@@ -266,8 +257,7 @@ TEST(Shortage, InAnAnswer_TellsTheCaller) {
           return std::move(world.desktop.transport.requests.at(0));
         }();
         try {
-          const DictionarySource object(*answer.dictionary());
-          request.complete(request.read(object), std::nullopt);
+          request.complete(request.read(DictionarySource(answer)), std::nullopt);
         } catch (const std::bad_alloc&) {
           calls = 1;
           world.log.write("out of memory in the transport's hand");
@@ -284,18 +274,18 @@ TEST(Shortage, InAnAnswer_TellsTheCaller) {
 
 TEST(Shortage, InTheCatalogue_FindsNothingAndGoesOn) {
   const std::string longCode(40, 'X');
-  eachAllocation([](World&) {},
-                 [&](World& world) {
-                   const CurrencyManager fresh(world.desktop.platform);
-                   world.catalogue->currencyForCode(longCode);
-                   world.catalogue->hasCurrency(longCode);
-                   world.catalogue->currenciesForString("eur", 10, {});
-                 },
-                 [](World& world) {
-                   EXPECT_EQ(world.catalogue->currenciesForString("eur", 10, {}).at(0)->code(),
-                             "EUR");
-                   EXPECT_TRUE(world.catalogue->hasCurrency("EUR"));
-                 });
+  eachAllocation(
+      nothing,
+      [&](World& world) {
+        const CurrencyManager fresh(world.desktop.platform);
+        world.catalogue->currencyForCode(longCode);
+        world.catalogue->hasCurrency(longCode);
+        world.catalogue->currenciesForString("eur", 10, {});
+      },
+      [](World& world) {
+        EXPECT_EQ(world.catalogue->currenciesForString("eur", 10, {}).at(0)->code(), "EUR");
+        EXPECT_TRUE(world.catalogue->hasCurrency("EUR"));
+      });
 }
 
 TEST(Shortage, InAFolderMonitor_LeavesItInert) {
