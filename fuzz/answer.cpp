@@ -54,6 +54,8 @@ void checkPairs(const std::vector<USDRateRef>& rates) {
 
 // The scan may only make numbers fit that would not.
 void checkScan(std::string_view text, const JsonDocument& document) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
   const JsonScan scan = scanJson(text);
   const JsonDocument again(scan.text);
   require(again.state() == document.state(), "a scan makes no JSON of a fault, nor the reverse");

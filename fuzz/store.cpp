@@ -1,10 +1,12 @@
 // The store file in both encodings, read plainly and by the codec, which must agree with each
 // other; and what was read, written again.
 #include <string>
+#include <utility>
 
 #include "fexora/platform/plist/DictionaryCodec.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
+#include "fexora/platform/plist/XmlPlistWriter.h"
 
 #include "fuzz/Target.h"
 #include "tests/support/Describe.h"
@@ -38,6 +40,40 @@ void checkEncoding(DictionaryCodec& codec, const Dictionary& dictionary, std::st
           "what the codec writes reads back");
 }
 
+// A comment after the head means nothing in XML, and keeps a file from the fast way.
+void checkFastWay(const std::string& bytes) {
+  if (!bytes.starts_with(kXmlPlistHead)) return;
+  std::string other = bytes;
+  other.insert(kXmlPlistHead.size(), "<!---->");
+  const PlistResult fast = readPropertyList(bytes);
+  const PlistResult slow = readPropertyList(other);
+  require(fast.error == slow.error, "both ways of reading reject the same");
+  require(test::describe(fast.value) == test::describe(slow.value), "both ways read the same");
+}
+
+// Values changed, added, replaced by an equal one, and removed.
+void checkEdits(DictionaryCodec& codec, Dictionary dictionary, std::string_view bytes) {
+  for (std::size_t i = 0; i + 2 < bytes.size() && i < 12 && !dictionary.empty(); i += 3) {
+    const auto& entry = dictionary.begin()[static_cast<std::uint8_t>(bytes[i]) % dictionary.size()];
+    const std::string key = entry.first;
+    switch (static_cast<std::uint8_t>(bytes[i + 1]) % 4U) {
+      case 0:
+        dictionary.remove(key);
+        break;
+      case 1:
+        dictionary.set(key + "+", Array{entry.second});
+        break;
+      case 2:
+        dictionary.set(key, Value(entry.second));
+        break;
+      default:
+        dictionary.set(key, static_cast<std::uint8_t>(bytes[i + 2]));
+    }
+    // Nested too deep or with too much in it, it cannot be written.
+    if (writePropertyList(dictionary).ok()) checkEncoding(codec, dictionary, {});
+  }
+}
+
 // The codec with the last file in mind and a file that differs in some places of the fuzzer's
 // choice.
 void checkChanges(const std::string& written, std::string_view bytes) {
@@ -50,16 +86,19 @@ void checkChanges(const std::string& written, std::string_view bytes) {
                     changed.size();
     changed.replace(at, static_cast<std::uint8_t>(bytes[i + 2]) % 4U, 1, bytes[i + 3]);
     checkDecoding(codec, changed);
+    checkFastWay(changed);
   }
   checkDecoding(codec, written);
-  const PlistResult whole = readPropertyList(written);
-  checkEncoding(codec, *whole.value.dictionary(), written);
+  Dictionary dictionary = *readPropertyList(written).value.dictionary();
+  checkEncoding(codec, dictionary, written);
+  checkEdits(codec, std::move(dictionary), bytes);
 }
 
 void run(std::string_view bytes) {
   const PlistResult read = readPropertyList(bytes);
   DictionaryCodec codec;
   checkDecoding(codec, std::string(bytes));
+  checkFastWay(std::string(bytes));
   if (!read.ok()) return;
   if (test::describe(read.value).size() > kLongDescription) return;
   const PlistBytes written = writePropertyList(read.value);

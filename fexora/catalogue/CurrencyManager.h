@@ -39,6 +39,10 @@ class FEXORA_API CurrencyManager : public NSObject {
   ~CurrencyManager() override;
 
   // The catalogue's own records. Duplicate and empty codes of the resource are kept.
+  // References to the shared catalogue's records, here and wherever the library hands them out,
+  // count nothing, since these live to the end of the process: use_count() is 0, a std::weak_ptr
+  // made from one is empty at once, and an order by owner takes all of them for one. Keep the
+  // reference itself, or the code.
   virtual const std::vector<CurrencyRef>& currencies() const { return _currencies; }
 
   // The first record with this code, the same object at each call; null when there is none.
@@ -55,19 +59,16 @@ class FEXORA_API CurrencyManager : public NSObject {
 
   std::optional<Value> perform(std::string_view selector, const Array& arguments = {}) override;
 
-  static constexpr std::uint32_t kNoPlace = Currency::kNoPlace;
-  // For the library's own units, since both may throw std::bad_alloc.
-  // Where in `currencies` the first record with this code stands, or kNoPlace.
-  std::uint32_t placeOfCode(std::string_view code) const;
-  // The same for a record's own code; the catalogue's own records are found without a look-up.
-  std::uint32_t placeOf(const Currency& currency) const;
-
  private:
   friend CurrencyManager& currencyManager();
+  friend class CataloguePlaces;
+  static constexpr std::uint32_t kNoPlace = Currency::kNoPlace;
   enum class Lifetime : std::uint8_t { counted, endless };
   CurrencyManager(Platform& platform, Lifetime lifetime);
 
   void loadCurrencies(Lifetime lifetime);
+  std::uint32_t placeOfCode(std::string_view code) const;
+  std::uint32_t placeOf(const Currency& currency) const;
   void indexCodes() const;
   bool indexIsCurrent() const noexcept {
     return indexedChanges_.load(std::memory_order_acquire) ==

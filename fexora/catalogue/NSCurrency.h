@@ -42,6 +42,8 @@ class FEXORA_API NSCurrency : public NSObject, public std::enable_shared_from_th
   std::string description() const override;
 
  private:
+  using std::enable_shared_from_this<NSCurrency>::shared_from_this;
+  using std::enable_shared_from_this<NSCurrency>::weak_from_this;
   friend class Currency;
 
   // The one place where the reference to the currency is set.

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "fexora/catalogue/CurrencyManager.h"
+#include "fexora/catalogue/CataloguePlaces.h"
 #include "fexora/records/USDRate.h"
 
 namespace fexora {

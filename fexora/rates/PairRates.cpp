@@ -8,9 +8,15 @@ namespace fexora {
 
 PairRates::PairRates(const CurrencyManager& catalogue, const std::vector<KnownRate>& usdRates,
                      const std::vector<CurrencyRef>& selection)
-    : catalogue_(&catalogue), dollar_(catalogue.placeOfCode("USD")) {
-  if (dollar_ == CurrencyManager::kNoPlace) return;
-  std::vector<bool> selected(catalogue.currencies().size());
+    : catalogue_(&catalogue), dollar_(CataloguePlaces(catalogue).ofCode("USD")) {
+  if (dollar_ == kNone) return;
+  filterUSDRatesForCurrencies(usdRates, selection);
+  link();
+}
+
+void PairRates::filterUSDRatesForCurrencies(const std::vector<KnownRate>& usdRates,
+                                            const std::vector<CurrencyRef>& selection) {
+  std::vector<bool> selected(catalogue_->currencies().size());
   for (const CurrencyRef& currency : selection) {
     const std::uint32_t at = currency != nullptr ? place(*currency) : kNone;
     if (at != kNone) selected[at] = true;
@@ -23,7 +29,6 @@ PairRates::PairRates(const CurrencyManager& catalogue, const std::vector<KnownRa
     places_.push_back(known.place);
     rates_.push_back(known.rate);
   }
-  link();
 }
 
 // Chains the entries by code and lays out the groups.
@@ -56,7 +61,7 @@ const CurrencyRef& PairRates::currencyAt(std::uint32_t place) const {
 
 // A record with an empty code equals none, not even the catalogue's own.
 std::uint32_t PairRates::place(const Currency& currency) const {
-  return currency.code().empty() ? kNone : catalogue_->placeOf(currency);
+  return currency.code().empty() ? kNone : CataloguePlaces(*catalogue_).of(currency);
 }
 
 Rate PairRates::operator[](std::size_t index) const {

@@ -20,7 +20,7 @@
 #include <optional>
 #include <vector>
 
-#include "fexora/catalogue/CurrencyManager.h"
+#include "fexora/catalogue/CataloguePlaces.h"
 #include "fexora/rates/KnownRates.h"
 #include "fexora/records/Converted.h"
 #include "fexora/records/Rate.h"
@@ -50,8 +50,10 @@ class FEXORA_API PairRates {
   std::vector<ConvertedItem> convert(const Currency& src, NSNumber amount, bool invert) const;
 
  private:
-  static constexpr std::uint32_t kNone = UINT32_MAX;
+  static constexpr std::uint32_t kNone = CataloguePlaces::kNone;
 
+  void filterUSDRatesForCurrencies(const std::vector<KnownRate>& usdRates,
+                                   const std::vector<CurrencyRef>& selection);
   void link();
   const CurrencyRef& currencyAt(std::uint32_t place) const;
   std::uint32_t place(const Currency& currency) const;

@@ -5,12 +5,25 @@
 #include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/network/NetworkManager.h"
 #include "fexora/platform/text/NumberText.h"
+#include "fexora/rates/PairRates.h"
 
 namespace fexora {
 
 std::string defaultRatesURL() {
   return environment("FEXORA_RATES_URL").value_or(FEXORA_RATES_URL);
 }
+
+namespace {
+
+constexpr std::string_view kLoading = "Loading rates";
+
+const ResponseError& outOfMemory() {
+  static const NoDestructor<ResponseError> error(
+      ResponseError{ResponseError::Kind::tooLarge, {}, kOutOfMemory, 0});
+  return *error;
+}
+
+}  // namespace
 
 RateManager::RateManager() : RateManager(Platform::process()) {}
 
@@ -37,22 +50,28 @@ std::optional<Date> RateManager::updated() const {
 void RateManager::filterRatesForLocalCurrencies(const std::vector<USDRateRef>& list) {
   std::vector<USDRateRef> kept;
   const auto known = knownRates(catalogue(), list, &kept);
-  rates_ = PairRates(catalogue(), known, currencies_);
+  rates_ = std::make_unique<PairRates>(catalogue(), known, currencies_);
   USDRates_ = std::move(kept);
 }
 
 void RateManager::ratesForCurrenciesBasedOnUSDRates() {
-  rates_ = PairRates(catalogue(), knownRates(catalogue(), USDRates_), currencies_);
+  const auto known = knownRates(catalogue(), USDRates_);
+  rates_ = std::make_unique<PairRates>(catalogue(), known, currencies_);
 }
 
 void RateManager::loadRates(std::optional<std::vector<CurrencyRef>> forCurrencies, bool cache,
                             bool sync, Completion complete) {
-  guarded(*platform_.log, "Loading rates", [&] { load(forCurrencies, cache, sync, complete); });
+  if (self_ == nullptr) {
+    guarded(*platform_.log, kLoading, [&] { self_ = std::make_shared<RateManager*>(this); });
+  }
+  const std::weak_ptr<RateManager*> self = self_;
+  const bool isDone =
+      guarded(*platform_.log, kLoading, [&] { load(forCurrencies, cache, sync, complete); });
+  if (!isDone && !self.expired()) tell(complete, false, &outOfMemory());
 }
 
 void RateManager::load(std::optional<std::vector<CurrencyRef>>& forCurrencies, bool cache,
                        bool sync, Completion& complete) {
-  if (self_ == nullptr) self_ = std::make_shared<RateManager*>(this);
   const std::weak_ptr<RateManager*> self = self_;
   currencies_ = forCurrencies ? *std::move(forCurrencies) : catalogue().currencies();
   if (cache && !USDRates_.empty()) {
@@ -64,7 +83,7 @@ void RateManager::load(std::optional<std::vector<CurrencyRef>>& forCurrencies, b
     tell(complete, true, nullptr);
     if (self.expired()) return;
   }
-  if (mayRequest()) request(sync, std::move(complete));
+  if (mayRequest()) request(sync, complete);
 }
 
 // This manager may have gone when it returns.
@@ -81,20 +100,19 @@ bool RateManager::mayRequest() const {
   return !(difference < kRequestSpacing);
 }
 
-void RateManager::request(bool sync, Completion complete) {
+void RateManager::request(bool sync, const Completion& complete) {
   lastUpdate_ = Date(platform_.loop->wallSeconds());
   NetworkManager::simpleRequest<Response>(
       *platform_.transport, ratesURL_,
-      [weak = std::weak_ptr(self_), sync, complete = std::move(complete)](
-          const std::shared_ptr<Response>& response, const std::optional<ResponseError>& error) {
+      [weak = std::weak_ptr(self_), sync, complete](const std::shared_ptr<Response>& response,
+                                                    const std::optional<ResponseError>& error) {
         const auto alive = weak.lock();
         if (alive == nullptr) return;
         RateManager& self = **alive;
         if (response != nullptr) {
           const bool isTaken = guarded(*self.platform_.log, "Taking the service's rates",
                                        [&] { self.receive(*response, sync); });
-          const ResponseError shortage{ResponseError::Kind::tooLarge, {}, kOutOfMemory, 0};
-          self.tell(complete, false, isTaken ? nullptr : &shortage);
+          self.tell(complete, false, isTaken ? nullptr : &outOfMemory());
         } else if (error) {
           self.tell(complete, false, &*error);
         }
@@ -117,8 +135,9 @@ std::pair<Converted, StoreSourceRef> RateManager::convertAmount(NSNumber amount,
   guarded(*platform_.log, "Converting an amount", [&] {
     if (srcCurrency == nullptr) srcCurrency = Currency::make();
     result.second = store().saveSourceCurrency(srcCurrency, amount, sync);
-    auto lines = rates_.convert(*srcCurrency, amount, invert);
-    if (lines.size() < rates_.linesFrom(*srcCurrency)) {
+    if (rates_ == nullptr) return;
+    auto lines = rates_->convert(*srcCurrency, amount, invert);
+    if (lines.size() < rates_->linesFrom(*srcCurrency)) {
       platform_.log->write("A conversion has only its first " +
                            integerText(static_cast<std::int64_t>(lines.size())) + " lines");
     }
@@ -129,9 +148,9 @@ std::pair<Converted, StoreSourceRef> RateManager::convertAmount(NSNumber amount,
 
 std::optional<Rate> RateManager::rateForSourceCurrency(const CurrencyRef& src,
                                                        const CurrencyRef& dst) const {
-  if (src == nullptr || dst == nullptr) return std::nullopt;
+  if (src == nullptr || dst == nullptr || rates_ == nullptr) return std::nullopt;
   return guardedOr(*platform_.log, "Looking a rate up", std::optional<Rate>(),
-                   [&] { return rates_.find(*src, *dst); });
+                   [&] { return rates_->find(*src, *dst); });
 }
 
 std::optional<Value> RateManager::valueForKey(std::string_view name) const {

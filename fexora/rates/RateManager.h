@@ -16,10 +16,13 @@
 #include "fexora/input/Response.h"
 #include "fexora/platform/Platform.h"
 #include "fexora/platform/values/NSObject.h"
-#include "fexora/rates/PairRates.h"
+#include "fexora/records/Converted.h"
+#include "fexora/records/Rate.h"
 #include "fexora/store/StoreManager.h"
 
 namespace fexora {
+
+class PairRates;
 
 // What kTrelbyRatesURL is: the environment's FEXORA_RATES_URL, else the address that the build was
 // configured with.
@@ -80,7 +83,11 @@ class FEXORA_API RateManager : public NSObject {
   virtual void tryLoadRatesFromQTXServer();
 
   // Records amount and source in the store first (writing the file if `sync`), whatever is found
-  // then: one line for each pair rate from `srcCurrency`, in their order. See ConvertedItem for
+  // then: one line for each pair rate from `srcCurrency`. The source must be the US dollar or among
+  // the loaded currencies, else there are none. The lines stand in the order of the rates as they
+  // came, after the dollar's for any other source, and not in that of the selection; and the dollar
+  // comes twice where the service gave it a rate and it is selected beside another source. Ask
+  // itemForDstCurrency() for one destination. See ConvertedItem for
   // `invert`. Of more than limits::kConversionLines the first are given, and the log says so.
   virtual std::pair<Converted, StoreSourceRef> convertAmount(NSNumber amount,
                                                              CurrencyRef srcCurrency, bool sync,
@@ -100,7 +107,7 @@ class FEXORA_API RateManager : public NSObject {
   void load(std::optional<std::vector<CurrencyRef>>& forCurrencies, bool cache, bool sync,
             Completion& complete);
   void tell(const Completion& complete, bool fromCache, const ResponseError* error) const;
-  void request(bool sync, Completion complete);
+  void request(bool sync, const Completion& complete);
   void receive(const Response& response, bool sync);
   CurrencyManager& catalogue() const;
   StoreManager& store() const;
@@ -109,7 +116,7 @@ class FEXORA_API RateManager : public NSObject {
   CurrencyManager* catalogue_;
   StoreManager* store_;
   std::vector<USDRateRef> USDRates_;
-  PairRates rates_;
+  std::unique_ptr<PairRates> rates_;  // null before the first
   std::vector<CurrencyRef> currencies_;
   std::string serviceMessage_;
   std::optional<Date> lastUpdate_;

@@ -1,10 +1,10 @@
 // One currency, identified by its code. Every other unit passes these around.
 //
 // The shared catalogue's records live to the end of the process, and their references carry no
-// count, so that copying one costs nothing. Two records are equal when their codes are equal and
-// not empty, whichever objects hold them; a record with an empty code equals none, itself included.
-// JSON form: {"code": text}.
-// One thread at a time, but any number may read while nobody writes.
+// count, so that copying one costs nothing (see CurrencyManager::currencies for what that means to
+// a host). Two records are equal when their codes are equal and not empty, whichever objects hold
+// them; a record with an empty code equals none, itself included. JSON form: {"code": text}. One
+// thread at a time, but any number may read while nobody writes.
 #pragma once
 
 #include <atomic>
@@ -51,6 +51,9 @@ class FEXORA_API Currency : public MappableModel, public std::enable_shared_from
   virtual void set_NSCurrency(NSCurrencyRef record);
 
  private:
+  // A record may live in a block, or where nothing counts it: there is no reference to ask for.
+  using std::enable_shared_from_this<Currency>::shared_from_this;
+  using std::enable_shared_from_this<Currency>::weak_from_this;
   friend class CurrencyManager;
   friend class NSCurrency;
   static constexpr std::uint32_t kNoPlace = UINT32_MAX;

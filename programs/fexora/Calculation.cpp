@@ -17,8 +17,9 @@ constexpr std::size_t kQuotedCharacters = 60;
 // The typed text in quotes, its head where it is long.
 std::string quoted(const std::string& typed) {
   const auto ends = Text::process().characterEnds(typed);
-  if (ends.size() <= kQuotedCharacters) return "\"" + typed + "\"";
-  return "\"" + typed.substr(0, ends[kQuotedCharacters - 1]) + "…\"";
+  const bool isLong = ends.size() > kQuotedCharacters;
+  const std::string head = isLong ? typed.substr(0, ends[kQuotedCharacters - 1]) + "…" : typed;
+  return std::string("\"").append(head).append("\"");
 }
 
 Failure refusal(const std::string& typed, const std::string& why) {

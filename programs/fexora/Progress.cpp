@@ -41,7 +41,7 @@ void Progress::schedule() {
 
 void Progress::show() {
   const double passed = Platform::process().loop->monotonicSeconds() - begin_;
-  const std::string time = " " + fixedText(passed, 1) + " s";
+  const std::string time = std::string(" ").append(fixedText(passed, 1)).append(" s");
   const std::size_t room = columns() > time.size() ? columns() - time.size() - 1 : 0;
   std::fputs(("\r\033[K" + text_.substr(0, room) + time).c_str(), stderr);
   shown_ = true;

@@ -44,7 +44,7 @@ std::string jsonUpdate(const StoreManager& store) {
 std::string plainUpdate(const StoreManager& store, bool names) {
   std::string text = std::string(fileWatcherUpdate) + ": selection";
   for (const CurrencyRef& currency : store.loadCurrencies()) {
-    text += " " + codeAndName(*currency, names);
+    text.append(" ").append(codeAndName(*currency, names));
   }
   const auto source = store.loadSourceCurrency();
   if (source != nullptr && source->currency() != nullptr) {

@@ -15,12 +15,10 @@ TEST(NumberTransform, TextsAndNumbersGiveANumber) {
   ASSERT_TRUE(same.has_value());
   EXPECT_EQ(same->kind(), NSNumber::Kind::integer);
   EXPECT_EQ(same->intValue(), 7);
-  for (const char* locale : {"C", "en_US", "de_DE", "fr_FR", "de_CH", "hi_IN"}) {
+  for (const char* locale : {"C", "de_CH", "hi_IN"}) {
     const test::LocaleScope scope(locale);
     const Value text = "1.08";
     EXPECT_EQ(NumberTransform().transformFromJSON(&text), NSNumber(1.08)) << locale;
-    const Value word = "n/a";
-    EXPECT_EQ(NumberTransform().transformFromJSON(&word), NSNumber(0.0)) << locale;
   }
 }
 

@@ -6,10 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include "fexora/input/Response.h"
 #include "fexora/platform/mapping/Mapper.h"
 #include "fexora/platform/text/NumberText.h"
 
-#include "tests/network/NetworkTest.h"
 #include "tests/support/JsonRoot.h"
 
 namespace fexora::test {
@@ -80,15 +80,15 @@ TEST(JsonDocument, OneOddNumber_LeavesTheRest) {
       R"({"a": -1e400, "serviceMessage": "m", "rates": [{"code": "EUR", "rate": 1e400},)"
       R"( {"rate": "2", "code": 7, "code": "GBP"}, {}]})");
   ASSERT_NE(document.object(), nullptr);
-  const auto answer = Mapper<Answer>::map(*document.object());
-  EXPECT_EQ(answer->serviceMessage, "m");
-  ASSERT_EQ(answer->rates.size(), 3U);
-  EXPECT_EQ(answer->rates[0]->rate(), NSNumber(kInfinity));
-  EXPECT_EQ(answer->rates[1]->code(), "") << "the first of equal keys counts";
-  EXPECT_EQ(answer->rates[1]->rate(), NSNumber(2.0));
+  const auto answer = Mapper<Response>::map(*document.object());
+  EXPECT_EQ(answer->serviceMessage(), "m");
+  ASSERT_EQ(answer->rates().size(), 3U);
+  EXPECT_EQ(answer->rates()[0]->rate(), NSNumber(kInfinity));
+  EXPECT_EQ(answer->rates()[1]->code(), "") << "the first of equal keys counts";
+  EXPECT_EQ(answer->rates()[1]->rate(), NSNumber(2.0));
   for (const std::string list : {"[{}, 1]", "{}", "null", "[[]]"}) {
     const JsonDocument other("{\"rates\": " + list + "}");
-    EXPECT_TRUE(Mapper<Answer>::map(*other.object())->rates.empty()) << list;
+    EXPECT_TRUE(Mapper<Response>::map(*other.object())->rates().empty()) << list;
   }
 }
 

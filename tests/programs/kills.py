@@ -1,23 +1,17 @@
 """Savers on one folder, killed at any moment, and what became of their saves.
 
-  kills.py [--kills N] [--seconds S]    the long form: 10,000 kills within 60 seconds
-
 A few savers run at a time, each with its reports in a file; whoever is killed is replaced at once.
 Meanwhile a reader takes the store file as often as it can. Afterwards the reports tell, of each
 content that was seen, whether a save that had begun after this one was done had been done itself:
 then that later save was lost.
 """
 
-import argparse
 import bisect
 import os
 import pathlib
 import random
-import shutil
 import signal
-import subprocess
 import sys
-import tempfile
 import threading
 import time
 
@@ -30,7 +24,7 @@ class Saver:
     def __init__(self, program, env, folder, order):
         self.first = (order + 1) * NUMBERS
         self.reports = os.open(folder, os.O_TMPFILE | os.O_RDWR)
-        self.pid = os.posix_spawn(program, [program, str(self.first)], env, file_actions=[
+        self.pid = os.posix_spawn(program, [program, "tell", str(self.first)], env, file_actions=[
             (os.POSIX_SPAWN_DUP2, self.reports, 1), (os.POSIX_SPAWN_OPEN, 2, "/dev/null", os.O_WRONLY, 0)])
 
     def has_reported(self):
@@ -110,9 +104,14 @@ def run(program, container, env, kills, processes=4, seed=20261124):
     chance = random.Random(seed)
     reader = Reader(store)
     reader.start()
-    saves, unreported = [], []
+    saves, unreported, savers = [], [], []
+
+    def bury(saver):
+        reported, dying = saver.kill()
+        saves.extend(reported)
+        unreported.append(dying)
+
     started = time.monotonic()
-    savers = []
     try:
         for order in range(kills + processes):
             if len(savers) == processes:
@@ -122,16 +121,12 @@ def run(program, container, env, kills, processes=4, seed=20261124):
                 give_up = time.monotonic() + 5
                 while victim.has_reported() < wanted and time.monotonic() < give_up:
                     time.sleep(0)
-                reported, dying = victim.kill()
-                saves += reported
-                unreported.append(dying)
+                bury(victim)
             if order < kills:
                 savers.append(Saver(str(program), env, str(container) + "-reports", order))
     finally:
         for saver in savers:
-            reported, dying = saver.kill()
-            saves += reported
-            unreported.append(dying)
+            bury(saver)
         took = time.monotonic() - started
         reader.done = True
         reader.join()
@@ -140,40 +135,3 @@ def run(program, container, env, kills, processes=4, seed=20261124):
     return {"kills": len(unreported), "seconds": round(took, 1), "saves": len(saves),
             "reads": len(reader.seen), "torn": reader.faults,
             "lost": lost(saves, unreported, reader.seen), "temporaries": len(left)}
-
-
-def main():
-    options = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    options.add_argument("--kills", type=int, default=10_000)
-    options.add_argument("--seconds", type=float, default=60)
-    options.add_argument("--folder", help="where the container is made, the temporary folder")
-    options.add_argument("--bin", type=pathlib.Path, help="of the build, build/dev/bin",
-                         default=pathlib.Path(__file__).resolve().parents[2] / "build/dev/bin")
-    options = options.parse_args()
-    binaries = options.bin
-    base = pathlib.Path(tempfile.mkdtemp(prefix="fexora-kills-", dir=options.folder))
-    try:
-        container = base / "container"
-        container.mkdir(mode=0o700)
-        (base / "container-reports").mkdir()
-        env = {"FEXORA_CONTAINER": str(container), "PATH": os.environ["PATH"],
-               "FEXORA_RATES_URL": "http://127.0.0.1:9/"}
-        for words in (["1", "USD", "EUR"], ["settings", "fraction", "1"]):
-            subprocess.run([binaries / "fexora", *words], env=env, check=True,
-                           stdout=subprocess.DEVNULL)
-        figures = run(binaries / "test_saver", container, env, options.kills)
-        subprocess.run([binaries / "fexora", "settings"], env=env, check=True,
-                       stdout=subprocess.DEVNULL)
-        figures["left after the next start"] = sorted(set(os.listdir(container)) - {"Store.plist"})
-    finally:
-        shutil.rmtree(base)
-    figures["torn"], figures["lost"] = len(figures["torn"]), len(figures["lost"])
-    for name, figure in figures.items():
-        print(f"{name}: {figure}")
-    bad = figures["torn"] or figures["lost"] or figures["left after the next start"]
-    slow = figures["seconds"] > options.seconds
-    return 1 if bad or slow else 0
-
-
-if __name__ == "__main__":
-    sys.exit(main())

@@ -1,58 +1,81 @@
 """Rates services on loopback: one that a test scripts, and nginx with the shipped configuration."""
 
 import grp
-import http.server
 import os
 import pathlib
 import pwd
 import socket
+import socketserver
 import subprocess
 import threading
+import zlib
 
-from support import BIN, SOURCE
+from support import BIN, SOURCE, ProgramTest
 
+LIMIT = 16 << 20  # of an answer
+PACKED = "Content-Encoding: gzip"
 SHIPPED = SOURCE / "packaging/nginx"
 
 
 class Service:
-    """Answers each request with what `respond(handler)` does; counts them."""
+    """Answers each request byte for byte with a script: bytes, or a function that is given the
+    connection. `paths` has those of single paths. Keeps the heads of the requests."""
 
-    def __init__(self, test, respond):
-        self.requests = 0
+    def __init__(self, test, script=b"", **paths):
+        self.script, self.paths, self.requests = script, paths, []
         service = self
 
-        class Handler(http.server.BaseHTTPRequestHandler):
-            def do_GET(self):
-                service.requests += 1
-                respond(self)
+        class Handler(socketserver.StreamRequestHandler):
+            def handle(self):
+                head = b""
+                while not head.endswith(b"\r\n\r\n"):
+                    line = self.rfile.readline()
+                    if not line:
+                        return
+                    head += line
+                service.requests.append(head.decode())
+                script = service.paths.get(head.split()[1].decode(), service.script)
+                if callable(script):
+                    script(self.connection)
+                else:
+                    self.connection.sendall(script)
 
-            def log_message(self, *_):
-                pass
+        class Server(socketserver.ThreadingTCPServer):
+            daemon_threads, request_queue_size = True, 64
 
-        class Server(http.server.ThreadingHTTPServer):
             def handle_error(self, *_):
                 pass  # a client that has gone
 
         self.server = Server(("127.0.0.1", 0), Handler)
-        self.url = f"http://127.0.0.1:{self.server.server_port}/rates.json"
+        self.base = f"http://127.0.0.1:{self.server.server_address[1]}"
+        self.url = self.base + "/rates.json"
         threading.Thread(target=self.server.serve_forever, args=(0.02,), daemon=True).start()
         test.addCleanup(self.server.server_close)
         test.addCleanup(self.server.shutdown)
 
 
-def answering(body, status=200, **headers):
-    """A `respond` that always sends this."""
+def answer(body, *headers, status="200 OK"):
+    """A whole answer."""
+    body = body.encode() if isinstance(body, str) else body
+    lines = [f"HTTP/1.1 {status}", "Connection: close", f"Content-Length: {len(body)}", *headers]
+    return "\r\n".join(lines).encode() + b"\r\n\r\n" + body
 
-    def respond(handler):
-        data = body.encode()
-        handler.send_response(status)
-        handler.send_header("Content-Length", str(len(data)))
-        for name, value in headers.items():
-            handler.send_header(name, value)
-        handler.end_headers()
-        handler.wfile.write(data)
 
-    return respond
+def gzip(*chunks):
+    packer = zlib.compressobj(1, zlib.DEFLATED, 31)
+    return b"".join(map(packer.compress, chunks)) + packer.flush()
+
+
+class ServedTest(ProgramTest):
+    """A program whose rates service is `self.service`."""
+
+    def setUp(self):
+        super().setUp()
+        self.service = Service(self)
+        self.url = self.service.url
+
+    def environment(self, **changes):
+        return super().environment(**{"FEXORA_RATES_URL": self.url, "no_proxy": "*", **changes})
 
 
 class Nginx:
@@ -70,7 +93,7 @@ http {{
 }}
 """
 
-    def __init__(self, test, folder, run):
+    def __init__(self, test, folder, run, site=SHIPPED / "fexora-rates.conf"):
         run.mkdir()
         # Each finished request comes as a message, which can be waited for.
         self.log = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)
@@ -80,8 +103,8 @@ http {{
         listener = socket.create_server(("127.0.0.1", 0))
         port = listener.getsockname()[1]
         self.url = f"http://127.0.0.1:{port}/rates.json"
-        site = (SHIPPED / "fexora-rates.conf").read_text(encoding="utf-8")
-        for old, new in (("listen 80;", f"listen 127.0.0.1:{port};"),
+        site = site.read_text(encoding="utf-8")
+        for old, new in (("listen 80 ", f"listen 127.0.0.1:{port} "),
                          ("root /var/www/fexora;", f"root {folder};")):
             test.assertEqual(site.count(old), 1)
             site = site.replace(old, new)

@@ -21,9 +21,13 @@ def snapshot_rates():
 
 
 class ProgramTest(unittest.TestCase):
+    program = "fexora"
+    longest = 501  # of its messages, in bytes
+
     def setUp(self):
         self.container = pathlib.Path(tempfile.mkdtemp(prefix="fexora-test-"))
-        self.addCleanup(shutil.rmtree, self.container, ignore_errors=True)
+        for folder in (self.container, f"{self.container}-cache"):
+            self.addCleanup(shutil.rmtree, folder, ignore_errors=True)
         self.store = self.container / "Store.plist"
 
     def environment(self, **changes):
@@ -35,17 +39,20 @@ class ProgramTest(unittest.TestCase):
         env.update(changes)
         return {k: v for k, v in env.items() if v is not None}
 
-    def start(self, *words, program="fexora", env=None, terminal=None, **options):
+    def start(self, *words, program=None, before=(), env=None, terminal=None, **options):
         """With `terminal`, a descriptor, as both outputs instead of two pipes."""
+        words = [*before, BIN / (program or self.program), *words]
         return subprocess.Popen(
-            [BIN / program, *words], env=env or self.environment(), text=True,
-            stdout=terminal or subprocess.PIPE, stderr=terminal or subprocess.PIPE,
-            stdin=subprocess.DEVNULL, **options)
+            words, env=env or self.environment(), text=True,
+            **{"stdin": subprocess.DEVNULL, "stdout": terminal or subprocess.PIPE,
+               "stderr": terminal or subprocess.PIPE, **options})
 
-    def run_program(self, *words, **options):
-        """(exit code, standard output, standard error)"""
+    def run_program(self, *words, text=None, **options):
+        """(exit code, standard output, standard error), with `text` as standard input."""
+        if text is not None:
+            options["stdin"] = subprocess.PIPE
         process = self.start(*words, **options)
-        out, err = process.communicate(timeout=120)
+        out, err = process.communicate(text, timeout=120)
         return process.returncode, out, err
 
     def succeed(self, *words, **options):
@@ -60,9 +67,19 @@ class ProgramTest(unittest.TestCase):
         """Runs what must end with `code`; its one message."""
         got, out, err = self.run_program(*words, **options)
         self.assertEqual(got, code, (words, out, err))
-        self.assertRegex(err, r"\Afexora: [^\n]+\n\Z")
-        self.assertLessEqual(len(err), 501)
+        self.assertRegex(err, rf"\A{self.program}: [^\n]+\n\Z")
+        self.assertLessEqual(len(err), self.longest)
         return err
+
+    def failure(self, code, *words, **options):
+        """Runs what must end with `code`; the JSON error, which is the one message, too."""
+        got, out, err = self.run_program(*words, "--json", **options)
+        error = json.loads(out)["error"]
+        self.assertEqual((got, list(error), err),
+                         (code, ["kind", "message"], f"fexora: {error['message']}\n"), words)
+        self.assertNotIn("\n", error["message"])
+        self.assertLessEqual(len(err), self.longest)
+        return error
 
     def content(self):
         """The store file as Python's own reader has it."""

@@ -1,13 +1,10 @@
 """Shell completion and the manual page, each by its own shell or formatter."""
 
 import os
-import pathlib
 import pty
 import re
 import select
-import shutil
 import subprocess
-import tempfile
 import time
 import unittest
 
@@ -17,95 +14,81 @@ COMPLETIONS = SOURCE / "packaging/completions"
 COMMANDS = ["select", "settings", "search", "refresh", "watch", "status"]
 
 
-class Bash(ProgramTest):
-    def complete(self, *words):
+# The words before the cursor, and what they can become.
+EVERYWHERE = [
+    ([""], COMMANDS), (["se"], ["select", "settings", "search"]),
+    (["settings", "mode", ""], ["light", "dark"]), (["100", "--n"], ["--no-save", "--names"]),
+    (["search", "x", "--ex"], ["--exclude"]), (["settings", "todayR"], ["todayRelativeCurrency"]),
+    (["100", "jp"], ["JPY"]), (["select", ""], ["USD", "EUR"]), (["select", "eur"], ["EUR", "EURC"])]
+IN_BASH = [
+    (["--json", "settings", "mode", ""], ["light", "dark"]), (["100", "yen"], ["JPY"]),
+    (["100", "USD", "zlo"], ["PLN"]), (["100", ""], ["USD", "EUR"]),
+    (["search", "dollar", "--exclude", "eu"], ["EUR", "EURC"]), (["100", "no such"], [])]
+
+
+class Shells(ProgramTest):
+    def run_shell(self, *words, **changes):
+        env = self.environment(PATH=f"{BIN}:{os.environ['PATH']}", LANG="C.UTF-8",
+                               HOME=str(self.container), **changes)
+        done = subprocess.run(words, env=env, text=True, capture_output=True, check=True, timeout=60)
+        self.assertEqual(done.stderr, "")
+        return done.stdout.splitlines()
+
+    def bash(self, *words):
         script = ('source "$1"; shift; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); '
-                  '_fexora "$FEXORA" "${COMP_WORDS[COMP_CWORD]}" "${COMP_WORDS[COMP_CWORD - 1]}"; '
+                  '_fexora fexora "${COMP_WORDS[COMP_CWORD]}" "${COMP_WORDS[COMP_CWORD - 1]}"; '
                   'printf "%s\\n" "${COMPREPLY[@]}"')
-        done = subprocess.run(
-            ["bash", "-c", script, "bash", COMPLETIONS / "fexora.bash", "fexora", *words],
-            env=self.environment(FEXORA=str(BIN / "fexora")), text=True, capture_output=True,
-            check=True, timeout=60)
-        self.assertEqual(done.stderr, "")
-        return done.stdout.split()
+        found = self.run_shell("bash", "-c", script, "bash", COMPLETIONS / "fexora.bash", "fexora", *words)
+        return " ".join(found).split()
 
-    def test_commands_options_settings_and_values(self):
-        self.assertEqual(self.complete(""), COMMANDS)
-        self.assertEqual(self.complete("se"), ["select", "settings", "search"])
-        self.assertEqual(self.complete("search", "--e"), ["--exclude"])
-        self.assertEqual(self.complete("100", "--n"), ["--no-save", "--names"])
-        self.assertNotIn("--invert", self.complete("watch", "--"))
-        self.assertEqual(self.complete("settings", "todayR"), ["todayRelativeCurrency"])
-        self.assertEqual(self.complete("--json", "settings", "mode", ""), ["light", "dark"])
+    def fish(self, *words):
+        """With what stands beside each."""
+        found = self.run_shell("fish", "--no-config", "-c", "source $argv[1]; complete -C $argv[2]",
+                               COMPLETIONS / "fexora.fish", " ".join(["fexora", *words]))
+        return dict(line.partition("\t")[::2] for line in found)
 
-    def test_currencies_by_code_or_name(self):
-        self.assertEqual(self.complete("100", "jp"), ["JPY"])
-        self.assertEqual(self.complete("100", "yen"), ["JPY"])
-        self.assertEqual(self.complete("100", "USD", "zlo"), ["PLN"])
-        self.assertEqual(self.complete("100", ""), ["USD", "EUR"])
-        self.assertEqual(self.complete("select", "eur"), ["EUR", "EURC"])
-        self.assertEqual(self.complete("search", "dollar", "--exclude", "eu"), ["EUR", "EURC"])
-        self.assertEqual(self.complete("100", "no such"), [])
+    def test_bash(self):
+        for words, wanted in EVERYWHERE + IN_BASH:
+            self.assertEqual(self.bash(*words), wanted, words)
+        self.assertNotIn("--invert", self.bash("watch", "--"))
 
-
-class Fish(ProgramTest):
-    def complete(self, line):
-        home = tempfile.mkdtemp(prefix="fexora-test-")
-        self.addCleanup(shutil.rmtree, home)
-        done = subprocess.run(
-            ["fish", "--no-config", "-c", "source $argv[1]; complete -C $argv[2]",
-             COMPLETIONS / "fexora.fish", line],
-            env=self.environment(PATH=f"{BIN}:{os.environ['PATH']}", HOME=home, LANG="C.UTF-8"),
-            text=True, capture_output=True, check=True, timeout=60)
-        self.assertEqual(done.stderr, "")
-        return dict(line.partition("\t")[::2] for line in done.stdout.splitlines())
-
-    def test_commands_options_and_currencies(self):
-        self.assertEqual(sorted(self.complete("fexora ")), sorted(COMMANDS))
-        self.assertEqual(list(self.complete("fexora settings mode ")), ["dark", "light"])
-        self.assertEqual(sorted(self.complete("fexora 1 --n")), ["--names", "--no-save"])
-        self.assertEqual(list(self.complete("fexora search x --ex")), ["--exclude"])
-        self.assertEqual(self.complete("fexora 100 jp"), {"JPY": "Japanese Yen"})
-        self.assertEqual(sorted(self.complete("fexora select ")), ["EUR", "USD"])
+    def test_fish(self):
+        for words, wanted in EVERYWHERE:
+            self.assertEqual(sorted(self.fish(*words)), sorted(wanted), words)
+        self.assertEqual(self.fish("100", "jp"), {"JPY": "Japanese Yen"})
 
 
 class Zsh(ProgramTest):
-    def type(self, line, wanted):
-        """Types into an interactive shell until it shows what is wanted; what it showed."""
-        home = tempfile.mkdtemp(prefix="fexora-test-")
-        self.addCleanup(shutil.rmtree, home)
-        pathlib.Path(home, ".zshrc").write_text(
+    def setUp(self):
+        """An interactive shell at its prompt, on a terminal."""
+        super().setUp()
+        (self.container / ".zshrc").write_text(
             f"PS1='READY> '; unset zle_bracketed_paste; fpath=({COMPLETIONS} $fpath)\n"
             "autoload -U compinit; compinit -u -D\n", encoding="utf-8")
-        ours, theirs = pty.openpty()
-        self.addCleanup(os.close, ours)
-        env = self.environment(PATH=f"{BIN}:{os.environ['PATH']}", HOME=home, ZDOTDIR=home,
-                               TERM="dumb", LANG="C.UTF-8")
+        self.terminal, theirs = pty.openpty()
+        self.addCleanup(os.close, self.terminal)
+        env = self.environment(PATH=f"{BIN}:{os.environ['PATH']}", HOME=str(self.container),
+                               ZDOTDIR=str(self.container), TERM="dumb", LANG="C.UTF-8")
         shell = subprocess.Popen(["zsh", "-d", "-i"], env=env, stdin=theirs, stdout=theirs,
                                  stderr=theirs, start_new_session=True)
         os.close(theirs)
-        try:
-            self.read_until(ours, "READY> ")
-            os.write(ours, line.encode())
-            return self.read_until(ours, wanted)
-        finally:
-            shell.kill()
-            shell.wait()
+        self.addCleanup(shell.wait)
+        self.addCleanup(shell.kill)
+        self.read_until("READY> ")
 
-    def read_until(self, descriptor, pattern):
+    def read_until(self, wanted):
         shown = ""
         end = time.monotonic() + 60
-        while not re.search(pattern, shown):
-            ready, _, _ = select.select([descriptor], [], [], end - time.monotonic())
-            self.assertTrue(ready, f"never shown: {pattern} in {shown!r}")
-            shown += os.read(descriptor, 4096).decode(errors="replace")
-        return shown
+        while wanted not in shown:
+            ready, _, _ = select.select([self.terminal], [], [], end - time.monotonic())
+            self.assertTrue(ready, f"never shown: {wanted} in {shown!r}")
+            shown += os.read(self.terminal, 4096).decode(errors="replace")
 
     def test_a_name_becomes_its_code_and_a_command_is_completed(self):
-        self.type("fexora 100 yen\t", "JPY")
-        self.type("fexora setti\t", "settings")
-        self.type("fexora settings mode d\t", "dark")
-        self.type("fexora search x --exc\t", "--exclude")
+        for line, wanted in [("100 yen", "JPY"), ("setti", "settings"),
+                             ("settings mode d", "dark"), ("search x --exc", "--exclude")]:
+            os.write(self.terminal, f"\x15fexora {line}\t".encode())  # in place of the line so far
+            self.read_until(wanted)
 
 
 class Manual(ProgramTest):

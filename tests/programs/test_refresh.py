@@ -9,8 +9,7 @@ import threading
 import time
 import unittest
 
-from service import Service, answering
-from support import ProgramTest
+from service import ServedTest, answer
 from test_sharing import Watcher
 
 GOOD = json.dumps({"serviceMessage": "", "updated": 1, "source": "test", "count": 2,
@@ -18,51 +17,26 @@ GOOD = json.dumps({"serviceMessage": "", "updated": 1, "source": "test", "count"
                              {"code": "NOSUCHCODE", "rate": 1}]})
 
 
-class Refresh(ProgramTest):
-    url = "http://127.0.0.1:9/rates.json"
-
-    def serve(self, respond):
-        service = Service(self, respond)
-        self.url = service.url
-        return service
-
-    def environment(self, **changes):
-        return super().environment(**{"FEXORA_RATES_URL": self.url, "no_proxy": "*", **changes})
+class Refresh(ServedTest):
+    def setUp(self):
+        super().setUp()
+        self.service.script = answer(GOOD)
 
     def test_rates_are_stored_and_converted_with(self):
-        self.serve(answering(GOOD))
-        answer = self.json("refresh")
-        self.assertEqual(set(answer), {"origin", "count", "message", "updated"})
-        self.assertEqual((answer["origin"], answer["count"], answer["message"]), ("service", 2, ""))
-        self.assertRegex(answer["updated"], r"\A\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ\Z")
+        result = self.json("refresh")
+        self.assertEqual(set(result), {"origin", "count", "message", "updated"})
+        self.assertEqual((result["origin"], result["count"], result["message"]), ("service", 2, ""))
+        self.assertRegex(result["updated"], r"\A\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ\Z")
         self.assertEqual(self.json("10", "USD", "EUR", "JPY")["items"][1]["amount"], 1505)
         self.assertIn("2 rates", self.succeed("refresh"))
-
-    def test_a_failure_says_why_and_that_the_cached_rates_stay(self):
-        self.serve(answering(GOOD))
-        self.succeed("refresh")
-        before = self.store.read_bytes()
-        for respond, kind, word in (
-                (answering("<html>"), "notJson", "not JSON"),
-                (answering("[]"), "notAnObject", "not an object"),
-                (answering("{}", 500), "httpStatus", "500"),
-                (answering(GOOD, 404), "httpStatus", "404"),
-                (lambda handler: None, "noConnection", "no connection")):
-            self.serve(respond)
-            message = self.refuse(3, "refresh")
-            self.assertIn(word, message)
-            self.assertIn(self.url, message)
-            self.assertIn("cached rates stay: rates of", message)
-            code, out, _ = self.run_program("refresh", "--json")
-            self.assertEqual((code, json.loads(out)["error"]["kind"]), (3, kind))
-            self.assertEqual(self.store.read_bytes(), before)
+        self.assertEqual(len(self.service.requests), 2, "one a run")
 
     def test_odd_figures_cost_only_themselves(self):
-        self.serve(answering("""\ufeff{"serviceMessage": 7, "updated": 123456789012345678901234567890,
+        self.service.script = answer("""\ufeff{"serviceMessage": 7, "updated": 123456789012345678901234567890,
             "count": "two", "rates": [{"code": "EUR", "rate": "0.5"}, {"code": "JPY", "rate": "150,5"},
             {"code": "GBP", "rate": 1e400}, {"code": "CHF", "rate": 1, "rate": 2}, {"rate": 3},
             {"code": "CNY", "rate": null}, {"code": "INR", "rate": "x"}, {"code": "SEK", "rate": true},
-            {"code": "USD", "rate": 1}, {"code": "USD", "rate": 1, "code": "EUR"}]}"""))
+            {"code": "USD", "rate": 1}, {"code": "USD", "rate": 1, "code": "EUR"}]}""")
         self.assertEqual(self.json("refresh")["message"], "")
         stored = [(rate["code"], rate["rate"]) for rate in self.content()["UDUSDRates"]]
         self.assertEqual(stored, [
@@ -72,49 +46,35 @@ class Refresh(ProgramTest):
         self.assertEqual([item["amount"] for item in converted], [1, None])
 
     def test_user_and_secret_of_the_address_never_show(self):
-        service = self.serve(lambda handler: seen.append(handler.headers["Authorization"]))
-        seen = []
+        self.service.script = b""
         for secret in ("s3cret", "s3@cret"):
-            self.url = service.url.replace("//", f"//us3r:{secret}@")
+            self.url = self.service.url.replace("//", f"//us3r:{secret}@")
             for words in (["refresh"], ["refresh", "--json", "--verbose"], ["status"],
                           ["status", "--json"]):
                 _, out, err = self.run_program(*words)
                 self.assertNotRegex(out + err, "us3r|cret", words)
                 self.assertIn("//***@127.0.0.1:", out + err, words)
-        self.assertTrue(all(value.startswith("Basic ") for value in seen), seen)
+        for head in self.service.requests:
+            self.assertIn("\r\nAuthorization: Basic ", head)
 
     def test_without_cached_rates_a_failure_says_so(self):
+        self.service.script = b""
         self.assertIn("no rates are cached", self.refuse(3, "refresh"))
 
-    def test_an_answer_without_rates_is_taken_with_a_warning(self):
-        self.serve(answering("{}"))
-        code, out, err = self.run_program("refresh", "--json")
-        self.assertEqual((code, json.loads(out)["count"]), (0, 0))
-        self.assertIn("no rates", err)
-        # Conversions then use the bundled rates.
-        self.assertEqual(self.json("1", "USD", "EUR")["origin"], "bundled")
-
     def test_use_and_places_that_cannot_be_written(self):
-        self.serve(answering(GOOD))
         self.refuse(2, "refresh", "EUR")
         (self.container / "file").write_text("")
         env = self.environment(FEXORA_CONTAINER=str(self.container / "file/below"))
         self.refuse(4, "refresh", env=env)
 
-    def test_one_request_a_run(self):
-        service = self.serve(answering(GOOD))
-        for count in (1, 2, 3):
-            self.succeed("refresh")
-            self.assertEqual(service.requests, count)
-
     def test_progress_shows_on_a_terminal_only_and_is_wiped(self):
         go_on = threading.Event()
 
-        def respond(handler):
+        def respond(connection):
             go_on.wait()
-            answering(GOOD)(handler)
+            connection.sendall(answer(GOOD))
 
-        self.serve(respond)
+        self.service.script = respond
         leader, follower = pty.openpty()
         self.addCleanup(os.close, leader)
         process = self.start("refresh", terminal=follower)
@@ -135,7 +95,6 @@ class Refresh(ProgramTest):
         self.assertEqual(process.communicate(timeout=60)[1], "")
 
     def test_interrupted_at_any_moment_leaves_the_store_whole(self):
-        self.serve(answering(GOOD))
         self.succeed("refresh")
         chance = random.Random(20261124)
         for _ in range(30):
@@ -151,11 +110,11 @@ class Refresh(ProgramTest):
         end = threading.Event()
         self.addCleanup(end.set)
 
-        def respond(handler):
+        def respond(_):
             asked.set()
             end.wait()
 
-        self.serve(respond)
+        self.service.script = respond
         process = self.start("refresh")
         asked.wait()
         process.send_signal(signal.SIGINT)
@@ -163,20 +122,25 @@ class Refresh(ProgramTest):
         self.assertEqual(process.returncode, -signal.SIGINT)
         self.succeed("settings")
 
-    def test_watch_keeps_the_rates_fresh(self):
+    def test_watch_keeps_the_rates_fresh_and_goes_on_when_the_service_fails(self):
+        scripts = [answer("oops", status="500 Oops"), answer("oops", status="500 Oops"), answer(GOOD)]
         asked = threading.Semaphore(0)
 
-        def respond(handler):
-            answering(GOOD)(handler)
+        def respond(connection):
+            connection.sendall(scripts.pop(0))
             asked.release()
 
-        self.serve(respond)
-        Watcher(self, "--refresh", "1")
+        self.service.script = respond
+        watcher = Watcher(self, "--refresh", "1")
         for _ in range(3):
             self.assertTrue(asked.acquire(timeout=60))
+        watcher.process.terminate()
+        out, err = watcher.process.communicate()
+        self.assertEqual(out, "")
+        # Said once, not with every try.
+        self.assertEqual(err.count("HTTP status 500"), 1)
 
     def test_watch_that_refreshes_still_tells_what_others_save(self):
-        self.serve(answering(GOOD))
         other = Watcher(self, "--count", "1")
         watcher = Watcher(self, "--refresh", "3600")
         # Its own save is no news to itself, but to the others.
@@ -185,23 +149,6 @@ class Refresh(ProgramTest):
         update = watcher.next()
         self.assertEqual(update["settings"]["fraction"], 6)
         self.assertIsNotNone(update["updated"])
-
-    def test_watch_goes_on_when_the_service_fails(self):
-        asked = threading.Semaphore(0)
-
-        def respond(handler):
-            asked.release()
-            answering("oops", 500)(handler)
-
-        self.serve(respond)
-        watcher = Watcher(self, "--refresh", "1")
-        for _ in range(2):
-            self.assertTrue(asked.acquire(timeout=60))
-        watcher.process.terminate()
-        out, err = watcher.process.communicate()
-        self.assertEqual(out, "")
-        # Said once, not with every try.
-        self.assertEqual(err.count("HTTP status 500"), 1)
 
 
 if __name__ == "__main__":

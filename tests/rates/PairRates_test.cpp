@@ -1,18 +1,45 @@
 #include "fexora/rates/PairRates.h"
 
+#include <algorithm>
 #include <bit>
 #include <limits>
 #include <random>
 
 #include <gtest/gtest.h>
 
-#include "tests/rates/ReferencePairs.h"
-#include "tests/support/VirtualPlatform.h"
+#include "tests/support/TestCatalogue.h"
 
 namespace fexora {
 namespace {
 
-using test::referencePairs;
+// The pair rates as a plain list, worked out step by step.
+std::vector<Rate> referencePairs(const CurrencyManager& catalogue,
+                                 const std::vector<USDRateRef>& usdRates,
+                                 const std::vector<CurrencyRef>& selection) {
+  std::vector<USDRateRef> used;
+  for (const auto& rate : usdRates) {
+    const auto currency = catalogue.currencyForCode(rate->code());
+    const bool chosen = currency != nullptr &&
+                        std::any_of(selection.begin(), selection.end(), [&](const auto& one) {
+                          return one != nullptr && *one == *currency;
+                        });
+    if (chosen) used.push_back(rate);
+  }
+  std::vector<Rate> pairs;
+  for (const auto& a : used) {
+    const auto dollar = catalogue.currencyForCode("USD");
+    const auto own = catalogue.currencyForCode(a->code());
+    if (dollar == nullptr || own == nullptr || *dollar == *own) continue;
+    pairs.emplace_back(dollar, own, a->rate());
+    pairs.emplace_back(own, dollar, 1.0 / a->rate().doubleValue());
+    for (const auto& b : used) {
+      if (b->code() == a->code()) continue;
+      pairs.emplace_back(own, catalogue.currencyForCode(b->code()),
+                         b->rate().doubleValue() / a->rate().doubleValue());
+    }
+  }
+  return pairs;
+}
 
 std::uint64_t bits(NSNumber number) {
   const double value = number.doubleValue();
@@ -75,16 +102,10 @@ TEST(PairRates, WorkedExample_SixPairsInOrder) {
 }
 
 TEST(PairRates, RandomLists_AgreeWithThePlainLoop) {
-  test::ScratchFolder folder;
-  test::VirtualPlatform desktop;
-  desktop.resources.folder = folder.path();
-  // A catalogue with a code that stands twice, an empty one and one without ASCII.
-  std::string plist = "<plist version=\"1.0\"><array>";
+  // A code that stands twice, an empty one and one without ASCII.
   const std::vector<std::string> codes = {"EUR", "USD", "GBP", "EUR", "", "JPY", "\u00C5", "BTC"};
-  for (const auto& code : codes) plist += "<string>" + code + "</string>";
-  test::writeFile(folder / "Currency.plist", plist + "</array></plist>");
-  const CurrencyManager catalogue(desktop.platform);
-  ASSERT_EQ(catalogue.currencies().size(), codes.size());
+  test::TestCatalogue made(codes);
+  const CurrencyManager& catalogue = made.manager();
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   const std::vector<NSNumber> numbers = {
       0.9, 0.0, -0.0, 1, kInfinity, std::numeric_limits<double>::quiet_NaN(), 1e-9, 1e300, true};
@@ -105,13 +126,8 @@ TEST(PairRates, RandomLists_AgreeWithThePlainLoop) {
 }
 
 TEST(PairRates, CatalogueWithoutDollar_HasNoPairs) {
-  test::ScratchFolder folder;
-  test::VirtualPlatform desktop;
-  desktop.resources.folder = folder.path();
-  test::writeFile(folder / "Currency.plist",
-                  "<plist version=\"1.0\"><array><string>EUR</string></array></plist>");
-  const CurrencyManager catalogue(desktop.platform);
-  const PairRates pairs(catalogue, {{0, 0.9}}, catalogue.currencies());
+  test::TestCatalogue made({"EUR"});
+  const PairRates pairs(made.manager(), {{0, 0.9}}, made.manager().currencies());
   EXPECT_TRUE(pairs.empty());
   EXPECT_FALSE(pairs.find(*Currency::make("USD"), *Currency::make("EUR")));
 }

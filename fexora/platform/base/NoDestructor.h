@@ -20,6 +20,9 @@ class NoDestructor {
 
   T& operator*() noexcept { return *std::launder(reinterpret_cast<T*>(storage_)); }
   T* operator->() noexcept { return &**this; }
+  const T& operator*() const noexcept {
+    return *std::launder(reinterpret_cast<const T*>(storage_));
+  }
 
  private:
   alignas(T) unsigned char storage_[sizeof(T)];

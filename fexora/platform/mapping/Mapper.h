@@ -3,6 +3,7 @@
 // `Record` is a default-constructible MappableModel. Any thread, as far as the records allow.
 #pragma once
 
+#include <concepts>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -23,7 +24,7 @@ class Mapper {
     MapSource::Visitor visitor() {
       return [this](const MapSource& dictionary, std::size_t left) {
         if (references_.empty()) references_.reserve(left);
-        if constexpr (requires(Record & record) { record.weak_from_this(); }) {
+        if constexpr (std::derived_from<Record, std::enable_shared_from_this<Record>>) {
           if (auto record = map(dictionary)) references_.push_back(std::move(record));
         } else {
           addToBlock(dictionary, left);

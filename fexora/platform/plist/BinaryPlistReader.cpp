@@ -11,12 +11,14 @@
 
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/PlistText.h"
+#include "fexora/platform/text/Utf8.h"
 
 namespace fexora {
 namespace {
 
 constexpr std::string_view kMagic = "bplist00";
 constexpr std::size_t kTrailerBytes = 32;
+constexpr const char* kBrokenText = "a text with control characters or broken Unicode";
 // From 1970 to 2001-01-01T00:00:00Z, the zero of binary dates.
 constexpr double kDateZero = 978307200.0;
 
@@ -256,44 +258,11 @@ bool BinaryRun::readAscii(std::size_t at, std::uint64_t count, Value& out) {
   return addText(std::string(*part), out);
 }
 
-// Appends in UTF-8; a half of a pair becomes a sequence that the check of the text refuses.
-void appendUtf8(std::string& out, std::uint32_t c) {
-  const auto tail = [&out](std::uint32_t bits) {
-    out += static_cast<char>(0x80U | (bits & 0x3FU));
-  };
-  if (c < 0x80) {
-    out += static_cast<char>(c);
-  } else if (c < 0x800) {
-    out += static_cast<char>(0xC0U | (c >> 6U));
-    tail(c);
-  } else if (c < 0x10000) {
-    out += static_cast<char>(0xE0U | (c >> 12U));
-    tail(c >> 6U);
-    tail(c);
-  } else {
-    out += static_cast<char>(0xF0U | (c >> 18U));
-    tail(c >> 12U);
-    tail(c >> 6U);
-    tail(c);
-  }
-}
-
 bool BinaryRun::readUtf16(std::size_t at, std::uint64_t count, Value& out) {
   const auto part = count <= bytes_.size() ? take(at, count * 2) : std::nullopt;
   if (!part) return refuse("an object that ends too late");
-  const std::size_t begin = at - part->size();
   std::string text;
-  for (std::size_t i = begin; i < at; i += 2) {
-    auto unit = static_cast<std::uint32_t>(unsignedAt(i, 2));
-    if ((unit & 0xFC00U) == 0xD800U && i + 2 < at) {
-      const auto next = static_cast<std::uint32_t>(unsignedAt(i + 2, 2));
-      if ((next & 0xFC00U) == 0xDC00U) {
-        unit = 0x10000U + ((unit & 0x3FFU) << 10U) + (next & 0x3FFU);
-        i += 2;
-      }
-    }
-    appendUtf8(text, unit);
-  }
+  if (!utf8FromUtf16(*part, text)) return refuse(kBrokenText);
   return addText(std::move(text), out);
 }
 
@@ -301,7 +270,7 @@ bool BinaryRun::addText(std::string text, Value& out) {
   // One long text may be named by many objects: the sum of what is built is bounded, too.
   textBytes_ += text.size();
   if (textBytes_ > limits::kStoreFileBytes) return refuse("too much text and data");
-  if (!isPlistText(text)) return refuse("a text with control characters or broken Unicode");
+  if (!isPlistText(text)) return refuse(kBrokenText);
   out = Value(std::move(text));
   return true;
 }

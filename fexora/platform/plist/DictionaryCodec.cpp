@@ -2,14 +2,13 @@
 
 #include <algorithm>
 #include <new>
-#include <optional>
 #include <utility>
 
 #include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/base/Limits.h"
+#include "fexora/platform/plist/LaidOutPlistReader.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
-#include "fexora/platform/plist/XmlPlistReader.h"
 #include "fexora/platform/plist/XmlPlistWriter.h"
 
 namespace fexora {
@@ -123,9 +122,8 @@ DictionaryCodec::Decoded DictionaryCodec::decodeAnew(std::string_view bytes) {
 // False when the file is not laid out as the writer does it, or holds an error.
 //
 // Only the exact head leads to the first key, and each step goes from the beginning of a top-level
-// key's line to the end of its value's, found by the parser now or on an earlier reading of the
-// same bytes. So the parser's state is known at each step, and neither text nor comments that look
-// like keys can mislead it.
+// key's line to the end of its value's, read now or on an earlier reading of the same bytes. So
+// neither text nor comments that look like keys can mislead it.
 bool DictionaryCodec::readSegments(std::string_view bytes, std::vector<Segment>& segments) const {
   if (!bytes.starts_with(kXmlPlistHead)) return false;
   std::size_t at = kXmlPlistHead.size();
@@ -147,22 +145,22 @@ bool DictionaryCodec::readSegments(std::string_view bytes, std::vector<Segment>&
 
 bool DictionaryCodec::readSegment(std::string_view bytes, std::size_t begin, Segment& out) const {
   const std::string_view rest = bytes.substr(begin);
-  // A key with escapes is found when it has been parsed.
-  const std::string_view plain =
+  const std::string_view key =
       rest.substr(kKeyStart.size(), rest.find('<', kKeyStart.size()) - kKeyStart.size());
-  const Segment* last = segmentAt(rest, plain);
-  if (last == nullptr) {
-    std::optional<XmlPlistEntry> entry = readXmlPlistEntry(rest);
-    if (!entry || !rest.substr(entry->bytes).starts_with('\n')) return false;
-    last = segmentAt(rest, entry->key);
-    if (last == nullptr) {
-      out = {std::move(entry->key), std::move(entry->value), begin,
-             entry->bytes + 1,      entry->objects,          true};
-      return true;
-    }
+  if (const Segment* const last = segmentAt(rest, key)) {
+    out = *last;
+    out.begin = begin;
+    return true;
   }
-  out = *last;
-  out.begin = begin;
+  Dictionary::Entry entry;
+  LaidOutPlistReader reader(rest);
+  if (!reader.readRootEntry(entry)) return false;
+  out = {std::move(entry.first),
+         std::move(entry.second),
+         begin,
+         rest.size() - reader.rest().size(),
+         reader.objects(),
+         true};
   return true;
 }
 

@@ -5,9 +5,9 @@
 // (Value::sameAs) and where its bytes stand. Writing copies the bytes of keys whose value is the
 // same; reading parses only the keys whose bytes differ, and gives the very same values for the
 // others. What is read is always what readPropertyList reads, and what is written is what
-// writePropertyList writes, but for keys that stood otherwise in the last file that was read
-// (spacing, comments, another form of a number): these keep their bytes until their value changes.
-// A file whose head or root is not laid out as the writer lays it out is read whole.
+// writePropertyList writes, but for numbers that stood in another form in the last file that was
+// read: these keep their bytes until their value changes. A file with anything that the writer lays
+// out otherwise, or with escapes or data that it met in no earlier file, is read whole.
 //
 // Holds one copy of the last file. One thread at a time. Nothing throws.
 #pragma once

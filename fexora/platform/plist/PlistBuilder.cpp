@@ -174,9 +174,4 @@ bool PlistBuilder::add(Value value) {
   return true;
 }
 
-bool PlistBuilder::hasOneEntry() const noexcept {
-  return frames_.size() == 2 && frames_.back().tag == Tag::dict && leaf_ == Tag::none &&
-         !frames_.back().keyPending && entries_.size() == 1;
-}
-
 }  // namespace fexora

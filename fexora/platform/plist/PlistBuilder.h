@@ -26,13 +26,6 @@ class FEXORA_API PlistBuilder {
   Value takeRoot() { return std::move(root_); }
   const std::string& error() const noexcept { return error_; }
 
-  // Objects built so far: every value counts, keys do not.
-  std::size_t objects() const noexcept { return objects_; }
-  // Whether the root dictionary is open with one whole entry in it and nothing else.
-  bool hasOneEntry() const noexcept;
-  // That entry.
-  Dictionary::Entry takeEntry() { return std::move(entries_.front()); }
-
  private:
   enum class Tag : std::uint8_t {
     none,

@@ -1,6 +1,6 @@
 #include "fexora/platform/plist/XmlPlistReader.h"
 
-#include <utility>
+#include <string>
 
 #include "fexora/platform/base/Library.h"
 #include "fexora/platform/plist/LaidOutPlistReader.h"
@@ -25,19 +25,6 @@ PlistResult readXmlPlist(std::string_view bytes) {
     return {{}, "there is no module for this form: " + reason, PlistFault::module};
   }
   return module->read(bytes);
-}
-
-std::optional<XmlPlistEntry> readXmlPlistEntry(std::string_view bytes) {
-  Dictionary::Entry fast;
-  LaidOutPlistReader reader(bytes);
-  if (reader.readRootEntry(fast)) {
-    // The last line's end is no part of the value's element.
-    return XmlPlistEntry{std::move(fast.first), std::move(fast.second),
-                         bytes.size() - reader.rest().size() - 1, reader.objects()};
-  }
-  std::string reason;
-  const XmlPlistModule* const module = xmlModule(reason);
-  return module != nullptr ? module->readEntry(bytes) : std::nullopt;
 }
 
 }  // namespace fexora

@@ -50,8 +50,7 @@ bool XmlPlistWriter::refuse(std::string_view why) {
 // On the way back out: `place` is put before the places further in.
 bool XmlPlistWriter::refuseAt(std::string_view place) {
   const bool joined = !place_.empty() && !place_.starts_with('[');
-  place_.insert(0, joined ? "." : "");
-  place_.insert(0, place);
+  place_ = std::string(place).append(joined ? "." : "").append(place_);
   if (place_.size() > kPlaceBytes) place_.replace(kPlaceBytes, std::string::npos, "...");
   return false;
 }
@@ -151,7 +150,7 @@ bool XmlPlistWriter::appendArray(const Array& array, std::size_t depth) {
   out_ += "<array>\n";
   std::int64_t index = 0;
   for (const Value& item : array) {
-    if (!append(item, depth)) return refuseAt("[" + integerText(index) + "]");
+    if (!append(item, depth)) return refuseAt(std::string("[").append(integerText(index)).append("]"));
     ++index;
   }
   out_.append(depth - 1, '\t');

@@ -11,8 +11,22 @@ unsigned byteAt(std::string_view text, std::size_t at) noexcept {
   return static_cast<unsigned char>(text[at]);
 }
 
-// The length of the well-formed sequence at the head of the text; 0 when there is none.
-std::size_t sequenceLength(std::string_view text) noexcept {
+bool isSurrogate(char32_t unit) noexcept {
+  return unit >= 0xD800 && unit <= 0xDFFF;
+}
+
+char32_t unitAt(std::string_view bytes, std::size_t at) noexcept {
+  return byteAt(bytes, at) << 8U | byteAt(bytes, at + 1);
+}
+
+void append(std::string& out, char32_t bits) {
+  out += static_cast<char>(bits);
+}
+
+}  // namespace
+
+std::size_t utf8Length(std::string_view text) noexcept {
+  if (text.empty()) return 0;
   const unsigned lead = byteAt(text, 0);
   if (lead < 0x80) return 1;
   const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
@@ -26,36 +40,11 @@ std::size_t sequenceLength(std::string_view text) noexcept {
   return overlong || beyond ? 0 : length;
 }
 
-bool isSurrogate(char32_t unit) noexcept {
-  return unit >= 0xD800 && unit <= 0xDFFF;
-}
-
-char32_t unitAt(std::string_view bytes, std::size_t at, bool bigEndian) noexcept {
-  const unsigned first = byteAt(bytes, at);
-  const unsigned second = byteAt(bytes, at + 1);
-  return bigEndian ? first << 8U | second : second << 8U | first;
-}
-
-void append(std::string& out, char32_t bits) {
-  out += static_cast<char>(bits);
-}
-
-}  // namespace
-
-bool isUtf8(std::string_view text) noexcept {
-  while (!text.empty()) {
-    const std::size_t length = sequenceLength(text);
-    if (length == 0) return false;
-    text.remove_prefix(length);
-  }
-  return true;
-}
-
 std::string wellFormedUtf8(std::string_view text) {
   std::string out;
   out.reserve(text.size());
   while (!text.empty()) {
-    const std::size_t length = sequenceLength(text);
+    const std::size_t length = utf8Length(text);
     if (length == 0) appendUtf8(out, kReplacement);
     out.append(text.substr(0, length));
     text.remove_prefix(std::max(length, std::size_t{1}));
@@ -80,15 +69,15 @@ void appendUtf8(std::string& out, char32_t codePoint) {
   append(out, 0x80U | (codePoint & 0x3FU));
 }
 
-bool utf8FromUtf16(std::string_view bytes, bool bigEndian, std::string& out) {
+bool utf8FromUtf16(std::string_view bytes, std::string& out) {
   if (bytes.size() % 2 != 0) return false;
   out.reserve(out.size() + bytes.size());
   for (std::size_t at = 0; at < bytes.size(); at += 2) {
-    char32_t unit = unitAt(bytes, at, bigEndian);
+    char32_t unit = unitAt(bytes, at);
     if (isSurrogate(unit)) {
       if (unit >= 0xDC00 || at + 4 > bytes.size()) return false;
       at += 2;
-      const char32_t low = unitAt(bytes, at, bigEndian);
+      const char32_t low = unitAt(bytes, at);
       if (low < 0xDC00 || low > 0xDFFF) return false;
       unit = 0x10000 + ((unit - 0xD800) << 10U) + (low - 0xDC00);
     }

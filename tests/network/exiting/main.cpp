@@ -11,7 +11,6 @@
 #include <iostream>
 #include <string>
 
-#include <netinet/in.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,6 +18,7 @@
 #include "fexora/platform/Platform.h"
 
 #include "tests/network/NameServer.h"
+#include "tests/support/LoopbackServer.h"
 
 namespace {
 
@@ -42,28 +42,12 @@ void waitFor(int descriptor) {
   RunLoop::process().runUntil([&] { return readable; });
 }
 
-int listenOnLoopback(std::string& authority) {
-  const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t size = sizeof address;
-  auto* generic = reinterpret_cast<sockaddr*>(&address);
-  if (bind(listener, generic, size) != 0 || listen(listener, 1) != 0 ||
-      getsockname(listener, generic, &size) != 0) {
-    std::exit(3);
-  }
-  authority = "127.0.0.1:" + std::to_string(ntohs(address.sin_port));
-  return listener;
-}
-
 // Has the request, or its beginning, on a connection of its own.
 int takeRequest(const std::string& scheme) {
-  std::string authority;
-  const int listener = listenOnLoopback(authority);
-  ask(scheme + "://" + authority + "/rates.json");
-  waitFor(listener);
-  const int connection = accept(listener, nullptr, nullptr);
+  static const fexora::test::LoopbackListener listener;
+  ask(listener.address(scheme));
+  waitFor(listener.descriptor());
+  const int connection = accept(listener.descriptor(), nullptr, nullptr);
   waitFor(connection);
   return connection;
 }

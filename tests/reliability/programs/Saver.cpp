@@ -1,9 +1,13 @@
-// A process for the crash tests. The container is what the environment says.
+// A process for the tests that kill, cut off, trace and starve one. The container is what the
+// environment says.
 //
 //   reliability_saver save COUNT [--without file-flush|folder-flush]
 //       saves COUNT times (0: without end) a number as "Fraction", with 64 KiB beside it: the one
 //       that the file has, plus 1, plus 2, …; tells each number on standard output once it is
 //       saved, the first one, or 0 of a new file, too
+//   reliability_saver tell FIRST
+//       saves FIRST, FIRST + 1, … without end, and nothing else; tells of each, in one write:
+//       number, begin and end in nanoseconds of the system's monotonic clock
 //   reliability_saver load
 //       starts, reads the file once more, and prints what was read: "Fraction N" or "nothing:
 //       REASON"
@@ -12,10 +16,17 @@
 //       has brought it
 //   reliability_saver refresh
 //       asks the rates service once, saves what it answers, and prints "rates N" or "error KIND"
+//   reliability_saver rival NAME UPDATES MEAN-SECONDS SEED plain|reconciling
+//       sets a key of its own with each update, NAME with a number, and saves; updates come at
+//       random, their distances exponentially distributed; stays until all is quiet
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <fstream>
+#include <functional>
+#include <random>
 #include <string>
 #include <string_view>
 
@@ -44,10 +55,29 @@ class Unflushed final : public PosixFiles {
   bool isFile_;
 };
 
-void tell(long number) {
-  const std::string line = std::to_string(number) + "\n";
-  // In one piece, so that the reader never sees half a number.
+// In one piece, so that the reader never sees half a line.
+void print(const std::string& line) {
   if (::write(STDOUT_FILENO, line.data(), line.size()) < 0) std::exit(1);
+}
+void tell(long number) {
+  print(std::to_string(number) + "\n");
+}
+
+std::string now() {
+  timespec time{};
+  clock_gettime(CLOCK_MONOTONIC, &time);
+  return std::to_string(std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec);
+}
+
+int saveWithTimes(long number) {
+  Log::setProcessSink({});
+  StoreManager& store = storeManager();
+  for (;; ++number) {
+    const std::string begin = now();
+    store.setFraction(number);
+    if (!store.saveProblem().empty()) return 1;
+    print(std::to_string(number) + " " + begin + " " + now() + "\n");
+  }
 }
 
 int save(long count) {
@@ -120,6 +150,36 @@ int refresh() {
   return storeManager().saveProblem().empty() ? result : 1;
 }
 
+int rival(char** words) {
+  constexpr double kQuiet = 3;
+  const std::string name = words[0];
+  const int updates = std::atoi(words[1]);
+  std::mt19937_64 engine(std::strtoull(words[3], nullptr, 10));
+  std::exponential_distribution<double> distance(1 / std::atof(words[2]));
+  Log::setProcessSink({});
+  StoreManager& store = storeManager();
+  store.setReconcilesAfterSkip(std::strcmp(words[4], "reconciling") == 0);
+  RunLoop& loop = RunLoop::process();
+  bool isOver = false;
+  int done = 0;
+  std::shared_ptr<Timer> timer;
+  const std::function<void()> update = [&] {
+    if (done == updates) {
+      timer = loop.scheduleTimer(kQuiet, [&] { isOver = true; });
+      return;
+    }
+    Dictionary content = store.ud();
+    ++done;
+    content.set(name + std::to_string(done), done);
+    store.setUd(content);
+    store.synchronize();
+    timer = loop.scheduleTimer(distance(engine), update);
+  };
+  timer = loop.scheduleTimer(distance(engine), update);
+  loop.runUntil([&] { return isOver; });
+  return 0;
+}
+
 }  // namespace
 
 int main(int count, char** words) {
@@ -130,7 +190,12 @@ int main(int count, char** words) {
   if (job == "load") return load();
   if (job == "watch") return watch();
   if (job == "refresh") return refresh();
+  if (job == "rival" && count == 7) return rival(words + 2);
+  if (job == "tell" && count > 2) return saveWithTimes(std::strtol(words[2], nullptr, 10));
   if (job == "save" && count > 2) return save(std::strtol(words[2], nullptr, 10));
-  std::fputs("reliability_saver: save COUNT [--without FLUSH], load, watch, or refresh\n", stderr);
+  std::fputs(
+      "reliability_saver: save COUNT [--without FLUSH], tell FIRST, load, watch, refresh or rival "
+      "…\n",
+      stderr);
   return 2;
 }

@@ -3,17 +3,11 @@
 #include <atomic>
 #include <condition_variable>
 #include <csignal>
-#include <cstdint>
 #include <deque>
 #include <mutex>
 #include <string_view>
-#include <thread>
 
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include "fexora/input/Response.h"
 #include "fexora/platform/base/NoDestructor.h"
@@ -22,6 +16,7 @@
 #include "fexora/platform/network/curl/CurlTransport.h"
 
 #include "tests/reliability/shortage/FailingNew.h"
+#include "tests/support/LoopbackServer.h"
 #include "tests/support/ScratchFolder.h"
 
 namespace fexora {
@@ -30,50 +25,6 @@ namespace {
 constexpr std::string_view kAnswer =
     "HTTP/1.1 200 OK\r\nETag: \"one\"\r\nContent-Length: 35\r\nConnection: close\r\n\r\n"
     "{\"rates\":[{\"code\":\"EUR\",\"rate\":1}]}";
-
-// Gives everybody the same answer, without an allocation: its thread is one of those that fail.
-class FrugalServer {
- public:
-  FrugalServer() : listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    auto* const generic = reinterpret_cast<sockaddr*>(&address);
-    EXPECT_EQ(bind(listener_, generic, size), 0);
-    EXPECT_EQ(listen(listener_, 8), 0);
-    EXPECT_EQ(getsockname(listener_, generic, &size), 0);
-    port_ = ntohs(address.sin_port);
-    thread_ = std::thread([this] { serve(); });
-  }
-  FrugalServer(const FrugalServer&) = delete;
-  FrugalServer& operator=(const FrugalServer&) = delete;
-  ~FrugalServer() {
-    shutdown(listener_, SHUT_RDWR);
-    thread_.join();
-    close(listener_);
-  }
-  std::string address() const { return "http://127.0.0.1:" + std::to_string(port_) + "/"; }
-
- private:
-  void serve() const {
-    for (int client = accept(listener_, nullptr, nullptr); client >= 0;
-         client = accept(listener_, nullptr, nullptr)) {
-      char head[4096];
-      if (recv(client, head, sizeof head, 0) > 0) {
-        send(client, kAnswer.data(), kAnswer.size(), MSG_NOSIGNAL);
-      }
-      shutdown(client, SHUT_WR);
-      while (recv(client, head, sizeof head, 0) > 0) {
-      }
-      close(client);
-    }
-  }
-
-  int listener_;
-  std::uint16_t port_ = 0;
-  std::thread thread_;
-};
 
 // What the log says of it is of no interest here, and must take no memory.
 class NoLog final : public Log {
@@ -109,7 +60,7 @@ void runUntil(const std::function<bool()>& done) {
 }
 
 TEST(WorkerShortage, IsToldOnceAndPasses) {
-  const FrugalServer server;
+  const test::LoopbackServer server(kAnswer);
   const test::ScratchFolder scratch;
   NoLog log;
   NetOptions options;
@@ -186,7 +137,7 @@ bool sameSignals(const sigset_t& a, const sigset_t& b) {
 
 // The main thread's: in the first request, or when the module has been opened.
 TEST(OpeningShortage, IsToldOnceAndPasses) {
-  const FrugalServer server;
+  const test::LoopbackServer server(kAnswer);
   static NoDestructor<PostedLoop> loop;  // the module's to the end
   static NoDestructor<NoLog> log;
   sigset_t before{};

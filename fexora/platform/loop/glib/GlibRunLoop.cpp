@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <utility>
 
 #include <glib.h>
@@ -39,8 +40,9 @@ void finalize(GSource* source) {
 GSourceFuncs loopSourceFunctions = {nullptr, nullptr, dispatch, finalize, nullptr, nullptr};
 
 GSource* newSource(std::function<bool()> call) {
+  auto own = std::make_unique<std::function<bool()>>(std::move(call));
   GSource* source = g_source_new(&loopSourceFunctions, sizeof(LoopSource));
-  reinterpret_cast<LoopSource*>(source)->call = new std::function<bool()>(std::move(call));
+  reinterpret_cast<LoopSource*>(source)->call = own.release();
   // A function may run the loop itself, and waits there for what this source brings.
   g_source_set_can_recurse(source, TRUE);
   return source;
@@ -56,7 +58,8 @@ class GlibTimer final : public Timer {
       return false;
     });
     // The clock is read in whole microseconds, so one more keeps the timer from firing early.
-    const double microseconds = std::ceil(std::clamp(seconds, 0.0, 1e9) * kMicroseconds) + 1;
+    const double bounded = seconds > 0 ? std::min(seconds, 1e9) : 0;  // not-a-number: at once
+    const double microseconds = std::ceil(bounded * kMicroseconds) + 1;
     g_source_set_ready_time(timer->source_,
                             g_get_monotonic_time() + static_cast<gint64>(microseconds));
     g_source_attach(timer->source_, nullptr);

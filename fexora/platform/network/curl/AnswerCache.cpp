@@ -1,8 +1,6 @@
 #include "fexora/platform/network/curl/AnswerCache.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -11,6 +9,8 @@
 #include "fexora/platform/files/AtomicWriter.h"
 #include "fexora/platform/files/PrivateFolder.h"
 #include "fexora/platform/files/ReadFile.h"
+#include "fexora/platform/plist/PropertyListReader.h"
+#include "fexora/platform/plist/PropertyListWriter.h"
 
 namespace fexora {
 namespace {
@@ -22,73 +22,48 @@ constexpr std::size_t kValidatorBytes = 1024;
 // Container, address and validators are shorter than this together.
 constexpr std::size_t kHeadBytes = std::size_t{64} << 10;
 
-// A file: this line, then five fields, each as its length, a space, its bytes and a line end, then
-// the check sum of all that as sixteen hexadecimal digits.
-constexpr std::string_view kFirstLine = "fexora answer 1\n";
-
-// FNV-1a: against torn and edited files, not against somebody who computes it anew.
-std::uint64_t checkSum(std::string_view bytes) noexcept {
+// FNV-1a: names a file, and no more; whose it is stands within.
+std::string hashOf(std::string_view bytes) {
   std::uint64_t hash = 0xcbf29ce484222325;
   for (const char byte : bytes) {
     hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001b3;
   }
-  return hash;
-}
-
-std::string hexText(std::uint64_t number) {
   std::string text(16, '0');
-  for (auto digit = text.rbegin(); digit != text.rend(); ++digit, number >>= 4U) {
-    *digit = "0123456789abcdef"[number & 15U];
+  for (auto digit = text.rbegin(); digit != text.rend(); ++digit, hash >>= 4U) {
+    *digit = "0123456789abcdef"[hash & 15U];
   }
   return text;
 }
 
-void appendField(std::string& out, std::string_view field) {
-  out.append(std::to_string(field.size())).append(" ").append(field).append("\n");
+// As data, since a path or an address may be no text.
+Value dataOf(std::string_view bytes) {
+  return Data(bytes.begin(), bytes.end());
 }
 
-// The field at the head of `text`, which is shortened by it.
-std::optional<std::string_view> takeField(std::string_view& text) {
-  std::size_t length = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
-  if (error != std::errc()) return std::nullopt;
-  text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-  if (text.size() < 2 || text.front() != ' ' || length > text.size() - 2) return std::nullopt;
-  const std::string_view field = text.substr(1, length);
-  if (text[length + 1] != '\n') return std::nullopt;
-  text.remove_prefix(length + 2);
-  return field;
+bool holds(const Dictionary& content, std::string_view key, const Value& value) {
+  const Value* found = content.find(key);
+  return found != nullptr && *found == value;
 }
 
-std::string encode(std::string_view container, std::string_view address,
-                   const StoredAnswer& answer) {
-  std::string bytes(kFirstLine);
-  bytes.reserve(answer.body.size() + kHeadBytes);
-  appendField(bytes, container);
-  appendField(bytes, address);
-  appendField(bytes, answer.etag);
-  appendField(bytes, answer.lastModified);
-  appendField(bytes, answer.body);
-  bytes.append(hexText(checkSum(bytes)));
-  return bytes;
+// False when there is no such text, or one that may not be sent back.
+bool takeHeader(const Dictionary& content, std::string_view key, std::string& header) {
+  const Value* found = content.find(key);
+  if (found == nullptr || found->string() == nullptr) return false;
+  header = *found->string();
+  return isHeaderText(header);
 }
 
-std::optional<StoredAnswer> decode(std::string_view bytes, std::string_view container,
-                                   std::string_view address) {
-  constexpr std::size_t kSumBytes = 16;
-  if (!bytes.starts_with(kFirstLine) || bytes.size() < kSumBytes) return std::nullopt;
-  std::string_view rest = bytes.substr(0, bytes.size() - kSumBytes);
-  if (hexText(checkSum(rest)) != bytes.substr(rest.size())) return std::nullopt;
-  rest.remove_prefix(kFirstLine.size());
-  std::array<std::string_view, 5> fields;
-  for (auto& field : fields) {
-    const auto taken = takeField(rest);
-    if (!taken) return std::nullopt;
-    field = *taken;
-  }
-  if (!rest.empty() || fields[0] != container || fields[1] != address) return std::nullopt;
-  if (!isHeaderText(fields[2]) || !isHeaderText(fields[3])) return std::nullopt;
-  return StoredAnswer{std::string(fields[2]), std::string(fields[3]), std::string(fields[4])};
+std::optional<StoredAnswer> answerIn(const Dictionary& content, std::string_view container,
+                                     std::string_view address) {
+  if (!holds(content, "container", dataOf(container))) return std::nullopt;
+  if (!holds(content, "address", dataOf(address))) return std::nullopt;
+  StoredAnswer answer;
+  if (!takeHeader(content, "etag", answer.etag)) return std::nullopt;
+  if (!takeHeader(content, "lastModified", answer.lastModified)) return std::nullopt;
+  const Value* body = content.find("body");
+  if (body == nullptr || body->data() == nullptr) return std::nullopt;
+  answer.body.assign(body->data()->begin(), body->data()->end());
+  return answer;
 }
 
 }  // namespace
@@ -102,9 +77,11 @@ AnswerCache::AnswerCache(Files& files, std::string folder, std::string container
 
 std::optional<StoredAnswer> AnswerCache::load(const std::string& address) {
   if (folder_.empty() || !folderIsOurs()) return std::nullopt;
-  const auto whole = readWholeFile(files_, pathFor(address), bodyLimit_ + kHeadBytes);
+  const auto whole = readWholeFile(files_, pathFor(address), 2 * bodyLimit_ + kHeadBytes);
   if (!whole.ok() || whole->status.owner != files_.user()) return std::nullopt;
-  auto answer = decode(whole->bytes, container_, address);
+  const PlistResult read = readPropertyList(whole->bytes);
+  if (read.value.dictionary() == nullptr) return std::nullopt;
+  auto answer = answerIn(*read.value.dictionary(), container_, address);
   if (!answer || answer->body.size() > bodyLimit_ || !answer->hasValidator()) return std::nullopt;
   return answer;
 }
@@ -115,9 +92,13 @@ bool AnswerCache::save(const std::string& address, const StoredAnswer& answer) {
   makePrivateFolder(files_, folder_);
   if (!folderIsOurs()) return false;
   removeDeadTemporaries(files_, folder_);
+  const PlistBytes file = writePropertyList(Dictionary{{"container", dataOf(container_)},
+                                                       {"address", dataOf(address)},
+                                                       {"etag", answer.etag},
+                                                       {"lastModified", answer.lastModified},
+                                                       {"body", dataOf(answer.body)}});
   const std::string path = pathFor(address);
-  const auto outcome = replaceFile(files_, path, encode(container_, address, answer), kFileMode);
-  if (outcome.error) return false;
+  if (!file.ok() || replaceFile(files_, path, file.bytes, kFileMode).error) return false;
   removeOldest(path);
   return true;
 }
@@ -149,7 +130,7 @@ bool AnswerCache::folderIsOurs() {
 std::string AnswerCache::pathFor(const std::string& address) const {
   std::string key = container_;
   key.append(1, '\0').append(address);
-  return folder_ + "/" + hexText(checkSum(key)).append(kSuffix);
+  return folder_ + "/" + hashOf(key).append(kSuffix);
 }
 
 bool isHeaderText(std::string_view text) noexcept {

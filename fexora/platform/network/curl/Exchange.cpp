@@ -31,7 +31,7 @@ std::string oneLine(std::string_view text) {
 }
 
 long milliseconds(double seconds) {
-  return std::lround(std::clamp(seconds, 0.001, 1e6) * 1000);
+  return seconds > 0.001 ? std::lround(std::min(seconds, 1e6) * 1000) : 1;
 }
 
 template <class T>
@@ -218,7 +218,7 @@ NetReply Exchange::statusFailure(std::string_view detail) const {
 NetReply Exchange::fail(ResponseError::Kind kind, std::string_view detail) const {
   std::string address = shownAddress(request_.address);
   std::string message = oneLine(address) + ": " + text(kind);
-  if (kind == ResponseError::Kind::httpStatus) message += " " + std::to_string(status());
+  if (kind == ResponseError::Kind::httpStatus) message.append(" ").append(std::to_string(status()));
   if (!detail.empty()) message += ": " + oneLine(shownAddress(detail));
   return {{}, ResponseError{kind, std::move(address), std::move(message), 0}};
 }

@@ -20,12 +20,9 @@ constexpr std::size_t kNone = std::string_view::npos;
 constexpr std::size_t kShort = 4;
 
 std::size_t endOfText(std::string_view text, std::size_t begin) {
-  for (std::size_t at = begin + 1; at < text.size(); ++at) {
-    at = std::min(text.find_first_of("\"\\", at), text.size());
-    if (at < text.size() && text[at] == '"') return at + 1;
-    ++at;  // over what a backslash is for
-  }
-  return text.size();
+  std::size_t at = begin + 1;
+  while (at < text.size() && text[at] != '"') at += text[at] == '\\' ? 2 : 1;
+  return std::min(at + 1, text.size());
 }
 
 std::size_t endOfScalar(std::string_view text, std::size_t begin) {

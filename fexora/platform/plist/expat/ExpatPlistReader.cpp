@@ -19,26 +19,21 @@ struct FreeParser {
 };
 using ParserPointer = std::unique_ptr<std::remove_pointer_t<XML_Parser>, FreeParser>;
 
-constexpr std::string_view kEntryHead = "<plist version=\"1.0\"><dict>";
-
 // Expat scans a token that goes beyond a piece once more with each further piece, so pieces are a
 // share of the whole: a huge token costs a few scans, not one a kilobyte.
 constexpr std::size_t kPieceBytes = std::size_t{256} << 10;
 constexpr std::size_t kPieces = 8;
-constexpr std::size_t kFirstEntryPieceBytes = 1024;
 
 // One run of expat over one text. Its handlers are called from C, so nothing is thrown through
 // them.
 class ExpatRun {
  public:
-  explicit ExpatRun(bool oneEntry);
+  ExpatRun();
 
   bool feed(std::string_view bytes, bool last) noexcept {
     return XML_Parse(parser_.get(), bytes.data(), static_cast<int>(bytes.size()), last ? 1 : 0) ==
            XML_STATUS_OK;
   }
-  bool hasEntry() const noexcept { return entryEnd_ > 0; }
-  std::size_t entryEnd() const noexcept { return entryEnd_; }
   PlistBuilder& builder() noexcept { return builder_; }
   bool outOfMemory() const noexcept {
     return outOfMemory_ || XML_GetErrorCode(parser_.get()) == XML_ERROR_NO_MEMORY;
@@ -61,17 +56,14 @@ class ExpatRun {
   template <class Step>
   void guarded(Step step) noexcept;
   void refuse(const char* why) noexcept;
-  void noteEntryEnd() noexcept;
 
   ParserPointer parser_;
   PlistBuilder builder_;
-  bool oneEntry_;
   bool outOfMemory_ = false;
   const char* refusal_ = nullptr;
-  std::size_t entryEnd_ = 0;
 };
 
-ExpatRun::ExpatRun(bool oneEntry) : parser_(XML_ParserCreate(nullptr)), oneEntry_(oneEntry) {
+ExpatRun::ExpatRun() : parser_(XML_ParserCreate(nullptr)) {
   if (parser_ == nullptr) throw std::bad_alloc();
   XML_Parser parser = parser_.get();
   XML_SetUserData(parser, this);
@@ -85,7 +77,7 @@ ExpatRun::ExpatRun(bool oneEntry) : parser_(XML_ParserCreate(nullptr)), oneEntry
 template <class Step>
 void ExpatRun::guarded(Step step) noexcept {
   // Expat may still report the second half of an empty element after it was told to stop.
-  if (hasEntry() || outOfMemory_ || refusal_ != nullptr || !builder_.error().empty()) return;
+  if (outOfMemory_ || refusal_ != nullptr || !builder_.error().empty()) return;
   try {
     if (step()) return;
   } catch (const std::bad_alloc&) {
@@ -107,7 +99,6 @@ void ExpatRun::onBegin(void* self, const char* name, const char** /*attributes*/
 
 void ExpatRun::onEnd(void* self, const char* /*name*/) {
   of(self).guarded([&] { return of(self).builder_.end(); });
-  of(self).noteEntryEnd();
 }
 
 void ExpatRun::onText(void* self, const char* text, int length) {
@@ -133,13 +124,6 @@ void ExpatRun::onSkippedEntity(void* self, const char* /*name*/, int /*isParamet
   of(self).refuse("an undeclared entity");
 }
 
-void ExpatRun::noteEntryEnd() noexcept {
-  if (!oneEntry_ || hasEntry() || !builder_.hasOneEntry()) return;
-  entryEnd_ = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser_.get())) +
-              static_cast<std::size_t>(XML_GetCurrentByteCount(parser_.get()));
-  XML_StopParser(parser_.get(), XML_FALSE);
-}
-
 std::string ExpatRun::error() const {
   if (outOfMemory()) return kOutOfMemory;
   std::string why = builder_.error();
@@ -151,7 +135,7 @@ std::string ExpatRun::error() const {
 }
 
 PlistResult readAll(std::string_view bytes) {
-  ExpatRun run(false);
+  ExpatRun run;
   const std::size_t piece = std::max(kPieceBytes, bytes.size() / kPieces + 1);
   // Beyond expat's own count of bytes.
   if (piece > std::size_t{1} << 30) return {{}, "the file is too large"};
@@ -164,28 +148,10 @@ PlistResult readAll(std::string_view bytes) {
   return {run.builder().takeRoot(), {}};
 }
 
-std::optional<XmlPlistEntry> readOneEntry(std::string_view bytes) {
-  ExpatRun run(true);
-  bool more = run.feed(kEntryHead, false);
-  // The pieces grow, so that a short entry before a long rest costs little.
-  for (std::size_t piece = kFirstEntryPieceBytes; more && !bytes.empty();
-       piece = std::min(piece * 2, std::size_t{1} << 30)) {
-    const std::string_view next = bytes.substr(0, piece);
-    bytes.remove_prefix(next.size());
-    more = run.feed(next, false);
-  }
-  if (run.outOfMemory()) throw std::bad_alloc();
-  if (!run.hasEntry()) return std::nullopt;
-  Dictionary::Entry entry = run.builder().takeEntry();
-  // The root dictionary around it is one of the builder's objects.
-  return XmlPlistEntry{std::move(entry.first), std::move(entry.second),
-                       run.entryEnd() - kEntryHead.size(), run.builder().objects() - 1};
-}
-
 }  // namespace
 }  // namespace fexora
 
 const fexora::XmlPlistModule* fexora_xml_module() {
-  static constexpr fexora::XmlPlistModule module{&fexora::readAll, &fexora::readOneEntry};
+  static constexpr fexora::XmlPlistModule module{&fexora::readAll};
   return &module;
 }
