@@ -1,5 +1,7 @@
 // The shared file's protocol on a virtual clock: real files, a folder watch in the test's hand.
+#include <cctype>
 #include <filesystem>
+#include <sstream>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -34,55 +36,83 @@ class UserStore : public testing::Test, protected test::StoreWorld {
     writeFile(container.file(), bytes);
     desktop.watch.change();
   }
+  // Steps on a new store: a number lets so many seconds pass, `ud=N` and `other=N` put N under
+  // "Fraction" into the dictionary and, as another process, into the file.
+  void play(const std::string& steps) {
+    std::istringstream all(steps);
+    for (std::string step; all >> step;) {
+      const int number = step.find('=') != std::string::npos ? step.back() - '0' : 0;
+      if (step == "reconcile") store->setReconcilesAfterSkip(true);
+      if (step == "save") store->synchronize();
+      if (step == "later") store->startSyncTimer();
+      if (step == "timer") store->syncFromTimer(nullptr);
+      if (step == "end") store->disableSkipFileUpdate(nullptr);
+      if (step == "event") desktop.watch.change();
+      if (step.starts_with("ud=")) store->setUd({{"Fraction", number}});
+      if (step.starts_with("other=")) write({{"Fraction", number}});
+      if (std::isdigit(step[0]) != 0) desktop.loop.advance(std::stod(step));
+    }
+  }
 };
 
-TEST_F(UserStore, FirstStart_MakesAnEmptyFileAndIgnoresItsOwnEvent) {
+struct Steps {
+  const char* steps;
+  std::int64_t fraction;  // the setting then
+  std::string told;       // what it was at each notification
+  bool skips;
+  int saves;  // with the first start's
+};
+
+TEST_F(UserStore, KeepsToTheProtocol) {
+  const Steps cases[] = {
+      // The first start's own event is ignored, for a second.
+      {"event", 3, "", true, 1},
+      {"event 1.0", 3, "", false, 1},
+      // Outside of the skip period all is replaced, then told, and nothing written back.
+      {"ud=5 1.0 other=7 event", 7, "7", false, 1},
+      // Saves half a second apart skip until a second after the last.
+      {"save 0.5 save 0.75", 3, "", true, 3},
+      {"save 0.5 save 0.75 other=7 event 0.25", 3, "", false, 3},
+      // What was missed is taken over at the end when asked for; an own write is no news.
+      {"reconcile save 0.5 save 0.75 other=7 event", 3, "", true, 3},
+      {"reconcile save 0.5 save 0.75 other=7 event 0.25", 7, "7", false, 3},
+      {"reconcile save 0.5 save 0.75 other=7 event 0.25 save 5.0", 7, "7", false, 4},
+      // Deferred saves are one, a second after the last.
+      {"1.0 later 0.3 later 0.3 later 0.3 0.65", 3, "", false, 1},
+      {"1.0 later 0.3 later 0.3 later 0.3 0.75", 3, "", false, 2},
+      {"1.0 later 0.3 later 0.3 later 0.3 0.75 10.0", 3, "", false, 2},
+      // They open no skip period, so they are taken for the other process's; but they prolong one.
+      {"1.0 ud=5 later 1.0", 3, "", false, 2},
+      {"1.0 ud=5 later 1.0 event", 5, "5", false, 2},
+      {"1.0 save 0.5 timer 0.75", 3, "", true, 3},
+      {"1.0 save 0.5 timer 0.75 end", 3, "", false, 3},
+  };
+  std::string told;
+  const auto observer = desktop.notifications.addObserver(
+      fileWatcherUpdate, [&] { told += std::to_string(store->fraction()); });
+  for (const auto& [steps, fraction, toldThen, skips, saves] : cases) {
+    SCOPED_TRACE(steps);
+    std::filesystem::remove(container.file());
+    desktop.log.lines.clear();
+    told.clear();
+    startNow();
+    play(steps);
+    EXPECT_EQ(store->fraction(), fraction);
+    EXPECT_EQ(told, toldThen);
+    EXPECT_EQ(store->skipUpdate(), skips);
+    EXPECT_EQ(desktop.log.lines, std::vector<std::string>(saves, "SAVE SUCCESS"));
+    EXPECT_EQ(names().size(), 1U);
+  }
+}
+
+TEST_F(UserStore, FirstStart_MakesAnEmptyPrivateFile) {
   startNow();
   EXPECT_TRUE(content().empty());
-  EXPECT_EQ(desktop.log.lines, std::vector<std::string>{"SAVE SUCCESS"});
-  EXPECT_TRUE(store->skipUpdate());
-  desktop.watch.change();
-  EXPECT_EQ(updates, 0);
-  desktop.loop.advance(1.0);
-  EXPECT_FALSE(store->skipUpdate());
-  EXPECT_EQ(names().size(), 1U);
   EXPECT_EQ(rightsOf(container.file()), 0600U);
-}
-
-TEST_F(UserStore, ChangeOutsideTheSkipPeriod_ReplacesAllAndThenNotifies) {
-  start().setUd({{"unsaved", 1}});
-  std::int64_t seen = 0;
-  const auto observer =
-      desktop.notifications.addObserver(fileWatcherUpdate, [&] { seen = store->fraction(); });
-  write({{"Fraction", 7}});
-  desktop.watch.change();
-  EXPECT_EQ(store->ud(), (Dictionary{{"Fraction", 7}}));
-  EXPECT_EQ(seen, 7);
-  EXPECT_EQ(updates, 1);
-  EXPECT_EQ(content().size(), 1U) << "nothing is written back";
-}
-
-TEST_F(UserStore, SavesHalfASecondApart_SkipUntilASecondAfterTheLast) {
-  for (const bool reconciles : {false, true}) {
-    std::filesystem::remove(container.file());
-    start().setReconcilesAfterSkip(reconciles);
-    store->synchronize();
-    desktop.loop.advance(0.5);
-    store->synchronize();
-    desktop.loop.advance(0.75);
-    EXPECT_TRUE(store->skipUpdate());
-    write({{"Fraction", 7}});
-    desktop.watch.change();
-    EXPECT_EQ(store->fraction(), 3);
-    desktop.loop.advance(0.25);
-    EXPECT_FALSE(store->skipUpdate());
-    // What came inside the period is missed, unless the store looks at its end.
-    EXPECT_EQ(store->fraction(), reconciles ? 7 : 3);
-    EXPECT_EQ(updates, reconciles ? 1 : 0);
-  }
-  store->synchronize();
-  desktop.loop.advance(5.0);
-  EXPECT_EQ(updates, 1) << "its own write is no news";
+  // A reload replaces all that was there, unsaved or not.
+  store->setUd({{"unsaved", 1}});
+  play("1.0 other=7 event");
+  EXPECT_EQ(store->ud(), content());
 }
 
 // Two stores as in two processes, on one clock: B saves into A's skip period, and A saves again,
@@ -123,21 +153,6 @@ TEST_F(UserStore, SavesIntoTheOthersSkipPeriod_AreLostUnlessItReconcilesInTime) 
   }
 }
 
-TEST_F(UserStore, ThreeDeferredSaves_WriteOnceASecondAfterTheLast) {
-  start();
-  desktop.log.lines.clear();
-  for (int i = 0; i < 3; ++i) {
-    store->startSyncTimer();
-    desktop.loop.advance(0.3);
-  }
-  desktop.loop.advance(0.65);
-  EXPECT_EQ(desktop.log.count("SAVE"), 0);
-  desktop.loop.advance(0.1);
-  EXPECT_EQ(desktop.log.count("SAVE SUCCESS"), 1);
-  desktop.loop.advance(10);
-  EXPECT_EQ(desktop.log.count("SAVE SUCCESS"), 1);
-}
-
 TEST_F(UserStore, TimersThatTheHostReplaced_EndAllTheSame) {
   const auto replaceBoth = [this] {
     store->setTimer(nullptr);
@@ -147,9 +162,7 @@ TEST_F(UserStore, TimersThatTheHostReplaced_EndAllTheSame) {
   replaceBoth();
   EXPECT_EQ(store->timer(), nullptr);
   EXPECT_EQ(store->syncTimer(), nullptr);
-  desktop.loop.advance(0.5);
-  store->startSyncTimer();
-  store->synchronize();
+  play("0.5 later save");
   EXPECT_EQ(desktop.loop.timers(), 2U) << "a restart ends the one before";
   desktop.log.lines.clear();
   desktop.loop.advance(0.75);
@@ -162,31 +175,11 @@ TEST_F(UserStore, TimersThatTheHostReplaced_EndAllTheSame) {
   store.reset();
   EXPECT_EQ(desktop.loop.timers(), 0U) << "none outlives the store";
   // An observer of what a timer leads to may end the store.
-  startNow().setReconcilesAfterSkip(true);
-  store->synchronize();
-  write({{"Fraction", 7}});
   const auto end = desktop.notifications.addObserver(fileWatcherUpdate, [this] { store.reset(); });
-  desktop.loop.advance(5.0);
+  startNow();
+  play("reconcile save other=7 5.0");
   EXPECT_EQ(store, nullptr);
   EXPECT_EQ(desktop.loop.timers(), 0U);
-}
-
-TEST_F(UserStore, DeferredSave_IsTakenForTheOtherProcesss) {
-  start().setUd({{"Fraction", 5}});
-  store->startSyncTimer();
-  desktop.loop.advance(1.0);
-  EXPECT_FALSE(store->skipUpdate());
-  desktop.watch.change();
-  EXPECT_EQ(store->fraction(), 5) << "its own file was read again";
-  EXPECT_EQ(updates, 1);
-  // Within a second of a save it is ignored, and the second starts anew.
-  store->synchronize();
-  desktop.loop.advance(0.5);
-  store->syncFromTimer(nullptr);
-  desktop.loop.advance(0.75);
-  EXPECT_TRUE(store->skipUpdate());
-  store->disableSkipFileUpdate(nullptr);
-  EXPECT_FALSE(store->skipUpdate());
 }
 
 TEST_F(UserStore, UnreadableFile_KeepsTheContentAndIsKeptAside) {
