@@ -42,10 +42,12 @@ class ProgramTest(unittest.TestCase):
     def start(self, *words, program=None, before=(), env=None, terminal=None, **options):
         """With `terminal`, a descriptor, as both outputs instead of two pipes."""
         words = [*before, BIN / (program or self.program), *words]
-        return subprocess.Popen(
+        process = subprocess.Popen(
             words, env=env or self.environment(), text=True,
             **{"stdin": subprocess.DEVNULL, "stdout": terminal or subprocess.PIPE,
                "stderr": terminal or subprocess.PIPE, **options})
+        self.addCleanup(process.kill)  # should it hang
+        return process
 
     def run_program(self, *words, text=None, **options):
         """(exit code, standard output, standard error), with `text` as standard input."""
