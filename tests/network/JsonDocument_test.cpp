@@ -21,7 +21,7 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 std::string nested(int depth, const std::string& open, const std::string& close) {
   std::string text = "1";
-  for (int i = 0; i < depth; ++i) text = open + text + close;
+  for (int i = 0; i < depth; ++i) text.insert(0, open).append(close);
   return text;
 }
 

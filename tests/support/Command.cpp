@@ -15,6 +15,7 @@ CommandResult runCommand(const std::vector<std::string>& arguments, std::string_
   const ScratchFolder scratch;
   writeFile(scratch / "0", std::string(input));
   std::vector<char*> argv;
+  argv.reserve(arguments.size() + 1);
   for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
   argv.push_back(nullptr);
   posix_spawn_file_actions_t actions;
