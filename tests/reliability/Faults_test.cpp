@@ -138,21 +138,17 @@ TEST(Faults, OfTheFoldersFlush_KeepTheNewFileAndDoubtIt) {
     int error;
     bool isSuccess;  // where there is no such flush at all
   };
-  for (const auto [operation, error, isSuccess] :
+  std::int64_t saved = kNew;
+  for (const auto& [operation, error, isSuccess] :
        {Case{"openFolder", EIO, false}, Case{"flush", EIO, false}, Case{"flush", EINVAL, true},
         Case{"openFolder", EACCES, true}}) {
-    // The flush of the file comes first: count to the folder's.
-    world.files.heal();
-    world.store->setFraction(kNew);
-    EXPECT_EQ(world.store->saveProblem(), "");
-    const auto& calls = world.files.calls();
-    std::size_t last = calls.size();
-    while (calls[--last].operation != operation) {
-    }
+    // The writer opens the folder by this name.
+    world.files.fail(error, [&name = operation](std::size_t, const auto& call) {
+      return call.operation == name && call.path.ends_with("/.");
+    });
     world.desktop.log.lines.clear();
-    world.files.failCall(last, error, false);
-    world.store->setFraction(kNew + 1);
-    EXPECT_EQ(world.fraction(), kNew + 1);
+    world.store->setFraction(++saved);
+    EXPECT_EQ(world.fraction(), saved);
     EXPECT_EQ(world.store->saveProblem().empty(), isSuccess);
     EXPECT_EQ(world.desktop.log.count(isSuccess ? "SAVE SUCCESS" : "SAVE FAIL"), 1);
     EXPECT_EQ(world.desktop.log.count("SAVE"), 1);

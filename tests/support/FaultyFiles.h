@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tests/support/ForwardingFiles.h"
@@ -21,15 +23,20 @@ class FaultyFiles final : public ForwardingFiles {
 
   using ForwardingFiles::ForwardingFiles;
 
-  // Makes the call with this number (the next one is 0) fail with a POSIX error number, and with
-  // `fromThenOn` all later ones. Forgets the record.
-  void failCall(std::size_t number, int error, bool fromThenOn) {
+  // Makes each call for which `fails`, given its number from now on, fail with a POSIX error
+  // number. Forgets the record.
+  void fail(int error, std::function<bool(std::size_t number, const Call& call)> fails) {
     calls_.clear();
-    first_ = number;
-    error_ = error;
-    fromThenOn_ = fromThenOn;
+    error_ = {error, std::generic_category()};
+    fails_ = std::move(fails);
   }
-  void heal() { failCall(0, 0, false); }
+  // The call with this number, and with `fromThenOn` all later ones.
+  void failCall(std::size_t number, int error, bool fromThenOn) {
+    fail(error, [=](std::size_t now, const Call& /*call*/) {
+      return now == number || (fromThenOn && now > number);
+    });
+  }
+  void heal() { fail(0, nullptr); }
 
   const std::vector<Call>& calls() const { return calls_; }
   // Whether one of these calls was made, and went as `failed` says.
@@ -42,17 +49,15 @@ class FaultyFiles final : public ForwardingFiles {
  private:
   std::optional<std::error_code> enter(std::string_view operation,
                                        const std::string& path) override {
-    const std::size_t number = calls_.size();
-    const bool fails = error_ != 0 && (number == first_ || (fromThenOn_ && number > first_));
-    calls_.push_back({operation, path, fails});
-    if (!fails) return std::nullopt;
-    return std::error_code(error_, std::generic_category());
+    calls_.push_back({operation, path, false});
+    Call& call = calls_.back();
+    call.failed = fails_ && fails_(calls_.size() - 1, call);
+    return call.failed ? std::optional(error_) : std::nullopt;
   }
 
   std::vector<Call> calls_;
-  std::size_t first_ = 0;
-  int error_ = 0;  // none when 0
-  bool fromThenOn_ = false;
+  std::error_code error_;
+  std::function<bool(std::size_t, const Call&)> fails_;
 };
 
 }  // namespace fexora::test

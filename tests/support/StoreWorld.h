@@ -57,8 +57,9 @@ struct StoreWorld {
   }
   // What was kept aside.
   std::vector<std::string> asides() const {
+    const std::filesystem::path folder = container.path();
     auto found = names(".fexora-unreadable-");
-    for (std::string& name : found) name = readFile(container.path() + "/" + name);
+    for (std::string& name : found) name = readFile(folder / name);
     return found;
   }
 

@@ -118,6 +118,8 @@ struct Steps {
   std::vector<std::pair<const char*, int>> steps;
   // What the log has, in this order.
   std::vector<const char*> lines;
+
+  friend void PrintTo(const Steps& steps, std::ostream* out) { *out << steps.name; }
 };
 
 class WhatHappens : public WatchOfAFolder, public testing::WithParamInterface<Steps> {};
