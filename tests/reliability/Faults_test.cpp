@@ -222,7 +222,7 @@ TEST(Faults, OfAReload_KeepTheLastContent) {
       });
 }
 
-TEST(Faults, OnceTheFileCanBeRead_TheFoldersNextChangeLoadsIt) {
+TEST(Faults, OnceTheFileCanBeRead_TheNextChangeOrSaveLoadsIt) {
   World world;
   world.start();
   world.write({{"Fraction", kNew}});
@@ -234,6 +234,16 @@ TEST(Faults, OnceTheFileCanBeRead_TheFoldersNextChangeLoadsIt) {
   EXPECT_EQ(world.store->fraction(), kNew);
   world.store->setFraction(kNew + 1);
   EXPECT_EQ(world.store->saveProblem(), "");
+  // So does the next save, and an observer of that may end the store.
+  world.files.failCall(0, EACCES, true);
+  world.desktop.loop.advance(2.0);
+  world.desktop.watch.change();
+  world.files.heal();
+  const auto end =
+      world.desktop.notifications.addObserver(fileWatcherUpdate, [&world] { world.store.reset(); });
+  world.store->setFraction(kNew + 2);
+  EXPECT_EQ(world.store, nullptr);
+  EXPECT_EQ(world.fraction(), kNew + 1);
 }
 
 // An unreadable file whose keeping aside fails is not replaced; trying again keeps one copy. The
