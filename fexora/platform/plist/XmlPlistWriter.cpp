@@ -150,7 +150,8 @@ bool XmlPlistWriter::appendArray(const Array& array, std::size_t depth) {
   out_ += "<array>\n";
   std::int64_t index = 0;
   for (const Value& item : array) {
-    if (!append(item, depth)) return refuseAt(std::string("[").append(integerText(index)).append("]"));
+    if (!append(item, depth))
+      return refuseAt(std::string("[").append(integerText(index)).append("]"));
     ++index;
   }
   out_.append(depth - 1, '\t');
