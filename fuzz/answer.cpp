@@ -57,7 +57,8 @@ void checkScan(std::string_view text, const JsonDocument& document) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
   const JsonScan scan = scanJson(text);
-  const JsonDocument again(scan.text);
+  // A second mark is a fault, which must not become a first one.
+  const JsonDocument again(std::string(kByteOrderMark) + scan.text);
   require(again.state() == document.state(), "a scan makes no JSON of a fault, nor the reverse");
   require(scanJson(scan.text).values == scan.values, "a scan changes no count");
   if (document.state() != JsonDocument::State::value) return;
@@ -70,7 +71,7 @@ void checkScan(std::string_view text, const JsonDocument& document) {
 void run(std::string_view text) {
   const JsonDocument document(text);
   require(document.reason().empty() == (document.state() == JsonDocument::State::value),
-          "a refusal has a reason, a value none");
+          "a rejection has a reason, a value none");
   checkScan(text, document);
   const MapSource* object = document.object();
   const auto response = object != nullptr ? Mapper<Response>::map(*object) : nullptr;

@@ -1,4 +1,4 @@
-// A publisher's source in any of its formats: refused with a message, or published in an answer
+// A publisher's source in any of its formats: rejected with a message, or published in an answer
 // that the library reads and the publisher takes for its own.
 #include <cmath>
 #include <string>
@@ -6,7 +6,7 @@
 
 #include "fuzz/Target.h"
 #include "programs/fexora-publish/Publication.h"
-#include "programs/fexora-publish/Refusal.h"
+#include "programs/fexora-publish/Rejection.h"
 #include "tests/support/JsonRoot.h"
 
 namespace fexora::fuzz {
@@ -31,11 +31,11 @@ void checkAnswer(const publish::PublishedRates& rates, const std::string& answer
 }
 
 template <class Check>
-bool isRefused(Check check) {
+bool isRejected(Check check) {
   try {
     check();
     return false;
-  } catch (const publish::Refusal&) {
+  } catch (const publish::Rejection&) {
     return true;
   }
 }
@@ -48,19 +48,19 @@ void publishOne(const std::string& text) {
   const std::string answer = publish::answerText(sources, rates);
   checkAnswer(rates, answer);
   options.maxJump = 0;
-  require(!isRefused([&] { publish::checkJump(options, rates, answer); }),
+  require(!isRejected([&] { publish::checkJump(options, rates, answer); }),
           "rates are no jump away from themselves");
   options.maxAge = 1;
-  const bool isOld = isRefused([&] { publish::checkAge(options, sources.front(), kUndated); });
+  const bool isOld = isRejected([&] { publish::checkAge(options, sources.front(), kUndated); });
   require(!isOld || sources.front().date != kUndated, "rates of today are not too old");
 }
 
 void run(std::string_view text) {
   try {
     publishOne(std::string(text));
-  } catch (const publish::Refusal& refusal) {
-    require(!refusal.message.empty(), "a refusal says why");
-    require(refusal.exit == publish::Exit::refused, "a bad source is refused");
+  } catch (const publish::Rejection& rejection) {
+    require(!rejection.message.empty(), "a rejection says why");
+    require(rejection.exit == publish::Exit::rejected, "a bad source is rejected");
   }
 }
 
