@@ -15,7 +15,7 @@ enum class StyleMode : std::int64_t { light = 0, dark = 1 };
 enum class Naming : std::int64_t { names = 0, codes = 1 };
 enum class TodayConversionMode : std::int64_t { linear = 0, rate = 1 };
 
-// Made with the code "USD". For want of memory, one that lives for ever: a store is never without.
+// Made with the code "USD". Out of memory, one that lives for ever: a store is never without.
 CurrencyRef defaultRelativeCurrency();
 
 struct Settings {

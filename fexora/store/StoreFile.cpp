@@ -51,7 +51,7 @@ DictionaryCodec& StoreFile::codec() {
 }
 
 StoreFile::Reading StoreFile::read(const std::string& path) {
-  const auto refuse = [&](State state, const FileStatus& status, const std::string& why) {
+  const auto reject = [&](State state, const FileStatus& status, const std::string& why) {
     state_ = state;
     known_ = status;
     return Reading{state, {}, "The store " + path + why};
@@ -62,13 +62,13 @@ StoreFile::Reading StoreFile::read(const std::string& path) {
   }
   if (!file.ok()) {
     const auto status = platform_.files->statusOf(path);
-    return refuse(isContentError(file.error()) ? State::damaged : State::inaccessible, *status,
+    return reject(isContentError(file.error()) ? State::damaged : State::inaccessible, *status,
                   " cannot be read: " + file.error().message());
   }
   auto content = codec().decode(std::move(file->bytes));
   if (!content.ok()) {
     const bool isDamaged = content.fault == PlistFault::content;
-    return refuse(isDamaged ? State::damaged : State::inaccessible, file->status,
+    return reject(isDamaged ? State::damaged : State::inaccessible, file->status,
                   (isDamaged ? " is no dictionary: " : " cannot be read: ") + content.error);
   }
   known_ = file->status;

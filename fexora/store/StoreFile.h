@@ -63,7 +63,7 @@ class FEXORA_API StoreFile {
 
   Platform& platform_;
   State state_ = State::inaccessible;
-  FileStatus known_;  // the file last read, written or refused
+  FileStatus known_;  // the file last read, written or rejected
   FileStatus aside_;  // the file last kept aside
   std::unique_ptr<DictionaryCodec> codec_;
 };

@@ -2,7 +2,7 @@
 
 #include <simdjson.h>
 
-#include "programs/fexora-publish/Refusal.h"
+#include "programs/fexora-publish/Rejection.h"
 #include "programs/fexora-publish/Source.h"
 
 namespace fexora::publish {
@@ -27,9 +27,9 @@ class DollarReader {
     must(document.get_object().get(root));
     for (auto field : root) takeField(field);
     if (document.current_location().error() != simdjson::OUT_OF_BOUNDS) {
-      throw refusal(name_ + ": something follows its JSON object");
+      throw rejection(name_ + ": something follows its JSON object");
     }
-    if (!seenRates_) throw refusal(name_ + ": it has no object \"usd\" of rates");
+    if (!seenRates_) throw rejection(name_ + ": it has no object \"usd\" of rates");
     return std::move(rates_).finish();
   }
 
@@ -37,7 +37,7 @@ class DollarReader {
   using Field = simdjson::simdjson_result<ondemand::field>;
 
   void must(simdjson::error_code error) const {
-    if (error) rates_.refuse(line_, {}, simdjson::error_message(error));
+    if (error) rates_.reject(line_, {}, simdjson::error_message(error));
   }
 
   // The key, with the current line set to its own.
@@ -59,7 +59,7 @@ class DollarReader {
       must(value.get_string().get(day));
       rates_.setDate(line_, day);
     } else if (key == "usd") {
-      if (seenRates_) rates_.refuse(line_, {}, "\"usd\" comes twice");
+      if (seenRates_) rates_.reject(line_, {}, "\"usd\" comes twice");
       seenRates_ = true;
       ondemand::object list;
       must(value.get_object().get(list));
@@ -74,7 +74,7 @@ class DollarReader {
     const std::string_view text = value.raw_json_token();
     double rate = 0;
     if (value.get_double().get(rate) != simdjson::SUCCESS) {
-      rates_.refuse(line_, code,
+      rates_.reject(line_, code,
                     "its rate is no usable number: " + std::string(text.substr(0, 40)));
     }
     // simdjson 3.0's on-demand reader misreads some reals of twenty digits and more.

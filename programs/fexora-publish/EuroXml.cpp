@@ -3,7 +3,7 @@
 
 #include <expat.h>
 
-#include "programs/fexora-publish/Refusal.h"
+#include "programs/fexora-publish/Rejection.h"
 #include "programs/fexora-publish/Source.h"
 
 namespace fexora::publish {
@@ -26,7 +26,7 @@ class EuroParser {
         XML_Parse(parser_.get(), text.data(), static_cast<int>(text.size()), XML_TRUE);
     if (problem_) std::rethrow_exception(problem_);
     if (status != XML_STATUS_OK) {
-      rates_.refuse(line(), {}, XML_ErrorString(XML_GetErrorCode(parser_.get())));
+      rates_.reject(line(), {}, XML_ErrorString(XML_GetErrorCode(parser_.get())));
     }
     return std::move(rates_);
   }
@@ -45,7 +45,7 @@ class EuroParser {
   }
   static void onDoctype(void* self, const char*, const char*, const char*, int) {
     static_cast<EuroParser*>(self)->guard(
-        [](EuroParser& parser) { parser.rates_.refuse(parser.line(), {}, "it has a DOCTYPE"); });
+        [](EuroParser& parser) { parser.rates_.reject(parser.line(), {}, "it has a DOCTYPE"); });
   }
 
   template <class Function>
@@ -70,7 +70,7 @@ class EuroParser {
       if (name == "rate") rate = attributes[1];
     }
     if (!time.empty()) {
-      if (rates_.hasDate()) rates_.refuse(line(), {}, "it holds more than one day");
+      if (rates_.hasDate()) rates_.reject(line(), {}, "it holds more than one day");
       rates_.setDate(line(), time);
     }
     if (!currency.empty() || !rate.empty()) {
@@ -91,7 +91,7 @@ Source readEuroXml(const std::string& name, const std::string& text, Date undate
   RateCollector rates = EuroParser(name, undated).parse(text);
   const SourceRate* dollar = rates.find("USD");
   if (dollar == nullptr) {
-    throw refusal(name + ": it has no USD rate, so its euro rates cannot be turned to dollars");
+    throw rejection(name + ": it has no USD rate, so its euro rates cannot be turned to dollars");
   }
   const SourceRate perEuro = *dollar;
   rates.add(perEuro.line, "EUR", 1.0);

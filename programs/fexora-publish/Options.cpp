@@ -7,7 +7,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "programs/fexora-publish/Refusal.h"
+#include "programs/fexora-publish/Rejection.h"
 #include "programs/shared/Words.h"
 
 namespace fexora::publish {
@@ -28,10 +28,10 @@ void addOptions(CLI::App& app, Options& options, bool& version) {
   app.add_option("--output", options.output,
                  "File to replace; standard output without it, or with -")
       ->type_name("FILE");
-  addNumber(app, "--max-age", options.maxAge, "Refuse a source older than so many days")
+  addNumber(app, "--max-age", options.maxAge, "Reject a source older than so many days")
       ->type_name("DAYS");
-  addNumber(app, "--min-count", options.minCount, "Refuse fewer codes (1)")->type_name("N");
-  addNumber(app, "--max-jump", options.maxJump, "Refuse a larger change to the published file")
+  addNumber(app, "--min-count", options.minCount, "Reject fewer codes (1)")->type_name("N");
+  addNumber(app, "--max-jump", options.maxJump, "Reject a larger change to the published file")
       ->type_name("PERCENT");
   app.add_flag("--force", options.force, "Publish whatever the change");
   app.add_flag("--version", version, "Print the version");
@@ -42,17 +42,17 @@ bool isBound(const std::optional<double>& value) {
 }
 
 void check(const Options& options) {
-  if (options.sources.empty()) throw refusal("no source is named; see --help");
+  if (options.sources.empty()) throw rejection("no source is named; see --help");
   if (std::count(options.sources.begin(), options.sources.end(), "-") > 1) {
-    throw refusal("standard input can be read once only");
+    throw rejection("standard input can be read once only");
   }
-  if (!isBound(options.maxAge)) throw refusal("--max-age takes a number of days from 0");
+  if (!isBound(options.maxAge)) throw rejection("--max-age takes a number of days from 0");
   if (options.minCount && *options.minCount < 0) {
-    throw refusal("--min-count takes a whole number from 0");
+    throw rejection("--min-count takes a whole number from 0");
   }
-  if (!isBound(options.maxJump)) throw refusal("--max-jump takes a percentage from 0");
+  if (!isBound(options.maxJump)) throw rejection("--max-jump takes a percentage from 0");
   if (options.maxJump && options.output.empty()) {
-    throw refusal("--max-jump compares with the file of --output, which is missing");
+    throw rejection("--max-jump compares with the file of --output, which is missing");
   }
 }
 
@@ -79,7 +79,7 @@ Options readOptions(int count, char** words) try {
   }
   return options;
 } catch (const CLI::ParseError& error) {
-  throw refusal(error.what());
+  throw rejection(error.what());
 }
 
 }  // namespace fexora::publish

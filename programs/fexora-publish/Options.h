@@ -20,7 +20,7 @@ struct Options {
   std::optional<std::string> answer;
 };
 
-// Throws a Refusal when the words do not fit.
+// Throws a Rejection when the words do not fit.
 Options readOptions(int count, char** words);
 
 }  // namespace fexora::publish

@@ -7,7 +7,7 @@
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/text/NumberText.h"
 
-#include "programs/fexora-publish/Refusal.h"
+#include "programs/fexora-publish/Rejection.h"
 #include "programs/shared/JsonText.h"
 
 namespace fexora::publish {
@@ -29,7 +29,7 @@ std::map<std::string, double> ratesOf(const std::string& published, const std::s
   dom::parser parser;
   dom::array list;
   if (parser.parse(published)["rates"].get(list) != simdjson::SUCCESS) {
-    throw refusal(file + ": the published file holds no rates to compare with; see --force");
+    throw rejection(file + ": the published file holds no rates to compare with; see --force");
   }
   for (const dom::element element : list) {
     std::string_view code;
@@ -60,10 +60,10 @@ void checkAge(const Options& options, const Source& source, Date today) {
   const double days = (today.secondsSince1970() - source.date.secondsSince1970()) / kDay;
   const std::string rates = source.name + ": its rates of " + dayText(source.date);
   // Somewhere it is tomorrow already.
-  if (days < -1) throw refusal(rates + " lie in the future");
+  if (days < -1) throw rejection(rates + " lie in the future");
   if (!options.maxAge || days <= *options.maxAge) return;
-  throw refusal(rates + " are " + shortestText(days) + " days old, more than " +
-                shortestText(*options.maxAge));
+  throw rejection(rates + " are " + shortestText(days) + " days old, more than " +
+                  shortestText(*options.maxAge));
 }
 
 PublishedRates merge(const std::vector<Source>& sources) {
@@ -77,13 +77,13 @@ PublishedRates merge(const std::vector<Source>& sources) {
 }
 
 void checkCount(const Options& options, const PublishedRates& rates) {
-  if (rates.empty()) throw refusal("the sources hold no rates");
+  if (rates.empty()) throw rejection("the sources hold no rates");
   const auto count = static_cast<std::int64_t>(rates.size());
   const std::int64_t fewest = options.minCount.value_or(1);
   if (count >= fewest && count <= kMostCodes) return;
-  throw refusal("the sources hold " + std::to_string(count) + " codes, " +
-                (count < fewest ? "fewer than " + std::to_string(fewest)
-                                : "more than the library reads, " + std::to_string(kMostCodes)));
+  throw rejection("the sources hold " + std::to_string(count) + " codes, " +
+                  (count < fewest ? "fewer than " + std::to_string(fewest)
+                                  : "more than the library reads, " + std::to_string(kMostCodes)));
 }
 
 void checkJump(const Options& options, const PublishedRates& rates, const std::string& published) {
@@ -91,10 +91,10 @@ void checkJump(const Options& options, const PublishedRates& rates, const std::s
     const auto now = rates.find(code);
     if (now == rates.end() || !isJump(before, now->second.rate, *options.maxJump)) continue;
     const PublishedRate& rate = now->second;
-    throw refusal(*rate.source + ", line " + std::to_string(rate.line) + ", " + code +
-                  ": the rate " + shortestText(rate.rate) + " is more than " +
-                  shortestText(*options.maxJump) + " % away from the published " +
-                  shortestText(before) + "; see --force");
+    throw rejection(*rate.source + ", line " + std::to_string(rate.line) + ", " + code +
+                    ": the rate " + shortestText(rate.rate) + " is more than " +
+                    shortestText(*options.maxJump) + " % away from the published " +
+                    shortestText(before) + "; see --force");
   }
 }
 

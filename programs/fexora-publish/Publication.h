@@ -19,16 +19,16 @@ struct PublishedRate {
 
 using PublishedRates = std::map<std::string, PublishedRate>;
 
-// Refuses a source older than --max-age on the day `today`, and one of a day after tomorrow.
+// Rejects a source older than --max-age on the day `today`, and one of a day after tomorrow.
 void checkAge(const Options& options, const Source& source, Date today);
 
 // Earlier sources win. The result refers to the sources.
 PublishedRates merge(const std::vector<Source>& sources);
 
-// Refuses fewer codes than --min-count, none at all, and more than the library reads.
+// Rejects fewer codes than --min-count, none at all, and more than the library reads.
 void checkCount(const Options& options, const PublishedRates& rates);
 
-// Refuses a change of more than --max-jump against `published`, the text of the published file.
+// Rejects a change of more than --max-jump against `published`, the text of the published file.
 void checkJump(const Options& options, const PublishedRates& rates, const std::string& published);
 
 // The rates service's answer. The same rates from the same sources give the same bytes: "updated"

@@ -3,7 +3,7 @@
 
 #include "fexora/platform/text/NumberText.h"
 
-#include "programs/fexora-publish/Refusal.h"
+#include "programs/fexora-publish/Rejection.h"
 #include "programs/fexora-publish/Source.h"
 
 namespace fexora::publish {
@@ -25,22 +25,22 @@ std::string upperCase(std::string_view code) {
 
 }  // namespace
 
-void RateCollector::refuse(std::size_t line, std::string_view code, const std::string& what) const {
+void RateCollector::reject(std::size_t line, std::string_view code, const std::string& what) const {
   std::string message = source_.name + ", line " + std::to_string(line);
   if (!code.empty()) message.append(", ").append(code.substr(0, kCodeLength));
-  throw refusal(message + ": " + what);
+  throw rejection(message + ": " + what);
 }
 
 double RateCollector::number(std::size_t line, std::string_view code, std::string_view text) const {
   const auto number = parseDouble(text);
-  if (!number) refuse(line, code, "\"" + std::string(text.substr(0, 40)) + "\" is no number");
+  if (!number) reject(line, code, "\"" + std::string(text.substr(0, 40)) + "\" is no number");
   return *number;
 }
 
 void RateCollector::add(std::size_t line, std::string_view code, double rate) {
   if (code.empty() || code.size() > kCodeLength ||
       !std::all_of(code.begin(), code.end(), isCodeCharacter)) {
-    refuse(line, code, "this is no currency code");
+    reject(line, code, "this is no currency code");
   }
   source_.rates.push_back({upperCase(code), rate, line});
   checkRate(source_.rates.back());
@@ -48,13 +48,13 @@ void RateCollector::add(std::size_t line, std::string_view code, double rate) {
 
 void RateCollector::checkRate(const SourceRate& rate) const {
   if (std::isfinite(rate.rate) && rate.rate > 0 && std::isfinite(1 / rate.rate)) return;
-  refuse(rate.line, rate.code,
+  reject(rate.line, rate.code,
          "the rate " + shortestText(rate.rate) + " or its reciprocal is not finite and positive");
 }
 
 void RateCollector::setDate(std::size_t line, std::string_view day) {
   const auto date = Date::fromIsoText(std::string(day) + "T00:00:00Z");
-  if (!date) refuse(line, {}, "\"" + std::string(day.substr(0, 40)) + "\" is no date");
+  if (!date) reject(line, {}, "\"" + std::string(day.substr(0, 40)) + "\" is no date");
   source_.date = *date;
   hasDate_ = true;
 }
@@ -80,11 +80,11 @@ Source RateCollector::finish() && {
       std::adjacent_find(rates.begin(), rates.end(),
                          [](const SourceRate& a, const SourceRate& b) { return a.code == b.code; });
   if (twice != rates.end()) {
-    refuse(twice[1].line, twice->code, "line " + std::to_string(twice->line) + " has it already");
+    reject(twice[1].line, twice->code, "line " + std::to_string(twice->line) + " has it already");
   }
   const SourceRate* dollar = find("USD");
   if (dollar != nullptr && dollar->rate != 1) {
-    refuse(dollar->line, dollar->code, "the dollar's own rate is not 1");
+    reject(dollar->line, dollar->code, "the dollar's own rate is not 1");
   }
   return std::move(source_);
 }

@@ -9,7 +9,7 @@
 
 #include "fexora/platform/base/Limits.h"
 
-#include "programs/fexora-publish/Refusal.h"
+#include "programs/fexora-publish/Rejection.h"
 
 namespace fexora::publish {
 namespace {
@@ -19,9 +19,9 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 std::string readAll(std::istream& in, const std::string& name) {
   std::string text(limits::kAnswerBytes + 1, '\0');
   in.read(text.data(), static_cast<std::streamsize>(text.size()));
-  if (in.bad()) throw refusal(name + ": it cannot be read");
+  if (in.bad()) throw rejection(name + ": it cannot be read");
   text.resize(static_cast<std::size_t>(in.gcount()));
-  if (text.size() > limits::kAnswerBytes) throw refusal(name + ": it is too large");
+  if (text.size() > limits::kAnswerBytes) throw rejection(name + ": it is too large");
   if (text.starts_with(kByteOrderMark)) text.erase(0, kByteOrderMark.size());
   return text;
 }
@@ -52,7 +52,7 @@ Source readSource(const std::string& operand, Date today) {
     return readText(name, readAll(std::cin, name), today);
   }
   std::ifstream in(operand, std::ios::binary);
-  if (!in.is_open()) throw refusal(operand + ": " + std::strerror(errno));
+  if (!in.is_open()) throw rejection(operand + ": " + std::strerror(errno));
   return readText(operand, readAll(in, operand), modified(operand, today));
 }
 

@@ -1,7 +1,7 @@
 // One source of rates, read whole and checked.
 //
 // Rates are units of a currency that one US dollar buys, whatever the source quotes. A source with
-// one figure that may not be published is refused whole, with the line and the code.
+// one figure that may not be published is rejected whole, with the line and the code.
 #pragma once
 
 #include <cstddef>
@@ -26,15 +26,15 @@ struct Source {
 };
 
 // Reads the operand: a file, or "-" for standard input. Rates that name no day are of the day their
-// file was changed, or of `today` where there is no file. Throws a Refusal.
+// file was changed, or of `today` where there is no file. Throws a Rejection.
 Source readSource(const std::string& operand, Date today);
 
 // The text of a whole source in whichever of the formats its first character tells. Throws a
-// Refusal.
+// Rejection.
 Source readText(const std::string& name, const std::string& text, Date undated);
 
 // The three formats. Each takes the text of the whole source and the day to give to rates that name
-// none, and throws a Refusal.
+// none, and throws a Rejection.
 // The daily reference rates of the European Central Bank: units that one euro buys, turned to
 // dollars by the file's own dollar figure. https://www.ecb.europa.eu/stats/eurofxref
 Source readEuroXml(const std::string& name, const std::string& text, Date undated);
@@ -43,7 +43,7 @@ Source readDollarJson(const std::string& name, const std::string& text, Date und
 // Lines of code,rate; a first line "code,rate" and empty lines are passed over.
 Source readCsv(const std::string& name, const std::string& text, Date undated);
 
-// Collects the rates of one source, refusing what may not be published.
+// Collects the rates of one source, rejecting what may not be published.
 class RateCollector {
  public:
   RateCollector(std::string name, Date undated) {
@@ -52,7 +52,7 @@ class RateCollector {
   }
 
   // "name, line 7, EUR: what"; the code is left out when there is none.
-  [[noreturn]] void refuse(std::size_t line, std::string_view code, const std::string& what) const;
+  [[noreturn]] void reject(std::size_t line, std::string_view code, const std::string& what) const;
   // The number that `text` denotes, with a point as decimal mark.
   double number(std::size_t line, std::string_view code, std::string_view text) const;
   void add(std::size_t line, std::string_view code, double rate);
@@ -62,7 +62,7 @@ class RateCollector {
   void divideBy(double divisor);
   const SourceRate* find(std::string_view code) const;
 
-  // Refuses a dollar that is not worth one, and codes that occur twice.
+  // Rejects a dollar that is not worth one, and codes that occur twice.
   Source finish() &&;
 
  private:

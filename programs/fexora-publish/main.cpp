@@ -13,7 +13,7 @@
 
 #include "programs/fexora-publish/Options.h"
 #include "programs/fexora-publish/Publication.h"
-#include "programs/fexora-publish/Refusal.h"
+#include "programs/fexora-publish/Rejection.h"
 #include "programs/fexora-publish/Source.h"
 #include "programs/shared/OneLine.h"
 
@@ -26,8 +26,8 @@ void write(std::FILE* stream, const std::string& text) {
   if (std::fwrite(text.data(), 1, text.size(), stream) == text.size() && std::fflush(stream) == 0) {
     return;
   }
-  throw Refusal{Exit::notWritten,
-                std::string("standard output does not take the result: ") + std::strerror(errno)};
+  throw Rejection{Exit::notWritten,
+                  std::string("standard output does not take the result: ") + std::strerror(errno)};
 }
 
 // The published file, or nothing when there is none.
@@ -35,8 +35,8 @@ std::optional<WholeFile> readPublished(const std::string& path) {
   auto whole = readWholeFile(Files::process(), path, limits::kAnswerBytes);
   if (whole.ok()) return std::move(*whole);
   if (whole.error() == std::errc::no_such_file_or_directory) return std::nullopt;
-  throw Refusal{Exit::notWritten,
-                path + ": what stands there cannot be replaced: " + whole.error().message()};
+  throw Rejection{Exit::notWritten,
+                  path + ": what stands there cannot be replaced: " + whole.error().message()};
 }
 
 void replace(const Options& options, const std::string& text,
@@ -49,8 +49,8 @@ void replace(const Options& options, const std::string& text,
   const auto outcome = published ? replaceFile(files, options.output, text, published->status)
                                  : replaceFile(files, options.output, text, kReadableByAll);
   if (!outcome.error) return;
-  throw Refusal{Exit::notWritten, options.output + ": not written, since it failed to " +
-                                      outcome.step + ": " + outcome.error.message()};
+  throw Rejection{Exit::notWritten, options.output + ": not written, since it failed to " +
+                                        outcome.step + ": " + outcome.error.message()};
 }
 
 // The day that has begun in UTC.
@@ -94,8 +94,8 @@ int run(int count, char** words) {
       publish(options);
     }
     return static_cast<int>(Exit::done);
-  } catch (const Refusal& refusal) {
-    return fail(refusal.exit, refusal.message);
+  } catch (const Rejection& rejection) {
+    return fail(rejection.exit, rejection.message);
   } catch (const std::exception& error) {
     return fail(Exit::notWritten, error.what());
   }

@@ -22,7 +22,7 @@ std::string quoted(const std::string& typed) {
   return std::string("\"").append(head).append("\"");
 }
 
-Failure refusal(const std::string& typed, const std::string& why) {
+Failure rejection(const std::string& typed, const std::string& why) {
   return {Exit::usage, "amount", quoted(typed) + " " + why};
 }
 
@@ -71,7 +71,7 @@ double calculate(const std::string& typed) {
     why += atPlace(typed, sum.place);
   }
   if (sum.problem == Problem::noNumber) why += ": " + quoted(typed.substr(sum.place, sum.length));
-  throw refusal(typed, why);
+  throw rejection(typed, why);
 }
 
 // As the locale takes it: point and comma are one there, or neither is a mark.
@@ -87,8 +87,8 @@ std::string example() {
 double amountFromText(const std::string& typed) {
   const auto amount = parseAmount(typed);
   if (!amount && hasCalculation(typed)) return calculate(typed);
-  if (!amount) throw refusal(typed, "is no number; expected an amount like " + example());
-  if (!std::isfinite(*amount)) throw refusal(typed, "is no finite number");
+  if (!amount) throw rejection(typed, "is no number; expected an amount like " + example());
+  if (!std::isfinite(*amount)) throw rejection(typed, "is no finite number");
   return *amount;
 }
 

@@ -21,7 +21,7 @@ using Text = const std::string&;
 constexpr std::int64_t kMostFraction = 15;
 constexpr std::int64_t kMostCurrencies = 100'000;
 
-[[noreturn]] void refuse(Text name, Text value, Text expected) {
+[[noreturn]] void reject(Text name, Text value, Text expected) {
   throw Failure{Exit::usage, "value",
                 "the setting " + name + " cannot be \"" + value + "\"; expected " + expected};
 }
@@ -29,14 +29,14 @@ constexpr std::int64_t kMostCurrencies = 100'000;
 std::int64_t integerIn(Text name, Text value, std::int64_t least, std::int64_t most) {
   const auto number = parseInteger(value);
   if (number && *number >= least && *number <= most) return *number;
-  refuse(name, value,
+  reject(name, value,
          "a whole number from " + std::to_string(least) + " to " + std::to_string(most));
 }
 
 bool boolean(Text name, Text value) {
   if (value == "true" || value == "1") return true;
   if (value == "false" || value == "0") return false;
-  refuse(name, value, "true or false");
+  reject(name, value, "true or false");
 }
 
 // Takes the raw value or the case's name.
@@ -44,7 +44,7 @@ template <class Enum>
 Enum enumCase(Text name, Text value, const char* zero, const char* one) {
   if (value == "0" || value == zero) return static_cast<Enum>(0);
   if (value == "1" || value == one) return static_cast<Enum>(1);
-  refuse(name, value, std::string(zero) + " (0) or " + one + " (1)");
+  reject(name, value, std::string(zero) + " (0) or " + one + " (1)");
 }
 
 std::vector<CurrencyRef> currencyList(Text value) {

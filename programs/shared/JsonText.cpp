@@ -48,7 +48,7 @@ JsonText& JsonText::string(std::string_view value) {
 JsonText& JsonText::number(double value) {
   if (!std::isfinite(value)) return null();
   std::string text = shortestText(value);
-  // Many a reader, our publisher's own among them, refuses a whole number beyond 64 bits.
+  // Many a reader, our publisher's own among them, rejects a whole number beyond 64 bits.
   constexpr double kBeyond = 0x1p63;
   if (std::abs(value) >= kBeyond && text.find_first_of(".e") == std::string::npos) text += "e0";
   return raw(text);

@@ -65,7 +65,7 @@ class ProgramTest(unittest.TestCase):
     def json(self, *words, **options):
         return json.loads(self.succeed(*words, "--json", **options))
 
-    def refuse(self, code, *words, **options):
+    def reject(self, code, *words, **options):
         """Runs what must end with `code`; its one message."""
         got, out, err = self.run_program(*words, **options)
         self.assertEqual(got, code, (words, out, err))

@@ -20,10 +20,10 @@ class Calculations(ProgramTest):
     def test_numbers_are_those_of_the_locale(self):
         self.assertEqual(self.amount("1,5*2", "--locale", "de_DE"), 3)
         self.assertEqual(self.amount("١٢٫٥*2", "--locale", "ar_EG"), 25)
-        self.assertIn("like ١٢٫٥\n", self.refuse(2, "--locale", "ar_EG", "12.5", "USD", "EUR"))
-        self.assertIn("at place 3", self.refuse(2, "--locale", "ar_EG", "--", "2*1.5", "USD", "EUR"))
+        self.assertIn("like ١٢٫٥\n", self.reject(2, "--locale", "ar_EG", "12.5", "USD", "EUR"))
+        self.assertIn("at place 3", self.reject(2, "--locale", "ar_EG", "--", "2*1.5", "USD", "EUR"))
 
-    def test_what_is_malformed_is_refused_with_its_place(self):
+    def test_what_is_malformed_is_rejected_with_its_place(self):
         for typed, said in [
                 ("12+*3", "at place 4"), ("3 4+1", "at place 3"), ("2(3)+1", "at place 2"),
                 ("()+1", "at place 2"), ("1---5", "at place 4"), ("12+", "at its end"),
@@ -34,13 +34,13 @@ class Calculations(ProgramTest):
                 ("10/-0", "by zero at place 3"), ("1/3+1/(1-1)", "by zero at place 6"),
                 ("1e300*1e300", "finite"), ("1/1e400", "finite number at place 3"), ("1+" * 600 + "1", "too long"),
                 ("1.2.3+1", 'at place 1: "1.2.3"'), ("2^3+1", '"2^3"')]:
-            message = self.refuse(2, "--", typed, "USD", "EUR")
+            message = self.reject(2, "--", typed, "USD", "EUR")
             self.assertIn(said, message, typed)
         self.assertFalse(self.store.exists())
 
     def test_deep_nesting_is_no_danger(self):
         self.assertEqual(self.amount("(" * 400 + "7" + ")" * 400 + "+0"), 7)
-        self.assertIn("by zero", self.refuse(2, "--", "1/(" * 240 + "0" + ")" * 240, "USD", "EUR"))
+        self.assertIn("by zero", self.reject(2, "--", "1/(" * 240 + "0" + ")" * 240, "USD", "EUR"))
 
 
 if __name__ == "__main__":

@@ -83,32 +83,32 @@ class Conversion(ProgramTest):
             self.assertEqual(row, f"  {shown} {code}   (1 USD = {rate} {code})")
 
 
-class Refusals(ProgramTest):
+class Rejections(ProgramTest):
     def test_wrong_use_and_no_numbers_exit_with_2(self):
-        self.assertIn("amount", self.refuse(2))
-        self.assertIn("currency", self.refuse(2, "100"))
+        self.assertIn("amount", self.reject(2))
+        self.assertIn("currency", self.reject(2, "100"))
         for text in ["abc", "1.2.3", "", "1,234.5", "--", "0x10", "1e", "½", "1e400", "-1e400", "∞"]:
             words = ["--", text] if text.startswith("--") else [text]
-            self.assertIn(f'"{text}"', self.refuse(2, *words, "USD", "EUR"))
-        self.assertIn("--bogus", self.refuse(2, "1", "USD", "--bogus"))
-        self.assertIn("--count", self.refuse(2, "watch", "--count", "0"))
+            self.assertIn(f'"{text}"', self.reject(2, *words, "USD", "EUR"))
+        self.assertIn("--bogus", self.reject(2, "1", "USD", "--bogus"))
+        self.assertIn("--count", self.reject(2, "watch", "--count", "0"))
         self.assertFalse(self.store.exists(), "nothing is made for a wrong use")
 
     def test_unknown_currencies_exit_with_1_and_offer_near_ones(self):
-        self.assertRegex(self.refuse(1, "1", "UDS"), r'"UDS".*\bUSD\b')
-        self.assertIn('"XXQ"', self.refuse(1, "1", "USD", "EUR", "XXQ"))
+        self.assertRegex(self.reject(1, "1", "UDS"), r'"UDS".*\bUSD\b')
+        self.assertIn('"XXQ"', self.reject(1, "1", "USD", "EUR", "XXQ"))
         self.assertEqual(self.run_program("1", "USD", "CLF")[1], "")
         self.assertNotIn("UDSourceCurrency", self.content())
 
     def test_what_cannot_be_converted_costs_only_itself(self):
         # A currency of the catalogue that no rate came for.
-        self.assertIn("no rate from USD to CLF", self.refuse(1, "1", "USD", "EUR", "CLF"))
+        self.assertIn("no rate from USD to CLF", self.reject(1, "1", "USD", "EUR", "CLF"))
         self.assertEqual(self.content()["UDSourceCurrency"]["amount"], 1)
         self.succeed("select", "EUR", "CLF")
         content = self.content()
         content["UDCurrencies"] += [{"code": code} for code in ("QQQ", "QQQ", "gbp", "USD")]
         self.store.write_bytes(plistlib.dumps(content))
-        self.assertRegex(self.refuse(1, "2", "USD"), "QQQ.*CLF")
+        self.assertRegex(self.reject(1, "2", "USD"), "QQQ.*CLF")
         code, out, _ = self.run_program("2", "USD", "--json")
         answer = json.loads(out)
         self.assertEqual((code, [item["currency"] for item in answer["items"]], answer["missing"]),
@@ -140,7 +140,7 @@ class Refusals(ProgramTest):
                 ("--limit", ["search", "yen", "--limit", "0x3"]),
                 ("--refresh", ["watch", "--refresh", "1e400"]),
                 ("--refresh", ["watch", "--refresh", "nan"])]:
-            self.assertIn(option, self.refuse(2, *words, cwd=self.container), words)
+            self.assertIn(option, self.reject(2, *words, cwd=self.container), words)
         self.assertEqual(os.listdir(self.container), [])
         self.succeed("status", "--container=--x", cwd=self.container)
         self.assertEqual(os.listdir(self.container), ["--x"])

@@ -1,4 +1,4 @@
-"""The example of the whole road: examples/fresh-rates."""
+"""The example of how fresh rates come: examples/fresh-rates."""
 
 import subprocess
 import unittest

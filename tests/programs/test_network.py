@@ -48,7 +48,7 @@ class Answers(ServedTest):
             self.assertEqual(self.json("refresh")["message"], "hello")
         self.before = self.store.read_bytes()
 
-    def refuse_each(self, kind, *scripts, status=""):
+    def reject_each(self, kind, *scripts, status=""):
         for self.service.script in scripts:
             with self.subTest(str(self.service.script)[:200]):
                 error = self.failure(3, "refresh")
@@ -70,30 +70,30 @@ class Answers(ServedTest):
         self.assertNotIn("\r\nIf-", head)
 
     def test_refused_or_broken_off(self):
-        with socket.socket() as refusing:
-            refusing.bind(("127.0.0.1", 0))
-            nobody = "http://127.0.0.1:%d/" % refusing.getsockname()[1]
-            self.refuse_each("noConnection", redirect(nobody))
+        with socket.socket() as rejecting:
+            rejecting.bind(("127.0.0.1", 0))
+            nobody = "http://127.0.0.1:%d/" % rejecting.getsockname()[1]
+            self.reject_each("noConnection", redirect(nobody))
             self.url = nobody
-            self.refuse_each("noConnection", b"")
+            self.reject_each("noConnection", b"")
         self.url = self.service.url
-        self.refuse_each(
+        self.reject_each(
             "noConnection", b"", broken_off(b""), broken_off(HEAD + b"Content-Length: 500\r\n\r\n{}"),
             b"SSH-2.0-Server\r\n", b"HTTP/1.1 200 OK\r\nConte")
 
     def test_lengths_that_are_wrong(self):
         whole = BODY.encode()
-        self.refuse_each(
+        self.reject_each(
             "noConnection", HEAD + b"Content-Length: 500\r\n\r\n" + whole,
             HEAD + b"Content-Length: x\r\n\r\n" + whole, CHUNKED + b"60\r\n" + whole,
             CHUNKED + b"xyz\r\n" + whole)
-        self.refuse_each("notJson", HEAD + b"Content-Length: 20\r\n\r\n" + whole,
+        self.reject_each("notJson", HEAD + b"Content-Length: 20\r\n\r\n" + whole,
                          HEAD + b"\r\n" + whole[:len(whole) // 2], answer(""))
 
     def test_gzip_that_is_damaged(self):
         packed = gzip(BODY.encode())
         flipped = packed[:-6] + bytes([packed[-6] ^ 1]) + packed[-5:]  # the check sum
-        self.refuse_each(
+        self.reject_each(
             "notJson", answer(packed[:len(packed) // 2], PACKED), answer(packed[:5], PACKED),
             answer(BODY, PACKED), answer(packed), answer(flipped, PACKED),
             answer(BODY, PACKED + ", gzip" * 6))
@@ -101,7 +101,7 @@ class Answers(ServedTest):
     def test_what_is_too_large_takes_no_memory(self):
         tiny = ("[" + part * (15 * (1 << 20) // len(part)) + "1]" for part in ("[1],", '{"":""},', '"",'))
         spaces = b" " * (1 << 16)
-        self.refuse_each(
+        self.reject_each(
             "tooLarge", HEAD + b"Content-Length: 1073741824\r\n\r\n",
             answer(gzip(*[spaces] * 4096), PACKED), endless(HEAD + b"\r\n", spaces),
             answer(BODY, *["X-Header: " + "x" * 60] * 1000), endless(b"HTTP/1.1 200 OK\r\nX: ", spaces),
@@ -121,33 +121,33 @@ class Answers(ServedTest):
         self.service.paths["/good.json"] = answer(BODY)
         self.accept(redirect("/good.json"))
         asked = len(self.service.requests)
-        self.refuse_each("httpStatus", redirect("/rates.json"), status=302)
+        self.reject_each("httpStatus", redirect("/rates.json"), status=302)
         self.assertEqual(len(self.service.requests), asked + 6)
-        self.refuse_each("httpStatus", redirect("file:///etc/hostname"),
+        self.reject_each("httpStatus", redirect("file:///etc/hostname"),
                          redirect("ftp://127.0.0.1/rates.json"), redirect("http://127.0.0.1:99999/"),
                          answer(BODY, status="302 Found"), status=302)
         for i in range(2, 7):
             self.service.paths[f"/{i}"] = redirect(f"/{i + 1}", "301 Moved")
         self.service.paths["/7"] = answer(BODY)
         self.accept(redirect("/3"))
-        self.refuse_each("httpStatus", redirect("/2"), status=301)
+        self.reject_each("httpStatus", redirect("/2"), status=301)
 
     def test_the_status_decides_whatever_the_body(self):
         for status in (201, 203, 206, 300, 400, 401, 403, 404, 407, 410, 429, 500, 503, 599):
-            self.refuse_each("httpStatus", answer(BODY, status=f"{status} Whatever"), status=status)
+            self.reject_each("httpStatus", answer(BODY, status=f"{status} Whatever"), status=status)
         for status, rest in (
                 (204, b""), (404, b"Content-Length: 0\r\n"), (503, b"Content-Length: 500\r\n"),
                 (500, b"Content-Length: 1073741824\r\n\r\n{}"),
                 # Nothing was asked about, so nothing can stand unchanged.
                 (304, b"")):
-            self.refuse_each("httpStatus", b"HTTP/1.1 %d Oops\r\n%s\r\n" % (status, rest), status=status)
-        self.refuse_each("httpStatus", endless(b"HTTP/1.1 404 Not Found\r\n\r\n", BODY.encode()), status=404)
+            self.reject_each("httpStatus", b"HTTP/1.1 %d Oops\r\n%s\r\n" % (status, rest), status=status)
+        self.reject_each("httpStatus", endless(b"HTTP/1.1 404 Not Found\r\n\r\n", BODY.encode()), status=404)
 
     def test_bodies_that_are_no_object(self):
-        self.refuse_each("notJson", *map(answer, (
+        self.reject_each("notJson", *map(answer, (
             "<html><body>Please log in</body></html>", "[" * 100_000, b'{"a": "\xff"}',
             r'{"a": "\ud800"}', r'{"a": "\udc00x"}', BODY + BODY, '{"a":1,}', "{")))
-        self.refuse_each("notAnObject", *map(answer, ("[]", "null", '"text"')))
+        self.reject_each("notAnObject", *map(answer, ("[]", "null", '"text"')))
 
     def test_an_answer_without_rates_is_taken_with_a_warning(self):
         for self.service.script in (answer("{}"), answer('{"serviceMessage": 7}')):

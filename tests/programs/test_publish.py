@@ -33,7 +33,7 @@ class Publish(ProgramTest):
 
     def run_program(self, *words, **options):
         result = super().run_program(*words, **options)
-        self.assertTrue(result[0] == 0 or result[1] == "", "a refusal has no result")
+        self.assertTrue(result[0] == 0 or result[1] == "", "a rejection has no result")
         return result
 
     def publish(self, *words, **options):
@@ -51,19 +51,19 @@ class Publish(ProgramTest):
     def rates(self, *words, **options):
         return self.publish(*words, **options)["rates"]
 
-    def refuse_saying(self, said, *words, **options):
-        """Refused with a message that has each part of what is said; what stood there stays."""
+    def reject_saying(self, said, *words, **options):
+        """Rejected with a message that has each part of what is said; what stood there stays."""
         self.output.write_text("old")
-        err = self.refuse(2, "--output", self.output, *words, **options)
+        err = self.reject(2, "--output", self.output, *words, **options)
         for part in said:
             self.assertIn(part, err)
         self.assertEqual(self.output.read_text(), "old")
         self.assertEqual(list(self.folder.iterdir()), [self.output])
 
-    def refuse_each(self, cases):
+    def reject_each(self, cases):
         for text, *said in cases:
             with self.subTest(text[:200]):
-                self.refuse_saying(said, "-", text=text)
+                self.reject_saying(said, "-", text=text)
 
 
 class Sources(Publish):
@@ -93,8 +93,8 @@ class Sources(Publish):
         source.write_text("eur,1\n")
         self.assertRegex(self.publish(source)["source"], r"\A\[\ufffd\] ")
 
-    def test_csv_that_is_refused(self):
-        self.refuse_each([
+    def test_csv_that_is_rejected(self):
+        self.reject_each([
             ("eur,1\ngbp,1,5\n", "standard input", "line 2", "gbp", "1,5"),
             ("eur,1\ngbp\n", "line 2"),
             ("eur,1\n\ngbp,0\n", "line 3", "GBP", "positive"),
@@ -110,8 +110,8 @@ class Sources(Publish):
             ("code,rate\n", "no rates"),
             (" " * ((16 << 20) + 1), "too large")])
 
-    def test_json_that_is_refused(self):
-        self.refuse_each([
+    def test_json_that_is_rejected(self):
+        self.reject_each([
             ('{"usd": {\n"eur": 1,\n"gbp": 0}}', "line 3", "GBP", "positive"),
             ('{"usd": {\n"gbp": -0.5}}', "line 2", "GBP"),
             ('{"usd": {\n"gbp": 1e400}}', "line 2", "gbp", "1e400"),
@@ -126,9 +126,9 @@ class Sources(Publish):
             ('{"eur": {"gbp": 1}}', "usd"),
             ('{"usd": [1]}', "line 1")])
 
-    def test_xml_that_is_refused(self):
+    def test_xml_that_is_rejected(self):
         dollar = "<Cube currency='USD' rate='1.1'/>\n"
-        self.refuse_each([(f"<e><Cube><Cube time='2026-09-11'>\n{cubes}</Cube></Cube></e>", *said)
+        self.reject_each([(f"<e><Cube><Cube time='2026-09-11'>\n{cubes}</Cube></Cube></e>", *said)
                           for cubes, *said in [
             ("<Cube currency='JPY' rate='178'/>\n", "standard input", "USD"),
             (dollar + "<Cube currency='JPY' rate='0'/>", "line 3", "JPY"),
@@ -140,7 +140,7 @@ class Sources(Publish):
              "line 2", "JPY", "finite"),
             (dollar + "<Cube currency='EUR' rate='1'/>", "line 3", "EUR"),
             (dollar + "<Cube time='2026-09-10'/>", "line 3", "day")]])
-        self.refuse_each([
+        self.reject_each([
             ("<e><Cube time='yesterday'/></e>", "line 1", "yesterday"),
             ("<e>\n<Cube>", "line 2"),
             ("<!DOCTYPE e [<!ENTITY a 'b'>]><e/>", "line 1", "DOCTYPE")])
@@ -153,31 +153,31 @@ class Sources(Publish):
             self.publish("--max-age", "0", "-", text=of_day(day_before(days)))
         for days, said in ((5, "5 days"), (-3, "future")):
             day = day_before(days)
-            self.refuse_saying([day, said], "--max-age", "3", "-", text=of_day(day))
-        self.refuse_saying(["2126-01-01", "future"], "-", text=of_day("2126-01-01"))
+            self.reject_saying([day, said], "--max-age", "3", "-", text=of_day(day))
+        self.reject_saying(["2126-01-01", "future"], "-", text=of_day("2126-01-01"))
         # Any of the sources, whether or not it gives anything to the result.
-        self.refuse_saying([SNAPSHOT.name], "--max-age", "3", "-", SNAPSHOT, text="eur,1\ncny,1\n")
+        self.reject_saying([SNAPSHOT.name], "--max-age", "3", "-", SNAPSHOT, text="eur,1\ncny,1\n")
 
     def test_the_age_of_rates_without_a_day_is_that_of_the_file(self):
         source = self.folder / "rates.csv"
         source.write_text("eur,0.85\n")
         self.publish("--max-age", "1", source)
         os.utime(source, (time.time() - 4 * 86400,) * 2)
-        self.assertIn(day_before(4), self.refuse(2, "--max-age", "1", source))
+        self.assertIn(day_before(4), self.reject(2, "--max-age", "1", source))
 
     def test_the_count(self):
         self.assertEqual(len(self.rates("--min-count", "9", EURO)), 9)
         for fewest in ("10", "010"):
-            self.refuse_saying(["9 codes", "10"], "--min-count", fewest, EURO)
+            self.reject_saying(["9 codes", "10"], "--min-count", fewest, EURO)
         # As many as the library reads.
         csv = "".join(f"a{i},1\n" for i in range(MOST))
         self.assertEqual(len(self.rates("-", text=csv)), MOST)
-        self.refuse_saying(["codes", str(MOST)], "-", text=csv + "usd,1\n")
+        self.reject_saying(["codes", str(MOST)], "-", text=csv + "usd,1\n")
 
 
 class Output(Publish):
     def jump(self, percent, csv, *words):
-        """From 100 pounds and euros; what was said when it was refused."""
+        """From 100 pounds and euros; what was said when it was rejected."""
         self.output.unlink(missing_ok=True)
         self.publish("--output", self.output, "-", text="eur,100\ngbp,100\n")
         words = (*words, "--output", self.output, "--max-jump", percent, "-")
@@ -191,7 +191,7 @@ class Output(Publish):
                 ("10", "eur,100\ngbp,110\n"), ("10", "gbp,90\n"), ("10", "gbp,500\n", "--force"),
                 ("10", "gbp,1e308\n", "--force")]:
             self.assertEqual(self.jump(percent, csv, *words), "")
-        self.refuse(2, "--output", self.output, "--max-jump", "10", "-", text="gbp,1.7e308\n")
+        self.reject(2, "--output", self.output, "--max-jump", "10", "-", text="gbp,1.7e308\n")
         for rate in ("110.1", "89.9", "1e-300", "1e300"):
             err = self.jump("10", f"eur,100\ngbp,{rate}\n")
             for part in ("line 2", "GBP", "100", "10 %"):
@@ -205,9 +205,9 @@ class Output(Publish):
     def test_jumps_with_nothing_to_compare(self):
         words = ("--output", self.output, "--max-jump", "1", "-")
         self.publish(*words, text="eur,2\n")
-        self.refuse_saying([str(self.output), "--force"], "--max-jump", "1", "-", text="eur,1\n")
+        self.reject_saying([str(self.output), "--force"], "--max-jump", "1", "-", text="eur,1\n")
         self.publish("--force", *words, text="eur,1\n")
-        self.refuse(2, "--max-jump", "1", "-", text="eur,1\n")
+        self.reject(2, "--max-jump", "1", "-", text="eur,1\n")
 
     def test_it_is_replaced_whole_and_keeps_its_mode(self):
         self.publish("--output", self.output, EURO)
@@ -227,7 +227,7 @@ class Output(Publish):
         self.output.write_text("old")
         os.chown(self.output, 1, 2)
         # A root that may not either.
-        err = self.refuse(4, "--output", self.output, EURO,
+        err = self.reject(4, "--output", self.output, EURO,
                           before=("/usr/bin/setpriv", "--bounding-set=-chown"))
         self.assertIn("owner and group", err)
         self.assertEqual(self.output.read_text(), "old")
@@ -240,7 +240,7 @@ class Output(Publish):
         target.write_text("old")
         self.output.symlink_to(target)
         for output in (self.folder / "missing/rates.json", self.folder, self.output):
-            self.refuse(4, "--output", output, EURO)
+            self.reject(4, "--output", output, EURO)
         self.assertEqual(target.read_text(), "old")
         with open("/dev/full", "w", encoding="utf-8") as full:
             process = self.start(EURO, stdout=full)
@@ -252,17 +252,17 @@ class Output(Publish):
                       ("--max-age", "x", EURO), ("--min-count", "-1", EURO), ("--max-jump", "nan", EURO),
                       ("--max-age", "0x3", EURO), ("--min-count", "9e9", EURO),
                       ("--output", "--force", EURO), ("-", "-"), ("--output",)]:
-            self.refuse(2, *words)
+            self.reject(2, *words)
         # An option whose value is missing takes no source for it.
         self.output.write_text("eur,1\n")
         options = ("--output", "--max-age", "--min-count", "--max-jump")
         for option in options:
             for words in ((option + "=", self.output, EURO), (option, "", self.output)):
-                self.assertIn(option, self.refuse(2, *words))
+                self.assertIn(option, self.reject(2, *words))
         self.assertEqual(self.output.read_text(), "eur,1\n")
         self.assertEqual(self.succeed("--output", "-", EURO), self.succeed(EURO))
-        self.refuse_saying(["missing.csv", "No such file"], self.folder / "missing.csv")
-        self.refuse_saying([str(self.folder)], self.folder)
+        self.reject_saying(["missing.csv", "No such file"], self.folder / "missing.csv")
+        self.reject_saying([str(self.folder)], self.folder)
         shown = self.succeed("--help")
         for option in (*options, "--force", "SOURCE"):
             self.assertIn(option, shown)

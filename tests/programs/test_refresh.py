@@ -59,13 +59,13 @@ class Refresh(ServedTest):
 
     def test_without_cached_rates_a_failure_says_so(self):
         self.service.script = b""
-        self.assertIn("no rates are cached", self.refuse(3, "refresh"))
+        self.assertIn("no rates are cached", self.reject(3, "refresh"))
 
     def test_use_and_places_that_cannot_be_written(self):
-        self.refuse(2, "refresh", "EUR")
+        self.reject(2, "refresh", "EUR")
         (self.container / "file").write_text("")
         env = self.environment(FEXORA_CONTAINER=str(self.container / "file/below"))
-        self.refuse(4, "refresh", env=env)
+        self.reject(4, "refresh", env=env)
 
     def test_progress_shows_on_a_terminal_only_and_is_wiped(self):
         go_on = threading.Event()

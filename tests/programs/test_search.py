@@ -52,10 +52,10 @@ class Search(ProgramTest):
                          (0, "", 'fexora: no currency matches "no such money"\n'))
 
     def test_wrong_use(self):
-        self.refuse(2, "search")
-        self.refuse(2, "search", "hong", "kong")
-        self.refuse(2, "search", "yen", "--limit", "many")
-        self.assertIn('"QQQ"', self.refuse(1, "search", "yen", "--exclude", "QQQ"))
+        self.reject(2, "search")
+        self.reject(2, "search", "hong", "kong")
+        self.reject(2, "search", "yen", "--limit", "many")
+        self.assertIn('"QQQ"', self.reject(1, "search", "yen", "--exclude", "QQQ"))
 
 
 class Names(ProgramTest):
@@ -90,9 +90,9 @@ class Names(ProgramTest):
 
 class Offers(ProgramTest):
     def test_a_mistyped_code_is_offered_what_the_search_finds(self):
-        self.assertIn("near: JPY (Japanese Yen)", self.refuse(1, "1", "yen"))
-        self.assertIn("near: JPY (日本円)", self.refuse(1, "1", "円", "--lang", "ja"))
-        self.assertIn("near: USD (US Dollar),", self.refuse(1, "1", "EUR", "UDS"))
+        self.assertIn("near: JPY (Japanese Yen)", self.reject(1, "1", "yen"))
+        self.assertIn("near: JPY (日本円)", self.reject(1, "1", "円", "--lang", "ja"))
+        self.assertIn("near: USD (US Dollar),", self.reject(1, "1", "EUR", "UDS"))
         error = json.loads(self.run_program("1", "franc", "--json")[1])["error"]
         self.assertEqual(error["kind"], "currency")
         self.assertIn("CHF (Swiss Franc)", error["message"])

@@ -1,4 +1,4 @@
-"""The road of fresh rates for real: sources, publisher, nginx as shipped, refresh, the other process."""
+"""Fresh rates for real: sources, publisher, nginx as shipped, refresh, the other process."""
 
 import json
 import pathlib
@@ -109,7 +109,7 @@ class ShippedService(ProgramTest):
             self.assertEqual(failure.exception.code, status, (method, url))
             failure.exception.close()
 
-    def test_a_refused_source_leaves_what_is_served(self):
+    def test_a_rejected_source_leaves_what_is_served(self):
         before = {path.name: path.stat() for path in self.web.iterdir()}
         bad = self.folder / "bad.csv"
         bad.write_text("eur,0\n", encoding="utf-8")

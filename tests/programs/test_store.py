@@ -31,18 +31,18 @@ class Settings(ProgramTest):
         self.assertIs(type(content["Mode"]), int)
         self.assertEqual(content["TodayCurrencies"], [{"code": "EUR"}, {"code": "GBP"}])
 
-    def test_values_out_of_range_are_refused_and_change_nothing(self):
+    def test_values_out_of_range_are_rejected_and_change_nothing(self):
         for name, typed in [("fraction", "0"), ("fraction", "two"), ("mode", "2"), ("seporate", "x"),
                             ("numberOfCurrenciesInWidget", "-1"), ("nope", "1")]:
-            self.assertIn(name, self.refuse(2, "settings", name, typed))
-        self.refuse(1, "settings", "todayCurrencies", "EUR,nope")
+            self.assertIn(name, self.reject(2, "settings", name, typed))
+        self.reject(1, "settings", "todayCurrencies", "EUR,nope")
         self.assertEqual(self.json("settings"), DEFAULTS)
 
     def test_selection(self):
         self.assertEqual(self.json("select"), {"currencies": ["USD", "EUR"]})
         self.assertEqual(self.json("select", "jpy", "GBP", "JPY"), {"currencies": ["JPY", "GBP"]})
         self.assertEqual(self.content()["UDCurrencies"], [{"code": "JPY"}, {"code": "GBP"}])
-        self.refuse(1, "select", "nope")
+        self.reject(1, "select", "nope")
         self.assertEqual([item["currency"] for item in self.json("1", "JPY")["items"]], ["GBP"])
 
     def test_status(self):
@@ -81,7 +81,7 @@ class Unusable(ProgramTest):
             self.assertIn(str(place), self.convert(4, env=env))
             for words in (["status"], ["select"], ["select", "EUR"], ["settings"], ["watch"],
                           ["settings", "mode", "dark"], ["refresh"], ["refresh", "--json"]):
-                self.assertIn(cause, self.refuse(4, *words, env=env), words)
+                self.assertIn(cause, self.reject(4, *words, env=env), words)
             self.assertEqual(self.run_program("status", env=env)[1], "")
         self.assertEqual((self.container / "file").read_text(), "mine")
 

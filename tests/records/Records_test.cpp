@@ -44,7 +44,7 @@ TEST(Currency, JsonForm_IsTheCodeAlone) {
   EXPECT_EQ(Mapper<Currency>::map("EUR"), nullptr);
 }
 
-// A record that refuses some dictionaries, as a host's own may.
+// A record that rejects some dictionaries, as a host's own may.
 class Picky : public MappableModel {
  public:
   using MappableModel::mapping;

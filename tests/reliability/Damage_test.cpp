@@ -117,8 +117,8 @@ class Damage : public testing::Test {
 
   const std::string xml_ = realStore(3);
   const std::string binary_ = inBinary(xml_);
-  int read_ = 0;     // still a dictionary
-  int refused_ = 0;  // kept the last content
+  int read_ = 0;      // still a dictionary
+  int rejected_ = 0;  // kept the last content
 
  private:
   std::string faultOf(const std::string& bytes) {
@@ -131,7 +131,7 @@ class Damage : public testing::Test {
     running.folderUpdate();
     const auto read = readPropertyList(bytes);
     const bool isDictionary = read.ok() && read.value.dictionary() != nullptr;
-    ++(isDictionary ? read_ : refused_);
+    ++(isDictionary ? read_ : rejected_);
     if (isDictionary != running.loadProblem().empty()) return "the two readers disagree";
     const Dictionary& expected = isDictionary ? *read.value.dictionary() : before;
     // Not-a-number equals nothing, but is described.
@@ -153,7 +153,7 @@ class Damage : public testing::Test {
   }
 };
 
-TEST_F(Damage, EveryTruncation_IsRefused) {
+TEST_F(Damage, EveryTruncation_IsRejected) {
   for (const std::string& whole : {xml_, binary_}) {
     ASSERT_TRUE(readPropertyList(whole).ok());
     // XML without its last line end is whole.
@@ -164,7 +164,7 @@ TEST_F(Damage, EveryTruncation_IsRefused) {
   EXPECT_EQ(read_, 0);
 }
 
-TEST_F(Damage, EachByteFlipped_IsTakenOrRefusedWhole) {
+TEST_F(Damage, EachByteFlipped_IsTakenOrRejectedWhole) {
   for (const std::string& whole : {xml_, binary_}) {
     for (std::size_t at = 0; at < whole.size() && !HasFailure(); ++at) {
       std::string bytes = whole;
@@ -175,7 +175,7 @@ TEST_F(Damage, EachByteFlipped_IsTakenOrRefusedWhole) {
 }
 
 // FEXORA_DAMAGES says how many, for the long form.
-TEST_F(Damage, AtRandom_IsTakenOrRefusedWhole) {
+TEST_F(Damage, AtRandom_IsTakenOrRejectedWhole) {
   const char* const count = std::getenv("FEXORA_DAMAGES");
   const std::string xml = realStore(12);
   const std::string binary = inBinary(xml);
@@ -184,8 +184,8 @@ TEST_F(Damage, AtRandom_IsTakenOrRefusedWhole) {
     meet(i % 2 == 0 ? damager.damaged(xml, binary) : damager.damaged(binary, xml));
   }
   EXPECT_GT(read_, 100);
-  EXPECT_GT(refused_, 100);
-  std::cout << read_ << " still dictionaries, " << refused_ << " refused and kept aside\n";
+  EXPECT_GT(rejected_, 100);
+  std::cout << read_ << " still dictionaries, " << rejected_ << " rejected and kept aside\n";
 }
 
 // The file that takes most: as many keys as the limits allow, each just too long to be held in
@@ -200,7 +200,7 @@ TEST_F(Damage, WorstFile_StaysWithinTheBoundOnMemory) {
   writeFile(container.file(), bytes);
   const auto run =
       runCommand({std::string(FEXORA_TEST_BINARY_DIR) + "/bin/reliability_saver", "load"});
-  EXPECT_EQ(run.output, "Fraction 3\n") << "it was read, not refused: " << run.errors;
+  EXPECT_EQ(run.output, "Fraction 3\n") << "it was read, not rejected: " << run.errors;
   rusage usage{};
   getrusage(RUSAGE_CHILDREN, &usage);
   const auto most = static_cast<std::size_t>(usage.ru_maxrss) * 1024;

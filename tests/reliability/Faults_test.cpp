@@ -186,7 +186,7 @@ TEST(Faults, OfAStart_WriteNothingOverTheFile) {
         EXPECT_EQ(log.lines, (std::vector<std::string>{"SAVE FAIL", world.store->saveProblem()}));
         EXPECT_EQ(world.updates, 1);
         EXPECT_EQ(world.store->ud(), world.content());
-        EXPECT_EQ(world.store->fraction(), kOld) << "not the default of the refused start";
+        EXPECT_EQ(world.store->fraction(), kOld) << "not the default of the rejected start";
         EXPECT_EQ(world.store->numberOfCurrenciesInWidget(), 10);
         world.store->setNumberOfCurrenciesInWidget(7);
         EXPECT_EQ(world.store->saveProblem(), "");

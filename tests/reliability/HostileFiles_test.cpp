@@ -169,8 +169,8 @@ TEST_F(HostileFiles, TakenTemporaryNames_AreNeitherFollowedNorChanged) {
   EXPECT_FALSE(replaceFile(some, container.file(), "new", 0600).error);
   EXPECT_EQ(readFile(container.file()), "new");
   Racing all(target_, 1'000'000);
-  const auto refused = replaceFile(all, container.file(), "newer", 0600);
-  EXPECT_EQ(refused.error, std::errc::file_exists);
+  const auto rejected = replaceFile(all, container.file(), "newer", 0600);
+  EXPECT_EQ(rejected.error, std::errc::file_exists);
   EXPECT_EQ(readFile(container.file()), "new");
   EXPECT_EQ(readFile(target_), kTarget);
 }
@@ -191,7 +191,7 @@ TEST_F(HostileFiles, FolderThatOthersMayWrite_IsUsedAndSaid) {
   EXPECT_EQ(desktop.log.count(container.path() + " may be written by other users"), 1);
 }
 
-TEST_F(HostileFiles, FolderOfAnotherUser_IsRefused) {
+TEST_F(HostileFiles, FolderOfAnotherUser_IsRejected) {
   class AnotherUser final : public PosixFiles {
     std::uint32_t user() override { return PosixFiles::user() + 1; }
   } files;
@@ -204,8 +204,8 @@ TEST_F(HostileFiles, FolderOfAnotherUser_IsRefused) {
     EXPECT_EQ(store->saveProblem().empty(), !fs::is_empty(folder)) << store->saveProblem();
     return store->saveProblem().empty();
   };
-  const std::string refused = " cannot be used: it belongs to another user";
-  EXPECT_FALSE(meetFolder(container.path(), refused));
+  const std::string rejected = " cannot be used: it belongs to another user";
+  EXPECT_FALSE(meetFolder(container.path(), rejected));
   // Where the user named it and may write there it is used, but the default place never is.
   const std::string byDefault = outside_ / std::string(kAppGroupIdentifier);
   fs::create_directory(byDefault);
@@ -215,7 +215,7 @@ TEST_F(HostileFiles, FolderOfAnotherUser_IsRefused) {
   EXPECT_TRUE(meetFolder(container.path(), " belongs to another user"));
   const EnvironmentVariable unnamed("FEXORA_CONTAINER", std::nullopt);
   const EnvironmentVariable data("XDG_DATA_HOME", outside_.path());
-  EXPECT_FALSE(meetFolder(byDefault, refused));
+  EXPECT_FALSE(meetFolder(byDefault, rejected));
   store.reset();  // before its files
 }
 

@@ -1,6 +1,6 @@
 // A service on loopback, one connection at a time, on a thread of its own.
 //
-// Its thread allocates nothing itself, for tests in which it would be refused. Ends the program
+// Its thread allocates nothing itself, for tests in which it would be rejected. Ends the program
 // where the machine gives no socket. Goes after its clients: it waits for the end of the connection
 // that it serves.
 #pragma once

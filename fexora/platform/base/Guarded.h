@@ -35,7 +35,7 @@ struct EdgeCall {
 FEXORA_API bool callGuarded(Log& log, std::string_view operation, EdgeCall call);
 FEXORA_API void callQuietly(Log& log, std::string_view what, EdgeCall call) noexcept;
 
-// Calls `body`; false when it ended for want of memory, of which the line tells with `operation`.
+// Calls `body`; false when memory ran out, of which the line tells with `operation`.
 // Each `body` leaves its object usable wherever it ends.
 template <class Body>
 bool guarded(Log& log, std::string_view operation, Body&& body) {

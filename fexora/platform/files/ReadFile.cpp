@@ -6,7 +6,7 @@
 namespace fexora {
 namespace {
 
-std::error_code refusal(FileStatus::Type type) {
+std::error_code rejection(FileStatus::Type type) {
   switch (type) {
     case FileStatus::Type::file:
       return {};
@@ -43,7 +43,7 @@ std::error_code readAll(Files& files, Files::Handle handle, std::size_t limit, s
 std::error_code readInto(Files& files, Files::Handle handle, std::size_t limit, WholeFile& whole) {
   const auto status = files.status(handle);
   if (!status.ok()) return status.error();
-  if (const auto error = refusal(status->type)) return error;
+  if (const auto error = rejection(status->type)) return error;
   if (status->size > limit) return std::make_error_code(std::errc::file_too_large);
   whole.status = *status;
   try {
@@ -60,7 +60,7 @@ FileResult<WholeFile> readWholeFile(Files& files, const std::string& path, std::
   // Asked before the opening too, since opening a device can already do something.
   const auto before = files.statusOf(path);
   if (!before.ok()) return before.error();
-  if (const auto error = refusal(before->type)) return error;
+  if (const auto error = rejection(before->type)) return error;
   const auto handle = files.openForReading(path);
   if (!handle.ok()) return handle.error();
   WholeFile whole;

@@ -9,8 +9,8 @@ void Map::bind(const char* key, std::string& field) {
 
 void Map::bind(const char* key, NSNumber& field) {
   if (!isReading()) return write(key, Value(field));
-  Value room;
-  const Value* value = source_->find(key, room);
+  Value scratch;
+  const Value* value = source_->find(key, scratch);
   if (value != nullptr && value->number() != nullptr) field = *value->number();
 }
 

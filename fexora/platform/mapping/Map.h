@@ -83,8 +83,8 @@ void Map::bind(const char* key, std::vector<std::shared_ptr<Record>>& field) {
 template <class Field, class Transform>
 void Map::bind(const char* key, Field& field, Transform transform) {
   if (isReading()) {
-    Value room;
-    auto result = transform.transformFromJSON(source_->find(key, room));
+    Value scratch;
+    auto result = transform.transformFromJSON(source_->find(key, scratch));
     if (result) field = std::move(*result);
   } else if (auto json = transform.transformToJSON(field)) {
     write(key, Value(std::move(*json)));

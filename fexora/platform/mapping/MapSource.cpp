@@ -6,7 +6,7 @@ namespace fexora {
 
 MapSource::~MapSource() = default;
 
-const Value* DictionarySource::find(std::string_view key, Value& /*room*/) const {
+const Value* DictionarySource::find(std::string_view key, Value& /*scratch*/) const {
   return dictionary_.find(key);
 }
 

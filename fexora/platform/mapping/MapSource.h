@@ -23,9 +23,9 @@ class FEXORA_API MapSource {
   MapSource& operator=(const MapSource&) = delete;
   virtual ~MapSource();
 
-  // The value under `key`, null when the key is absent; valid as long as `room`, which a source
+  // The value under `key`, null when the key is absent; valid as long as `scratch`, which a source
   // that keeps no Values puts it into.
-  virtual const Value* find(std::string_view key, Value& room) const = 0;
+  virtual const Value* find(std::string_view key, Value& scratch) const = 0;
   // Copies the text under `key` into `text`, which stays as it is when there is no text.
   virtual void readText(std::string_view key, std::string& text) const = 0;
   // Shows `visit` the dictionary under `key`, if there is one.
@@ -40,7 +40,7 @@ class FEXORA_API DictionarySource final : public MapSource {
  public:
   explicit DictionarySource(const Dictionary& dictionary) noexcept : dictionary_(dictionary) {}
 
-  const Value* find(std::string_view key, Value& room) const override;
+  const Value* find(std::string_view key, Value& scratch) const override;
   void readText(std::string_view key, std::string& text) const override;
   void visitDictionary(std::string_view key, const Visitor& visit) const override;
   bool visitDictionaries(std::string_view key, const Visitor& visit) const override;

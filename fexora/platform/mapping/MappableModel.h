@@ -29,7 +29,7 @@ class FEXORA_API MappableModel {
   virtual std::size_t hashValue() const;
   virtual std::string description() const;
 
-  // Called once on a new record before `mapping` reads into it; false refuses the dictionary, and
+  // Called once on a new record before `mapping` reads into it; false rejects the dictionary, and
   // no record is made of it.
   virtual bool initWithMap(Map& map);
   // Binds the record's keys to its fields.

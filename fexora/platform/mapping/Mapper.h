@@ -51,7 +51,7 @@ class Mapper {
     std::vector<std::shared_ptr<Record>> references_;
   };
 
-  // Null when the record refuses the dictionary.
+  // Null when the record rejects the dictionary.
   static std::shared_ptr<Record> map(const MapSource& source) {
     auto record = std::make_shared<Record>();
     return read(source, *record) ? record : nullptr;
@@ -88,7 +88,7 @@ class Mapper {
   }
 
  private:
-  // False when the record refuses the dictionary.
+  // False when the record rejects the dictionary.
   static bool read(const MapSource& source, Record& record) {
     Map map = Map::reading(source);
     if (!record.initWithMap(map)) return false;

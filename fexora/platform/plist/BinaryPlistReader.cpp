@@ -22,7 +22,7 @@ constexpr const char* kBrokenText = "a text with control characters or broken Un
 // From 1970 to 2001-01-01T00:00:00Z, the zero of binary dates.
 constexpr double kDateZero = 978307200.0;
 
-// Reads the one list that it is made for. Every step answers false when the list is refused.
+// Reads the one list that it is made for. Every step answers false when the list is rejected.
 class BinaryRun {
  public:
   explicit BinaryRun(std::string_view bytes) : bytes_(bytes) {}
@@ -32,7 +32,7 @@ class BinaryRun {
   const std::string& error() const noexcept { return error_; }
 
  private:
-  bool refuse(const char* why);
+  bool reject(const char* why);
   // The big-endian number in `size` bytes at `at`, both in range already.
   std::uint64_t unsignedAt(std::size_t at, std::size_t size) const noexcept;
   // Takes the next `size` bytes of the objects' part.
@@ -70,7 +70,7 @@ class BinaryRun {
   std::string error_;
 };
 
-bool BinaryRun::refuse(const char* why) {
+bool BinaryRun::reject(const char* why) {
   if (error_.empty()) error_ = why;
   return false;
 }
@@ -92,8 +92,8 @@ std::optional<std::string_view> BinaryRun::take(std::size_t& at,
 }
 
 bool BinaryRun::readTrailer() {
-  if (!bytes_.starts_with(kMagic)) return refuse("an unknown version of the binary form");
-  if (bytes_.size() < kMagic.size() + kTrailerBytes) return refuse("the file ends too early");
+  if (!bytes_.starts_with(kMagic)) return reject("an unknown version of the binary form");
+  if (bytes_.size() < kMagic.size() + kTrailerBytes) return reject("the file ends too early");
   const std::size_t trailer = bytes_.size() - kTrailerBytes;
   offsetBytes_ = static_cast<std::size_t>(unsignedAt(trailer + 6, 1));
   numberBytes_ = static_cast<std::size_t>(unsignedAt(trailer + 7, 1));
@@ -104,7 +104,7 @@ bool BinaryRun::readTrailer() {
       offsetBytes_ >= 1 && offsetBytes_ <= 8 && numberBytes_ >= 1 && numberBytes_ <= 8;
   if (!sizesFit || table < kMagic.size() || table > trailer || root_ >= count_ ||
       count_ > (trailer - table) / offsetBytes_) {
-    return refuse("a damaged trailer");
+    return reject("a damaged trailer");
   }
   table_ = static_cast<std::size_t>(table);
   open_.assign(static_cast<std::size_t>(count_), false);
@@ -112,16 +112,16 @@ bool BinaryRun::readTrailer() {
 }
 
 bool BinaryRun::charge(std::uint64_t objects) {
-  if (objects > limits::kPropertyListObjects - objects_) return refuse("too many objects");
+  if (objects > limits::kPropertyListObjects - objects_) return reject("too many objects");
   objects_ += static_cast<std::size_t>(objects);
   return true;
 }
 
 bool BinaryRun::locate(std::uint64_t number, std::size_t& at) {
-  if (number >= count_) return refuse("a reference to no object");
+  if (number >= count_) return reject("a reference to no object");
   const auto index = static_cast<std::size_t>(number);
   const std::uint64_t offset = unsignedAt(table_ + index * offsetBytes_, offsetBytes_);
-  if (offset < kMagic.size() || offset >= table_) return refuse("an offset outside the objects");
+  if (offset < kMagic.size() || offset >= table_) return reject("an offset outside the objects");
   at = static_cast<std::size_t>(offset);
   return true;
 }
@@ -130,7 +130,7 @@ bool BinaryRun::readObject(std::uint64_t number, int depth, Value& out) {
   std::size_t at = 0;
   if (!locate(number, at)) return false;
   const auto index = static_cast<std::size_t>(number);
-  if (open_[index]) return refuse("an object that holds itself");
+  if (open_[index]) return reject("an object that holds itself");
   open_[index] = true;
   const bool done = readContent(at, depth, out);
   open_[index] = false;
@@ -141,7 +141,7 @@ bool BinaryRun::readKey(std::uint64_t number, std::string& out) {
   std::size_t at = 0;
   if (!locate(number, at)) return false;
   const auto kind = static_cast<std::uint8_t>(bytes_[at]) >> 4U;
-  if (kind != 0x5 && kind != 0x6) return refuse("a key that is no text");
+  if (kind != 0x5 && kind != 0x6) return reject("a key that is no text");
   Value key;
   if (!readContent(at, 0, key)) return false;
   out = *key.string();
@@ -168,25 +168,25 @@ bool BinaryRun::readContent(std::size_t at, int depth, Value& out) {
     case 0x6:
       return readCount(at, low, count) && readUtf16(at, count, out);
     case 0x8:
-      return refuse("an archive's reference (uid)");
+      return reject("an archive's reference (uid)");
     case 0xA:
       return readCount(at, low, count) && readArray(at, count, depth + 1, out);
     case 0xD:
       return readCount(at, low, count) && readDictionary(at, count, depth + 1, out);
     default:
-      return refuse("an object of an unknown kind");
+      return reject("an object of an unknown kind");
   }
 }
 
 bool BinaryRun::readSimple(unsigned low, Value& out) {
-  if (low != 0x8 && low != 0x9) return refuse("an object of an unknown kind");
+  if (low != 0x8 && low != 0x9) return reject("an object of an unknown kind");
   out = Value(low == 0x9);
   return true;
 }
 
 bool BinaryRun::readInteger(std::size_t at, unsigned low, Value& out) {
   const auto part = low <= 4 ? take(at, std::uint64_t{1} << low) : std::nullopt;
-  if (!part) return refuse("an integer of an unknown size");
+  if (!part) return reject("an integer of an unknown size");
   const std::size_t low64 = at - std::min<std::size_t>(part->size(), 8);
   const std::uint64_t bits = unsignedAt(low64, at - low64);
   // Up to four bytes unsigned; eight and sixteen signed, of sixteen the range of 64 bits.
@@ -201,7 +201,7 @@ bool BinaryRun::readInteger(std::size_t at, unsigned low, Value& out) {
   } else if (high == ~std::uint64_t{0} && asSigned < 0) {
     out = Value(asSigned);
   } else {
-    return refuse("an integer beyond 64 bits");
+    return reject("an integer beyond 64 bits");
   }
   return true;
 }
@@ -213,15 +213,15 @@ bool BinaryRun::readReal(std::size_t at, unsigned low, Value& out) {
   } else if (low == 3 && take(at, 8)) {
     out = Value(std::bit_cast<double>(unsignedAt(at - 8, 8)));
   } else {
-    return refuse("a real number of an unknown size");
+    return reject("a real number of an unknown size");
   }
   return true;
 }
 
 bool BinaryRun::readDate(std::size_t at, unsigned low, Value& out) {
-  if (low != 3 || !take(at, 8)) return refuse("a date of an unknown size");
+  if (low != 3 || !take(at, 8)) return reject("a date of an unknown size");
   const Date date(std::bit_cast<double>(unsignedAt(at - 8, 8)) + kDateZero);
-  if (!date.isoText()) return refuse("a date outside the years 1 to 9999");
+  if (!date.isoText()) return reject("a date outside the years 1 to 9999");
   out = Value(date);
   return true;
 }
@@ -233,51 +233,51 @@ bool BinaryRun::readCount(std::size_t& at, unsigned low, std::uint64_t& count) {
   }
   const auto marker = take(at, 1);
   const auto kind = marker ? static_cast<std::uint8_t>(marker->front()) : std::uint8_t{0};
-  if ((kind & 0xFCU) != 0x10U) return refuse("a count of an unknown size");
+  if ((kind & 0xFCU) != 0x10U) return reject("a count of an unknown size");
   const auto part = take(at, std::uint64_t{1} << (kind & 0x03U));
-  if (!part) return refuse("an object that ends too late");
+  if (!part) return reject("an object that ends too late");
   count = unsignedAt(at - part->size(), part->size());
   return true;
 }
 
 bool BinaryRun::readData(std::size_t at, std::uint64_t count, Value& out) {
   const auto part = take(at, count);
-  if (!part) return refuse("an object that ends too late");
+  if (!part) return reject("an object that ends too late");
   textBytes_ += part->size();
-  if (textBytes_ > limits::kStoreFileBytes) return refuse("too much text and data");
+  if (textBytes_ > limits::kStoreFileBytes) return reject("too much text and data");
   out = Value(Data(part->begin(), part->end()));
   return true;
 }
 
 bool BinaryRun::readAscii(std::size_t at, std::uint64_t count, Value& out) {
   const auto part = take(at, count);
-  if (!part) return refuse("an object that ends too late");
+  if (!part) return reject("an object that ends too late");
   for (const char c : *part) {
-    if (static_cast<std::uint8_t>(c) >= 0x80) return refuse("an ASCII text that is not ASCII");
+    if (static_cast<std::uint8_t>(c) >= 0x80) return reject("an ASCII text that is not ASCII");
   }
   return addText(std::string(*part), out);
 }
 
 bool BinaryRun::readUtf16(std::size_t at, std::uint64_t count, Value& out) {
   const auto part = count <= bytes_.size() ? take(at, count * 2) : std::nullopt;
-  if (!part) return refuse("an object that ends too late");
+  if (!part) return reject("an object that ends too late");
   std::string text;
-  if (!utf8FromUtf16(*part, text)) return refuse(kBrokenText);
+  if (!utf8FromUtf16(*part, text)) return reject(kBrokenText);
   return addText(std::move(text), out);
 }
 
 bool BinaryRun::addText(std::string text, Value& out) {
   // One long text may be named by many objects: the sum of what is built is bounded, too.
   textBytes_ += text.size();
-  if (textBytes_ > limits::kStoreFileBytes) return refuse("too much text and data");
-  if (!isPlistText(text)) return refuse(kBrokenText);
+  if (textBytes_ > limits::kStoreFileBytes) return reject("too much text and data");
+  if (!isPlistText(text)) return reject(kBrokenText);
   out = Value(std::move(text));
   return true;
 }
 
 bool BinaryRun::takeNumbers(std::size_t& at, std::uint64_t count, std::string_view& out) {
   const auto part = count <= bytes_.size() ? take(at, count * numberBytes_) : std::nullopt;
-  if (!part) return refuse("an object that ends too late");
+  if (!part) return reject("an object that ends too late");
   out = *part;
   return true;
 }
@@ -289,7 +289,7 @@ std::uint64_t BinaryRun::numberIn(std::string_view numbers, std::size_t index) c
 
 bool BinaryRun::readArray(std::size_t at, std::uint64_t count, int depth, Value& out) {
   std::string_view numbers;
-  if (depth > limits::kPropertyListDepth) return refuse("nested too deeply");
+  if (depth > limits::kPropertyListDepth) return reject("nested too deeply");
   if (!takeNumbers(at, count, numbers) || !charge(count)) return false;
   Array items(static_cast<std::size_t>(count));
   for (std::size_t i = 0; i < items.size(); ++i) {
@@ -302,7 +302,7 @@ bool BinaryRun::readArray(std::size_t at, std::uint64_t count, int depth, Value&
 bool BinaryRun::readDictionary(std::size_t at, std::uint64_t count, int depth, Value& out) {
   std::string_view keys;
   std::string_view values;
-  if (depth > limits::kPropertyListDepth) return refuse("nested too deeply");
+  if (depth > limits::kPropertyListDepth) return reject("nested too deeply");
   if (!takeNumbers(at, count, keys) || !takeNumbers(at, count, values)) return false;
   if (!charge(count)) return false;
   std::vector<Dictionary::Entry> entries(static_cast<std::size_t>(count));

@@ -3,7 +3,7 @@
 //
 // Nothing but that layout is accepted: no attribute, comment, section, entity or other spacing, and
 // in texts neither "&", ">" nor a carriage return. So each accepted byte means in XML just what it
-// means here. A refusal says nothing about the bytes; XmlPlistReader judges them then.
+// means here. A rejection says nothing about the bytes; XmlPlistReader judges them then.
 // Any thread. May throw std::bad_alloc.
 #pragma once
 

@@ -35,24 +35,24 @@ PlistBuilder::Tag PlistBuilder::tagOf(std::string_view name) noexcept {
   return Tag::none;
 }
 
-bool PlistBuilder::refuse(std::string why) {
+bool PlistBuilder::reject(std::string why) {
   error_ = std::move(why);
   return false;
 }
 
 bool PlistBuilder::begin(std::string_view name) {
   const Tag tag = tagOf(name);
-  if (tag == Tag::none) return refuse("unknown element <" + printableName(name) + ">");
-  if (leaf_ != Tag::none) return refuse("element <" + printableName(name) + "> inside a text");
-  if (frames_.empty() != (tag == Tag::plist)) return refuse("the root is not one <plist>");
+  if (tag == Tag::none) return reject("unknown element <" + printableName(name) + ">");
+  if (leaf_ != Tag::none) return reject("element <" + printableName(name) + "> inside a text");
+  if (frames_.empty() != (tag == Tag::plist)) return reject("the root is not one <plist>");
   if (tag == Tag::plist || tag == Tag::dict || tag == Tag::array) return beginContainer(tag);
   return beginLeaf(tag);
 }
 
 bool PlistBuilder::beginLeaf(Tag tag) {
   if (tag == Tag::key) {
-    if (frames_.back().tag != Tag::dict) return refuse("a key outside a dictionary");
-    if (frames_.back().keyPending) return refuse("a key without a value");
+    if (frames_.back().tag != Tag::dict) return reject("a key outside a dictionary");
+    if (frames_.back().keyPending) return reject("a key without a value");
   } else if (!admitsValue()) {
     return false;
   }
@@ -65,7 +65,7 @@ bool PlistBuilder::beginContainer(Tag tag) {
   if (tag != Tag::plist && !admitsValue()) return false;
   // The <plist> around the root is no level of its own.
   if (frames_.size() > static_cast<std::size_t>(limits::kPropertyListDepth)) {
-    return refuse("nested too deeply");
+    return reject("nested too deeply");
   }
   frames_.push_back({tag, false, tag == Tag::dict ? entries_.size() : items_.size()});
   return true;
@@ -73,9 +73,9 @@ bool PlistBuilder::beginContainer(Tag tag) {
 
 bool PlistBuilder::admitsValue() {
   const Frame& frame = frames_.back();
-  if (frame.tag == Tag::dict && !frame.keyPending) return refuse("a value without a key");
-  if (frame.tag == Tag::plist && !items_.empty()) return refuse("more than one root value");
-  if (++objects_ > limits::kPropertyListObjects) return refuse("too many objects");
+  if (frame.tag == Tag::dict && !frame.keyPending) return reject("a value without a key");
+  if (frame.tag == Tag::plist && !items_.empty()) return reject("more than one root value");
+  if (++objects_ > limits::kPropertyListObjects) return reject("too many objects");
   return true;
 }
 
@@ -84,7 +84,7 @@ bool PlistBuilder::text(std::string_view run) {
     text_ += run;
     return true;
   }
-  return isSpace(run) || refuse("text outside the elements that hold it");
+  return isSpace(run) || reject("text outside the elements that hold it");
 }
 
 bool PlistBuilder::end() {
@@ -128,26 +128,26 @@ bool PlistBuilder::addInteger() {
     digits.remove_prefix(1);
   }
   if (const auto value = parseUnsigned(digits, hexadecimal ? 16 : 10)) return add(*value);
-  return refuse("no integer: " + printableName(text_));
+  return reject("no integer: " + printableName(text_));
 }
 
 bool PlistBuilder::addBoolean(bool value) {
-  return isSpace(text_) ? add(value) : refuse("text in a boolean");
+  return isSpace(text_) ? add(value) : reject("text in a boolean");
 }
 
 bool PlistBuilder::addReal() {
   const auto value = parseDouble(trimmedOfSpace(text_));
-  return value ? add(*value) : refuse("no real number: " + printableName(text_));
+  return value ? add(*value) : reject("no real number: " + printableName(text_));
 }
 
 bool PlistBuilder::addDate() {
   const auto value = Date::fromIsoText(trimmedOfSpace(text_));
-  return value ? add(*value) : refuse("no date: " + printableName(text_));
+  return value ? add(*value) : reject("no date: " + printableName(text_));
 }
 
 bool PlistBuilder::addData() {
   auto value = parseBase64(text_);
-  return value ? add(std::move(*value)) : refuse("data that is no base64");
+  return value ? add(std::move(*value)) : reject("data that is no base64");
 }
 
 bool PlistBuilder::endContainer() {
@@ -155,10 +155,10 @@ bool PlistBuilder::endContainer() {
   frames_.pop_back();
   if (frame.tag == Tag::array) return add(cutOff(items_, frame.first));
   if (frame.tag == Tag::dict) {
-    if (frame.keyPending) return refuse("a key without a value");
+    if (frame.keyPending) return reject("a key without a value");
     return add(cutOffDictionary(entries_, frame.first));
   }
-  if (items_.empty()) return refuse("no root value");
+  if (items_.empty()) return reject("no root value");
   root_ = std::move(items_.front());
   return true;
 }

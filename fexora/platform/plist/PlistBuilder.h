@@ -1,8 +1,8 @@
-// Builds a value from the elements of an XML property list as they come by, and refuses whatever is
+// Builds a value from the elements of an XML property list as they come by, and rejects whatever is
 // out of place.
 //
 // Knows nothing of the parser that finds the elements. Each call answers false when the list is
-// refused; error() then says why, and no further call may follow. May throw std::bad_alloc.
+// rejected; error() then says why, and no further call may follow. May throw std::bad_alloc.
 #pragma once
 
 #include <cstddef>
@@ -49,7 +49,7 @@ class FEXORA_API PlistBuilder {
   };
 
   static Tag tagOf(std::string_view name) noexcept;
-  bool refuse(std::string why);
+  bool reject(std::string why);
   bool beginLeaf(Tag tag);
   bool beginContainer(Tag tag);
   bool admitsValue();

@@ -34,7 +34,7 @@ struct PlistBytes {
   bool ok() const noexcept { return error.empty(); }
 };
 
-// Fails for what a strict reader would refuse: null values, text that XML cannot carry (see
+// Fails for what a strict reader would reject: null values, text that XML cannot carry (see
 // PlistText.h), dates outside the years 1 to 9999, too deep a nesting, too many objects and more
 // bytes than are read from a file (see Limits.h).
 FEXORA_API PlistBytes writePropertyList(const Value& root);

@@ -1,6 +1,6 @@
 // Reads the XML form of property lists: what the writer made by the fast way of
 // LaidOutPlistReader, all else by the xml module, where expat finds the elements and PlistBuilder
-// makes the values. Without the module all else is refused, with the reason.
+// makes the values. Without the module all else is rejected, with the reason.
 #pragma once
 
 #include <string_view>

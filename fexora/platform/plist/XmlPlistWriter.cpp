@@ -42,13 +42,13 @@ std::string XmlPlistWriter::error() const {
   return (place_.empty() ? "the root" : place_) + ": " + why_;
 }
 
-bool XmlPlistWriter::refuse(std::string_view why) {
+bool XmlPlistWriter::reject(std::string_view why) {
   why_ = why;
   return false;
 }
 
 // On the way back out: `place` is put before the places further in.
-bool XmlPlistWriter::refuseAt(std::string_view place) {
+bool XmlPlistWriter::rejectAt(std::string_view place) {
   const bool joined = !place_.empty() && !place_.starts_with('[');
   place_ = std::string(place).append(joined ? "." : "").append(place_);
   if (place_.size() > kPlaceBytes) place_.replace(kPlaceBytes, std::string::npos, "...");
@@ -57,7 +57,7 @@ bool XmlPlistWriter::refuseAt(std::string_view place) {
 
 bool XmlPlistWriter::isReadable() {
   if (out_.size() <= limits::kStoreFileBytes) return true;
-  return refuse("a file of " + std::to_string(out_.size()) + " bytes or more, more than the " +
+  return reject("a file of " + std::to_string(out_.size()) + " bytes or more, more than the " +
                 std::to_string(limits::kStoreFileBytes) + " that are read back");
 }
 
@@ -71,13 +71,13 @@ bool XmlPlistWriter::appendRootEntry(const Dictionary::Entry& entry) {
 
 // A value's element with its line's end; `depth` containers are open around it.
 bool XmlPlistWriter::append(const Value& value, std::size_t depth) {
-  if (++objects_ > limits::kPropertyListObjects) return refuse("too many objects");
+  if (++objects_ > limits::kPropertyListObjects) return reject("too many objects");
   // Here, too: copies share their content in memory, but not in the text.
   if (!isReadable()) return false;
   out_.append(depth, '\t');
   switch (value.kind()) {
     case Value::Kind::null:
-      return refuse("a null value");
+      return reject("a null value");
     case Value::Kind::number:
       return appendNumber(*value.number());
     case Value::Kind::string:
@@ -94,7 +94,7 @@ bool XmlPlistWriter::append(const Value& value, std::size_t depth) {
     case Value::Kind::dictionary:
       return appendDictionary(*value.dictionary(), depth + 1);
   }
-  return refuse("a value of an unknown kind");
+  return reject("a value of an unknown kind");
 }
 
 bool XmlPlistWriter::appendNumber(const NSNumber& number) {
@@ -118,7 +118,7 @@ bool XmlPlistWriter::appendNumber(const NSNumber& number) {
 }
 
 bool XmlPlistWriter::appendText(std::string_view tag, std::string_view text) {
-  if (!isPlistText(text)) return refuse("text with control characters or broken UTF-8");
+  if (!isPlistText(text)) return reject("text with control characters or broken UTF-8");
   out_ += '<';
   out_ += tag;
   out_ += '>';
@@ -131,7 +131,7 @@ bool XmlPlistWriter::appendText(std::string_view tag, std::string_view text) {
 
 bool XmlPlistWriter::appendDate(const Date& date) {
   const auto text = date.isoText();
-  if (!text) return refuse("a date outside the years 1 to 9999");
+  if (!text) return reject("a date outside the years 1 to 9999");
   const double seconds = date.secondsSince1970();
   exact_ = exact_ && seconds == std::floor(seconds);
   out_ += "<date>";
@@ -142,7 +142,7 @@ bool XmlPlistWriter::appendDate(const Date& date) {
 
 bool XmlPlistWriter::appendArray(const Array& array, std::size_t depth) {
   if (depth > static_cast<std::size_t>(limits::kPropertyListDepth))
-    return refuse("nested too deeply");
+    return reject("nested too deeply");
   if (array.empty()) {
     out_ += "<array/>\n";
     return true;
@@ -151,7 +151,7 @@ bool XmlPlistWriter::appendArray(const Array& array, std::size_t depth) {
   std::int64_t index = 0;
   for (const Value& item : array) {
     if (!append(item, depth))
-      return refuseAt(std::string("[").append(integerText(index)).append("]"));
+      return rejectAt(std::string("[").append(integerText(index)).append("]"));
     ++index;
   }
   out_.append(depth - 1, '\t');
@@ -161,7 +161,7 @@ bool XmlPlistWriter::appendArray(const Array& array, std::size_t depth) {
 
 bool XmlPlistWriter::appendDictionary(const Dictionary& dictionary, std::size_t depth) {
   if (depth > static_cast<std::size_t>(limits::kPropertyListDepth))
-    return refuse("nested too deeply");
+    return reject("nested too deeply");
   if (dictionary.empty()) {
     out_ += "<dict/>\n";
     return true;
@@ -178,7 +178,7 @@ bool XmlPlistWriter::appendDictionary(const Dictionary& dictionary, std::size_t 
 bool XmlPlistWriter::appendEntry(const Dictionary::Entry& entry, std::size_t depth) {
   out_.append(depth, '\t');
   const bool done = appendText("key", entry.first) && append(entry.second, depth);
-  return done || refuseAt(printableName(entry.first));
+  return done || rejectAt(printableName(entry.first));
 }
 
 }  // namespace fexora

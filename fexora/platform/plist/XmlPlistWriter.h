@@ -38,8 +38,8 @@ class XmlPlistWriter {
   bool isExact() const noexcept { return exact_; }
 
  private:
-  bool refuse(std::string_view why);
-  bool refuseAt(std::string_view place);
+  bool reject(std::string_view why);
+  bool rejectAt(std::string_view place);
   bool append(const Value& value, std::size_t depth);
   bool appendNumber(const NSNumber& number);
   bool appendText(std::string_view tag, std::string_view text);
@@ -50,7 +50,7 @@ class XmlPlistWriter {
 
   std::string& out_;
   std::string why_;
-  std::string place_;  // the way to what was refused, built from its end
+  std::string place_;  // the way to what was rejected, built from its end
   std::size_t objects_ = 0;
   bool exact_ = true;
 };

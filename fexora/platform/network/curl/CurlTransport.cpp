@@ -11,10 +11,10 @@ std::unique_ptr<CurlTransport> CurlTransport::make(RunLoop& loop, Log& log, File
   if (curl_global_init(CURL_GLOBAL_DEFAULT) != CURLE_OK) return nullptr;
   std::unique_ptr<CurlTransport> transport(new CurlTransport());
   auto finished = [&loop, pending = std::weak_ptr(transport->pending_)](std::uint64_t id,
-                                                                        NetReply reply) {
+                                                                        NetOutcome outcome) {
     // Handed on without a copy, which could find no memory.
-    loop.post([pending, id, reply = std::move(reply)]() mutable {
-      if (const auto here = pending.lock()) deliver(*here, id, std::move(reply));
+    loop.post([pending, id, outcome = std::move(outcome)]() mutable {
+      if (const auto here = pending.lock()) deliver(*here, id, std::move(outcome));
     });
   };
   transport->worker_ = NetWorker::start(log, files, std::move(options), std::move(finished));
@@ -34,10 +34,10 @@ void CurlTransport::get(const std::string& address, Reader read, Completion comp
   }
 }
 
-void CurlTransport::deliver(Pending& pending, std::uint64_t id, NetReply reply) {
+void CurlTransport::deliver(Pending& pending, std::uint64_t id, NetOutcome outcome) {
   // Taken out first: the completion may send the next request or end the transport.
   auto node = pending.extract(id);
-  if (!node.empty()) node.mapped()(std::move(reply.record), std::move(reply.error));
+  if (!node.empty()) node.mapped()(std::move(outcome.record), std::move(outcome.error));
 }
 
 }  // namespace fexora

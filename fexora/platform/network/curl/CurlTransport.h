@@ -33,7 +33,7 @@ class CurlTransport final : public Transport {
   using Pending = std::unordered_map<std::uint64_t, Completion>;
 
   CurlTransport() = default;
-  static void deliver(Pending& pending, std::uint64_t id, NetReply reply);
+  static void deliver(Pending& pending, std::uint64_t id, NetOutcome outcome);
 
   std::shared_ptr<Pending> pending_ = std::make_shared<Pending>();
   std::uint64_t lastId_ = 0;

@@ -66,7 +66,7 @@ bool Exchange::setOptions() {
          // A look-up that is still waiting for its name server is left behind, not waited for.
          set(handle, CURLOPT_QUICK_EXIT, 1L) && set(handle, CURLOPT_ACCEPT_ENCODING, "gzip") &&
          set(handle, CURLOPT_USERAGENT, kUserAgent) &&
-         // Refuses a declared length at once; what really comes is counted in takeBody, since this
+         // Rejects a declared length at once; what really comes is counted in takeBody, since this
          // limit does not see inflated bytes.
          set(handle, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(options_.answerBytes)) &&
          set(handle, CURLOPT_HEADERFUNCTION, &Exchange::onHeader) &&
@@ -152,7 +152,7 @@ std::string Exchange::detail(CURLcode code) const {
   return isWhole ? text : curl_easy_strerror(code);
 }
 
-NetReply Exchange::reply(CURLcode code) try {
+NetOutcome Exchange::outcome(CURLcode code) try {
   if (code != CURLE_OK || tooLarge_) return failure(code);
   if (!headEnded_) return fail(ResponseError::Kind::noConnection, "the answer broke off");
   if (status() == kOk) return newAnswer();
@@ -162,7 +162,7 @@ NetReply Exchange::reply(CURLcode code) try {
   return fail(ResponseError::Kind::tooLarge, "there is not enough memory for it");
 }
 
-NetReply Exchange::newAnswer() {
+NetOutcome Exchange::newAnswer() {
   const JsonDocument document(body_);
   if (document.state() == JsonDocument::State::tooLarge) {
     return fail(ResponseError::Kind::tooLarge, document.reason());
@@ -177,7 +177,7 @@ NetReply Exchange::newAnswer() {
   return {std::move(record), {}};
 }
 
-NetReply Exchange::failure(CURLcode code) const {
+NetOutcome Exchange::failure(CURLcode code) const {
   using Kind = ResponseError::Kind;
   const long status = this->status();
   if (tooLarge_) return fail(Kind::tooLarge, "the answer is larger than allowed");
@@ -186,7 +186,7 @@ NetReply Exchange::failure(CURLcode code) const {
     return statusFailure({});
   }
   switch (code) {
-    case CURLE_WRITE_ERROR:  // takeBody refused a body of this status
+    case CURLE_WRITE_ERROR:  // takeBody rejected a body of this status
       return statusFailure({});
     case CURLE_TOO_MANY_REDIRECTS:
       return statusFailure("too many redirects");
@@ -209,13 +209,13 @@ NetReply Exchange::failure(CURLcode code) const {
   }
 }
 
-NetReply Exchange::statusFailure(std::string_view detail) const {
-  NetReply reply = fail(ResponseError::Kind::httpStatus, detail);
-  reply.error->status = static_cast<int>(status());
-  return reply;
+NetOutcome Exchange::statusFailure(std::string_view detail) const {
+  NetOutcome outcome = fail(ResponseError::Kind::httpStatus, detail);
+  outcome.error->status = static_cast<int>(status());
+  return outcome;
 }
 
-NetReply Exchange::fail(ResponseError::Kind kind, std::string_view detail) const {
+NetOutcome Exchange::fail(ResponseError::Kind kind, std::string_view detail) const {
   std::string address = shownAddress(request_.address);
   std::string message = oneLine(address) + ": " + text(kind);
   if (kind == ResponseError::Kind::httpStatus) message.append(" ").append(std::to_string(status()));

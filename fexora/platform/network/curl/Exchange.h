@@ -29,7 +29,7 @@ struct Revalidation {
 };
 
 // What the request's reader made, or an error.
-struct NetReply {
+struct NetOutcome {
   std::shared_ptr<MappableModel> record;
   std::optional<ResponseError> error;
 };
@@ -53,8 +53,8 @@ class Exchange {
   CURLcode prepare();
   CURL* handle() const noexcept { return handle_.get(); }
   // The outcome once the transfer has ended with `code`, or could not begin. Once.
-  NetReply reply(CURLcode code);
-  // What to keep after a reply with a new answer.
+  NetOutcome outcome(CURLcode code);
+  // What to keep after an outcome with a new answer.
   const std::optional<StoredAnswer>& toKeep() const noexcept { return toKeep_; }
 
  private:
@@ -75,10 +75,10 @@ class Exchange {
   bool wasConnected() const noexcept;
   std::string answerHeader(const char* name) const;
   std::string detail(CURLcode code) const;
-  NetReply newAnswer();
-  NetReply failure(CURLcode code) const;
-  NetReply statusFailure(std::string_view detail) const;
-  NetReply fail(ResponseError::Kind kind, std::string_view detail) const;
+  NetOutcome newAnswer();
+  NetOutcome failure(CURLcode code) const;
+  NetOutcome statusFailure(std::string_view detail) const;
+  NetOutcome fail(ResponseError::Kind kind, std::string_view detail) const;
 
   Request request_;
   const NetOptions& options_;

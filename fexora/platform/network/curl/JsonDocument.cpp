@@ -61,11 +61,11 @@ class ObjectSource final : public MapSource {
  public:
   explicit ObjectSource(dom::object object) noexcept : object_(object) {}
 
-  const Value* find(std::string_view key, Value& room) const override {
+  const Value* find(std::string_view key, Value& scratch) const override {
     dom::element element;
     if (object_.at_key(key).get(element) != simdjson::SUCCESS) return nullptr;
-    room = valueOf(element);
-    return &room;
+    scratch = valueOf(element);
+    return &scratch;
   }
 
   void readText(std::string_view key, std::string& text) const override {

@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view kRequesting = "Requesting rates";
 
 // Takes no memory itself, so it has no room for the address.
-NetReply outOfMemory() {
+NetOutcome outOfMemory() {
   return {nullptr, ResponseError{ResponseError::Kind::tooLarge, {}, kOutOfMemory, 0}};
 }
 
@@ -80,23 +80,23 @@ bool NetWorker::beginWaiting() {
 
 void NetWorker::begin(Exchange::Request request) {
   const std::uint64_t id = request.id;
-  std::optional<NetReply> reply = outOfMemory();
-  guarded(log_, kRequesting, [&] { reply = tryToBegin(std::move(request)); });
-  if (reply) deliver(id, *std::move(reply));
+  std::optional<NetOutcome> outcome = outOfMemory();
+  guarded(log_, kRequesting, [&] { outcome = tryToBegin(std::move(request)); });
+  if (outcome) deliver(id, *std::move(outcome));
 }
 
 // Nothing when it has begun.
-std::optional<NetReply> NetWorker::tryToBegin(Exchange::Request request) {
+std::optional<NetOutcome> NetWorker::tryToBegin(Exchange::Request request) {
   auto kept = keptFor(request.address);
   auto exchange = std::make_unique<Exchange>(std::move(request), options_, std::move(kept));
   const CURLcode code = exchange->prepare();
-  if (code != CURLE_OK) return exchange->reply(code);
+  if (code != CURLE_OK) return exchange->outcome(code);
   CURL* const handle = exchange->handle();
   const auto at = running_.emplace(handle, std::move(exchange)).first;
   if (curl_multi_add_handle(multi_.get(), handle) == CURLM_OK) return std::nullopt;
-  NetReply reply = at->second->reply(CURLE_OUT_OF_MEMORY);
+  NetOutcome outcome = at->second->outcome(CURLE_OUT_OF_MEMORY);
   running_.erase(at);
-  return reply;
+  return outcome;
 }
 
 void NetWorker::endDone() {
@@ -112,15 +112,15 @@ void NetWorker::end(CURL* handle, CURLcode code) {
   const auto exchange = std::move(at->second);
   running_.erase(at);
   curl_multi_remove_handle(multi_.get(), handle);
-  NetReply reply = outOfMemory();
-  guarded(log_, kRequesting, [&] { reply = exchange->reply(code); });
-  deliver(exchange->request().id, std::move(reply));
+  NetOutcome outcome = outOfMemory();
+  guarded(log_, kRequesting, [&] { outcome = exchange->outcome(code); });
+  deliver(exchange->request().id, std::move(outcome));
   guarded(log_, "Keeping the service's answer", [&] { keep(*exchange); });
 }
 
 // Whoever waits for an answer is told, if only that there was no memory for it.
-void NetWorker::deliver(std::uint64_t id, NetReply reply) {
-  if (guarded(log_, kRequesting, [&] { finished_(id, std::move(reply)); })) return;
+void NetWorker::deliver(std::uint64_t id, NetOutcome outcome) {
+  if (guarded(log_, kRequesting, [&] { finished_(id, std::move(outcome)); })) return;
   retryShortage([&] { finished_(id, outOfMemory()); }, [this] { return isStopping(); });
 }
 

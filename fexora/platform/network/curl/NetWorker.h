@@ -23,7 +23,7 @@ namespace fexora {
 class NetWorker {
  public:
   // Called on the worker thread, once for each request that ends before the worker is stopped.
-  using Finished = std::function<void(std::uint64_t id, NetReply reply)>;
+  using Finished = std::function<void(std::uint64_t id, NetOutcome outcome)>;
 
   // Null when the machine gives no thread or descriptor.
   static std::unique_ptr<NetWorker> start(Log& log, Files& files, NetOptions options,
@@ -46,10 +46,10 @@ class NetWorker {
   void run();
   bool beginWaiting();
   void begin(Exchange::Request request);
-  std::optional<NetReply> tryToBegin(Exchange::Request request);
+  std::optional<NetOutcome> tryToBegin(Exchange::Request request);
   void endDone();
   void end(CURL* handle, CURLcode code);
-  void deliver(std::uint64_t id, NetReply reply);
+  void deliver(std::uint64_t id, NetOutcome outcome);
   bool isStopping();
   std::optional<Revalidation> keptFor(const std::string& address);
   void keep(const Exchange& exchange);

@@ -55,12 +55,12 @@ class ExpatRun {
   // Makes the run end when `step` answers false.
   template <class Step>
   void guarded(Step step) noexcept;
-  void refuse(const char* why) noexcept;
+  void reject(const char* why) noexcept;
 
   ParserPointer parser_;
   PlistBuilder builder_;
   bool outOfMemory_ = false;
-  const char* refusal_ = nullptr;
+  const char* rejection_ = nullptr;
 };
 
 ExpatRun::ExpatRun() : parser_(XML_ParserCreate(nullptr)) {
@@ -77,7 +77,7 @@ ExpatRun::ExpatRun() : parser_(XML_ParserCreate(nullptr)) {
 template <class Step>
 void ExpatRun::guarded(Step step) noexcept {
   // Expat may still report the second half of an empty element after it was told to stop.
-  if (outOfMemory_ || refusal_ != nullptr || !builder_.error().empty()) return;
+  if (outOfMemory_ || rejection_ != nullptr || !builder_.error().empty()) return;
   try {
     if (step()) return;
   } catch (const std::bad_alloc&) {
@@ -86,9 +86,9 @@ void ExpatRun::guarded(Step step) noexcept {
   XML_StopParser(parser_.get(), XML_FALSE);
 }
 
-void ExpatRun::refuse(const char* why) noexcept {
+void ExpatRun::reject(const char* why) noexcept {
   guarded([this, why] {
-    refusal_ = why;
+    rejection_ = why;
     return false;
   });
 }
@@ -109,26 +109,26 @@ void ExpatRun::onText(void* self, const char* text, int length) {
 
 void ExpatRun::onDoctype(void* self, const char* name, const char* /*system*/,
                          const char* /*external*/, int hasInternalSubset) {
-  if (hasInternalSubset != 0) of(self).refuse("declarations inside the document type");
-  if (std::string_view(name) != "plist") of(self).refuse("a document type other than plist");
+  if (hasInternalSubset != 0) of(self).reject("declarations inside the document type");
+  if (std::string_view(name) != "plist") of(self).reject("a document type other than plist");
 }
 
 void ExpatRun::onEntityDeclaration(void* self, const char* /*name*/, int /*isParameter*/,
                                    const char* /*value*/, int /*length*/, const char* /*base*/,
                                    const char* /*system*/, const char* /*external*/,
                                    const char* /*notation*/) {
-  of(self).refuse("a declared entity");
+  of(self).reject("a declared entity");
 }
 
 void ExpatRun::onSkippedEntity(void* self, const char* /*name*/, int /*isParameter*/) {
-  of(self).refuse("an undeclared entity");
+  of(self).reject("an undeclared entity");
 }
 
 std::string ExpatRun::error() const {
   if (outOfMemory()) return kOutOfMemory;
   std::string why = builder_.error();
   if (why.empty()) {
-    why = refusal_ != nullptr ? refusal_ : XML_ErrorString(XML_GetErrorCode(parser_.get()));
+    why = rejection_ != nullptr ? rejection_ : XML_ErrorString(XML_GetErrorCode(parser_.get()));
   }
   const auto line = static_cast<std::int64_t>(XML_GetCurrentLineNumber(parser_.get()));
   return "line " + integerText(line) + ": " + why;

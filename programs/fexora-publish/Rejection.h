@@ -7,17 +7,17 @@ namespace fexora::publish {
 
 enum class Exit : int {
   done = 0,
-  refused = 2,    // wrong use, a source that cannot be read, or data that may not be published
+  rejected = 2,   // wrong use, a source that cannot be read, or data that may not be published
   notWritten = 4  // the result could not be written
 };
 
-struct Refusal {
+struct Rejection {
   Exit exit;
   std::string message;  // one line for people
 };
 
-inline Refusal refusal(std::string message) {
-  return {Exit::refused, std::move(message)};
+inline Rejection rejection(std::string message) {
+  return {Exit::rejected, std::move(message)};
 }
 
 }  // namespace fexora::publish
