@@ -133,9 +133,10 @@ void PairRates::convertFromDollar(std::size_t count, NSNumber amount, bool inver
                                   std::vector<ConvertedItem>& items) const {
   const std::vector<CurrencyRef>& currencies = catalogue_->currencies();
   const CurrencyRef& dollar = currencies[dollar_];
+  const ConvertedItem::Key key;
   for (std::size_t i = 0; i < count; ++i) {
     const std::uint32_t entry = groups_[i];
-    items.push_back({dollar, currencies[places_[entry]], rates_[entry], amount, invert});
+    items.emplace_back(key, dollar, currencies[places_[entry]], rates_[entry], amount, invert);
   }
 }
 
@@ -145,10 +146,12 @@ void PairRates::convertGroup(std::uint32_t entry, std::size_t count, NSNumber am
   const std::uint32_t own = places_[entry];
   const CurrencyRef& source = currencies[own];
   const double rate = rateAt(entry);
-  items.push_back({source, currencies[dollar_], 1.0 / rate, amount, invert});
+  const ConvertedItem::Key key;
+  items.emplace_back(key, source, currencies[dollar_], 1.0 / rate, amount, invert);
   for (std::uint32_t other = 0; other < places_.size() && items.size() < count; ++other) {
     if (places_[other] == own) continue;
-    items.push_back({source, currencies[places_[other]], rateAt(other) / rate, amount, invert});
+    items.emplace_back(key, source, currencies[places_[other]], rateAt(other) / rate, amount,
+                       invert);
   }
 }
 

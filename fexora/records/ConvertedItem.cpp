@@ -13,7 +13,7 @@ std::string printed(NSNumber amount, const CurrencyRef& currency) {
 }  // namespace
 
 ConvertedItem::ConvertedItem(const Rate& from, NSNumber amount, bool invert)
-    : ConvertedItem(from.src(), from.dst(), from.rate(), amount, invert) {}
+    : ConvertedItem(Key(), from.src(), from.dst(), from.rate(), amount, invert) {}
 
 std::string ConvertedItem::description() const {
   return "From " + printed(srcAmount, srcCurrency) + " To " + printed(dstAmount, dstCurrency);

@@ -13,6 +13,20 @@ struct FEXORA_API ConvertedItem {
   // rate of zero can give an infinite amount. `invert` changes nothing else: the currencies stay
   // the rate's.
   ConvertedItem(const Rate& from, NSNumber amount, bool invert);
+  // The same without a rate record, for PairRates only: public, so that a list makes it in place.
+  class Key {
+    friend class PairRates;
+    friend struct ConvertedItem;
+    Key() noexcept = default;
+  };
+  ConvertedItem(Key /*key*/, const CurrencyRef& src, const CurrencyRef& dst, NSNumber pairRate,
+                NSNumber amount, bool invert)
+      : srcCurrency(src),
+        dstCurrency(dst),
+        rate(pairRate),
+        srcAmount(amount),
+        dstAmount(invert ? amount.doubleValue() / pairRate.doubleValue()
+                         : amount.doubleValue() * pairRate.doubleValue()) {}
 
   // "From 100.0000(USD) To 90.0000(EUR)", the amounts taken through 32-bit floats.
   std::string description() const;
@@ -22,18 +36,6 @@ struct FEXORA_API ConvertedItem {
   NSNumber rate;
   NSNumber srcAmount;
   NSNumber dstAmount;  // a real
-
- private:
-  friend class PairRates;
-  // The same without a rate record.
-  ConvertedItem(const CurrencyRef& src, const CurrencyRef& dst, NSNumber pairRate, NSNumber amount,
-                bool invert)
-      : srcCurrency(src),
-        dstCurrency(dst),
-        rate(pairRate),
-        srcAmount(amount),
-        dstAmount(invert ? amount.doubleValue() / pairRate.doubleValue()
-                         : amount.doubleValue() * pairRate.doubleValue()) {}
 };
 
 }  // namespace fexora
