@@ -42,10 +42,12 @@ std::map<std::string, double> ratesOf(const std::string& published, const std::s
   return rates;
 }
 
-// Without a division, so that exactly ten percent are not more than ten; and in a type whose range
-// the products do not leave.
-bool isJump(long double before, long double now, long double percent) {
-  return !(std::abs(now - before) * 100 <= percent * before);
+// Without a division, which would round once more; and with both scaled by one power of two, which
+// changes no digit: the limit stays finite then, and a change that does not is a jump.
+bool isJump(double before, double now, double percent) {
+  int exponent = 0;
+  const double from = std::frexp(before, &exponent);
+  return !(std::abs(std::ldexp(now, -exponent) - from) * 100 <= percent * from);
 }
 
 // "eur-reference.xml 2026-09-11", without the folder.
