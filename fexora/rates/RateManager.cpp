@@ -2,6 +2,7 @@
 
 #include "fexora/platform/base/Environment.h"
 #include "fexora/platform/base/Guarded.h"
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/network/NetworkManager.h"
 #include "fexora/platform/text/NumberText.h"
@@ -137,7 +138,8 @@ std::pair<Converted, StoreSourceRef> RateManager::convertAmount(NSNumber amount,
     result.second = store().saveSourceCurrency(srcCurrency, amount, sync);
     if (rates_ == nullptr) return;
     auto lines = rates_->convert(*srcCurrency, amount, invert);
-    if (lines.size() < rates_->linesFrom(*srcCurrency)) {
+    if (lines.size() == limits::kConversionLines &&
+        lines.size() < rates_->linesFrom(*srcCurrency)) {
       platform_.log->write("A conversion has only its first " +
                            integerText(static_cast<std::int64_t>(lines.size())) + " lines");
     }

@@ -94,7 +94,6 @@ StoreFile::Saving StoreFile::save(const std::string& path, const Dictionary& con
 // The problem, or nothing when the file is written.
 std::string StoreFile::replace(const std::string& path, const std::string& failed,
                                const Dictionary& content) {
-  std::string doubt = "The store " + path + " is replaced, but may not survive a power cut: ";
   auto encoded = codec().encode(content);
   if (!encoded.ok()) {
     if (encoded.fault == PlistFault::memory) throw std::bad_alloc();
@@ -106,7 +105,9 @@ std::string StoreFile::replace(const std::string& path, const std::string& faile
   known_ = outcome.status;
   state_ = State::usable;
   if (!outcome.doubt) return {};
-  doubt += outcome.doubt.message();
+  const std::string doubt =
+      "The store " + path +
+      " is replaced, but may not survive a power cut: " + outcome.doubt.message();
   // Where folders cannot be flushed at all, no save would ever be a success.
   if (!isNoFlushHere(outcome.doubt)) return doubt;
   platform_.log->write(doubt);
