@@ -87,8 +87,8 @@ class FEXORA_API RateManager : public NSObject {
   // the loaded currencies, else there are none. The lines stand in the order of the rates as they
   // came, after the dollar's for any other source, and not in that of the selection; and the dollar
   // comes twice where the service gave it a rate and it is selected beside another source. Ask
-  // itemForDstCurrency() for one destination. See ConvertedItem for
-  // `invert`. Of more than limits::kConversionLines the first are given, and the log says so.
+  // itemForDstCurrency() for one destination. See ConvertedItem for `invert`. Of more than
+  // limits::kConversionLines the first are given, and the log says so.
   virtual std::pair<Converted, StoreSourceRef> convertAmount(NSNumber amount,
                                                              CurrencyRef srcCurrency, bool sync,
                                                              bool invert = false);

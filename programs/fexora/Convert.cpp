@@ -62,7 +62,7 @@ Wanted selection(const StoreManager& store, const CurrencyRef& source) {
                   "the stored selection has no currency but " + source->code() +
                       "; name one, as in: fexora 100 USD EUR"};
   }
-  if (wanted.currencies.empty()) currencyFromText(wanted.unknown.front());
+  if (wanted.currencies.empty()) currencyFromText(wanted.unknown.front());  // throws, with offers
   return wanted;
 }
 

@@ -70,9 +70,9 @@ class Answers(ServedTest):
         self.assertNotIn("\r\nIf-", head)
 
     def test_refused_or_broken_off(self):
-        with socket.socket() as rejecting:
-            rejecting.bind(("127.0.0.1", 0))
-            nobody = "http://127.0.0.1:%d/" % rejecting.getsockname()[1]
+        with socket.socket() as refusing:
+            refusing.bind(("127.0.0.1", 0))
+            nobody = "http://127.0.0.1:%d/" % refusing.getsockname()[1]
             self.reject_each("noConnection", redirect(nobody))
             self.url = nobody
             self.reject_each("noConnection", b"")

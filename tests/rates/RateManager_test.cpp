@@ -28,7 +28,7 @@ Dictionary rate(const char* code, Value value) {
   return {{"code", code}, {"rate", value}};
 }
 
-ResponseError rejected() {
+ResponseError refused() {
   return {ResponseError::Kind::noConnection, kTrelbyRatesURL, "refused", 0};
 }
 
@@ -82,7 +82,7 @@ TEST_F(Loading, FailedRequest_KeepsEverythingAndHoldsBackTheNext) {
   store.saveUSDRates({USDRate::make(0.9, "EUR")}, false);
   rates.loadRates(std::nullopt, tell());
   const auto before = store.ud();
-  desktop.transport.answer(std::nullopt, rejected());
+  desktop.transport.answer(std::nullopt, refused());
   EXPECT_EQ(told, (Told{"cache", "no connection"}));
   EXPECT_EQ(store.ud(), before);
   EXPECT_EQ(rates.serviceMessage(), "");
@@ -94,7 +94,7 @@ TEST_F(Loading, FailedRequest_KeepsEverythingAndHoldsBackTheNext) {
 
 TEST_F(Loading, ErrorBesideAResponse_AndNeitherOfBoth) {
   rates.loadRates(std::nullopt, tell());
-  desktop.transport.answer(answer({rate("EUR", 0.9)}), rejected());
+  desktop.transport.answer(answer({rate("EUR", 0.9)}), refused());
   EXPECT_EQ(told, Told{"service"});
   desktop.loop.advance(30);
   rates.loadRates(std::nullopt, tell());

@@ -77,6 +77,7 @@ AnswerCache::AnswerCache(Files& files, std::string folder, std::string container
 
 std::optional<StoredAnswer> AnswerCache::load(const std::string& address) {
   if (folder_.empty() || !folderIsOurs()) return std::nullopt;
+  // Data is base64 there, which takes four bytes for three.
   const auto whole = readWholeFile(files_, pathFor(address), 2 * bodyLimit_ + kHeadBytes);
   if (!whole.ok() || whole->status.owner != files_.user()) return std::nullopt;
   const PlistResult read = readPropertyList(whole->bytes);
