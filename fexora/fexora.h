@@ -6,6 +6,7 @@
 #include "fexora/catalogue/NSCurrency.h"
 #include "fexora/input/AmountParsing.h"
 #include "fexora/input/CalculationDetection.h"
+#include "fexora/input/NumberFormat.h"
 #include "fexora/input/Response.h"
 #include "fexora/input/Transforms.h"
 #include "fexora/platform/Platform.h"

@@ -31,6 +31,8 @@ const char* kindOf(const ResponseError& error) {
       return "notJson";
     case ResponseError::Kind::notAnObject:
       return "notAnObject";
+    case ResponseError::Kind::implausible:
+      return "implausible";
   }
   return "network";
 }
