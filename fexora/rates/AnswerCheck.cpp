@@ -39,9 +39,12 @@ Reason wrongRate(const Response& answer) {
   return std::nullopt;
 }
 
-Reason wrongDollar(const RatesByCode& rates) {
+Reason wrongDollar(const RatesByCode& rates, const RatesByCode& held) {
+  if (rates.empty()) return "there are none";
   const auto dollar = rates.find("USD");
-  if (dollar == rates.end()) return "the US dollar is missing";
+  if (dollar == rates.end()) {
+    return held.contains("USD") ? Reason("the US dollar is missing") : std::nullopt;
+  }
   if (dollar->second != 1)
     return "one US dollar is " + shortestText(dollar->second) + " US dollars";
   return std::nullopt;
@@ -95,8 +98,8 @@ Reason wrongDate(const Response& answer, const HeldRates& held, const PlausibleL
 Reason check(const Response& answer, const HeldRates& held, const PlausibleLimits& limits) {
   if (Reason reason = wrongRate(answer)) return reason;
   const RatesByCode rates = byCode(answer.rates());
-  if (Reason reason = wrongDollar(rates)) return reason;
   const RatesByCode before = byCode(held.rates);
+  if (Reason reason = wrongDollar(rates, before)) return reason;
   if (Reason reason = missing(rates, before, limits)) return reason;
   if (Reason reason = jump(answer, before, limits)) return reason;
   return wrongDate(answer, held, limits);

@@ -28,13 +28,14 @@ constexpr std::array<CommandEntry, 7> kCommands = {{
     {"select", Command::select, "[CODE…]", "Show or replace the stored selection."},
     {"settings", Command::settings, "[NAME [VALUE]]", "Show the settings, or set one."},
     {"search", Command::search, "TEXT", "Find currencies by code or name."},
-    {"refresh", Command::refresh, "", "Load fresh rates from the service, and wait for them."},
+    {"refresh", Command::refresh, "",
+     "Load fresh rates from the service, or from sources, and wait for them."},
     {"watch", Command::watch, "", "Show each change that another process makes to the store."},
     {"status", Command::status, "", "Show where the store lies, what it holds and how old it is."},
 }};
 
-constexpr std::array<std::string_view, 7> kWithValue = {
-    "--container", "--locale", "--lang", "--limit", "--exclude", "--count", "--refresh"};
+constexpr std::array<std::string_view, 8> kWithValue = {
+    "--container", "--locale", "--lang", "--limit", "--exclude", "--from", "--count", "--refresh"};
 
 const CommandEntry& takeCommand(std::vector<std::string>& operands) {
   for (const CommandEntry& entry : kCommands) {
@@ -62,6 +63,12 @@ void addOptions(CLI::App& app, CommandLine& line, bool& version) {
     case Command::search:
       addNumber(app, "--limit", line.limit, "How many matches to count")->type_name("N");
       app.add_option("--exclude", line.exclude, "Leave this currency out")->type_name("CODE");
+      break;
+    case Command::refresh:
+      app.add_option("--from", line.from,
+                     "A file, - or an address that holds rates; later ones add what is missing")
+          ->type_name("SOURCE");
+      app.add_flag("--force", line.force, "Take rates that look wrong, too");
       break;
     case Command::watch:
       addNumber(app, "--count", line.count, "End after so many changes")->type_name("N");

@@ -25,6 +25,8 @@ struct CommandLine {
   bool names = false;
   std::optional<std::int64_t> limit;  // search
   std::vector<std::string> exclude;
+  std::vector<std::string> from;  // refresh
+  bool force = false;
   std::optional<std::int64_t> count;  // watch
   std::optional<double> refresh;      // watch: seconds
 

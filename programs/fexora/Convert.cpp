@@ -32,13 +32,6 @@ struct Conversion {
   std::string problem;               // says why they are
 };
 
-// "EUR, USD"
-std::string listed(const std::vector<std::string>& codes) {
-  std::string list;
-  for (const std::string& code : codes) list += (list.empty() ? "" : ", ") + code;
-  return list;
-}
-
 std::string noRateText(const Currency& source, const std::vector<std::string>& destinations) {
   const bool same = destinations.size() == 1 && destinations.front() == source.code();
   return "there is no rate from " + source.code() + " to " + listed(destinations) +
@@ -71,13 +64,6 @@ Wanted wantedBy(const CommandLine& line, const StoreManager& store, const Curren
   return {currenciesFromTexts({line.operands.begin() + 2, line.operands.end()}), {}};
 }
 
-// Brings the store's rates into the rate manager. With a request counted as just sent, loading ends
-// after the store.
-void loadStoredRates(std::vector<CurrencyRef> selection) {
-  rateManager().setLastUpdate(Date(Platform::process().loop->wallSeconds()));
-  rateManager().loadRates(std::move(selection), false, false, {});
-}
-
 // Sorts out what cannot be converted; throws a Failure when nothing is left.
 void keepConvertible(Wanted& wanted, Conversion& result) {
   std::vector<std::string> noRates;
@@ -107,7 +93,7 @@ Conversion run(const CommandLine& line, StoreManager& store, double amount) {
   if (hasBundledRates(store)) result.origin = "bundled";
   auto selected = wanted.currencies;
   selected.push_back(result.source);
-  loadStoredRates(std::move(selected));
+  rateManager().loadStoredRates(std::move(selected));
   // The store keeps the amount only when there is an answer.
   keepConvertible(wanted, result);
   const auto converted =
@@ -124,7 +110,9 @@ void printJson(const Conversion& conversion, bool names) {
   json.key("source").string(conversion.source->code());
   json.key("invert").boolean(conversion.invert);
   addRatesDate(json, ratesDate());
-  json.key("origin").string(conversion.origin).key("items").beginArray();
+  json.key("origin").string(conversion.origin);
+  addFreshness(json);
+  json.key("items").beginArray();
   for (const ConvertedItem& item : conversion.items) {
     json.beginObject().key("currency").string(item.dstCurrency->code());
     json.key("rate").number(item.rate.doubleValue());
@@ -160,7 +148,7 @@ void printTable(const Conversion& conversion, const StoreManager& store, bool na
     if (names) row.append("   ").append(nameOf(currency));
     printLine(row);
   }
-  printLine(ratesLine(ratesDate()));
+  printLine(shownRatesLine());
 }
 
 }  // namespace

@@ -103,6 +103,12 @@ std::vector<CurrencyRef> currenciesFromTexts(const std::vector<std::string>& typ
   return currencies;
 }
 
+std::string listed(const std::vector<std::string>& codes) {
+  std::string list;
+  for (const std::string& code : codes) list += (list.empty() ? "" : ", ") + code;
+  return list;
+}
+
 std::vector<std::string> codesOf(const std::vector<CurrencyRef>& currencies) {
   std::vector<std::string> codes;
   codes.reserve(currencies.size());

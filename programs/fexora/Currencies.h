@@ -18,6 +18,9 @@ CurrencyRef currencyFromText(std::string_view typed);
 // That for several, each once, in order.
 std::vector<CurrencyRef> currenciesFromTexts(const std::vector<std::string>& typed);
 
+// "EUR, USD"
+std::string listed(const std::vector<std::string>& codes);
+
 std::vector<std::string> codesOf(const std::vector<CurrencyRef>& currencies);
 
 }  // namespace fexora::program

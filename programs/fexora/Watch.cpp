@@ -50,7 +50,7 @@ std::string plainUpdate(const StoreManager& store, bool names) {
   if (source != nullptr && source->currency() != nullptr) {
     text += ", last amount " + source->amount().stringValue() + " " + source->currency()->code();
   }
-  return text + ", " + ratesLine(ratesDate());
+  return text + ", " + ratesLine();
 }
 
 }  // namespace

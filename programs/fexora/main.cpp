@@ -45,6 +45,7 @@ void prepareLibrary(const CommandLine& line) {
   if (!line.container.empty()) setenv("FEXORA_CONTAINER", line.container.c_str(), 1);
   if (!line.locale.empty()) Locale::setCurrent(line.locale);
   prepareNames(line);
+  rateManager().setAnswerCheck(plausible());
 }
 
 Exit run(const CommandLine& line) {

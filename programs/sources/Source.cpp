@@ -1,4 +1,4 @@
-#include "programs/fexora-publish/Source.h"
+#include "programs/sources/Source.h"
 
 #include <cmath>
 #include <cstring>
@@ -9,9 +9,7 @@
 
 #include "fexora/platform/base/Limits.h"
 
-#include "programs/fexora-publish/Rejection.h"
-
-namespace fexora::publish {
+namespace fexora::sources {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -19,9 +17,9 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 std::string readAll(std::istream& in, const std::string& name) {
   std::string text(limits::kAnswerBytes + 1, '\0');
   in.read(text.data(), static_cast<std::streamsize>(text.size()));
-  if (in.bad()) throw rejection(name + ": it cannot be read");
+  if (in.bad()) throw SourceProblem{name + ": it cannot be read"};
   text.resize(static_cast<std::size_t>(in.gcount()));
-  if (text.size() > limits::kAnswerBytes) throw rejection(name + ": it is too large");
+  if (text.size() > limits::kAnswerBytes) throw SourceProblem{name + ": it is too large"};
   if (text.starts_with(kByteOrderMark)) text.erase(0, kByteOrderMark.size());
   return text;
 }
@@ -40,7 +38,7 @@ Source readText(const std::string& name, const std::string& text, Date undated) 
     case '<':
       return readEuroXml(name, text, undated);
     case '{':
-      return readDollarJson(name, text, undated);
+      return readJson(name, text, undated);
     default:
       return readCsv(name, text, undated);
   }
@@ -52,8 +50,8 @@ Source readSource(const std::string& operand, Date today) {
     return readText(name, readAll(std::cin, name), today);
   }
   std::ifstream in(operand, std::ios::binary);
-  if (!in.is_open()) throw rejection(operand + ": " + std::strerror(errno));
+  if (!in.is_open()) throw SourceProblem{operand + ": " + std::strerror(errno)};
   return readText(operand, readAll(in, operand), modified(operand, today));
 }
 
-}  // namespace fexora::publish
+}  // namespace fexora::sources

@@ -1,19 +1,21 @@
 #include <algorithm>
+#include <optional>
 
 #include <simdjson.h>
 
-#include "programs/fexora-publish/Rejection.h"
-#include "programs/fexora-publish/Source.h"
+#include "fexora/input/Response.h"
 
-namespace fexora::publish {
+#include "programs/sources/Source.h"
+
+namespace fexora::sources {
 namespace {
 
 namespace ondemand = simdjson::ondemand;
 
 // Reads on demand, since that reader alone can tell where a value stands in the text.
-class DollarReader {
+class JsonReader {
  public:
-  DollarReader(const std::string& name, const std::string& text, Date undated)
+  JsonReader(const std::string& name, const std::string& text, Date undated)
       : name_(name), rates_(name, undated) {
     text_.reserve(text.size() + simdjson::SIMDJSON_PADDING);
     text_ = text;
@@ -27,9 +29,10 @@ class DollarReader {
     must(document.get_object().get(root));
     for (auto field : root) takeField(field);
     if (document.current_location().error() != simdjson::OUT_OF_BOUNDS) {
-      throw rejection(name_ + ": something follows its JSON object");
+      throw SourceProblem{name_ + ": something follows its JSON object"};
     }
-    if (!seenRates_) throw rejection(name_ + ": it has no object \"usd\" of rates");
+    if (!seenRates_)
+      throw SourceProblem{name_ + ": it has neither an object \"usd\" nor a list \"rates\""};
     return std::move(rates_).finish();
   }
 
@@ -58,19 +61,60 @@ class DollarReader {
       std::string_view day;
       must(value.get_string().get(day));
       rates_.setDate(line_, day);
+    } else if (key == "updated") {
+      double seconds = 0;
+      must(value.get_double().get(seconds));
+      Response answer;
+      answer.setUpdated(seconds);
+      if (const auto published = answer.published()) rates_.setMoment(*published);
     } else if (key == "usd") {
-      if (seenRates_) rates_.reject(line_, {}, "\"usd\" comes twice");
-      seenRates_ = true;
+      beginRates();
       ondemand::object list;
       must(value.get_object().get(list));
       for (auto rate : list) takeRate(rate);
+    } else if (key == "rates") {
+      beginRates();
+      ondemand::array list;
+      must(value.get_array().get(list));
+      for (auto entry : list) takeEntry(entry);
     }
+  }
+
+  void beginRates() {
+    if (seenRates_) rates_.reject(line_, {}, "its rates come twice");
+    seenRates_ = true;
   }
 
   void takeRate(Field field) {
     const std::string code = takeKey(field);
     ondemand::value value;
     must(field.value().get(value));
+    rates_.add(line_, code, figure(code, value));
+  }
+
+  // {"code": "EUR", "rate": 0.85}, in either order.
+  void takeEntry(simdjson::simdjson_result<ondemand::value> entry) {
+    ondemand::object fields;
+    must(entry.get_object().get(fields));
+    std::string code;
+    std::optional<double> rate;
+    for (Field field : fields) {
+      const std::string key = takeKey(field);
+      ondemand::value value;
+      must(field.value().get(value));
+      std::string_view text;
+      if (key == "code") {
+        must(value.get_string().get(text));
+        code = text;
+      } else if (key == "rate") {
+        rate = figure(code, value);
+      }
+    }
+    if (!rate) rates_.reject(line_, code, "it has no rate");
+    rates_.add(line_, code, *rate);
+  }
+
+  double figure(const std::string& code, ondemand::value value) const {
     const std::string_view text = value.raw_json_token();
     double rate = 0;
     if (value.get_double().get(rate) != simdjson::SUCCESS) {
@@ -80,8 +124,7 @@ class DollarReader {
     // simdjson 3.0's on-demand reader misreads some reals of twenty digits and more.
     constexpr std::size_t kExactReal = 19;
     const auto end = text.find_last_not_of(" \t\r\n") + 1;
-    if (end > kExactReal) rate = rates_.number(line_, code, text.substr(0, end));
-    rates_.add(line_, code, rate);
+    return end > kExactReal ? rates_.number(line_, code, text.substr(0, end)) : rate;
   }
 
   // Counts the lines up to a place after the last one.
@@ -105,8 +148,8 @@ class DollarReader {
 
 }  // namespace
 
-Source readDollarJson(const std::string& name, const std::string& text, Date undated) {
-  return DollarReader(name, text, undated).read();
+Source readJson(const std::string& name, const std::string& text, Date undated) {
+  return JsonReader(name, text, undated).read();
 }
 
-}  // namespace fexora::publish
+}  // namespace fexora::sources

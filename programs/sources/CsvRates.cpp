@@ -1,6 +1,6 @@
-#include "programs/fexora-publish/Source.h"
+#include "programs/sources/Source.h"
 
-namespace fexora::publish {
+namespace fexora::sources {
 namespace {
 
 constexpr std::string_view kSpace = " \t\r";
@@ -32,4 +32,4 @@ Source readCsv(const std::string& name, const std::string& text, Date undated) {
   return std::move(rates).finish();
 }
 
-}  // namespace fexora::publish
+}  // namespace fexora::sources

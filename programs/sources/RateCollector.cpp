@@ -3,10 +3,9 @@
 
 #include "fexora/platform/text/NumberText.h"
 
-#include "programs/fexora-publish/Rejection.h"
-#include "programs/fexora-publish/Source.h"
+#include "programs/sources/Source.h"
 
-namespace fexora::publish {
+namespace fexora::sources {
 namespace {
 
 constexpr std::size_t kCodeLength = 32;
@@ -28,7 +27,7 @@ std::string upperCase(std::string_view code) {
 void RateCollector::reject(std::size_t line, std::string_view code, const std::string& what) const {
   std::string message = source_.name + ", line " + std::to_string(line);
   if (!code.empty()) message.append(", ").append(code.substr(0, kCodeLength));
-  throw rejection(message + ": " + what);
+  throw SourceProblem{message + ": " + what};
 }
 
 double RateCollector::number(std::size_t line, std::string_view code, std::string_view text) const {
@@ -56,6 +55,11 @@ void RateCollector::setDate(std::size_t line, std::string_view day) {
   const auto date = Date::fromIsoText(std::string(day) + "T00:00:00Z");
   if (!date) reject(line, {}, "\"" + std::string(day.substr(0, 40)) + "\" is no date");
   source_.date = *date;
+  hasDate_ = true;
+}
+
+void RateCollector::setMoment(Date moment) {
+  source_.date = moment;
   hasDate_ = true;
 }
 
@@ -89,4 +93,4 @@ Source RateCollector::finish() && {
   return std::move(source_);
 }
 
-}  // namespace fexora::publish
+}  // namespace fexora::sources

@@ -3,10 +3,9 @@
 
 #include <expat.h>
 
-#include "programs/fexora-publish/Rejection.h"
-#include "programs/fexora-publish/Source.h"
+#include "programs/sources/Source.h"
 
-namespace fexora::publish {
+namespace fexora::sources {
 namespace {
 
 // What a throwing function throws must not pass through the parser, which is C: it is kept, and the
@@ -91,7 +90,8 @@ Source readEuroXml(const std::string& name, const std::string& text, Date undate
   RateCollector rates = EuroParser(name, undated).parse(text);
   const SourceRate* dollar = rates.find("USD");
   if (dollar == nullptr) {
-    throw rejection(name + ": it has no USD rate, so its euro rates cannot be turned to dollars");
+    throw SourceProblem{name +
+                        ": it has no USD rate, so its euro rates cannot be turned to dollars"};
   }
   const SourceRate perEuro = *dollar;
   rates.add(perEuro.line, "EUR", 1.0);
@@ -99,4 +99,4 @@ Source readEuroXml(const std::string& name, const std::string& text, Date undate
   return std::move(rates).finish();
 }
 
-}  // namespace fexora::publish
+}  // namespace fexora::sources
