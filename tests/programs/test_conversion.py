@@ -4,7 +4,6 @@ import json
 import os
 import plistlib
 import time
-import unittest
 
 from support import ProgramTest, snapshot_rates
 
@@ -160,7 +159,3 @@ class Rejections(ProgramTest):
         self.assertIn("AMOUNT SRC", self.succeed("--help"))
         self.assertIn("NAME", self.succeed("settings", "--help"))
         self.assertRegex(self.succeed("--version"), r"\Afexora \d+\.\d+\.\d+\n\Z")
-
-
-if __name__ == "__main__":
-    unittest.main()

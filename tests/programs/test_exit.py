@@ -3,7 +3,6 @@
 import pathlib
 import shutil
 import tempfile
-import unittest
 
 from support import BIN, ProgramTest
 
@@ -52,7 +51,3 @@ class Modules(ProgramTest):
         self.assertEqual(self.store.read_bytes(), before)
         self.succeed("settings", "fraction", "5")
         self.assertEqual(self.content(), self.content() | {"other": "x", "Fraction": 5})
-
-
-if __name__ == "__main__":
-    unittest.main()

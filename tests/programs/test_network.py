@@ -6,7 +6,6 @@ import plistlib
 import resource
 import socket
 import struct
-import unittest
 
 from service import LIMIT, PACKED, ServedTest, answer, gzip
 
@@ -168,7 +167,3 @@ class Answers(ServedTest):
             through["http_proxy"] = f"http://user:{'s' * length}@[no-proxy"
             error = self.failure(3, "refresh", env=self.environment(**through))
             self.assertNotRegex(error["message"], "sss|user")
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -267,7 +267,3 @@ class Output(Publish):
         for option in (*options, "--force", "SOURCE"):
             self.assertIn(option, shown)
         self.succeed("--version")
-
-
-if __name__ == "__main__":
-    unittest.main()

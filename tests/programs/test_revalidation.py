@@ -4,7 +4,6 @@ import json
 import os
 import plistlib
 import re
-import unittest
 
 from service import LIMIT, PACKED, ServedTest, answer, gzip
 
@@ -144,7 +143,3 @@ class Revalidation(ServedTest):
         url = f"{self.service.base}/0"
         self.assertEqual(self.ask(UNCHANGED, FEXORA_RATES_URL=url), ("httpStatus",))
         self.assertEqual(self.ask(UNCHANGED, FEXORA_RATES_URL=url[:-1] + "11"), ("11", IF_TAG))
-
-
-if __name__ == "__main__":
-    unittest.main()

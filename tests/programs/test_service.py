@@ -4,7 +4,6 @@ import json
 import pathlib
 import subprocess
 import tempfile
-import unittest
 import urllib.error
 import urllib.request
 
@@ -118,7 +117,3 @@ class ShippedService(ProgramTest):
         after = {path.name: path.stat() for path in self.web.iterdir()}
         self.assertEqual({name: (s.st_ino, s.st_mtime_ns) for name, s in before.items()},
                          {name: (s.st_ino, s.st_mtime_ns) for name, s in after.items()})
-
-
-if __name__ == "__main__":
-    unittest.main()

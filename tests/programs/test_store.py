@@ -5,7 +5,6 @@ import plistlib
 import resource
 import signal
 import subprocess
-import unittest
 
 from support import BIN, ProgramTest
 
@@ -113,7 +112,3 @@ class Unusable(ProgramTest):
                                   stderr=subprocess.PIPE, env=self.environment(), text=True, check=False)
         self.assertEqual(done.returncode, 4)
         self.assertIn("standard output", done.stderr)
-
-
-if __name__ == "__main__":
-    unittest.main()
