@@ -82,12 +82,6 @@ class ProgramTest(unittest.TestCase):
         self.assertEqual((list(error), err), (["kind", "message"], f"fexora: {error['message']}\n"))
         return error
 
-    def reject_each(self, code, cases):
-        """Cases of words, and what their message must say."""
-        for words, said in cases:
-            with self.subTest(words):
-                self.assertIn(said, self.reject(code, *words))
-
     def start_on_terminal(self, *words, **options):
         """With the descriptor that shows what it prints."""
         ours, theirs = pty.openpty()
@@ -103,6 +97,11 @@ class ProgramTest(unittest.TestCase):
             self.assertTrue(select.select([terminal], [], [], 60)[0], f"no {wanted} in {shown!r}")
             shown += os.read(terminal, 4096).decode(errors="replace")
         return shown
+
+    def reject_full_output(self, *words):
+        with open("/dev/full", "w", encoding="utf-8") as full:
+            code, _, err = self.run_program(*words, stdout=full)
+        self.assertEqual((code, "standard output" in err), (4, True), err)
 
     def content(self):
         """The store file as Python's own reader has it."""
