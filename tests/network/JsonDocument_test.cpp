@@ -2,7 +2,6 @@
 #include "fexora/platform/network/curl/JsonDocument.h"
 
 #include <limits>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +13,7 @@
 
 #include "tests/support/Describe.h"
 #include "tests/support/JsonRoot.h"
+#include "tests/support/Words.h"
 
 namespace fexora::test {
 namespace {
@@ -84,12 +84,13 @@ TEST(JsonDocument, Faults_AreNotJson) {
     faults.emplace_back(fault);
   }
   faults.emplace_back("{}\0", 3);
-  std::istringstream others(R"json(
+  for (const std::string& fault : words(R"json(
       1,2 {}] ][ ],[ [1]] {}} [ [1} {"a":1] {"a":[} [1,] [,1] {"a":} {"a":1,} {,} {1:2} <html></html>
       {1e999:2} [1e999"x"] nul nullx tru falsey NaN [Infinity] 01 - +1 1. .5 1e 1.5e+ 0x10 1.5abc
       01e999 [-01e999] 1e99999999999999999999x 12345678901234567890123x
-      'a' "abc "\x" "\ud800" "\udc00" "\ud800\u0041" {"\udfff":1} "1e999\)json");
-  for (std::string fault; others >> fault;) faults.push_back(fault);
+      'a' "abc "\x" "\ud800" "\udc00" "\ud800\u0041" {"\udfff":1} "1e999\)json")) {
+    faults.push_back(fault);
+  }
   for (const std::string& fault : faults) {
     const JsonDocument document(fault);
     EXPECT_EQ(document.state(), State::notJson) << fault;

@@ -106,17 +106,14 @@ TEST(BinaryPlist, SizesBeyondTheFile_AreRejectedWithoutRoomMade) {
 }
 
 TEST(BinaryPlist, DamagedTrailers_AreRejected) {
-  const std::string why = "a damaged trailer";
   const std::vector<std::string> one = {"\x09"};
   EXPECT_TRUE(readPropertyList(binary(one, {.offsetBytes = 3, .numberBytes = 8})).ok());
-  expectRejected(binary(one, {.root = 1}), why);
-  expectRejected(binary(one, {.countMore = 1}), why);
-  expectRejected(binary(one, {.countMore = ~std::uint64_t{0}}), why);
-  expectRejected(binary(one, {.countMore = std::uint64_t{1} << 62U}), why);
-  expectRejected(binary(one, {.tableMore = 3}), why);
-  expectRejected(binary(one, {.tableMore = ~std::uint64_t{0} - 8}), why);
-  expectRejected(binary(one, {.offsetBytes = 0}), why);
-  expectRejected(binary(one, {.offsetBytes = 9}), why);
+  constexpr std::uint64_t kMost = ~std::uint64_t{0};
+  const Trailer damaged[] = {{.root = 1},          {.countMore = 1},
+                             {.countMore = kMost}, {.countMore = std::uint64_t{1} << 62U},
+                             {.tableMore = 3},     {.tableMore = kMost - 8},
+                             {.offsetBytes = 0},   {.offsetBytes = 9}};
+  for (const Trailer& trailer : damaged) expectRejected(binary(one, trailer), "a damaged trailer");
   expectRejected("bplist00", "the file ends too early");
   expectRejected("bplist15" + std::string(40, '\0'), "an unknown version of the binary form");
 }
@@ -148,11 +145,9 @@ TEST(BinaryPlist, ObjectsNamedManyTimes_CountEachTime) {
 }
 
 TEST(BinaryPlist, Depth_IsBounded) {
-  const auto nested = [](int depth) {
+  const auto nested = [](unsigned depth) {
     std::vector<std::string> objects;
-    for (int i = 1; i < depth; ++i) {
-      objects.push_back("\xA1" + bigEndian(static_cast<std::uint64_t>(i), 2));
-    }
+    for (unsigned i = 1; i < depth; ++i) objects.push_back("\xA1" + bigEndian(i, 2));
     objects.emplace_back("\xA0");
     return binary(objects, {.numberBytes = 2});
   };
