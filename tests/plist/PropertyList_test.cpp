@@ -161,39 +161,48 @@ TEST(PropertyLists, DepthAndObjects_HaveOneBoundForReadingAndWriting) {
   expectRejected(objects(kObjects));
 }
 
+std::string laidOut(const std::string& root) {
+  return std::string(kXmlPlistHead) + root + "\n" + std::string(kXmlPlistTail);
+}
+
+bool isLaidOut(const std::string& bytes) {
+  Value value;
+  return LaidOutPlistReader(bytes).readFile(value);
+}
+
 TEST(PropertyListWriter, Layout) {
-  const Dictionary dictionary{{"Mode", 1},
-                              {"A&B", Array{true, 1.0, "x<\r>y", Array(), Dictionary()}},
-                              {"When", Date(-0.5)},
-                              {"Bytes", Data{0, 255}},
-                              {"In", Dictionary{{"k", "v"}}}};
-  EXPECT_EQ(writePropertyList(dictionary).bytes,
+  EXPECT_EQ(kXmlPlistHead,
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
             "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
             "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
-            "<plist version=\"1.0\">\n"
-            "<dict>\n"
-            "\t<key>A&amp;B</key>\n"
-            "\t<array>\n"
-            "\t\t<true/>\n"
-            "\t\t<real>1</real>\n"
-            "\t\t<string>x&lt;&#13;&gt;y</string>\n"
-            "\t\t<array/>\n"
-            "\t\t<dict/>\n"
-            "\t</array>\n"
-            "\t<key>Bytes</key>\n"
-            "\t<data>AP8=</data>\n"
-            "\t<key>In</key>\n"
-            "\t<dict>\n"
-            "\t\t<key>k</key>\n"
-            "\t\t<string>v</string>\n"
-            "\t</dict>\n"
-            "\t<key>Mode</key>\n"
-            "\t<integer>1</integer>\n"
-            "\t<key>When</key>\n"
-            "\t<date>1969-12-31T23:59:59Z</date>\n"
-            "</dict>\n"
-            "</plist>\n");
+            "<plist version=\"1.0\">\n");
+  EXPECT_EQ(kXmlPlistTail, "</plist>\n");
+  const Dictionary nested{{"Mode", 1},
+                          {"All", Array{true, false, Array(), Dictionary(), ""}},
+                          {"In", Dictionary{{"€", -0.0}}},
+                          {"When", Date(-0.5)}};
+  const std::string in =
+      "<dict>\n\t<key>All</key>\n\t<array>\n\t\t<true/>\n\t\t<false/>\n\t\t<array/>\n\t\t<dict/>\n"
+      "\t\t<string></string>\n\t</array>\n\t<key>In</key>\n\t<dict>\n\t\t<key>€</"
+      "key>\n\t\t<real>-0</real>\n\t</dict>\n"
+      "\t<key>Mode</key>\n\t<integer>1</integer>\n\t<key>When</key>\n\t<date>1969-12-31T23:59:59Z</"
+      "date>\n</dict>";
+  for (const auto& [value, root] : std::vector<std::pair<Value, std::string>>{
+           {nested, in},
+           {1.0, "<real>1</real>"},
+           {Data{0, 255}, "<data>AP8=</data>"},
+           {"x<\r>&y", "<string>x&lt;&#13;&gt;&amp;y</string>"},
+           {Dictionary{{"A&B", 1}},
+            "<dict>\n\t<key>A&amp;B</key>\n\t<integer>1</integer>\n</dict>"}}) {
+    EXPECT_EQ(writePropertyList(value).bytes, laidOut(root));
+  }
+  // What is written is read the fast way: the root, its four values, and six within.
+  Value value;
+  const std::string bytes = laidOut(in);
+  LaidOutPlistReader reader(bytes);
+  EXPECT_TRUE(reader.readFile(value));
+  EXPECT_EQ(writePropertyList(value).bytes, bytes);
+  EXPECT_EQ(reader.objects(), 11U);
 }
 
 TEST(PropertyListWriter, Unwritable_NamesThePlace) {
@@ -215,32 +224,6 @@ TEST(PropertyListWriter, Unwritable_NamesThePlace) {
     EXPECT_EQ(writeError(broken), "the root: " + text);
   }
   EXPECT_LT(writeError(Dictionary{{std::string(100000, 'k'), Value()}}).size(), 300U);
-}
-
-std::string laidOut(const std::string& root) {
-  return std::string(kXmlPlistHead) + root + "\n" + std::string(kXmlPlistTail);
-}
-
-bool isLaidOut(const std::string& bytes) {
-  Value value;
-  return LaidOutPlistReader(bytes).readFile(value);
-}
-
-TEST(LaidOutPlist, WhatTheWriterWrites_IsReadTheFastWay) {
-  const Dictionary dictionary{
-      {"On", true},
-      {"Off", false},
-      {"Empty", Array{Array(), Dictionary(), ""}},
-      {"UDUSDRates", Array{Dictionary{{"code", "EUR"}, {"rate", 0.85}},
-                           Dictionary{{"code", "\xE2\x82\xAC"}, {"rate", -0.0}}}},
-      {"UDUSDRatesUpdated", Date(1790640000)}};
-  const std::string bytes = writePropertyList(dictionary).bytes;
-  Value value;
-  LaidOutPlistReader reader(bytes);
-  EXPECT_TRUE(reader.readFile(value));
-  EXPECT_EQ(describe(value), describe(dictionary));
-  // The root, its five values, and three, two and four within.
-  EXPECT_EQ(reader.objects(), 15U);
 }
 
 TEST(LaidOutPlist, OtherLayouts_AreLeftToTheParser) {

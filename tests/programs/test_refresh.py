@@ -1,10 +1,8 @@
 """`fexora refresh` and `fexora watch --refresh` against a service that a test scripts."""
 
 import json
-import random
 import signal
 import threading
-import time
 
 from service import ServedTest, answer
 from test_sharing import Watcher
@@ -72,17 +70,6 @@ class Refresh(ServedTest):
         process = self.start("refresh")
         threading.Timer(1.2, go_on.set).start()
         self.assertEqual(process.communicate(timeout=60)[1], "")
-
-    def test_interrupted_at_any_moment_leaves_the_store_whole(self):
-        self.succeed("refresh")
-        chance = random.Random(20261124)
-        for _ in range(30):
-            process = self.start("refresh")
-            time.sleep(chance.uniform(0, 0.04))
-            process.send_signal(signal.SIGINT)
-            process.communicate(timeout=60)
-            self.assertIn(process.returncode, (0, -signal.SIGINT))
-            self.assertEqual(len(self.content()["UDUSDRates"]), 2)
 
     def test_interrupted_while_the_service_is_silent(self):
         asked, end = threading.Event(), threading.Event()

@@ -3,6 +3,7 @@
 #include <limits>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -57,10 +58,7 @@ TEST(UnicodeText, Containment_RespectsWholeCharacters) {
 }
 
 TEST(UnicodeText, ParseNumber_ReadsEachLocalesOwnForm) {
-  struct Case {
-    const char *locale, *typed;
-    std::optional<double> value;
-  };
+  using Case = std::tuple<const char*, const char*, std::optional<double>>;
   const Case cases[] = {
       {"de_DE", "1.234,5", 1234.5},
       {"de_DE", "1.5", std::nullopt},
