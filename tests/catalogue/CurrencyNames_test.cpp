@@ -8,7 +8,6 @@
 
 #include "fexora/catalogue/EnglishNames.h"
 #include "fexora/platform/base/ModuleEntries.h"
-#include "fexora/platform/text/ProcessText.h"
 #include "fexora/resources/EmbeddedCatalogue.h"
 
 #include "tests/support/LocaleScope.h"
@@ -68,20 +67,6 @@ TEST(CurrencyNames, NoLanguage_FollowsTheCurrentOne) {
   EXPECT_EQ(names.string("USD"), "US Dollar");
   Locale::setCurrent("ja_JP");
   EXPECT_NE(names.generation(), japanese) << "names may have been read in between";
-}
-
-TEST(CurrencyNames, English_OpensNoModule) {
-  int opened = 0;
-  ProcessText text([&] {
-    ++opened;
-    return fexora_text_module();
-  });
-  for (const char* language : {"en", "en_GB", "C"}) {
-    CurrencyNames names(text, language);
-    EXPECT_EQ(names.string("EUR"), "Euro");
-    EXPECT_EQ(names.string("1INCH"), "1inch");
-  }
-  EXPECT_EQ(opened, 0);
 }
 
 }  // namespace

@@ -67,7 +67,8 @@ class Names(ProgramTest):
 
     def test_names_that_need_no_language_data_open_no_module(self):
         env = self.environment(LD_DEBUG="files")
-        for words, opened in ([], False), (["--names"], False), (["--lang", "ja"], True):
+        for words, opened in [([], False), (["--names"], False), (["--lang", "en_GB"], False),
+                              (["--lang", "ja"], True)]:
             code, _, log = self.run_program("1", "USD", "EUR", *words, env=env)
             self.assertEqual((code, "libicuuc" in log), (0, opened), words)
 
