@@ -38,19 +38,16 @@ TEST(JsonDocument, EveryKind) {
 }
 
 TEST(JsonDocument, Numbers_OfEachSize) {
-  const std::pair<std::string, NSNumber> rows[] = {
-      {"-9223372036854775808", std::numeric_limits<std::int64_t>::min()},
-      {"9223372036854775807", std::numeric_limits<std::int64_t>::max()},
-      {"9223372036854775808", 0x1p63},
-      {"-18446744073709551616", -0x1p64},
-      {"123456789012345678901234567890", 123456789012345678901234567890.0},
-      {"5e-324", 5e-324},
-      {"1.7976931348623157e308", 1.7976931348623157e308},
-      {"-0.0", -0.0},
-      {"1e-400", 0.0},
-      {"1034444444444444459008e0", 1034444444444444459008.0},
-      {"0.123456789012345678901234567", 0.123456789012345678901234567}};
-  for (const auto& [text, expected] : rows) {
+  using Row = std::pair<const char*, NSNumber>;
+  for (const auto& [text, expected] :
+       {Row("-9223372036854775808", std::numeric_limits<std::int64_t>::min()),
+        Row("9223372036854775807", std::numeric_limits<std::int64_t>::max()),
+        Row("9223372036854775808", 0x1p63), Row("-18446744073709551616", -0x1p64),
+        Row("123456789012345678901234567890", 123456789012345678901234567890.0),
+        Row("5e-324", 5e-324), Row("1.7976931348623157e308", 1.7976931348623157e308),
+        Row("-0.0", -0.0), Row("1e-400", 0.0),
+        Row("1034444444444444459008e0", 1034444444444444459008.0),
+        Row("0.123456789012345678901234567", 0.123456789012345678901234567)}) {
     const auto root = jsonRoot(text);
     ASSERT_TRUE(root.has_value()) << text;
     EXPECT_EQ(describe(*root), describe(expected)) << text;

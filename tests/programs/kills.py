@@ -52,19 +52,18 @@ def split(content):
     return number, (head, tail)
 
 
-class Reader(threading.Thread):
-    """Reads the store until told to stop; what it saw as (when it began, number)."""
+class Reader:
+    """What it saw of a store, as (when it began to read, number)."""
 
     def __init__(self, store):
-        super().__init__()
-        self.store, self.done = store, False
+        self.store = store
         _, self.frame = split(store.read_bytes())
         self.seen, self.faults = [], []
 
-    def run(self):
-        while not self.done:
+    def look_until(self, done):
+        while not done.wait(0.001):  # else it takes the time that the savers need
             self.look()
-            time.sleep(0.001)  # else it takes the time that the savers need
+        self.look()
 
     def look(self):
         begin = time.monotonic_ns()
@@ -95,8 +94,9 @@ def run(program, container, env, kills, processes=4, seed=20261124):
     sys.setswitchinterval(0.0001)  # the reader and the killer take turns
     store = pathlib.Path(container) / "Store.plist"
     chance = random.Random(seed)
-    reader = Reader(store)
-    reader.start()
+    reader, done = Reader(store), threading.Event()
+    reading = threading.Thread(target=reader.look_until, args=[done])
+    reading.start()
     saves, unreported, savers = [], [], []
 
     def bury(saver):
@@ -119,8 +119,7 @@ def run(program, container, env, kills, processes=4, seed=20261124):
     finally:
         for saver in savers:
             bury(saver)
-        reader.done = True
-        reader.join()
-    reader.look()
+        done.set()
+        reading.join()
     return {"kills": len(unreported), "saves": len(saves), "reads": len(reader.seen),
             "torn": reader.faults, "lost": lost(saves, unreported, reader.seen)}
