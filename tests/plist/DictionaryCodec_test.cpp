@@ -32,10 +32,7 @@ Dictionary expectDecodes(DictionaryCodec& codec, const std::string& bytes) {
   const PlistResult plain = readPropertyList(bytes);
   const DictionaryCodec::Decoded decoded = codec.decode(bytes);
   const bool isDictionary = plain.ok() && plain.value.dictionary() != nullptr;
-  EXPECT_EQ(decoded.ok(), isDictionary) << decoded.error;
-  if (!plain.ok()) {
-    EXPECT_EQ(decoded.error, plain.error);
-  }
+  EXPECT_EQ(decoded.error, plain.ok() && !isDictionary ? "the root is no dictionary" : plain.error);
   if (isDictionary) {
     EXPECT_TRUE(sameDescription(describe(decoded.dictionary), describe(plain.value)));
   }
@@ -56,8 +53,7 @@ TEST(DictionaryCodec, UnchangedKeys_KeepTheirValue) {
   changed.set("B", 7);
   changed.set("AA", true);
   const Dictionary twice = expectDecodes(codec, written(changed));
-  EXPECT_TRUE(twice.find("A")->sameAs(*once.find("A")));
-  EXPECT_TRUE(twice.find("C")->sameAs(*once.find("C")));
+  for (const char* key : {"A", "C"}) EXPECT_TRUE(twice.find(key)->sameAs(*once.find(key)));
   // What was written counts as the last file, too.
   const Dictionary mine{{"A", Array{"mine"}}};
   expectEncodes(codec, mine);
@@ -126,20 +122,13 @@ TEST(DictionaryCodec, TextThatLooksLikeAKey_MisleadsNothing) {
 }
 
 TEST(DictionaryCodec, ManyKeys_AreWrittenAndReadWhole) {
-  std::vector<Dictionary::Entry> entries;
-  entries.reserve(3000);
-  for (int i = 0; i < 3000; ++i) entries.emplace_back("k" + std::to_string(i), i);
-  const Dictionary many = Dictionary::fromEntries(entries);
+  Dictionary many;
+  for (int i = 0; i < 3000; ++i) many.set("k" + std::to_string(i), i);
   DictionaryCodec codec;
   expectEncodes(codec, many);
   expectDecodes(codec, written(many));
   expectEncodes(codec, Dictionary{{"A", 1}});
-}
-
-TEST(DictionaryCodec, OtherRoots_Fail) {
-  DictionaryCodec codec;
-  EXPECT_EQ(codec.decode(writePropertyList(Array{1}).bytes).error, "the root is no dictionary");
-  EXPECT_TRUE(expectDecodes(codec, written({})).empty());
+  expectDecodes(codec, written({}));
 }
 
 }  // namespace

@@ -29,10 +29,14 @@ class ProgramTest(unittest.TestCase):
     url = "http://127.0.0.1:9/rates.json"
 
     def setUp(self):
-        self.container = pathlib.Path(tempfile.mkdtemp(prefix="fexora-test-"))
-        for folder in (self.container, f"{self.container}-cache"):
-            self.addCleanup(shutil.rmtree, folder, ignore_errors=True)
+        self.container = self.new_folder()
+        self.addCleanup(shutil.rmtree, f"{self.container}-cache", ignore_errors=True)
         self.store = self.container / "Store.plist"
+
+    def new_folder(self):
+        folder = tempfile.mkdtemp(prefix="fexora-test-")
+        self.addCleanup(shutil.rmtree, folder, ignore_errors=True)
+        return pathlib.Path(folder)
 
     def environment(self, **changes):
         env = {k: v for k, v in os.environ.items() if not k.startswith(("LC_", "LANG", "FEXORA"))}

@@ -1,9 +1,6 @@
 """Fresh rates for real: sources, publisher, nginx as shipped, refresh, the other process."""
 
 import json
-import pathlib
-import subprocess
-import tempfile
 import urllib.error
 import urllib.request
 
@@ -28,8 +25,7 @@ def expected_rates():
 class ShippedService(ProgramTest):
     def setUp(self):
         super().setUp()
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="fexora-test-"))
-        self.addCleanup(subprocess.run, ["rm", "-rf", self.folder])
+        self.folder = self.new_folder()
         self.web = self.folder / "web"
         self.web.mkdir()
         self.assertEqual(update_rates(self.web, EURO, SNAPSHOT), 0)
