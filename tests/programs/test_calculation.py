@@ -1,6 +1,5 @@
 """Amounts that are calculations."""
 
-import unittest
 
 from support import ProgramTest
 
@@ -41,7 +40,3 @@ class Calculations(ProgramTest):
     def test_deep_nesting_is_no_danger(self):
         self.assertEqual(self.amount("(" * 400 + "7" + ")" * 400 + "+0"), 7)
         self.assertIn("by zero", self.reject(2, "--", "1/(" * 240 + "0" + ")" * 240, "USD", "EUR"))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,13 +1,8 @@
 """`fexora refresh` and `fexora watch --refresh` against a service that a test scripts."""
 
 import json
-import os
-import pty
-import random
 import signal
 import threading
-import time
-import unittest
 
 from service import ServedTest, answer
 from test_sharing import Watcher
@@ -57,64 +52,29 @@ class Refresh(ServedTest):
         for head in self.service.requests:
             self.assertIn("\r\nAuthorization: Basic ", head)
 
-    def test_without_cached_rates_a_failure_says_so(self):
+    def test_wrong_use_and_a_failure_without_cached_rates(self):
+        self.reject(2, "refresh", "EUR")
         self.service.script = b""
         self.assertIn("no rates are cached", self.reject(3, "refresh"))
 
-    def test_use_and_places_that_cannot_be_written(self):
-        self.reject(2, "refresh", "EUR")
-        (self.container / "file").write_text("")
-        env = self.environment(FEXORA_CONTAINER=str(self.container / "file/below"))
-        self.reject(4, "refresh", env=env)
-
     def test_progress_shows_on_a_terminal_only_and_is_wiped(self):
         go_on = threading.Event()
-
-        def respond(connection):
-            go_on.wait()
-            connection.sendall(answer(GOOD))
-
-        self.service.script = respond
-        leader, follower = pty.openpty()
-        self.addCleanup(os.close, leader)
-        process = self.start("refresh", terminal=follower)
-        os.close(follower)
-        shown = b""
-        while b"loading rates" not in shown:
-            shown += os.read(leader, 4096)
+        self.service.script = lambda connection: go_on.wait() and connection.sendall(answer(GOOD))
+        process, terminal = self.start_on_terminal("refresh")
+        self.read_until(terminal, "loading rates")
         go_on.set()
         self.assertEqual(process.wait(timeout=60), 0)
-        while b"2 rates" not in shown:
-            shown += os.read(leader, 4096)
-        self.assertIn(b"\r\x1b[K2 rates", shown)
+        self.assertIn("\r\x1b[K2 rates", self.read_until(terminal, "2 rates"))
         # Not at a terminal there is nothing but the result, however long it takes.
         go_on.clear()
         process = self.start("refresh")
-        timer = threading.Timer(1.2, go_on.set)
-        timer.start()
+        threading.Timer(1.2, go_on.set).start()
         self.assertEqual(process.communicate(timeout=60)[1], "")
 
-    def test_interrupted_at_any_moment_leaves_the_store_whole(self):
-        self.succeed("refresh")
-        chance = random.Random(20261124)
-        for _ in range(30):
-            process = self.start("refresh")
-            time.sleep(chance.uniform(0, 0.04))
-            process.send_signal(signal.SIGINT)
-            process.communicate(timeout=60)
-            self.assertIn(process.returncode, (0, -signal.SIGINT))
-            self.assertEqual(len(self.content()["UDUSDRates"]), 2)
-
     def test_interrupted_while_the_service_is_silent(self):
-        asked = threading.Event()
-        end = threading.Event()
+        asked, end = threading.Event(), threading.Event()
         self.addCleanup(end.set)
-
-        def respond(_):
-            asked.set()
-            end.wait()
-
-        self.service.script = respond
+        self.service.script = lambda _: (asked.set(), end.wait())
         process = self.start("refresh")
         asked.wait()
         process.send_signal(signal.SIGINT)
@@ -123,17 +83,13 @@ class Refresh(ServedTest):
         self.succeed("settings")
 
     def test_watch_keeps_the_rates_fresh_and_goes_on_when_the_service_fails(self):
-        scripts = [answer("oops", status="500 Oops"), answer("oops", status="500 Oops"), answer(GOOD)]
-        asked = threading.Semaphore(0)
-
-        def respond(connection):
-            connection.sendall(scripts.pop(0))
-            asked.release()
-
-        self.service.script = respond
+        failing = answer("oops", status="500 Oops")
+        scripts = [failing, failing, answer(GOOD)]
+        answered = threading.Semaphore(0)
+        self.service.script = lambda connection: (
+            connection.sendall(scripts.pop(0)), answered.release())
         watcher = Watcher(self, "--refresh", "1")
-        for _ in range(3):
-            self.assertTrue(asked.acquire(timeout=60))
+        self.assertTrue(all(answered.acquire(timeout=60) for _ in range(3)))
         watcher.process.terminate()
         out, err = watcher.process.communicate()
         self.assertEqual(out, "")
@@ -149,7 +105,3 @@ class Refresh(ServedTest):
         update = watcher.next()
         self.assertEqual(update["settings"]["fraction"], 6)
         self.assertIsNotNone(update["updated"])
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -57,9 +57,5 @@ TEST(ProcessText, ModuleMissing_AsciiRulesGoForEverything) {
   EXPECT_EQ(opened, 1);
 }
 
-TEST(ProcessText, TheProcessesOwn_FindsItsModule) {
-  EXPECT_EQ(Text::process().lowercased("ÄB"), "äb");
-}
-
 }  // namespace
 }  // namespace fexora

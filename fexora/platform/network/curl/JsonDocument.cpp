@@ -102,6 +102,8 @@ class ObjectSource final : public MapSource {
 class JsonDocument::Parsed {
  public:
   simdjson::error_code parse(std::string_view text) {
+    // The parser copies what there is, even when that is nothing at no address.
+    if (text.empty()) return simdjson::EMPTY;
     const auto error = parser_.allocate(text.size(), kDepth);
     return error ? error : parser_.parse(text.data(), text.size()).get(root_);
   }
