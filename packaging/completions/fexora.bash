@@ -20,7 +20,7 @@ _fexora() {
   COMPREPLY=()
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
-      --container | --locale | --lang | --limit | --exclude | --count | --refresh) ((i++)) ;;
+      --container | --locale | --lang | --limit | --exclude | --from | --count | --refresh) ((i++)) ;;
       --*) ;;
       *)
         [[ $operands -gt 0 ]] || command=${COMP_WORDS[i]}
@@ -32,6 +32,7 @@ _fexora() {
 
   case ${COMP_WORDS[COMP_CWORD - 1]} in
     --container) COMPREPLY=($(compgen -d -- "$word")) && return ;;
+    --from) COMPREPLY=($(compgen -f -- "$word")) && return ;;
     --exclude) _fexora_currencies "$program" "$word" && return ;;
     --locale | --lang | --limit | --count | --refresh) return ;;
   esac
@@ -39,6 +40,7 @@ _fexora() {
     case $command in
       "" | convert) options+=" --invert --no-save --names" ;;
       search) options+=" --limit --exclude" ;;
+      refresh) options+=" --from --force" ;;
       watch) options+=" --count --refresh" ;;
     esac
     COMPREPLY=($(compgen -W "$options" -- "$word"))

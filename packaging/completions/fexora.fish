@@ -11,7 +11,7 @@ function __fexora_operands
     for word in $words
         if test $skip = 1
             set skip 0
-        else if contains -- $word --container --locale --lang --limit --exclude --count --refresh
+        else if contains -- $word --container --locale --lang --limit --exclude --from --count --refresh
             set skip 1
         else if not string match -q -- '--*' $word
             echo -- $word
@@ -79,5 +79,7 @@ complete -c fexora -n '__fexora_is convert' -l names -d 'Show names beside the c
 complete -c fexora -n '__fexora_is search' -l limit -d 'How many matches to count' -x
 complete -c fexora -n '__fexora_is search' -l exclude -d 'Leave this currency out' \
     -xa '(__fexora_currencies)'
+complete -c fexora -n '__fexora_is refresh' -l from -d 'A file or an address of rates' -rF
+complete -c fexora -n '__fexora_is refresh' -l force -d 'Take rates that look wrong, too'
 complete -c fexora -n '__fexora_is watch' -l count -d 'End after so many changes' -x
 complete -c fexora -n '__fexora_is watch' -l refresh -d 'Load fresh rates this often' -x

@@ -34,9 +34,10 @@ double now() {
   return Platform::process().loop->wallSeconds();
 }
 
-std::string ageText(const Date& since) {
+// "3 hours old" and "3 hours ago"
+std::string ageText(const Date& since, const char* word) {
   const double seconds = now() - since.secondsSince1970();
-  return seconds < 0 ? "dated in the future" : durationText(seconds) + " old";
+  return seconds < 0 ? "dated in the future" : durationText(seconds) + word;
 }
 
 // "29 September", with the year when it is not this one.
@@ -122,9 +123,11 @@ std::string ratesLine() {
   if (fresh.state == Freshness::State::none) return "no rates: fexora refresh";
   std::string line = "rates of ";
   if (fresh.published) {
-    line += dayText(*fresh.published) + originText(fresh.origin) + ", " + ageText(*fresh.published);
+    line += dayText(*fresh.published) + originText(fresh.origin) + ", " +
+            ageText(*fresh.published, " old");
   } else if (fresh.stored) {
-    line += "an unknown day, stored on " + dayText(*fresh.stored) + ", " + ageText(*fresh.stored);
+    line += "an unknown day, stored on " + dayText(*fresh.stored) + ", " +
+            ageText(*fresh.stored, " ago");
   } else {
     line += "an unknown day";
   }

@@ -24,7 +24,10 @@ class Conversion(ProgramTest):
     def test_keys_and_values_of_the_answer(self):
         answer = self.json("100", "usd", "Eur", "GBP", "eur")
         self.assertEqual(list(answer), ["amount", "source", "invert", "updated", "age_seconds",
-                                        "origin", "items", "missing"])
+                                        "origin", "rates", "items", "missing"])
+        self.assertEqual({**answer["rates"], "stored": None}, {
+            "published": "2026-09-29T00:00:00Z", "stored": None, "source": "", "origin": "bundled",
+            "state": "old"})
         self.assertEqual((answer["amount"], answer["source"], answer["invert"]), (100, "USD", False))
         self.assertEqual((answer["updated"], answer["origin"]), ("2026-09-29T00:00:00Z", "bundled"))
         self.assertAlmostEqual(answer["age_seconds"], time.time() - 1790640000, delta=60)
@@ -59,7 +62,7 @@ class Conversion(ProgramTest):
         out = self.succeed("1234567.5", "USD", "JPY", "--locale", "de_DE")
         amount = f"{1234567.5 * snapshot_rates()['JPY']:,.2f}"
         self.assertIn(amount.translate(str.maketrans(".,", ",.")) + " JPY", out)
-        self.assertRegex(out, r"rates of 2026-09-29, \d+ days old\n\Z")
+        self.assertRegex(out, r"rates of 29 September.*, bundled, \d+ days old: fexora refresh\n\Z")
         self.succeed("settings", "seporate", "false")
         self.assertIn(amount.replace(",", "") + " JPY", self.succeed("1234567.5", "USD", "JPY"))
         # Too small for two digits: shown all the same.

@@ -2,7 +2,6 @@
 
 import json
 import os
-import plistlib
 import resource
 import socket
 import struct
@@ -107,13 +106,10 @@ class Answers(ServedTest):
         self.assertLess(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss, MEMORY)
 
     def test_too_large_is_just_beyond_the_limit_only(self):
-        body = b'{"serviceMessage":"hello","":"%s"}'
+        body = b'{"serviceMessage":"hello","rates":[{"code":"EUR","rate":0.85}],"":"%s"}'
         body %= b"x" * (LIMIT - len(body) + 2)
         self.assertEqual(len(body), LIMIT)
-        for self.service.script in (answer(body), answer(gzip(body), PACKED)):
-            self.assertEqual(self.run_program("refresh")[0], 0)
-        self.before = self.store.read_bytes()
-        self.assertFalse(plistlib.loads(self.before)["UDUSDRates"])
+        self.accept(answer(body), answer(gzip(body), PACKED))
 
     def test_redirects(self):
         self.service.paths["/good.json"] = answer(BODY)
@@ -143,12 +139,14 @@ class Answers(ServedTest):
         self.reject_each("notJson", answer("<html>Please log in</html>"), answer("[" * 100_000))
         self.reject_each("notAnObject", *map(answer, ("[]", "null", '"text"')))
 
-    def test_an_answer_without_rates_is_taken_with_a_warning(self):
+    def test_an_answer_without_rates_is_taken_by_force_only(self):
         for self.service.script in map(answer, (
                 "{}", '{"serviceMessage": 7}', '{"rates": [{}, 1]}', '{"rates": {}}', '{"rates": null}')):
-            code, out, err = self.run_program("refresh", "--json")
-            self.assertEqual((code, json.loads(out)["count"], json.loads(out)["message"]), (0, 0, ""))
-            self.assertIn("no rates", err)
+            self.assertEqual(self.failure(3, "refresh")["kind"], "implausible")
+            self.assertEqual(self.store.read_bytes(), self.before)
+        code, out, err = self.run_program("refresh", "--force", "--json")
+        self.assertEqual((code, json.loads(out)["count"], json.loads(out)["message"]), (0, 0, ""))
+        self.assertIn("no rates", err)
         # Conversions then use the bundled rates.
         self.assertEqual(self.json("1", "USD", "EUR")["origin"], "bundled")
 

@@ -1,8 +1,10 @@
 """`fexora refresh` and `fexora watch --refresh` against a service that a test scripts."""
 
+import datetime
 import json
 import signal
 import threading
+import time
 
 from service import ServedTest, answer
 from test_sharing import Watcher
@@ -16,6 +18,7 @@ class Refresh(ServedTest):
     def setUp(self):
         super().setUp()
         self.service.script = answer(GOOD)
+        self.folder = self.new_folder()
 
     def test_rates_are_stored_and_converted_with(self):
         result = self.json("refresh")
@@ -32,13 +35,69 @@ class Refresh(ServedTest):
             {"code": "GBP", "rate": 1e400}, {"code": "CHF", "rate": 1, "rate": 2}, {"rate": 3},
             {"code": "CNY", "rate": null}, {"code": "INR", "rate": "x"}, {"code": "SEK", "rate": true},
             {"code": "USD", "rate": 1}, {"code": "USD", "rate": 1, "code": "EUR"}]}""")
-        self.assertEqual(self.json("refresh")["message"], "")
+        self.assertEqual(self.failure(3, "refresh")["kind"], "implausible")
+        self.assertEqual(self.json("refresh", "--force")["message"], "")
         stored = [(rate["code"], rate["rate"]) for rate in self.content()["UDUSDRates"]]
         self.assertEqual(stored, [
             ("EUR", 0.5), ("JPY", 150.5), ("GBP", float("inf")), ("CHF", 1), ("CNY", 0), ("INR", 0),
             ("SEK", 1), ("USD", 1), ("USD", 1)])
         converted = self.json("2", "USD", "EUR", "GBP")["items"]
         self.assertEqual([item["amount"] for item in converted], [1, None])
+
+    def test_sources_in_every_form_from_files_and_addresses(self):
+        day = "2026-09-11"
+        published = datetime.datetime.fromisoformat(day + "T06:07:08+00:00").timestamp()
+        forms = {
+            "own": json.dumps({"updated": published, "rates": [
+                {"rate": 0.5, "code": "EUR"}, {"code": "USD", "rate": 1}]}),
+            "dollar.json": json.dumps({"date": day, "usd": {"usd": 1, "eur": 0.5}}),
+            "euro.xml": f"""<E><Cube><Cube time="{day}"><Cube currency="USD" rate="2"/></Cube></Cube></E>""",
+            "some.csv": "code,rate\nUSD,1\nEUR,0.5\n"}
+        for name, content in forms.items():
+            (self.folder / name).write_text(content)
+            self.service.paths["/" + name] = answer(content)
+            for source, origin in ((str(self.folder / name), "file"),
+                                   (f"{self.service.base}/{name}", "service")):
+                self.assertEqual(self.json("refresh", "--force", "--from", source)["origin"], origin)
+                rates = self.json("1", "USD", "EUR")
+                self.assertEqual(rates["items"][0]["amount"], 0.5)
+                self.assertIn(name, rates["rates"]["source"])
+                if not name.endswith(".csv"):
+                    self.assertEqual(rates["rates"]["published"][:10], day)
+                    self.assertIn("rates of 11 September", self.succeed("1", "USD", "EUR"))
+        # The first is the base, later ones add what it lacks; a dash is standard input.
+        (self.folder / "more").write_text("EUR,9\nJPY,150\n")
+        result = self.run_program("refresh", "--force", "--from", str(self.folder / "own"), "--from", "-",
+                                  text="JPY,140\n")
+        self.assertIn("3 rates", result[1])
+        result = self.json("refresh", "--from", str(self.folder / "own"), "--from", str(self.folder / "more"))
+        self.assertEqual(result["count"], 3)
+        self.assertEqual([item["amount"] for item in self.json("1", "USD", "EUR", "JPY")["items"]], [0.5, 150])
+
+    def test_what_may_not_replace_the_rates_stays_out_and_says_why(self):
+        self.succeed("refresh")
+        before = self.store.read_bytes()
+        for text, kind, part in (("EUR,0\n", "source", "line 1, EUR"), ("EUR,0.9\nJPY,150\n", "implausible", "EUR"),
+                                 ("JPY,150\n", "implausible", "1 of the 2"), ("\n", "implausible", "there are none")):
+            (self.folder / "source.csv").write_text(text)
+            error = self.failure(3, "refresh", "--from", str(self.folder / "source.csv"))
+            self.assertEqual(error["kind"], kind)
+            self.assertIn(part, error["message"])
+            self.assertIn("the cached rates stay", error["message"])
+            self.assertEqual(self.store.read_bytes(), before)
+        for missing in (str(self.folder / "none"), self.service.base + "/none"):
+            self.service.script = answer("", status="404 Not Found")
+            self.assertIn("none", self.failure(3, "refresh", "--from", missing)["message"])
+        (self.folder / "source.csv").write_text("JPY,150\n")
+        _, _, err = self.run_program("refresh", "--force", "--from", str(self.folder / "source.csv"))
+        self.assertIn("1 currency has no rate any more: EUR", err)
+
+    def test_repeated_rates_do_not_get_younger(self):
+        self.service.script = answer(json.dumps(
+            {"updated": time.time() - 75 * 86400 - 60, "rates": [{"code": "EUR", "rate": 0.5}]}))
+        for _ in range(2):
+            self.assertIn("75 days old: fexora refresh", self.succeed("refresh"))
+        self.assertEqual(self.json("1", "USD", "EUR")["rates"]["state"], "old")
 
     def test_user_and_secret_of_the_address_never_show(self):
         self.service.script = b""

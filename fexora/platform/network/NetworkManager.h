@@ -36,7 +36,7 @@ class NetworkManager {
     transport.get(address, nullptr,
                   [complete = std::move(complete)](const std::shared_ptr<MappableModel>& record,
                                                    std::optional<ResponseError> error) {
-                    const auto answer = std::dynamic_pointer_cast<TextAnswer>(record);
+                    const auto answer = std::static_pointer_cast<TextAnswer>(record);
                     complete(answer != nullptr ? std::optional(answer->text()) : std::nullopt,
                              std::move(error));
                   });
