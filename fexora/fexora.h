@@ -1,8 +1,10 @@
 // The whole library for hosts: #include <fexora/fexora.h>.
 #pragma once
 
+#include "fexora/catalogue/CurrencyFacts.h"
 #include "fexora/catalogue/CurrencyManager.h"
 #include "fexora/catalogue/CurrencyNames.h"
+#include "fexora/catalogue/MinorUnit.h"
 #include "fexora/catalogue/NSCurrency.h"
 #include "fexora/input/AmountParsing.h"
 #include "fexora/input/CalculationDetection.h"
@@ -18,6 +20,7 @@
 #include "fexora/rates/BundledRates.h"
 #include "fexora/rates/Freshness.h"
 #include "fexora/rates/RateManager.h"
+#include "fexora/rates/Successors.h"
 #include "fexora/records/Converted.h"
 #include "fexora/records/Currency.h"
 #include "fexora/records/Rate.h"
