@@ -50,8 +50,9 @@ struct CurrencyFacts {
   // first, where the code begins with it.
   WordList regions;
 
-  // The currency that took the place of a withdrawn one, and since when, as a date of ISO 8601 that
-  // may end with the year or the month ("1999-01-01", "2007-07"). Empty: none, or not known.
+  // The currency that took the place of a withdrawn one, and since when in coins and notes, as a
+  // date of ISO 8601 that may end with the year or the month ("2002-01-01", "2007-07"). Empty:
+  // none, or not known.
   std::string_view successor;
   std::string_view replaced;
   // By law `units` of this currency became `successorUnits` of the successor: 1.95583 DEM and

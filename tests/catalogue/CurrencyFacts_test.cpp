@@ -58,7 +58,7 @@ TEST(CurrencyFacts, Successors_LeadToACurrencyThatIsInUse) {
     const char *replaced, *lastDay;
   };
   for (const auto& [code, successor, units, successorUnits, replaced, lastDay] : std::vector<Row>{
-           {"DEM", "EUR", 1.95583, 1.0, "1999-01-01", "2001-12-31"},
+           {"DEM", "EUR", 1.95583, 1.0, "2002-01-01", "2001-12-31"},
            {"BGN", "EUR", 1.95583, 1.0, "2026-01-01", "2026-01-31"},
            {"TRL", "TRY", 1e6, 1.0, "2005-01-01", "2005-12-31"},
            {"CUC", "CUP", 1.0, 24.0, "2021-01-01", ""},
