@@ -21,7 +21,7 @@ namespace {
 const std::string kResources = FEXORA_TEST_SOURCE_DIR "/fexora/resources/";
 
 TEST(Resources, GeneratedFiles_AreUpToDate) {
-  for (const char* script : {"make-catalogue", "make-bundled-rates", "make-names"}) {
+  for (const char* script : {"make-catalogue", "make-bundled-rates", "make-names", "make-signs"}) {
     runPython(std::string("tools/") + script, {"--check"});
   }
 }
