@@ -3,11 +3,13 @@
 
 #include "fexora/catalogue/CurrencyManager.h"
 #include "fexora/catalogue/CurrencyNames.h"
+#include "fexora/catalogue/CurrencySigns.h"
 #include "fexora/catalogue/NSCurrency.h"
 #include "fexora/input/AmountParsing.h"
 #include "fexora/input/CalculationDetection.h"
 #include "fexora/input/Response.h"
 #include "fexora/input/Transforms.h"
+#include "fexora/input/TypedAmount.h"
 #include "fexora/platform/Platform.h"
 #include "fexora/platform/mapping/Mapper.h"
 #include "fexora/platform/network/NetworkManager.h"
