@@ -9,9 +9,11 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <unicode/uchar.h>
 
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/base/ModuleEntries.h"
+#include "fexora/platform/text/DecimalDigits.h"
 #include "fexora/platform/text/Text.h"
 
 namespace fexora {
@@ -29,6 +31,13 @@ TEST(UnicodeText, LowerCaseAndCanonicalForm) {
   EXPECT_NE(text().canonical("ﬁ"), text().canonical("fi"));
   EXPECT_TRUE(equalText(text(), "K", "\u212A"));
   EXPECT_FALSE(equalText(text(), "e", "\u00E9"));
+}
+
+TEST(UnicodeText, DecimalDigits_AreTheOnesOfUnicode) {
+  for (char32_t c = 0; c <= 0x10FFFF; ++c) {
+    const int value = u_charDigitValue(static_cast<UChar32>(c));
+    ASSERT_EQ(decimalDigit(c).value_or(-1), value) << static_cast<unsigned>(c);
+  }
 }
 
 TEST(UnicodeText, Characters_AreTheOnesPeopleSee) {

@@ -45,6 +45,11 @@ std::string ProcessText::decimalSeparator(std::string_view locale) {
   return data != nullptr ? data->decimalSeparator(locale) : ".";
 }
 
+NumberMarks ProcessText::numberMarks(std::string_view locale) {
+  Text* const data = Locale::hasPlainNumbers(locale) ? nullptr : module();
+  return data != nullptr ? data->numberMarks(locale) : NumberMarks();
+}
+
 std::optional<double> ProcessText::parseNumber(std::string_view text, std::string_view locale,
                                                std::optional<int> maximumFractionDigits) {
   const bool plain = Locale::hasPlainNumbers(locale) && isAscii(text);

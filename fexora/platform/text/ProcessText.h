@@ -20,6 +20,7 @@ class ProcessText final : public Text {
   std::vector<std::size_t> characterEnds(std::string_view text) override;
   bool contains(std::string_view whole, std::string_view part) override;
   std::string decimalSeparator(std::string_view locale) override;
+  NumberMarks numberMarks(std::string_view locale) override;
   std::optional<double> parseNumber(std::string_view text, std::string_view locale,
                                     std::optional<int> maximumFractionDigits) override;
   std::string formatNumber(double value, std::string_view locale,

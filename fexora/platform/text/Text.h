@@ -23,6 +23,19 @@ struct NumberStyle {
   bool grouping = true;
 };
 
+// The marks within numbers of a locale, one code point each.
+struct NumberMarks {
+  char32_t decimal = U'.';
+  char32_t grouping = U',';
+  // The same in amounts of money: some locales have others there.
+  char32_t currencyDecimal = U'.';
+  char32_t currencyGrouping = U',';
+  // Digits in the group before the decimal mark, and in each further one; those of money where
+  // other numbers have groups of one size.
+  int lastGroup = 3;
+  int otherGroups = 3;
+};
+
 class FEXORA_API Text {
  public:
   Text() = default;
@@ -48,6 +61,7 @@ class FEXORA_API Text {
 
   // The mark before the fraction in `locale`, in UTF-8.
   virtual std::string decimalSeparator(std::string_view locale) = 0;
+  virtual NumberMarks numberMarks(std::string_view locale) = 0;
 
   // The number that the whole text denotes in the decimal style of `locale`; nothing for any other
   // text: the empty one, the sign for not-a-number and whatever is longer than

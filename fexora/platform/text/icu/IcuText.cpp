@@ -82,6 +82,10 @@ std::string IcuText::decimalSeparator(std::string_view locale) {
   return IcuNumbers::forLocale(locale)->decimalSeparator();
 }
 
+NumberMarks IcuText::numberMarks(std::string_view locale) {
+  return IcuNumbers::forLocale(locale)->marks();
+}
+
 std::optional<double> IcuText::parseNumber(std::string_view text, std::string_view locale,
                                            std::optional<int> maximumFractionDigits) {
   return IcuNumbers::forLocale(locale)->parse(text, maximumFractionDigits);
