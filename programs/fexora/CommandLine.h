@@ -22,8 +22,10 @@ struct CommandLine {
 
   bool invert = false;  // convert
   bool noSave = false;
+  bool rounded = false;
   bool names = false;
   std::optional<std::int64_t> limit;  // search
+  bool plain = false;
   std::vector<std::string> exclude;
   std::vector<std::string> from;  // refresh
   bool force = false;

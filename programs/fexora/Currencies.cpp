@@ -11,9 +11,7 @@
 namespace fexora::program {
 namespace {
 
-constexpr std::size_t kOffered = 4;
-// Nearly every name contains one or two given letters.
-constexpr std::size_t kShortestSearch = 3;
+constexpr std::size_t kOffered = 3;
 // Longer texts are no mistyped codes, and the distance takes time by length.
 constexpr std::size_t kLongestCode = 16;
 
@@ -43,34 +41,28 @@ std::size_t distance(std::string_view a, std::string_view b) {
   return row.back();
 }
 
-std::vector<std::string> nearestCodes(const std::string& code) {
-  if (code.empty() || code.size() > kLongestCode) return {};
-  std::vector<std::pair<std::size_t, std::string>> near;
-  for (const CurrencyRef& currency : currencyManager().currencies()) {
-    const std::size_t steps = distance(code, currency->code());
-    if (steps <= 2 && steps < code.size()) near.emplace_back(steps, currency->code());
-  }
-  // In the catalogue's order where the distance is the same: the most traded first.
-  std::stable_sort(near.begin(), near.end(),
-                   [](const auto& a, const auto& b) { return a.first < b.first; });
-  std::vector<std::string> codes;
-  for (auto& [steps, name] : near) {
-    if (codes.size() < kOffered) codes.push_back(std::move(name));
-  }
-  return codes;
+// What the text may have meant.
+std::vector<CurrencyRef> offers(std::string_view typed) {
+  auto offered = currencyManager().rankedCurrencies(typed, std::int64_t{kOffered}, {});
+  return offered.empty() ? nearestCurrencies(typed) : offered;
 }
 
-// What the text may have meant: currencies whose name or code contains it, else similar codes.
-std::vector<CurrencyRef> offers(const std::string& typed, const std::string& code) {
-  std::vector<CurrencyRef> offered;
-  if (typed.size() >= kShortestSearch) {
-    offered = currencyManager().currenciesForString(typed, std::int64_t{kOffered}, {});
+bool isMoneyInUse(const Currency& currency) {
+  const CurrencyFacts* facts = currencyFacts(currency.code());
+  return facts == nullptr || (facts->kind != CurrencyKind::withdrawn &&
+                              facts->kind != CurrencyKind::crypto);
+}
+
+// The one currency whose name or country the text is; null when several may be meant.
+CurrencyRef currencyByName(std::string_view typed) {
+  constexpr std::int64_t kMost = 16;
+  std::vector<CurrencyRef> found = currencyManager().rankedCurrencies(typed, kMost, {});
+  const std::string folded = Text::process().folded(typed);
+  for (const CurrencyRef& currency : found) {
+    if (Text::process().folded(nameOf(*currency)) == folded) return currency;
   }
-  if (!offered.empty()) return offered;
-  for (const std::string& near : nearestCodes(code)) {
-    offered.push_back(currencyManager().currencyForCode(near));
-  }
-  return offered;
+  std::erase_if(found, [](const CurrencyRef& currency) { return !isMoneyInUse(*currency); });
+  return found.size() == 1 ? found.front() : nullptr;
 }
 
 }  // namespace
@@ -80,16 +72,45 @@ CurrencyRef findCurrency(std::string_view typed) {
   return currencyManager().currencyForCode(upperCase(typed));
 }
 
+std::vector<CurrencyRef> nearestCurrencies(std::string_view typed) {
+  const std::string code = upperCase(typed);
+  if (code.empty() || code.size() > kLongestCode) return {};
+  std::vector<std::pair<std::size_t, CurrencyRef>> near;
+  for (const CurrencyRef& currency : currencyManager().currencies()) {
+    const std::size_t steps = distance(code, currency->code());
+    if (steps <= 2 && steps < code.size()) near.emplace_back(steps, currency);
+  }
+  // In the catalogue's order where the distance is the same: the most traded first.
+  std::stable_sort(near.begin(), near.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::vector<CurrencyRef> currencies;
+  for (auto& [steps, currency] : near) {
+    if (currencies.size() < kOffered) currencies.push_back(std::move(currency));
+  }
+  return currencies;
+}
+
 CurrencyRef currencyFromText(std::string_view typed) {
   if (auto currency = findCurrency(typed)) return currency;
-  std::string message =
-      "there is no currency \"" + std::string(typed) + "\"; expected a code like USD";
-  const char* before = "; near: ";
-  for (const CurrencyRef& currency : offers(std::string(typed), upperCase(typed))) {
-    message += before + codeAndName(*currency, true);
-    before = ", ";
+  throw Failure{Exit::noCurrency, "currency",
+                "there is no currency \"" + std::string(typed) + "\"; expected a code like USD" +
+                    nearText(offers(typed))};
+}
+
+CurrencyRef currencyFromText(std::string_view typed, std::vector<std::string>& notes) {
+  if (auto currency = findCurrency(typed)) return currency;
+  auto currency = currencyByName(typed);
+  if (currency == nullptr) return currencyFromText(typed);
+  notes.push_back("\"" + std::string(typed) + "\" was read as " + codeAndName(*currency, true));
+  return currency;
+}
+
+std::string nearText(const std::vector<CurrencyRef>& currencies) {
+  std::string text;
+  for (const CurrencyRef& currency : currencies) {
+    text += (text.empty() ? "; near: " : ", ") + codeAndName(*currency, true);
   }
-  throw Failure{Exit::noCurrency, "currency", message};
+  return text;
 }
 
 std::vector<CurrencyRef> currenciesFromTexts(const std::vector<std::string>& typed) {

@@ -40,20 +40,6 @@ std::string ageText(const Date& since, const char* word) {
   return seconds < 0 ? "dated in the future" : durationText(seconds) + word;
 }
 
-// "29 September", with the year when it is not this one.
-std::string dayText(const Date& date) {
-  constexpr std::array kMonths = {"January",   "February", "March",    "April",
-                                  "May",       "June",     "July",     "August",
-                                  "September", "October",  "November", "December"};
-  const std::string text = date.isoText().value_or("");
-  if (text.empty()) return "an unknown day";
-  const auto month = static_cast<std::size_t>(std::stoi(text.substr(5, 2))) - 1;
-  const std::string year = text.substr(0, 4);
-  const std::string day = std::to_string(std::stoi(text.substr(8, 2)));
-  const bool isThisYear = Date(now()).isoText().value_or("").starts_with(year);
-  return day + " " + kMonths[month] + (isThisYear ? "" : " " + year);
-}
-
 const char* originText(Freshness::Origin origin) {
   switch (origin) {
     case Freshness::Origin::bundled:
@@ -73,6 +59,19 @@ bool mayColour() {
 }
 
 }  // namespace
+
+std::string dayText(const Date& date) {
+  constexpr std::array kMonths = {"January",   "February", "March",    "April",
+                                  "May",       "June",     "July",     "August",
+                                  "September", "October",  "November", "December"};
+  const std::string text = date.isoText().value_or("");
+  if (text.empty()) return "an unknown day";
+  const auto month = static_cast<std::size_t>(std::stoi(text.substr(5, 2))) - 1;
+  const std::string year = text.substr(0, 4);
+  const std::string day = std::to_string(std::stoi(text.substr(8, 2)));
+  const bool isThisYear = Date(now()).isoText().value_or("").starts_with(year);
+  return day + " " + kMonths[month] + (isThisYear ? "" : " " + year);
+}
 
 StoreManager& openStore(bool saves) {
   StoreManager& store = storeManager();
