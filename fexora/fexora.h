@@ -4,6 +4,7 @@
 #include "fexora/catalogue/CurrencyFacts.h"
 #include "fexora/catalogue/CurrencyManager.h"
 #include "fexora/catalogue/CurrencyNames.h"
+#include "fexora/catalogue/CurrencyRanking.h"
 #include "fexora/catalogue/CurrencySigns.h"
 #include "fexora/catalogue/MinorUnit.h"
 #include "fexora/catalogue/NSCurrency.h"

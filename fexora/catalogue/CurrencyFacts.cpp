@@ -19,8 +19,6 @@
 namespace fexora {
 namespace {
 
-using Builtin = std::array<CurrencyFacts, kCurrencyFactsRows>;
-
 // Takes the text up to `mark` and the mark off the head of `rest`.
 std::string_view take(std::string_view& rest, char mark) noexcept {
   const std::string_view head = rest.substr(0, rest.find(mark));
@@ -44,8 +42,8 @@ CurrencyKind kindOf(std::string_view cell) noexcept {
   return cell == "withdrawn" ? CurrencyKind::withdrawn : CurrencyKind::official;
 }
 
-CurrencyFacts factsOf(std::string_view line) noexcept {
-  const auto cell = [&line] { return take(line, '\t'); };
+CurrencyFacts factsOf(std::string_view rest) noexcept {
+  const auto cell = [&rest] { return take(rest, '\t'); };
   CurrencyFacts facts;
   facts.code = cell();
   facts.kind = kindOf(cell());
@@ -63,22 +61,35 @@ CurrencyFacts factsOf(std::string_view line) noexcept {
   return facts;
 }
 
-// Made at the first look-up, in place: a start that asks for none pays nothing.
-const Builtin& builtin() noexcept {
-  static NoDestructor<Builtin> table([] {
-    Builtin rows;
-    std::string_view rest = kCurrencyFactsTable;
-    for (CurrencyFacts& row : rows) row = factsOf(take(rest, '\n'));
-    return rows;
-  }());
-  return *table;
+// A built-in row, made at its first look-up, in place: whoever asks for none pays nothing.
+struct Row {
+  std::once_flag made;
+  CurrencyFacts facts;
+};
+constinit std::array<Row, kCurrencyFactsRows> builtinRows{};
+
+std::string_view line(std::size_t place) noexcept {
+  std::string_view rest = kCurrencyFactsTable.substr(kCurrencyFactsStarts[place]);
+  return take(rest, '\n');
+}
+
+const CurrencyFacts& builtinFacts(std::size_t place) noexcept {
+  Row& row = builtinRows[place];
+  std::call_once(row.made, [&] { row.facts = factsOf(line(place)); });
+  return row.facts;
 }
 
 const CurrencyFacts* builtinFacts(std::string_view code) noexcept {
-  const auto at =
-      std::lower_bound(builtin().begin(), builtin().end(), code,
-                       [](const CurrencyFacts& row, std::string_view of) { return row.code < of; });
-  return at != builtin().end() && at->code == code ? &*at : nullptr;
+  const auto codeAt = [](std::uint16_t start) {
+    std::string_view rest = kCurrencyFactsTable.substr(start);
+    return take(rest, '\t');
+  };
+  const auto& starts = kCurrencyFactsStarts;
+  const auto at = std::lower_bound(
+      starts.begin(), starts.end(), code,
+      [&](std::uint16_t start, std::string_view of) { return codeAt(start) < of; });
+  if (at == starts.end() || codeAt(*at) != code) return nullptr;
+  return &builtinFacts(static_cast<std::size_t>(at - starts.begin()));
 }
 
 bool isAmount(double value) noexcept {
@@ -110,11 +121,13 @@ class Added {
     for (const CurrencyFacts& row : kept) latest_.find(row.code)->second = &row;
     texts_.splice(texts_.end(), texts);
     rows_.splice(rows_.end(), kept);
-    any_.store(true, std::memory_order_release);
+    changes_.fetch_add(1, std::memory_order_release);
   }
 
+  std::uint64_t changes() const noexcept { return changes_.load(std::memory_order_acquire); }
+
   const CurrencyFacts* find(std::string_view code) const noexcept {
-    if (!any_.load(std::memory_order_acquire)) return nullptr;
+    if (changes() == 0) return nullptr;
     const std::shared_lock lock(mutex_);
     const auto at = latest_.find(code);
     return at != latest_.end() ? at->second : nullptr;
@@ -144,7 +157,7 @@ class Added {
     return copy;
   }
 
-  std::atomic<bool> any_ = false;
+  std::atomic<std::uint64_t> changes_ = 0;
   mutable std::shared_mutex mutex_;
   std::list<std::string> texts_;
   std::list<CurrencyFacts> rows_;
@@ -172,7 +185,9 @@ std::vector<const CurrencyFacts*> allCurrencyFacts() {
                      };
                      const auto hosts = added().all();
                      std::vector<const CurrencyFacts*> own;
-                     for (const CurrencyFacts& row : builtin()) own.push_back(&row);
+                     for (std::size_t i = 0; i < kCurrencyFactsRows; ++i) {
+                       own.push_back(&builtinFacts(i));
+                     }
                      std::vector<const CurrencyFacts*> all;
                      // Of two with one code the host's is taken.
                      std::set_union(hosts.begin(), hosts.end(), own.begin(), own.end(),
@@ -184,6 +199,10 @@ std::vector<const CurrencyFacts*> allCurrencyFacts() {
 bool addCurrencyFacts(std::span<const CurrencyFacts> rows) {
   if (!std::all_of(rows.begin(), rows.end(), isUsable)) return false;
   return guarded(Log::process(), "Adding currency facts", [&] { added().add(rows); });
+}
+
+std::uint64_t currencyFactsChanges() noexcept {
+  return added().changes();
 }
 
 }  // namespace fexora

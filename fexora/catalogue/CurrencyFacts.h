@@ -26,14 +26,14 @@ enum class CurrencyKind : std::uint8_t {
 };
 
 struct CurrencyFacts {
-  std::string_view code;
+  std::string_view code{};
   CurrencyKind kind = CurrencyKind::official;
 
   // Digits after the decimal mark of the minor unit (ISO 4217); nothing where there is none or it
   // is not kept.
-  std::optional<int> digits;
+  std::optional<int> digits{};
   // As many of them as people write (Unicode CLDR): of the Iraqi dinar's three, none.
-  std::optional<int> customaryDigits;
+  std::optional<int> customaryDigits{};
 
   // The steps in which cash is paid, in units of the currency (0.05); 0 where any amount of the
   // minor unit can be, or where that is not known.
@@ -43,24 +43,24 @@ struct CurrencyFacts {
 
   // Signs in UTF-8, none with a blank in it: first the English one, then others ("CA$", "$").
   // Several currencies may share one. Empty where people write the code.
-  WordList signs;
+  WordList signs{};
 
   // Countries and territories where it is used, or for a withdrawn one was in the end: codes of
   // ISO 3166 part 1 (of part 3 for countries that are no more) and XK for Kosovo; the issuing one
   // first, where the code begins with it.
-  WordList regions;
+  WordList regions{};
 
   // The currency that took the place of a withdrawn one, and since when in coins and notes, as a
   // date of ISO 8601 that may end with the year or the month ("2002-01-01", "2007-07"). Empty:
   // none, or not known.
-  std::string_view successor;
-  std::string_view replaced;
+  std::string_view successor{};
+  std::string_view replaced{};
   // By law `units` of this currency became `successorUnits` of the successor: 1.95583 DEM and
   // 1 EUR. Both 0 where law fixed no one ratio.
   double units = 0.0;
   double successorUnits = 0.0;
   // The last day on which it was legal tender anywhere, as "2001-12-31"; empty when not known.
-  std::string_view lastDay;
+  std::string_view lastDay{};
 
   bool hasRatio() const noexcept { return units > 0.0 && successorUnits > 0.0; }
 };
@@ -78,5 +78,8 @@ FEXORA_API std::vector<const CurrencyFacts*> allCurrencyFacts();
 // only one half of a ratio, a ratio without a successor or more than limits::kFractionDigits
 // digits, and where there is no memory. Rows are kept to the end of the process.
 FEXORA_API bool addCurrencyFacts(std::span<const CurrencyFacts> rows);
+
+// How often rows were added: whoever keeps what he has read asks this before. Any thread.
+FEXORA_API std::uint64_t currencyFactsChanges() noexcept;
 
 }  // namespace fexora

@@ -2,7 +2,9 @@
 // tables and run it.
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace fexora {
@@ -13,5 +15,7 @@ inline constexpr std::size_t kCurrencyFactsRows = 421;
 // CurrencyFacts.cpp takes. One text, so that the library need not relocate a pointer for each cell
 // at every start.
 extern const std::string_view kCurrencyFactsTable;
+// Where each line begins.
+extern const std::array<std::uint16_t, kCurrencyFactsRows> kCurrencyFactsStarts;
 
 }  // namespace fexora

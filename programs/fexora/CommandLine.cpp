@@ -24,7 +24,8 @@ struct CommandEntry {
 constexpr std::array<CommandEntry, 7> kCommands = {{
     {"", Command::convert, "AMOUNT SRC [DST…]",
      "Convert AMOUNT (a number, a calculation like 12+3*2, or - for one a line of standard input) "
-     "of SRC into each DST, or into the stored selection. The amount may carry the source: $100. Other commands: select, settings, search, refresh, watch, status."},
+     "of SRC into each DST, or into the stored selection. The amount may carry the source: $100. "
+     "Other commands: select, settings, search, refresh, watch, status."},
     {"select", Command::select, "[CODE…]", "Show or replace the stored selection."},
     {"settings", Command::settings, "[NAME [VALUE]]", "Show the settings, or set one."},
     {"search", Command::search, "TEXT…", "Find currencies by code, sign, name or country."},

@@ -52,9 +52,8 @@ Exit convert(const CommandLine& line) {
   // What cannot be an amount is told before a store is opened, or made.
   if (amount != kStandardInput) requestOf(line.operands, amount);
   StoreManager& store = openStore(!line.noSave);
-  const Exit exit = amount == kStandardInput
-                        ? convertLines(line, store)
-                        : convertOne(line, amount, store, !line.noSave);
+  const Exit exit = amount == kStandardInput ? convertLines(line, store)
+                                             : convertOne(line, amount, store, !line.noSave);
   if (!line.noSave) requireSaved(store);
   return exit;
 }

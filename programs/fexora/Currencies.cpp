@@ -49,8 +49,8 @@ std::vector<CurrencyRef> offers(std::string_view typed) {
 
 bool isMoneyInUse(const Currency& currency) {
   const CurrencyFacts* facts = currencyFacts(currency.code());
-  return facts == nullptr || (facts->kind != CurrencyKind::withdrawn &&
-                              facts->kind != CurrencyKind::crypto);
+  return facts == nullptr ||
+         (facts->kind != CurrencyKind::withdrawn && facts->kind != CurrencyKind::crypto);
 }
 
 // The one currency whose name or country the text is; null when several may be meant.

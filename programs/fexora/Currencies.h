@@ -14,8 +14,8 @@ CurrencyRef findCurrency(std::string_view typed);
 
 // The same, but throws a Failure that names the text and offers what may have been meant.
 CurrencyRef currencyFromText(std::string_view typed);
-// The same, but takes a name or a country, too, that is only one currency in use, and adds a note of
-// it.
+// The same, but takes a name or a country, too, that is only one currency in use, and adds a note
+// of it.
 CurrencyRef currencyFromText(std::string_view typed, std::vector<std::string>& notes);
 
 // The codes that differ least from the text; none when all differ much.

@@ -1,4 +1,5 @@
-// Rates that the store does not hold: of withdrawn currencies by their successors, and the bundle's.
+// Rates that the store does not hold: of withdrawn currencies by their successors, and the
+// bundle's.
 #pragma once
 
 #include <optional>

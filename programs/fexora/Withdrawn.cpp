@@ -15,7 +15,8 @@ std::optional<std::string> withdrawnNotice(const Currency& currency) {
   std::string notice = currency.code() + " was replaced by " + successor;
   constexpr std::size_t kWholeDate = 10;
   if (!facts->replaced.empty()) {
-    notice += (facts->replaced.size() == kWholeDate ? " on " : " in ") + std::string(facts->replaced);
+    notice +=
+        (facts->replaced.size() == kWholeDate ? " on " : " in ") + std::string(facts->replaced);
   }
   if (facts->hasRatio()) {
     notice += " (" + shortestText(facts->successorUnits) + " " + successor + " = " +

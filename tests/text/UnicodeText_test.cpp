@@ -40,6 +40,31 @@ TEST(UnicodeText, DecimalDigits_AreTheOnesOfUnicode) {
   }
 }
 
+TEST(UnicodeText, Folded_LeavesNoCaseAndNoAccents) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"Złoty Ångström", "zloty angstrom"},
+      {"STRAẞE ﬁ ￥", "strasse fi ¥"},
+      {"İstanbul ıslak", "istanbul islak"},
+      {"Δραχμή ΟΔΟΣ", "δραχμη οδοσ"},
+      {"إِيرَان", "ايران"},
+      {"ドル ト\u3099ル", "ドル ドル"},
+      {"हिन्दी रुपया", "हिन्दी रुपया"},
+      {"Ёлка \xFF", "елка \uFFFD"},
+  };
+  for (const auto& [plain, folded] : rows) EXPECT_EQ(text().folded(plain), folded) << plain;
+}
+
+TEST(UnicodeText, RegionNames_AreThoseOfALanguageOrTheRegionsOwn) {
+  using Names = std::vector<std::string>;
+  EXPECT_EQ(text().regionNames("GB", "en"), (Names{"United Kingdom", "UK"}));
+  EXPECT_EQ(text().regionNames("CH", "fr_FR"), (Names{"Suisse"}));
+  EXPECT_EQ(text().regionNames("JP", ""), (Names{"日本"}));
+  for (const char* none : {"QQ", "", "x\xFF", "Switzerland"}) {
+    EXPECT_EQ(text().regionNames(none, "en"), Names{}) << none;
+    EXPECT_EQ(text().regionNames(none, ""), Names{}) << none;
+  }
+}
+
 TEST(UnicodeText, Characters_AreTheOnesPeopleSee) {
   const std::pair<std::string, std::vector<std::size_t>> rows[] = {{"", {}},
                                                                    {"a\r\nb", {1, 3, 4}},

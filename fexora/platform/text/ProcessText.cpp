@@ -20,6 +20,11 @@ std::string ProcessText::lowercased(std::string_view text) {
   return unicode != nullptr ? unicode->lowercased(text) : ascii::lowercased(text);
 }
 
+std::string ProcessText::folded(std::string_view text) {
+  Text* const unicode = isAscii(text) ? nullptr : module();
+  return unicode != nullptr ? unicode->folded(text) : ascii::lowercased(text);
+}
+
 std::string ProcessText::canonical(std::string_view text) {
   Text* const unicode = isAscii(text) ? nullptr : module();
   return unicode != nullptr ? unicode->canonical(text) : std::string(text);
@@ -69,6 +74,12 @@ std::optional<std::string> ProcessText::currencyName(std::string_view code,
                                                      std::string_view locale) {
   Text* const data = module();
   return data != nullptr ? data->currencyName(code, locale) : std::nullopt;
+}
+
+std::vector<std::string> ProcessText::regionNames(std::string_view region,
+                                                  std::string_view locale) {
+  Text* const data = module();
+  return data != nullptr ? data->regionNames(region, locale) : std::vector<std::string>();
 }
 
 }  // namespace fexora

@@ -15,6 +15,7 @@ class ProcessText final : public Text {
   explicit ProcessText(std::function<Text*()> open);
 
   std::string lowercased(std::string_view text) override;
+  std::string folded(std::string_view text) override;
   std::string canonical(std::string_view text) override;
   std::size_t characterCount(std::string_view text) override;
   std::vector<std::size_t> characterEnds(std::string_view text) override;
@@ -26,6 +27,7 @@ class ProcessText final : public Text {
   std::string formatNumber(double value, std::string_view locale,
                            const NumberStyle& style) override;
   std::optional<std::string> currencyName(std::string_view code, std::string_view locale) override;
+  std::vector<std::string> regionNames(std::string_view region, std::string_view locale) override;
 
  private:
   Text* module();

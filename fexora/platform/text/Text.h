@@ -46,6 +46,11 @@ class FEXORA_API Text {
   // The Unicode default lower case, the same in every locale.
   virtual std::string lowercased(std::string_view text) = 0;
 
+  // What is left for a lenient search: case and accents folded in all scripts, compatible forms
+  // taken for one (full width, ligatures), and the Latin letters with a stroke, or of two, for the
+  // plain ones ("ł", "æ"). Vowel signs and the voice marks of kana stay.
+  virtual std::string folded(std::string_view text) = 0;
+
   // One text for all canonically equivalent ones (NFD): equal texts have equal forms byte for byte.
   virtual std::string canonical(std::string_view text) = 0;
 
@@ -79,6 +84,12 @@ class FEXORA_API Text {
   // language data has none.
   virtual std::optional<std::string> currencyName(std::string_view code,
                                                   std::string_view locale) = 0;
+
+  // The names of a country or territory (ISO 3166) in `locale`'s language, or in that of most
+  // people there when `locale` is empty: the usual one, then a shorter one if there is one ("United
+  // Kingdom", "UK"). Empty where the language data has none.
+  virtual std::vector<std::string> regionNames(std::string_view region,
+                                               std::string_view locale) = 0;
 
   static Text& process();
 };

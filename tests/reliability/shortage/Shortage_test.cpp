@@ -9,6 +9,7 @@
 
 #include "tests/reliability/shortage/FailingNew.h"
 #include "tests/support/StoreWorld.h"
+#include "tests/support/TestCatalogue.h"
 #include "tests/support/UnflushedFiles.h"
 
 namespace fexora {
@@ -286,6 +287,30 @@ TEST(Shortage, InTheCatalogue_FindsNothingAndGoesOn) {
         EXPECT_EQ(world.catalogue->currenciesForString("eur", 10, {}).at(0)->code(), "EUR");
         EXPECT_TRUE(world.catalogue->hasCurrency("EUR"));
       });
+}
+
+TEST(Shortage, InFactsAndRankedSearch_AddsAndFindsAllOrNothing) {
+  test::TestCatalogue catalogue({"CHF", "JPY"});
+  GrantedLog log;
+  catalogue.desktop.platform.log = &log;
+  const std::vector<USDRateRef> given = {USDRate::make(0.5, "EUR")};
+  const CurrencyFacts row{.code = kLongText};
+  const std::size_t all = withSuccessors(given).size();
+  for (std::size_t number = 0, count = 1; number < count; ++number) {
+    auto list = given;
+    catalogue.desktop.strings.setTable({});  // other keys
+    const auto& manager = catalogue.manager();
+    const std::uint64_t before = currencyFactsChanges();
+    test::armNew(number, false);
+    list = withSuccessors(std::move(list));
+    const bool added = addCurrencyFacts({&row, 1});
+    const auto found = manager.rankedCurrencies("schweiz", 10);
+    count = test::disarmNew();
+    EXPECT_TRUE(list.size() == 1 || list.size() == all) << number;
+    EXPECT_EQ(currencyFactsChanges(), before + (added ? 1 : 0)) << number;
+    EXPECT_LE(found.size(), 1U) << number;
+    EXPECT_EQ(manager.rankedCurrencies("schweiz", 10).size(), 1U) << number;
+  }
 }
 
 TEST(Shortage, InAFolderMonitor_LeavesItInert) {
