@@ -36,6 +36,12 @@ class Excluded {
   std::vector<std::string> codes_;
 };
 
+bool isInUse(const Currency& currency) {
+  const CurrencyFacts* facts = currencyFacts(currency.code());
+  return facts == nullptr ||
+         (facts->kind != CurrencyKind::withdrawn && facts->kind != CurrencyKind::crypto);
+}
+
 }  // namespace
 
 std::vector<CurrencyRef> CurrencyManager::rankedCurrencies(
@@ -58,6 +64,21 @@ std::vector<CurrencyRef> CurrencyManager::ranked(std::string_view text, std::int
     }
   }
   return result;
+}
+
+CurrencyRef CurrencyManager::currencyMeant(std::string_view text) const {
+  return guardedOr(*platform_.log, "Searching the catalogue", CurrencyRef(), [&] {
+    const auto matches = rankingKeys()->matches(*platform_.text, text);
+    const auto best = std::min_element(matches.begin(), matches.end());
+    if (best == matches.end() || *best >= Match::inside) return CurrencyRef();
+    CurrencyRef meant;
+    for (std::size_t place = 0; place < matches.size(); ++place) {
+      if (matches[place] != *best || !isInUse(*_currencies[place])) continue;
+      if (meant != nullptr) return CurrencyRef();
+      meant = _currencies[place];
+    }
+    return meant;
+  });
 }
 
 std::shared_ptr<const RankingKeys> CurrencyManager::rankingKeys() const {

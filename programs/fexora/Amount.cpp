@@ -114,8 +114,10 @@ Amount amountFromText(const std::string& typed) {
   const TypedAmount read = readAmount(typed);
   if (read.kind == TypedAmount::Kind::refused) {
     if (mayBeSum(withPlainSigns(typed))) return calculate(typed);
-    throw rejection(typed, "is no finite number" + atPlace(typed, read.place) + ": " +
-                               std::string(read.reason) + "; expected an amount like " + example());
+    const bool hasPlace = read.place > 0 && read.place < typed.size();
+    throw rejection(typed, "is no finite number: " + std::string(read.reason) +
+                               (hasPlace ? atPlace(typed, read.place) : "") +
+                               "; expected an amount like " + example());
   }
   Amount amount;
   amount.value = read.value;

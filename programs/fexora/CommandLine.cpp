@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "programs/fexora/Failure.h"
+#include "programs/shared/EditDistance.h"
 #include "programs/shared/Words.h"
 
 namespace fexora::program {
@@ -105,6 +106,15 @@ bool asksForJson(const std::vector<std::string>& words) try {
   return asks;
 } catch (const std::bad_alloc&) {
   return false;
+}
+
+std::string commandMeant(const std::string& word) {
+  for (const CommandEntry& entry : kCommands) {
+    if (*entry.name != '\0' && editDistance(word, entry.name) <= 2) {
+      return std::string("; did you mean the command ") + entry.name + "?";
+    }
+  }
+  return {};
 }
 
 CommandLine readCommandLine(const std::vector<std::string>& words) try {

@@ -40,6 +40,9 @@ struct CommandLine {
 // cannot be read.
 bool asksForJson(const std::vector<std::string>& words);
 
+// "; did you mean the command select?" for a word that is nearly one, or nothing.
+std::string commandMeant(const std::string& word);
+
 // Throws a Failure of kind "usage" when the words do not fit the grammar.
 CommandLine readCommandLine(const std::vector<std::string>& words);
 

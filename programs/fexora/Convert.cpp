@@ -42,6 +42,15 @@ Exit convertLines(const CommandLine& line, StoreManager& store) {
   return exit;
 }
 
+void checkWords(const std::vector<std::string>& operands) {
+  try {
+    requestOf(operands, operands[0]);
+  } catch (Failure& failure) {
+    if (failure.exit == Exit::usage) failure.message += commandMeant(operands[0]);
+    throw;
+  }
+}
+
 }  // namespace
 
 Exit convert(const CommandLine& line) {
@@ -50,7 +59,7 @@ Exit convert(const CommandLine& line) {
   }
   const std::string& amount = line.operands[0];
   // What cannot be an amount is told before a store is opened, or made.
-  if (amount != kStandardInput) requestOf(line.operands, amount);
+  if (amount != kStandardInput) checkWords(line.operands);
   StoreManager& store = openStore(!line.noSave);
   const Exit exit = amount == kStandardInput ? convertLines(line, store)
                                              : convertOne(line, amount, store, !line.noSave);

@@ -82,4 +82,9 @@ std::vector<std::string> ProcessText::regionNames(std::string_view region,
   return data != nullptr ? data->regionNames(region, locale) : std::vector<std::string>();
 }
 
+std::vector<std::string> ProcessText::locales() {
+  Text* const text = module();
+  return text != nullptr ? text->locales() : std::vector<std::string>();
+}
+
 }  // namespace fexora

@@ -91,6 +91,10 @@ class FEXORA_API Text {
   virtual std::vector<std::string> regionNames(std::string_view region,
                                                std::string_view locale) = 0;
 
+  // The names of the locales that there is language data for, like "de" and "de_CH", in order;
+  // empty where there is none at all.
+  virtual std::vector<std::string> locales() = 0;
+
   static Text& process();
 };
 

@@ -198,6 +198,15 @@ std::vector<std::string> IcuText::regionNames(std::string_view region, std::stri
   return names;
 }
 
+std::vector<std::string> IcuText::locales() {
+  std::int32_t count = 0;
+  const icu::Locale* const locales = icu::Locale::getAvailableLocales(count);
+  std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(count));
+  for (std::int32_t i = 0; i < count; ++i) names.emplace_back(locales[i].getName());
+  return names;
+}
+
 }  // namespace fexora
 
 fexora::Text* fexora_text_module() {

@@ -21,6 +21,7 @@ class IcuText final : public Text {
                            const NumberStyle& style) override;
   std::optional<std::string> currencyName(std::string_view code, std::string_view locale) override;
   std::vector<std::string> regionNames(std::string_view region, std::string_view locale) override;
+  std::vector<std::string> locales() override;
 };
 
 }  // namespace fexora
