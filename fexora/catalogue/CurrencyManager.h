@@ -57,9 +57,10 @@ class FEXORA_API CurrencyManager : public NSObject {
   // The same by rank, as people search; see catalogue/CurrencyRanking.h, where it is defined.
   std::vector<CurrencyRef> rankedCurrencies(std::string_view text, std::int64_t limit,
                                             const std::vector<CurrencyRef>& exclude = {}) const;
-  // The currency that a person means by a code, a sign, a name or a country, where that is only one:
-  // of those that match it best in the ranks 1 to 6 of rankedCurrencies(), the only one that is
-  // neither withdrawn nor a crypto currency. Null else.
+  // The currency that a person means by a code, a sign, a name or a country, where that is only
+  // one: of those that match it best in the ranks 1 to 6 of rankedCurrencies(), the only one that
+  // is neither withdrawn nor a crypto currency, or the only one of these with exactly this name.
+  // Null else.
   CurrencyRef currencyMeant(std::string_view text) const;
 
   // Each record's display record, in order; see catalogue/NSCurrency.h, where it is defined.

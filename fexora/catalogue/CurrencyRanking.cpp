@@ -71,13 +71,18 @@ CurrencyRef CurrencyManager::currencyMeant(std::string_view text) const {
     const auto matches = rankingKeys()->matches(*platform_.text, text);
     const auto best = std::min_element(matches.begin(), matches.end());
     if (best == matches.end() || *best >= Match::inside) return CurrencyRef();
-    CurrencyRef meant;
+    std::vector<CurrencyRef> meant;
     for (std::size_t place = 0; place < matches.size(); ++place) {
-      if (matches[place] != *best || !isInUse(*_currencies[place])) continue;
-      if (meant != nullptr) return CurrencyRef();
-      meant = _currencies[place];
+      const CurrencyRef& currency = _currencies[place];
+      if (matches[place] == *best && isInUse(*currency)) meant.push_back(currency);
     }
-    return meant;
+    if (meant.size() > 1) {
+      std::erase_if(meant, [&, whole = platform_.text->folded(text)](const CurrencyRef& currency) {
+        const auto name = localizedString(*platform_.strings, currency->code());
+        return platform_.text->folded(name) != whole;
+      });
+    }
+    return meant.size() == 1 ? meant.front() : CurrencyRef();
   });
 }
 

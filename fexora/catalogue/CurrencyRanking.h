@@ -4,9 +4,9 @@
 // A text is looked for in codes, signs (see CurrencyFacts.h), names and the names of the countries
 // and territories where a currency is used or was. Names are the host's and the English ones; those
 // of countries are the Unicode CLDR's in the language of the host's strings, in English and in the
-// language of most people there, so "Deutschland" is found in every language, and a few English ones
-// that people type all the same ("USA"). Case, accents and the marks between words do not count
-// (Text::folded).
+// language of most people there, so "Deutschland" is found in every language, and a few English
+// ones that people type all the same ("USA"). Case, accents and the marks between words do not
+// count (Text::folded).
 //
 // Of several words each must begin a word of a name or a country, in any order. From four letters
 // on, one word may have one slip of the finger: a letter too much, too few, another one, or two
