@@ -7,27 +7,11 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/CrashDisk.h"
-#include "tests/support/ForwardingFiles.h"
+#include "tests/support/FaultyFiles.h"
 #include "tests/support/StoreWorld.h"
 
 namespace fexora::test {
 namespace {
-
-// The control: answers that it has flushed all files, or all folders, and has not.
-class Unflushed final : public ForwardingFiles {
- public:
-  Unflushed(Files& below, FileStatus::Type without) : ForwardingFiles(below), without_(without) {}
-
- private:
-  std::optional<std::error_code> enter(std::string_view operation,
-                                       const std::string& path) override {
-    const bool isFile = path.find("/.fexora-save-") != std::string::npos;
-    const bool isMeant = isFile == (without_ == FileStatus::Type::file);
-    return operation == "flush" && isMeant ? std::optional(std::error_code()) : std::nullopt;
-  }
-
-  FileStatus::Type without_;
-};
 
 // The number of a save is its "Fraction"; the file that a first start makes has none, and counts as
 // number 0. Nothing when the bytes are no dictionary.
@@ -43,6 +27,8 @@ class PowerCuts : public testing::Test {
 
   // A first start and some saves, with every cut judged on the way.
   void run(CrashDisk& disk, Files& files, int saves) {
+    reported_ = -1;
+    saving_ = torn_ = lost_ = 0;
     VirtualPlatform desktop(files);
     const auto cut = [&] { disk.powerCuts([this](CrashDisk& left) { judge(left); }); };
     disk.setObserver(cut);
@@ -75,7 +61,7 @@ class PowerCuts : public testing::Test {
   const EnvironmentVariable container_{"FEXORA_CONTAINER", kFolder};
   const std::string path_ = std::string(kFolder) + "/Store.plist";
   std::int64_t reported_ = -1;
-  std::int64_t saving_ = 0;
+  int saving_ = 0;
   int states_ = 0;
   int torn_ = 0;
   int lost_ = 0;
@@ -92,18 +78,18 @@ TEST_F(PowerCuts, FirstStartInANewFolderAndSaves_LoseNothingReported) {
   EXPECT_EQ(leftovers_, 0);
 }
 
-TEST_F(PowerCuts, WithoutTheFilesFlush_TearTheFile) {
-  CrashDisk disk(300);
-  Unflushed files(disk, FileStatus::Type::file);
-  run(disk, files, 2);
-  EXPECT_GT(torn_, 0);
-}
-
-TEST_F(PowerCuts, WithoutTheFoldersFlush_LoseWhatWasReported) {
-  CrashDisk disk(300);
-  Unflushed files(disk, FileStatus::Type::folder);
-  run(disk, files, 2);
-  EXPECT_GT(lost_, 0);
+// The control: files, or folders, that are said to be flushed and are not.
+TEST_F(PowerCuts, WithoutAFlush_TearTheFileOrLoseWhatWasReported) {
+  for (const bool isFile : {true, false}) {
+    CrashDisk disk(300);
+    FaultyFiles files(disk);
+    files.fail(0, [isFile](std::size_t, const auto& call) {
+      return call.operation == "flush" &&
+             (call.path.find("/.fexora-save-") != std::string::npos) == isFile;
+    });
+    run(disk, files, 2);
+    EXPECT_GT(isFile ? torn_ : lost_, 0);
+  }
 }
 
 TEST_F(PowerCuts, UnreadableFileKeptAside_IsNeverLostWithoutItsCopy) {
