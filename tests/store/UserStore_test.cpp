@@ -6,7 +6,6 @@
 #include <sstream>
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include "fexora/fexora.h"
 #include "fexora/platform/base/Limits.h"
@@ -23,18 +22,13 @@ using test::readFile;
 using test::writeFile;
 
 unsigned rightsOf(const std::string& path) {
-  struct stat status {};
-  EXPECT_EQ(stat(path.c_str(), &status), 0) << path;
-  return status.st_mode & 0777U;
+  return Files::process().statusOf(path)->mode;
 }
 
 class UserStore : public testing::Test, protected test::StoreWorld {
  protected:
   // A store in its first skip period, as a first start leaves it.
-  StoreManager& startNow() {
-    store = std::make_unique<StoreManager>(desktop.platform);
-    return *store;
-  }
+  void startNow() { store = std::make_unique<StoreManager>(desktop.platform); }
   void damage(const std::string& bytes) {
     writeFile(container.file(), bytes);
     desktop.watch.change();
@@ -190,20 +184,20 @@ TEST_F(TwoProcesses, UpdatesAtRandom_FewerAreLostToTheOtherWhereBothReconcile) {
 
 TEST_F(UserStore, TimersThatTheHostReplaced_EndAllTheSame) {
   const auto replaceBoth = [this] {
+    store->startSyncTimer();
     store->setTimer(nullptr);
     store->setSyncTimer(nullptr);
   };
-  startNow().startSyncTimer();
+  startNow();
   replaceBoth();
   play("0.5 later save");
   EXPECT_EQ(desktop.loop.timers(), 2U) << "a restart ends the one before";
   desktop.log.lines.clear();
-  desktop.loop.advance(0.75);
+  play("0.75");
   EXPECT_EQ(desktop.log.count("SAVE"), 0);
   EXPECT_TRUE(store->skipUpdate());
-  desktop.loop.advance(0.25);
+  play("0.25");
   EXPECT_EQ(desktop.log.count("SAVE SUCCESS"), 1);
-  store->startSyncTimer();
   replaceBoth();
   store.reset();
   EXPECT_EQ(desktop.loop.timers(), 0U) << "none outlives the store";
@@ -271,8 +265,21 @@ TEST_F(UserStore, ValueThatNoFileCanHold_FailsTheSaveAndKeepsBoth) {
   }
 }
 
-TEST_F(UserStore, WithoutAVariable_TheHomeHasTheContainerOrThereIsNone) {
+TEST_F(UserStore, TheContainer_IsWhereTheEnvironmentSays) {
   const test::ScratchFolder home;
+  const std::string before = std::filesystem::current_path();
+  {
+    // What is relative stays where it was.
+    const EnvironmentVariable variable("FEXORA_CONTAINER", "inner/folder");
+    std::filesystem::current_path(home.path());
+    start();
+    std::filesystem::current_path("/");
+    store->setFraction(4);
+    EXPECT_EQ(start().fraction(), 4);
+    EXPECT_EQ(processNetOptions().container, home / "inner/folder");
+    std::filesystem::current_path(before);
+    EXPECT_EQ(store->fileURL(), home / "inner/folder/Store.plist");
+  }
   const EnvironmentVariable named("FEXORA_CONTAINER", std::nullopt);
   const EnvironmentVariable data("XDG_DATA_HOME", "relative/is/no/place");
   {
@@ -281,7 +288,7 @@ TEST_F(UserStore, WithoutAVariable_TheHomeHasTheContainerOrThereIsNone) {
     EXPECT_EQ(start().applicationDocumentsDirectory(), folder);
     EXPECT_EQ(rightsOf(folder), 0700U);
   }
-  // Then the store works in memory, and says so once.
+  // With no place at all the store works in memory, and says so once.
   const EnvironmentVariable none("HOME", std::nullopt);
   start().setFraction(5);
   store->setFraction(6);
@@ -291,33 +298,19 @@ TEST_F(UserStore, WithoutAVariable_TheHomeHasTheContainerOrThereIsNone) {
   EXPECT_EQ(store->folderMonitor(), nullptr);
 }
 
-TEST_F(UserStore, RelativeContainer_StaysWhereItWas) {
-  const test::ScratchFolder here;
-  const std::string before = std::filesystem::current_path();
-  std::filesystem::current_path(here.path());
-  const EnvironmentVariable variable("FEXORA_CONTAINER", "inner/folder");
-  start();
-  std::filesystem::current_path("/");
-  store->setFraction(4);
-  EXPECT_EQ(start().fraction(), 4);
-  std::filesystem::current_path(before);
-  EXPECT_EQ(store->fileURL(), here / "inner/folder/Store.plist");
-  EXPECT_EQ(processNetOptions().container, here / "inner/folder");
-}
-
 TEST_F(UserStore, PathsThatAreSet_AreUsed) {
   const test::ScratchFolder elsewhere;
-  EXPECT_EQ(start().fileURL(), container.file());
+  start();
   store->setFileURL(elsewhere / "Other.plist");
   store->setFraction(4);
   EXPECT_EQ(test::fractionOf(test::contentOf(elsewhere / "Other.plist")), 4);
-  writeFile(elsewhere / "Third.plist", writePropertyList(Dictionary{{"Fraction", 9}}).bytes);
-  store->setFileURL(elsewhere / "Third.plist");
+  write({{"Fraction", 9}});
+  store->setFileURL(container.file());
   store->loadData();
   EXPECT_EQ(store->fraction(), 9);
   store->setApplicationDocumentsDirectory(elsewhere.path());
   EXPECT_EQ(store->applicationDocumentsDirectory(), elsewhere.path());
-  EXPECT_EQ(store->fileURL(), elsewhere / "Third.plist");
+  EXPECT_EQ(store->fileURL(), container.file());
 }
 
 TEST_F(UserStore, MembersByName_AndNothingElse) {
