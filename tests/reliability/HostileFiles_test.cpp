@@ -38,13 +38,19 @@ class HostileFiles : public testing::Test, protected StoreWorld {
   FileStatus before_;
 };
 
-// Things, and what makes them of $1; $2 is the target.
-const std::pair<const char*, const char*> kThings[] = {
+// Something, and what makes it of $1; $2 is the target.
+struct Thing {
+  const char* name;
+  const char* line;
+  friend void PrintTo(const Thing& thing, std::ostream* out) { *out << thing.name; }
+};
+const Thing kThings[] = {
     {"Link", "ln -s $2 $1"},
     {"DanglingLink", "ln -s $2-not $1"},
     {"Pipe", "mkfifo $1"},
     {"PipeThatSomebodyWrites", "mkfifo $1"},
-    {"Socket", "python3 -c 'import socket as s, sys; s.socket(s.AF_UNIX).bind(sys.argv[1])' $1"},
+    {"Socket",
+     FEXORA_TEST_PYTHON " -c 'import socket as s, sys; s.socket(s.AF_UNIX).bind(sys.argv[1])' $1"},
     {"Folder", "mkdir -m 700 $1"},
     {"LoggingDevice", "mknod -m 600 $1 c 1 9"},
     {"EndlessDevice", "mknod -m 600 $1 c 1 5"},
@@ -54,16 +60,15 @@ const std::pair<const char*, const char*> kThings[] = {
     {"GigabyteOfHoles", "truncate -s 1G $1"},
 };
 
-class AtTheFilesName : public HostileFiles,
-                       public testing::WithParamInterface<std::pair<const char*, const char*>> {};
+class AtTheFilesName : public HostileFiles, public testing::WithParamInterface<Thing> {};
 
 // A start, a reload and a save with it at the file's name: nothing is taken from it.
 TEST_P(AtTheFilesName, IsNeitherFollowedNorWaitedForNorLost) {
   const int made =
-      std::system(("set " + container.file() + " " + target_ + "; " + GetParam().second).c_str());
+      std::system(("set " + container.file() + " " + target_ + "; " + GetParam().line).c_str());
   if (made != 0) GTEST_SKIP() << "this system lets none be made: nothing is proven";
   std::fstream writer;
-  if (std::string_view(GetParam().first) == "PipeThatSomebodyWrites") {
+  if (std::string_view(GetParam().name) == "PipeThatSomebodyWrites") {
     writer.open(container.file());
     writer << kTarget << std::flush;
   }
@@ -91,7 +96,7 @@ TEST_P(AtTheFilesName, IsNeitherFollowedNorWaitedForNorLost) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Things, AtTheFilesName, testing::ValuesIn(kThings),
-                         [](const auto& thing) { return std::string(thing.param.first); });
+                         [](const auto& thing) { return std::string(thing.param.name); });
 
 TEST_F(HostileFiles, HardLink_OnlyOurNameIsReplaced) {
   fs::create_hard_link(target_, container.file());

@@ -34,11 +34,6 @@ inline CommandResult runCommand(const std::vector<std::string>& arguments,
 }
 
 // The output of a Python script of the source tree; fails the test when it does not exit with 0.
-inline std::string runPython(const std::string& script, std::vector<std::string> arguments) {
-  arguments.insert(arguments.begin(), {FEXORA_TEST_PYTHON, FEXORA_TEST_SOURCE_DIR "/" + script});
-  const CommandResult result = runCommand(arguments);
-  EXPECT_EQ(result.exitCode, 0) << script << ": " << result.errors;
-  return result.output;
-}
+std::string runPython(const std::string& script, std::vector<std::string> arguments);
 
 }  // namespace fexora::test

@@ -45,22 +45,15 @@ def text(source):
 
 
 def leaf(source):
-    kind = source.randrange(10)
-    if kind == 0:
-        return source.random() < 0.5
-    if kind == 1:
-        return source.randrange(-2**63, 2**64)
-    if kind == 2:
-        return source.choice([0, 1, -1, 255, 256, 65535, 65536, 2**31, 2**32, 2**63 - 1, -2**63])
-    if kind == 3:
-        return struct.unpack(">d", source.randbytes(8))[0]
-    if kind == 4:
-        return source.choice([0.0, -0.0, math.inf, -math.inf, math.nan, 5e-324, 85.23, 1e22])
-    if kind == 5:
-        return EPOCH + datetime.timedelta(seconds=source.randrange(-62135596800, 253402300800))
-    if kind == 6:
-        return source.randbytes(source.randrange(0, 90))
-    return text(source)
+    return source.choice([
+        lambda: source.random() < 0.5,
+        lambda: source.randrange(-2**63, 2**64),
+        lambda: source.choice([0, 1, -1, 255, 256, 65535, 65536, 2**31, 2**32, 2**63 - 1, -2**63]),
+        lambda: struct.unpack(">d", source.randbytes(8))[0],
+        lambda: source.choice([0.0, -0.0, math.inf, -math.inf, math.nan, 5e-324, 85.23, 1e22]),
+        lambda: EPOCH + datetime.timedelta(seconds=source.randrange(-62135596800, 253402300800)),
+        lambda: source.randbytes(source.randrange(0, 90)),
+        lambda: text(source)])()
 
 
 def value(source, depth):
