@@ -97,21 +97,21 @@ TEST(DictionaryCodec, TextThatLooksLikeAKey_MisleadsNothing) {
   };
   const std::string b = "\t<key>B</key>\n\t<string>2</string>\n";
   const std::string a = "<string>1</string>";
-  for (const std::string& file :
-       {// Inside a comment, inside a CDATA section, after the end, in a nested dictionary.
-        with(b, "<!--\n" + b + "-->\n"),
-        with(b, "\t<key>B</key>\n\t<string><![CDATA[\n" + b + "]]></string>\n"),
-        with(a + "\n", a + "<!--\n" + b + "-->\n"),
-        with(a, "<string><![CDATA[\n" + b + "</dict>\n</plist>\n]]></string>"),
-        with(a, "<array><dict>\n" + b + "</dict></array>"),
-        with(a, "<string>1<!-- </string>\n" + b + "--></string>"), whole + b,
-        whole + "<!--\n</dict>\n</plist>\n-->\n", with("</dict>\n", "<!--\n</dict>\n</plist>\n-->"),
-        // The same key twice, keys out of order, a key that only ends like one.
-        with(b, b + "\t<key>B</key>\n\t<true/>\n"),
-        replaced(with(b, ""), "\t<key>A", b + "\t<key>A"),
-        with("<key>B</key>", "<key>A&#66;</key>"), with("<key>B</key>", "<key>&#65;</key>"),
-        with("<key>B</key>", "<key>B&amp;</key>"), with("<dict>\n", "<dict>"),
-        with("plist PUBLIC", "plist  PUBLIC"), with("<dict>", "<array>"), std::string()}) {
+  const std::vector<std::string> files = {
+      // Inside a comment, inside a CDATA section, after the end, in a nested dictionary.
+      with(b, "<!--\n" + b + "-->\n"),
+      with(b, "\t<key>B</key>\n\t<string><![CDATA[\n" + b + "]]></string>\n"),
+      with(a + "\n", a + "<!--\n" + b + "-->\n"),
+      with(a, "<string><![CDATA[\n" + b + "</dict>\n</plist>\n]]></string>"),
+      with(a, "<array><dict>\n" + b + "</dict></array>"),
+      with(a, "<string>1<!-- </string>\n" + b + "--></string>"), whole + b,
+      whole + "<!--\n</dict>\n</plist>\n-->\n", with("</dict>\n", "<!--\n</dict>\n</plist>\n-->"),
+      // The same key twice, keys out of order, a key that only ends like one.
+      with(b, b + "\t<key>B</key>\n\t<true/>\n"), replaced(with(b, ""), "\t<key>A", b + "\t<key>A"),
+      with("<key>B</key>", "<key>A&#66;</key>"), with("<key>B</key>", "<key>&#65;</key>"),
+      with("<key>B</key>", "<key>B&amp;</key>"), with("<dict>\n", "<dict>"),
+      with("plist PUBLIC", "plist  PUBLIC"), with("<dict>", "<array>"), std::string()};
+  for (const std::string& file : files) {
     DictionaryCodec cold;
     expectDecodes(cold, file);
     DictionaryCodec warm;

@@ -245,13 +245,14 @@ TEST(LaidOutPlist, OtherLayouts_AreLeftToTheParser) {
 
 TEST(LaidOutPlist, Depth_IsTheParsers) {
   const auto nested = [](int depth) {
-    std::string array = "<array/>";
-    for (std::string tabs(static_cast<std::size_t>(depth) - 1, '\t'); !tabs.empty();) {
-      array.insert(0, tabs);
-      tabs.pop_back();
-      array = "<array>\n" + array + "\n" + tabs + "</array>";
+    std::string tabs;
+    std::string begins;
+    std::string ends;
+    for (int i = 1; i < depth; ++i, tabs += '\t') {
+      begins.append(tabs).append("<array>\n");
+      ends.insert(0, "\n" + tabs + "</array>");
     }
-    return laidOut(array);
+    return laidOut(begins + tabs + "<array/>" + ends);
   };
   EXPECT_TRUE(isLaidOut(nested(limits::kPropertyListDepth)));
   EXPECT_FALSE(isLaidOut(nested(limits::kPropertyListDepth + 1)));

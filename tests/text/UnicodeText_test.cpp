@@ -105,7 +105,9 @@ TEST(UnicodeText, ParseNumber_ReadsEachLocalesOwnForm) {
         Case("fa_IR", "۰×۱۰^۹۹۹۹۹۹۹۹۹۹", 0.0), Case("fa_IR", "۲×۱۰^۹۹۹۹۹۹۹۹۹۹", kInfinity)}) {
     EXPECT_EQ(text().parseNumber(typed, locale, {}), value) << locale << " " << typed;
   }
-  EXPECT_EQ(text().parseNumber(std::string(limits::kAmountBytes, '1'), "de_DE", 0), kInfinity);
+  const std::string longest(limits::kAmountBytes, '1');
+  EXPECT_EQ(text().parseNumber(longest, "de_DE", 0), kInfinity);
+  EXPECT_EQ(text().parseNumber(longest + "1", "de_DE", 0), std::nullopt);
 }
 
 TEST(UnicodeText, ParseNumber_RoundsTheDigitsAsTypedHalfToEven) {
