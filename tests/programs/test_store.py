@@ -22,7 +22,8 @@ class Settings(ProgramTest):
                 ("todayRelativeCurrency", "jpy", "JPY")]:
             for words in ([name, typed], []):
                 self.assertEqual(self.json("settings", *words)[name], value)
-        self.assertEqual(self.succeed("settings", "mode"), "1\n")
+        self.assertEqual(self.succeed("settings", "mode"), "1 (dark)\n")
+        self.assertIn("\nmode = 1 (dark)\n    light or dark", self.succeed("settings"))
         # Another reader sees the types that the file's format has.
         content = self.content()
         self.assertIs(content["Seporate"], False)
