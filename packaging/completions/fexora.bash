@@ -7,7 +7,7 @@ _fexora_currencies() {
   if [[ -z $word ]]; then
     codes=$("$program" select 2>/dev/null)
   else
-    codes=$("$program" search -- "$word" 2>/dev/null | cut -d ' ' -f 1)
+    codes=$("$program" search --plain -- "$word" 2>/dev/null | cut -d ' ' -f 1)
   fi
   COMPREPLY=($(compgen -W "$codes" -- "${word^^}"))
   [[ ${#COMPREPLY[@]} -gt 0 ]] || COMPREPLY=($codes)
@@ -38,8 +38,8 @@ _fexora() {
   esac
   if [[ $word == --* ]]; then
     case $command in
-      "" | convert) options+=" --invert --no-save --names" ;;
-      search) options+=" --limit --exclude" ;;
+      "" | convert) options+=" --invert --no-save --rounded --names" ;;
+      search) options+=" --limit --exclude --plain" ;;
       refresh) options+=" --from --force" ;;
       watch) options+=" --count --refresh" ;;
     esac

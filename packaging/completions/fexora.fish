@@ -38,7 +38,7 @@ function __fexora_currencies
     if test -z "$word"
         $program select 2>/dev/null
     else
-        $program search -- $word 2>/dev/null | string replace -r ' +' '\t'
+        $program search --plain -- $word 2>/dev/null | string replace -r ' +' '\t'
     end
 end
 
@@ -75,8 +75,10 @@ complete -c fexora -l version -d 'Print the version'
 complete -c fexora -l help -d 'Print the help'
 complete -c fexora -n '__fexora_is convert' -l invert -d 'Divide by the rates'
 complete -c fexora -n '__fexora_is convert' -l no-save -d 'Do not record the amount'
+complete -c fexora -n '__fexora_is convert' -l rounded -d 'Round to the minor unit'
 complete -c fexora -n '__fexora_is convert' -l names -d 'Show names beside the codes'
-complete -c fexora -n '__fexora_is search' -l limit -d 'How many matches to count' -x
+complete -c fexora -n '__fexora_is search' -l limit -d 'How many at most' -x
+complete -c fexora -n '__fexora_is search' -l plain -d 'By code and name only'
 complete -c fexora -n '__fexora_is search' -l exclude -d 'Leave this currency out' \
     -xa '(__fexora_currencies)'
 complete -c fexora -n '__fexora_is refresh' -l from -d 'A file or an address of rates' -rF
