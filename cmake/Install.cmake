@@ -26,6 +26,8 @@ install(FILES packaging/completions/fexora.bash RENAME fexora
 install(FILES packaging/completions/_fexora DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
 install(FILES packaging/completions/fexora.fish
         DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+install(FILES packaging/systemd/fexora-refresh.service packaging/systemd/fexora-refresh.timer
+        DESTINATION lib/systemd/user)
 install(FILES packaging/nginx/fexora-rates.conf DESTINATION ${CMAKE_INSTALL_DATADIR}/fexora/nginx)
 install(PROGRAMS packaging/nginx/fexora-rates-update DESTINATION ${CMAKE_INSTALL_BINDIR})
 file(GLOB documents CONFIGURE_DEPENDS docs/*.md)

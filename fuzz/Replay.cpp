@@ -6,10 +6,10 @@
 #include <fstream>
 #include <iterator>
 #include <optional>
-#include <random>
 #include <string>
 #include <vector>
 
+#include "fuzz/Mutator.h"
 #include "fuzz/Target.h"
 
 namespace {
@@ -37,47 +37,6 @@ void run(const std::string& bytes) {
   LLVMFuzzerTestOneInput(exact.data(), exact.size());
 }
 
-// One to four damages: bytes changed, left out, doubled, or taken from another seed.
-class Mutator {
- public:
-  explicit Mutator(const std::vector<std::string>& seeds) : seeds_(seeds) {}
-
-  std::string next() {
-    std::string bytes = seeds_[below(seeds_.size())];
-    for (auto damages = 1 + below(4); damages > 0; --damages) damage(bytes);
-    return bytes;
-  }
-
- private:
-  std::size_t below(std::size_t bound) { return engine_() % std::max<std::size_t>(bound, 1); }
-  std::string pieceOf(const std::string& bytes) {
-    return bytes.substr(below(bytes.size()), 1 + below(24));
-  }
-
-  void damage(std::string& bytes) {
-    const std::size_t at = below(bytes.size());
-    switch (below(5)) {
-      case 0:
-        if (!bytes.empty()) bytes[at] = static_cast<char>(engine_());
-        break;
-      case 1:
-        if (!bytes.empty()) bytes[at] = static_cast<char>(bytes[at] ^ (1 << below(8)));
-        break;
-      case 2:
-        bytes.erase(at, 1 + below(8));
-        break;
-      case 3:
-        bytes.insert(at, pieceOf(bytes));
-        break;
-      default:
-        bytes.insert(at, pieceOf(seeds_[below(seeds_.size())]));
-    }
-  }
-
-  const std::vector<std::string>& seeds_;
-  std::mt19937_64 engine_{20261125};  // NOLINT(cert-msc51-cpp): the same run every time
-};
-
 }  // namespace
 
 int main(int count, char** words) {
@@ -94,7 +53,7 @@ int main(int count, char** words) {
     }
   }
   if (seeds.empty()) return 1;
-  Mutator mutator(seeds);
+  fexora::fuzz::Mutator mutator(seeds);
   for (int i = 0; i < kMutations; ++i) run(mutator.next());
   return 0;
 }

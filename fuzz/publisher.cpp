@@ -14,7 +14,7 @@ namespace {
 
 const Date kUndated(1'790'640'000);
 
-void checkAnswer(const publish::PublishedRates& rates, const std::string& answer) {
+void checkAnswer(const publish::MergedRates& rates, const std::string& answer) {
   const auto json = test::jsonRoot(answer);
   require(json.has_value(), "what is published is JSON");
   const Value* list = json->dictionary()->find("rates");
@@ -41,8 +41,8 @@ bool isRejected(Check check) {
 }
 
 void publishOne(const std::string& text) {
-  const std::vector<publish::Source> sources{publish::readText("source", text, kUndated)};
-  const auto rates = publish::merge(sources);
+  const std::vector<publish::Source> sources{sources::readText("source", text, kUndated)};
+  const auto rates = sources::merge(sources);
   publish::Options options;
   publish::checkCount(options, rates);
   const std::string answer = publish::answerText(sources, rates);
@@ -61,6 +61,8 @@ void run(std::string_view text) {
   } catch (const publish::Rejection& rejection) {
     require(!rejection.message.empty(), "a rejection says why");
     require(rejection.exit == publish::Exit::rejected, "a bad source is rejected");
+  } catch (const sources::SourceProblem& problem) {
+    require(!problem.message.empty(), "a rejection says why");
   }
 }
 

@@ -25,7 +25,7 @@ def finish(files):
 
 
 def currency_table():
-    """The checked rows of fexora/resources/currencies.tsv: code, kind, English name."""
+    """The checked rows of fexora/resources/currencies.tsv: code, kind, English name, digits."""
     path = ROOT / "fexora" / "resources" / "currencies.tsv"
     rows = []
     for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
@@ -43,5 +43,5 @@ def currency_table():
             fail(f"{path.name}:{number}: the name {name!r}")
         if digits not in ("", "0", "2", "3", "4"):
             fail(f"{path.name}:{number}: the digits {digits!r}")
-        rows.append((code, kind, name))
+        rows.append((code, kind, name, digits))
     return rows

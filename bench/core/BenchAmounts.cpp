@@ -37,6 +37,12 @@ double parsed(const std::vector<std::string>& texts) {
   return sum;
 }
 
+double read(const std::vector<std::string>& texts) {
+  double sum = 0;
+  for (const std::string& text : texts) sum += readAmount(text).value;
+  return sum;
+}
+
 }  // namespace
 
 void benchAmounts() {
@@ -49,6 +55,8 @@ void benchAmounts() {
         "std::from_chars", [&] { return digitsOnly(texts); }, kTexts);
     race.add(
         "parseAmount", [&] { return parsed(texts); }, kTexts);
+    race.add(
+        "readAmount", [&] { return read(texts); }, kTexts);
     const AmountJob job{texts};
     Peers<AmountJob>::enter(race, job);
     race.run(0.5);

@@ -14,6 +14,7 @@
 #include <string.h>  // memmem
 
 #include "fexora/catalogue/CurrencyManager.h"
+#include "fexora/catalogue/CurrencyNames.h"
 #include "fexora/platform/strings/TableStrings.h"
 
 #include "bench/support/FolderResources.h"
@@ -138,6 +139,34 @@ void run(const char* kind, std::size_t n, const Words& words, const std::string&
   race(kind, manager, names, queries, kAll);
 }
 
+// The library's own catalogue and English names: what a person types on the way to a name, a
+// country, and with a slip.
+void runRanked() {
+  CurrencyNames strings(Text::process(), "en");
+  Platform platform = Platform::process();
+  platform.strings = &strings;
+  const CurrencyManager manager(platform);
+  manager.rankedCurrencies("a", 1);  // makes the keys
+  manager.currenciesForString("a", 1, {});
+  Words targets = {"switzerland", "deutschland", "united states", "dolar", "swizz franc", "rouble"};
+  for (const CurrencyRef& currency : manager.currencies()) {
+    targets.push_back(localizedString(strings, currency->code()));
+  }
+  std::mt19937 random(1);  // NOLINT(cert-msc51-cpp): the same searches every time
+  const Words queries = typedQueries(targets, random);
+  Race race("a ranked search as typed, the library's catalogue, until 20 are found",
+            manager.currencies().size());
+  race.add("currenciesForString", [&, next = std::size_t{0}]() mutable {
+    const std::string& query = queries[next++ % queries.size()];
+    return static_cast<double>(manager.currenciesForString(query, kShown, {}).size());
+  });
+  race.add("rankedCurrencies", [&, next = std::size_t{0}]() mutable {
+    const std::string& query = queries[next++ % queries.size()];
+    return static_cast<double>(manager.rankedCurrencies(query, kShown).size());
+  });
+  race.run(4.0);
+}
+
 }  // namespace
 }  // namespace fexora::bench
 
@@ -153,5 +182,6 @@ int main(int count, char** words) {
   fexora::bench::run("ASCII", names, fexora::bench::kAscii, folder);
   fexora::bench::run("other", names, fexora::bench::kOther, folder);
   std::filesystem::remove_all(folder);
+  fexora::bench::runRanked();
   return 0;
 }

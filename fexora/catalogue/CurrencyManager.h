@@ -22,6 +22,7 @@
 
 namespace fexora {
 
+class RankingKeys;
 class SearchKeys;
 
 // Reachable by name: the selectors "init" (answers the null value; the catalogue is complete
@@ -53,6 +54,15 @@ class FEXORA_API CurrencyManager : public NSObject {
   virtual std::vector<CurrencyRef> currenciesForString(
       std::string_view string, std::int64_t limit, const std::vector<CurrencyRef>& exclude) const;
 
+  // The same by rank, as people search; see catalogue/CurrencyRanking.h, where it is defined.
+  std::vector<CurrencyRef> rankedCurrencies(std::string_view text, std::int64_t limit,
+                                            const std::vector<CurrencyRef>& exclude = {}) const;
+  // The currency that a person means by a code, a sign, a name or a country, where that is only
+  // one: of those that match it best in the ranks 1 to 6 of rankedCurrencies(), the only one that
+  // is neither withdrawn nor a crypto currency, or the only one of these with exactly this name.
+  // Null else.
+  CurrencyRef currencyMeant(std::string_view text) const;
+
   // Each record's display record, in order; see catalogue/NSCurrency.h, where it is defined.
   virtual std::vector<NSCurrencyRef> getNSCurrenciesFromCurrencies(
       const std::vector<CurrencyRef>& currencies) const;
@@ -78,6 +88,9 @@ class FEXORA_API CurrencyManager : public NSObject {
                                   const std::vector<CurrencyRef>& exclude) const;
   std::shared_ptr<const SearchKeys> searchKeys() const;
   std::uint32_t groupOf(const SearchKeys& keys, std::string_view code) const;
+  std::vector<CurrencyRef> ranked(std::string_view text, std::int64_t limit,
+                                  const std::vector<CurrencyRef>& exclude) const;
+  std::shared_ptr<const RankingKeys> rankingKeys() const;
 
   Platform& platform_;
   std::unique_ptr<Currency[]> block_;  // the records of the shared catalogue, which never goes
@@ -88,9 +101,10 @@ class FEXORA_API CurrencyManager : public NSObject {
   mutable std::unordered_map<std::string, std::uint32_t> places_;
   mutable std::atomic<std::uint64_t> indexedChanges_ = 0;
   mutable std::mutex indexMutex_;
-  // Of searchedChanges_; both under searchMutex_.
+  // Of searchedChanges_; these and the next under searchMutex_.
   mutable std::shared_ptr<const SearchKeys> searchKeys_;
   mutable std::uint64_t searchedChanges_ = 0;
+  mutable std::shared_ptr<const RankingKeys> rankingKeys_;
   mutable std::mutex searchMutex_;
 };
 

@@ -18,14 +18,13 @@ class FEXORA_API CurrencyNames final : public HostStrings {
   explicit CurrencyNames(Text& text = Text::process(), std::string language = {});
 
   std::optional<std::string> string(std::string_view key) override;
+  std::string language() override;
   std::uint64_t generation() override;
 
   // Any thread.
   void setLanguage(std::string language);
 
  private:
-  std::string language();
-
   Text& text_;
   std::mutex mutex_;
   std::string language_;

@@ -24,4 +24,8 @@ FEXORA_API std::optional<double> parseAmount(std::string_view text,
                                              std::optional<int> maxFractionDigints = {},
                                              Text& rules = Text::process());
 
+// The same in the locale named, with all its digits.
+FEXORA_API std::optional<double> parseAmountIn(std::string_view locale, std::string_view text,
+                                               Text& rules = Text::process());
+
 }  // namespace fexora

@@ -4,6 +4,19 @@
 #include "fexora/platform/mapping/Mapper.h"
 
 namespace fexora {
+namespace {
+
+// 2000-01-01 and 2101-01-01: no count of days, minutes or milliseconds lies between them.
+constexpr double kFirstMoment = 946'684'800;
+constexpr double kEndOfMoments = 4'133'980'800;
+
+}  // namespace
+
+std::optional<Date> Response::published() const {
+  const double seconds = updated().doubleValue();
+  if (!(seconds >= kFirstMoment && seconds < kEndOfMoments)) return std::nullopt;
+  return Date(seconds);
+}
 
 void Response::mapping(Map& map) {
   map.bind("serviceMessage", serviceMessage_);

@@ -3,12 +3,15 @@
 // JSON form: {"serviceMessage": text, "updated": number, "source": text, "count": number,
 // "rates": [{"code", "rate"}…]}; other keys are ignored. A key that is missing or of another type
 // leaves its field at the initial value; one element of "rates" that is no object leaves the whole
-// list empty. The library uses the message and the rates and reads the rest nowhere.
+// list empty. The library uses the message and the rates; the date and the source go into what it
+// says of their age (rates/Freshness.h).
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "fexora/platform/values/Date.h"
 #include "fexora/records/USDRate.h"
 
 namespace fexora {
@@ -22,6 +25,9 @@ class FEXORA_API Response : public MappableModel {
   virtual void setServiceMessage(std::string message) { serviceMessage_ = std::move(message); }
   virtual NSNumber updated() const { return updated_; }
   virtual void setUpdated(NSNumber updated) { updated_ = updated; }
+  // When the rates were published: `updated` as seconds since 1970, where it can be a time of this
+  // century; nothing for any other number.
+  std::optional<Date> published() const;
   virtual const std::string& source() const { return source_; }
   virtual void setSource(std::string source) { source_ = std::move(source); }
   virtual NSNumber count() const { return count_; }

@@ -20,15 +20,6 @@ Value bundledRates() {
   return rates;
 }
 
-// As loadUSDRates() would find them, without making the records.
-bool hasRates(const StoreManager& store) {
-  const Value* stored = store.ud().find(kUDUSDRates);
-  const Array* rates = stored != nullptr ? stored->array() : nullptr;
-  return rates != nullptr && !rates->empty() &&
-         std::all_of(rates->begin(), rates->end(),
-                     [](const Value& rate) { return rate.dictionary() != nullptr; });
-}
-
 bool isBundled(const Value& stored, const BundledRate& bundled) {
   const Dictionary* rate = stored.dictionary();
   const Value* code = rate != nullptr ? rate->find("code") : nullptr;
@@ -39,6 +30,28 @@ bool isBundled(const Value& stored, const BundledRate& bundled) {
 }
 
 }  // namespace
+
+bool hasRates(const StoreManager& store) {
+  const Value* stored = store.ud().find(kUDUSDRates);
+  const Array* rates = stored != nullptr ? stored->array() : nullptr;
+  return rates != nullptr && !rates->empty() &&
+         std::all_of(rates->begin(), rates->end(),
+                     [](const Value& rate) { return rate.dictionary() != nullptr; });
+}
+
+std::vector<USDRateRef> bundledUSDRates() {
+  const auto table = bundledRatesTable();
+  std::vector<USDRateRef> rates;
+  rates.reserve(table.size());
+  for (const BundledRate& rate : table) {
+    rates.push_back(USDRate::make(rate.rate, std::string(rate.code)));
+  }
+  return rates;
+}
+
+Date bundledRatesDay() noexcept {
+  return bundledRatesDate();
+}
 
 bool seedBundledRates(StoreManager& store) {
   if (hasRates(store)) return false;

@@ -10,6 +10,14 @@ namespace fexora {
 // it did. Main thread.
 FEXORA_API bool seedBundledRates(StoreManager& store);
 
+// The bundled rates as records, and the day they were taken. May throw std::bad_alloc. Any thread.
+FEXORA_API std::vector<USDRateRef> bundledUSDRates();
+FEXORA_API Date bundledRatesDay() noexcept;
+
+// Whether the store keeps rates, as loadUSDRates() would find them: a list that is not empty. Makes
+// no records. Main thread.
+FEXORA_API bool hasRates(const StoreManager& store);
+
 // Whether the store's rates are the bundled ones, date and figures: seeded now or by an earlier
 // start. Makes no records. Main thread.
 FEXORA_API bool hasBundledRates(const StoreManager& store);

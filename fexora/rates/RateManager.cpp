@@ -111,20 +111,64 @@ void RateManager::request(bool sync, const Completion& complete) {
         if (alive == nullptr) return;
         RateManager& self = **alive;
         if (response != nullptr) {
-          const bool isTaken = guarded(*self.platform_.log, "Taking the service's rates",
-                                       [&] { self.receive(*response, sync); });
-          self.tell(complete, false, isTaken ? nullptr : &outOfMemory());
+          const auto rejected = self.takeAnswer(*response, RatesAnswer::Origin::service, sync);
+          self.tell(complete, false, rejected ? &*rejected : nullptr);
         } else if (error) {
           self.tell(complete, false, &*error);
         }
       });
 }
 
-void RateManager::receive(const Response& response, bool sync) {
-  auto message = response.serviceMessage();
-  filterRatesForLocalCurrencies(response.rates());
+std::optional<ResponseError> RateManager::takeAnswer(const Response& answer,
+                                                     RatesAnswer::Origin origin, bool sync) {
+  std::optional<ResponseError> rejected;
+  const bool isDone = guarded(*platform_.log, "Taking new rates", [&] {
+    if (auto reason = reasonAgainst(answer)) {
+      platform_.log->write("New rates were not taken: " + *reason);
+      rejected.emplace(ResponseError{ResponseError::Kind::implausible, {}, *std::move(reason), 0});
+    } else {
+      keep(answer, origin, sync);
+    }
+  });
+  if (!isDone) return outOfMemory();
+  return rejected;
+}
+
+std::optional<std::string> RateManager::reasonAgainst(const Response& answer) const {
+  if (!check_) return std::nullopt;
+  const Date now(platform_.loop->wallSeconds());
+  const HeldRates held{store().loadUSDRates().value_or(USDRates_), freshness({}, now).published,
+                       now};
+  std::optional<std::string> reason = "the check of the rates failed";
+  quietly(*platform_.log, "A check of the rates", [&] { reason = check_(answer, held); });
+  return reason;
+}
+
+void RateManager::keep(const Response& answer, RatesAnswer::Origin origin, bool sync) {
+  auto message = answer.serviceMessage();
+  RatesAnswer said{answer.published(), answer.source(), origin};
+  filterRatesForLocalCurrencies(answer.rates());
   serviceMessage_ = std::move(message);
+  store().announceRates(std::move(said));
   store().saveUSDRates(USDRates_, sync);
+}
+
+bool RateManager::loadStoredRates(std::optional<std::vector<CurrencyRef>> forCurrencies) {
+  const bool isDone = guarded(*platform_.log, kLoading, [&] {
+    currencies_ = forCurrencies ? *std::move(forCurrencies) : catalogue().currencies();
+    if (const auto stored = store().loadUSDRates()) {
+      filterRatesForLocalCurrencies(*stored);
+    } else {
+      ratesForCurrenciesBasedOnUSDRates();
+    }
+  });
+  return isDone && !USDRates_.empty();
+}
+
+Freshness RateManager::freshness(const FreshnessPolicy& policy, std::optional<Date> now) const {
+  return guardedOr(*platform_.log, "Telling how fresh the rates are", Freshness(), [&] {
+    return freshnessOf(store(), policy, now.value_or(Date(platform_.loop->wallSeconds())));
+  });
 }
 
 void RateManager::tryLoadRatesFromQTXServer() {}

@@ -16,6 +16,8 @@
 #include "fexora/input/Response.h"
 #include "fexora/platform/Platform.h"
 #include "fexora/platform/values/NSObject.h"
+#include "fexora/rates/AnswerCheck.h"
+#include "fexora/rates/Freshness.h"
 #include "fexora/records/Converted.h"
 #include "fexora/records/Rate.h"
 #include "fexora/store/StoreManager.h"
@@ -79,6 +81,24 @@ class FEXORA_API RateManager : public NSObject {
   void loadRates(std::optional<std::vector<CurrencyRef>> forCurrencies, Completion complete) {
     loadRates(std::move(forCurrencies), false, true, std::move(complete));
   }
+  // The store's rates, or those in memory where it keeps none, derived for `forCurrencies` (absent:
+  // the whole catalogue). No request and no completion. False when there are none, and without
+  // memory, which the log says.
+  bool loadStoredRates(std::optional<std::vector<CurrencyRef>> forCurrencies = {});
+  // Takes an answer that a host has got in another way, as loadRates takes the service's: checked,
+  // kept (the file is written if `sync`), derived for the last selection. Nothing when it was
+  // taken; else why not, and what was held stays.
+  std::optional<ResponseError> takeAnswer(const Response& answer, RatesAnswer::Origin origin,
+                                          bool sync);
+
+  // Looks at every answer before it is taken. One that it gives a reason against changes nothing,
+  // and is an error of kind `implausible`. None by default; see plausible().
+  void setAnswerCheck(AnswerCheck check) { check_ = std::move(check); }
+
+  // How fresh the store's rates are, now or at `now`; see Freshness.h. Rates that are only in
+  // memory count as none.
+  Freshness freshness(const FreshnessPolicy& policy = {}, std::optional<Date> now = {}) const;
+
   // Does nothing; kept for hosts that call it by name.
   virtual void tryLoadRatesFromQTXServer();
 
@@ -108,7 +128,8 @@ class FEXORA_API RateManager : public NSObject {
             Completion& complete);
   void tell(const Completion& complete, bool fromCache, const ResponseError* error) const;
   void request(bool sync, const Completion& complete);
-  void receive(const Response& response, bool sync);
+  std::optional<std::string> reasonAgainst(const Response& answer) const;
+  void keep(const Response& answer, RatesAnswer::Origin origin, bool sync);
   CurrencyManager& catalogue() const;
   StoreManager& store() const;
 
@@ -120,6 +141,7 @@ class FEXORA_API RateManager : public NSObject {
   std::vector<CurrencyRef> currencies_;
   std::string serviceMessage_;
   std::optional<Date> lastUpdate_;
+  AnswerCheck check_;
   std::string ratesURL_ = kTrelbyRatesURL;
   // What a request on its way, or a step after a completion, still finds, or no longer.
   std::shared_ptr<RateManager*> self_;

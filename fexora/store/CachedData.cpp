@@ -11,10 +11,23 @@ void StoreManager::saveUSDRates(const std::vector<USDRateRef>& rates, bool sync)
   attempt("Keeping the rates", [&] {
     Dictionary content = ud();
     content.set(kUDUSDRates, Mapper<USDRate>::toJSONArray(rates));
-    content.set(kUDUSDRatesUpdated, Date(platform().loop->wallSeconds()));
+    const Date now(platform().loop->wallSeconds());
+    content.set(kUDUSDRatesUpdated, now);
+    const auto answer = std::exchange(announced_, std::nullopt);
+    if (answer) {
+      content.set(kUDRatesAnswer, answer->keptWith(now));
+    } else {
+      content.remove(kUDRatesAnswer);
+    }
     setUd(std::move(content));
     if (sync) synchronize();
   });
+}
+
+std::optional<RatesAnswer> StoreManager::ratesAnswer() const {
+  std::optional<RatesAnswer> answer;
+  attempt("Reading what was said of the kept rates", [&] { answer = RatesAnswer::from(ud()); });
+  return answer;
 }
 
 std::optional<std::vector<USDRateRef>> StoreManager::loadUSDRates() const {

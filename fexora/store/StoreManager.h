@@ -14,22 +14,19 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "fexora/records/StoreSource.h"
 #include "fexora/records/USDRate.h"
+#include "fexora/store/RatesAnswer.h"
 #include "fexora/store/Settings.h"
+#include "fexora/store/StoreKeys.h"
 #include "fexora/store/UserStoreManager.h"
 
 namespace fexora {
 
 class CurrencyManager;
-
-// The keys of the cached data in the dictionary and the file.
-inline constexpr std::string_view kUDUSDRates = "UDUSDRates";
-inline constexpr std::string_view kUDUSDRatesUpdated = "UDUSDRatesUpdated";
-inline constexpr std::string_view kUDCurrencies = "UDCurrencies";
-inline constexpr std::string_view kUDSourceCurrency = "UDSourceCurrency";
 
 class FEXORA_API StoreManager : public UserStoreManager {
  public:
@@ -75,6 +72,10 @@ class FEXORA_API StoreManager : public UserStoreManager {
 
   // Keeps the rates with the current time as their date.
   virtual void saveUSDRates(const std::vector<USDRateRef>& rates, bool sync);
+  // What was said of the rates that the next saveUSDRates() keeps, and only of these.
+  void announceRates(RatesAnswer answer) { announced_ = std::move(answer); }
+  // The same of the rates that are kept; nothing when nobody has said anything of them.
+  std::optional<RatesAnswer> ratesAnswer() const;
   // Nothing when no list of rates is kept.
   virtual std::optional<std::vector<USDRateRef>> loadUSDRates() const;
   // Saves the file at once.
@@ -97,6 +98,7 @@ class FEXORA_API StoreManager : public UserStoreManager {
 
   CurrencyManager* catalogue_;
   Settings settings_;
+  std::optional<RatesAnswer> announced_;
   bool canSave_ = true;
 };
 

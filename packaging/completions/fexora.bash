@@ -7,7 +7,7 @@ _fexora_currencies() {
   if [[ -z $word ]]; then
     codes=$("$program" select 2>/dev/null)
   else
-    codes=$("$program" search -- "$word" 2>/dev/null | cut -d ' ' -f 1)
+    codes=$("$program" search --plain -- "$word" 2>/dev/null | cut -d ' ' -f 1)
   fi
   COMPREPLY=($(compgen -W "$codes" -- "${word^^}"))
   [[ ${#COMPREPLY[@]} -gt 0 ]] || COMPREPLY=($codes)
@@ -20,7 +20,7 @@ _fexora() {
   COMPREPLY=()
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
-      --container | --locale | --lang | --limit | --exclude | --count | --refresh) ((i++)) ;;
+      --container | --locale | --lang | --limit | --exclude | --from | --count | --refresh) ((i++)) ;;
       --*) ;;
       *)
         [[ $operands -gt 0 ]] || command=${COMP_WORDS[i]}
@@ -32,13 +32,15 @@ _fexora() {
 
   case ${COMP_WORDS[COMP_CWORD - 1]} in
     --container) COMPREPLY=($(compgen -d -- "$word")) && return ;;
+    --from) COMPREPLY=($(compgen -f -- "$word")) && return ;;
     --exclude) _fexora_currencies "$program" "$word" && return ;;
     --locale | --lang | --limit | --count | --refresh) return ;;
   esac
   if [[ $word == --* ]]; then
     case $command in
-      "" | convert) options+=" --invert --no-save --names" ;;
-      search) options+=" --limit --exclude" ;;
+      "" | convert) options+=" --invert --no-save --rounded --names" ;;
+      search) options+=" --limit --exclude --plain" ;;
+      refresh) options+=" --from --force" ;;
       watch) options+=" --count --refresh" ;;
     esac
     COMPREPLY=($(compgen -W "$options" -- "$word"))

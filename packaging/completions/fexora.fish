@@ -11,7 +11,7 @@ function __fexora_operands
     for word in $words
         if test $skip = 1
             set skip 0
-        else if contains -- $word --container --locale --lang --limit --exclude --count --refresh
+        else if contains -- $word --container --locale --lang --limit --exclude --from --count --refresh
             set skip 1
         else if not string match -q -- '--*' $word
             echo -- $word
@@ -38,7 +38,7 @@ function __fexora_currencies
     if test -z "$word"
         $program select 2>/dev/null
     else
-        $program search -- $word 2>/dev/null | string replace -r ' +' '\t'
+        $program search --plain -- $word 2>/dev/null | string replace -r ' +' '\t'
     end
 end
 
@@ -75,9 +75,13 @@ complete -c fexora -l version -d 'Print the version'
 complete -c fexora -l help -d 'Print the help'
 complete -c fexora -n '__fexora_is convert' -l invert -d 'Divide by the rates'
 complete -c fexora -n '__fexora_is convert' -l no-save -d 'Do not record the amount'
+complete -c fexora -n '__fexora_is convert' -l rounded -d 'Round to the minor unit'
 complete -c fexora -n '__fexora_is convert' -l names -d 'Show names beside the codes'
-complete -c fexora -n '__fexora_is search' -l limit -d 'How many matches to count' -x
+complete -c fexora -n '__fexora_is search' -l limit -d 'How many at most' -x
+complete -c fexora -n '__fexora_is search' -l plain -d 'By code and name only'
 complete -c fexora -n '__fexora_is search' -l exclude -d 'Leave this currency out' \
     -xa '(__fexora_currencies)'
+complete -c fexora -n '__fexora_is refresh' -l from -d 'A file or an address of rates' -rF
+complete -c fexora -n '__fexora_is refresh' -l force -d 'Take rates that look wrong, too'
 complete -c fexora -n '__fexora_is watch' -l count -d 'End after so many changes' -x
 complete -c fexora -n '__fexora_is watch' -l refresh -d 'Load fresh rates this often' -x

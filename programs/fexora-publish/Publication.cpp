@@ -20,10 +20,6 @@ constexpr double kDay = 86400;
 // The answer has three values for each, and six others.
 constexpr auto kMostCodes = static_cast<std::int64_t>((limits::kJsonValues - 6) / 3);
 
-std::string dayText(Date date) {
-  return date.isoText().value_or("").substr(0, 10);
-}
-
 std::map<std::string, double> ratesOf(const std::string& published, const std::string& file) {
   std::map<std::string, double> rates;
   dom::parser parser;
@@ -50,17 +46,11 @@ bool isJump(double before, double now, double percent) {
   return !(std::abs(std::ldexp(now, -exponent) - from) * 100 <= percent * from);
 }
 
-// "eur-reference.xml 2026-09-11", without the folder.
-std::string label(const Source& source) {
-  const std::string name = source.name.substr(source.name.rfind('/') + 1);  // npos + 1 is 0
-  return name + " " + dayText(source.date);
-}
-
 }  // namespace
 
 void checkAge(const Options& options, const Source& source, Date today) {
   const double days = (today.secondsSince1970() - source.date.secondsSince1970()) / kDay;
-  const std::string rates = source.name + ": its rates of " + dayText(source.date);
+  const std::string rates = source.name + ": its rates of " + sources::dayText(source.date);
   // Somewhere it is tomorrow already.
   if (days < -1) throw rejection(rates + " lie in the future");
   if (!options.maxAge || days <= *options.maxAge) return;
@@ -68,17 +58,7 @@ void checkAge(const Options& options, const Source& source, Date today) {
                   shortestText(*options.maxAge));
 }
 
-PublishedRates merge(const std::vector<Source>& sources) {
-  PublishedRates rates;
-  for (const Source& source : sources) {
-    for (const SourceRate& rate : source.rates) {
-      rates.try_emplace(rate.code, PublishedRate{rate.rate, &source.name, rate.line});
-    }
-  }
-  return rates;
-}
-
-void checkCount(const Options& options, const PublishedRates& rates) {
+void checkCount(const Options& options, const MergedRates& rates) {
   if (rates.empty()) throw rejection("the sources hold no rates");
   const auto count = static_cast<std::int64_t>(rates.size());
   const std::int64_t fewest = options.minCount.value_or(1);
@@ -88,11 +68,11 @@ void checkCount(const Options& options, const PublishedRates& rates) {
                                   : "more than the library reads, " + std::to_string(kMostCodes)));
 }
 
-void checkJump(const Options& options, const PublishedRates& rates, const std::string& published) {
+void checkJump(const Options& options, const MergedRates& rates, const std::string& published) {
   for (const auto& [code, before] : ratesOf(published, options.output)) {
     const auto now = rates.find(code);
     if (now == rates.end() || !isJump(before, now->second.rate, *options.maxJump)) continue;
-    const PublishedRate& rate = now->second;
+    const sources::MergedRate& rate = now->second;
     throw rejection(*rate.source + ", line " + std::to_string(rate.line) + ", " + code +
                     ": the rate " + shortestText(rate.rate) + " is more than " +
                     shortestText(*options.maxJump) + " % away from the published " +
@@ -100,13 +80,11 @@ void checkJump(const Options& options, const PublishedRates& rates, const std::s
   }
 }
 
-std::string answerText(const std::vector<Source>& sources, const PublishedRates& rates) {
-  std::string names;
-  for (const Source& source : sources) names += (names.empty() ? "" : ", ") + label(source);
+std::string answerText(const std::vector<Source>& sources, const MergedRates& rates) {
   program::JsonText json;
   json.beginObject().key("serviceMessage").string("");
   json.key("updated").number(sources.front().date.secondsSince1970());
-  json.key("source").string(names);
+  json.key("source").string(sources::namesOf(sources));
   json.key("count").integer(static_cast<std::int64_t>(rates.size()));
   json.key("rates").beginArray();
   for (const auto& [code, rate] : rates) {

@@ -14,8 +14,8 @@
 #include "programs/fexora-publish/Options.h"
 #include "programs/fexora-publish/Publication.h"
 #include "programs/fexora-publish/Rejection.h"
-#include "programs/fexora-publish/Source.h"
 #include "programs/shared/OneLine.h"
+#include "programs/sources/Source.h"
 
 namespace fexora::publish {
 namespace {
@@ -63,10 +63,10 @@ Date today() {
 void publish(const Options& options) {
   std::vector<Source> sources;
   for (const std::string& operand : options.sources) {
-    sources.push_back(readSource(operand, today()));
+    sources.push_back(sources::readSource(operand, today()));
     checkAge(options, sources.back(), today());
   }
-  const PublishedRates rates = merge(sources);
+  const MergedRates rates = sources::merge(sources);
   checkCount(options, rates);
   const std::string text = answerText(sources, rates);
   if (options.output.empty()) return write(stdout, text);
@@ -96,6 +96,8 @@ int run(int count, char** words) {
     return static_cast<int>(Exit::done);
   } catch (const Rejection& rejection) {
     return fail(rejection.exit, rejection.message);
+  } catch (const sources::SourceProblem& problem) {
+    return fail(Exit::rejected, problem.message);
   } catch (const std::exception& error) {
     return fail(Exit::notWritten, error.what());
   }

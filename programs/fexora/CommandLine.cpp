@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "programs/fexora/Failure.h"
+#include "programs/shared/EditDistance.h"
 #include "programs/shared/Words.h"
 
 namespace fexora::program {
@@ -23,18 +24,20 @@ struct CommandEntry {
 
 constexpr std::array<CommandEntry, 7> kCommands = {{
     {"", Command::convert, "AMOUNT SRC [DST…]",
-     "Convert AMOUNT (a number, or a calculation like 12+3*2) of SRC into each DST, or into the "
-     "stored selection. Other commands: select, settings, search, refresh, watch, status."},
+     "Convert AMOUNT (a number, a calculation like 12+3*2, or - for one a line of standard input) "
+     "of SRC into each DST, or into the stored selection. The amount may carry the source: $100. "
+     "Other commands: select, settings, search, refresh, watch, status."},
     {"select", Command::select, "[CODE…]", "Show or replace the stored selection."},
     {"settings", Command::settings, "[NAME [VALUE]]", "Show the settings, or set one."},
-    {"search", Command::search, "TEXT", "Find currencies by code or name."},
-    {"refresh", Command::refresh, "", "Load fresh rates from the service, and wait for them."},
+    {"search", Command::search, "TEXT…", "Find currencies by code, sign, name or country."},
+    {"refresh", Command::refresh, "",
+     "Load fresh rates from the service, or from sources, and wait for them."},
     {"watch", Command::watch, "", "Show each change that another process makes to the store."},
     {"status", Command::status, "", "Show where the store lies, what it holds and how old it is."},
 }};
 
-constexpr std::array<std::string_view, 7> kWithValue = {
-    "--container", "--locale", "--lang", "--limit", "--exclude", "--count", "--refresh"};
+constexpr std::array<std::string_view, 8> kWithValue = {
+    "--container", "--locale", "--lang", "--limit", "--exclude", "--from", "--count", "--refresh"};
 
 const CommandEntry& takeCommand(std::vector<std::string>& operands) {
   for (const CommandEntry& entry : kCommands) {
@@ -57,11 +60,19 @@ void addOptions(CLI::App& app, CommandLine& line, bool& version) {
     case Command::convert:
       app.add_flag("--invert", line.invert, "Divide by the rates instead of multiplying");
       app.add_flag("--no-save", line.noSave, "Do not record the amount in the store");
+      app.add_flag("--rounded", line.rounded, "Round to each currency's minor unit");
       app.add_flag("--names", line.names, "Show names beside the codes");
       break;
     case Command::search:
-      addNumber(app, "--limit", line.limit, "How many matches to count")->type_name("N");
+      addNumber(app, "--limit", line.limit, "How many at most")->type_name("N");
+      app.add_flag("--plain", line.plain, "By code and name only, in the catalogue's order");
       app.add_option("--exclude", line.exclude, "Leave this currency out")->type_name("CODE");
+      break;
+    case Command::refresh:
+      app.add_option("--from", line.from,
+                     "A file, - or an address that holds rates; later ones add what is missing")
+          ->type_name("SOURCE");
+      app.add_flag("--force", line.force, "Take rates that look wrong, too");
       break;
     case Command::watch:
       addNumber(app, "--count", line.count, "End after so many changes")->type_name("N");
@@ -74,6 +85,7 @@ void addOptions(CLI::App& app, CommandLine& line, bool& version) {
 }
 
 void checkRanges(const CommandLine& line) {
+  if (line.limit && *line.limit < 1) throw usageFailure("--limit takes a whole number from 1");
   if (line.count && *line.count < 1) throw usageFailure("--count takes a whole number from 1");
   if (line.refresh && !(*line.refresh >= 1 && std::isfinite(*line.refresh))) {
     throw usageFailure("--refresh takes a number of seconds from 1");
@@ -96,6 +108,15 @@ bool asksForJson(const std::vector<std::string>& words) try {
   return false;
 }
 
+std::string commandMeant(const std::string& word) {
+  for (const CommandEntry& entry : kCommands) {
+    if (*entry.name != '\0' && editDistance(word, entry.name) <= 2) {
+      return std::string("; did you mean the command ") + entry.name + "?";
+    }
+  }
+  return {};
+}
+
 CommandLine readCommandLine(const std::vector<std::string>& words) try {
   SortedWords sorted = sortWords(words, kWithValue);
   CommandLine line;
@@ -105,7 +126,7 @@ CommandLine readCommandLine(const std::vector<std::string>& words) try {
 
   CLI::App app(entry.purpose,
                "fexora" + (*entry.name != '\0' ? std::string(" ") + entry.name : ""));
-  app.set_help_flag("--help", "Print this help");
+  app.set_help_flag("-h,--help", "Print this help");
   bool version = false;
   addOptions(app, line, version);
   try {

@@ -22,9 +22,13 @@ struct CommandLine {
 
   bool invert = false;  // convert
   bool noSave = false;
+  bool rounded = false;
   bool names = false;
   std::optional<std::int64_t> limit;  // search
+  bool plain = false;
   std::vector<std::string> exclude;
+  std::vector<std::string> from;  // refresh
+  bool force = false;
   std::optional<std::int64_t> count;  // watch
   std::optional<double> refresh;      // watch: seconds
 
@@ -35,6 +39,9 @@ struct CommandLine {
 // Whether --json, or --json=true and the like, stands among the words: known even when the rest
 // cannot be read.
 bool asksForJson(const std::vector<std::string>& words);
+
+// "; did you mean the command select?" for a word that is nearly one, or nothing.
+std::string commandMeant(const std::string& word);
 
 // Throws a Failure of kind "usage" when the words do not fit the grammar.
 CommandLine readCommandLine(const std::vector<std::string>& words);

@@ -18,6 +18,9 @@ void refresh(const CommandLine& line);
 void watch(const CommandLine& line);
 void status(const CommandLine& line);
 
+// The eight settings by name, and one as people see it.
+std::vector<std::string> settingNames();
+std::string settingText(const std::string& name, const StoreManager& store);
 // Adds the object of all eight settings by property name.
 void addSettings(JsonText& json, const StoreManager& store);
 

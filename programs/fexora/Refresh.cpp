@@ -1,17 +1,98 @@
 #include "programs/fexora/Refresh.h"
 
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "fexora/platform/network/ShownAddress.h"
 
 #include "programs/fexora/Commands.h"
+#include "programs/fexora/Currencies.h"
+#include "programs/fexora/FromSources.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Progress.h"
 #include "programs/shared/OneLine.h"
 
 namespace fexora::program {
 namespace {
+
+std::set<std::string> codesHeld(const StoreManager& store) {
+  std::set<std::string> codes;
+  for (const USDRateRef& rate : store.loadUSDRates().value_or(std::vector<USDRateRef>())) {
+    codes.insert(rate->code());
+  }
+  return codes;
+}
+
+// What stays, after a reason why there is nothing new.
+std::string whatStays(const StoreManager& store) {
+  return hasRates(store) ? "; the cached rates stay: " + ratesLine() : "; no rates are cached";
+}
+
+Failure failureOf(const StoreManager& store, const ResponseError& error) {
+  const bool isImplausible = error.kind == ResponseError::Kind::implausible;
+  const std::string reason =
+      isImplausible ? "the new rates look wrong: " + error.message + " (--force takes them)"
+                    : error.message;
+  return {Exit::network, kindOf(error), reason + whatStays(store)};
+}
+
+void refreshFromService(const StoreManager& store) {
+  bool ended = false;
+  std::optional<Failure> failure;
+  startRefresh(store, [&](std::optional<Failure> problem) {
+    failure = std::move(problem);
+    ended = true;
+  });
+  waitFor(kTrelbyRatesURL, ended);
+  if (failure) throw Failure(*failure);
+}
+
+void refreshFrom(const std::vector<std::string>& sources, const StoreManager& store) {
+  const auto origin =
+      isAddress(sources.front()) ? RatesAnswer::Origin::service : RatesAnswer::Origin::file;
+  std::shared_ptr<Response> answer;
+  try {
+    answer = answerFromSources(sources);
+  } catch (Failure& failure) {
+    failure.message += whatStays(store);
+    throw;
+  }
+  if (const auto error = rateManager().takeAnswer(*answer, origin, true)) {
+    throw failureOf(store, *error);
+  }
+}
+
+void tellLosses(const std::set<std::string>& before, const std::set<std::string>& now) {
+  std::vector<std::string> lost;
+  std::set_difference(before.begin(), before.end(), now.begin(), now.end(),
+                      std::back_inserter(lost));
+  if (lost.empty()) return;
+  printMessage("warning: " + std::to_string(lost.size()) +
+               (lost.size() == 1 ? " currency has" : " currencies have") +
+               " no rate any more: " + listed(lost));
+}
+
+void printRefresh(const CommandLine& line, std::size_t count) {
+  const std::string& message = rateManager().serviceMessage();
+  const Freshness fresh = rateManager().freshness();
+  if (line.json) {
+    JsonText json;
+    json.beginObject().key("origin").string(text(fresh.origin));
+    json.key("count").integer(static_cast<std::int64_t>(count)).key("message").string(message);
+    json.key("updated").stringOrNull(ratesDate().updated).endObject();
+    return printLine(json.text());
+  }
+  const std::string from = line.from.empty() ? "the service" : oneLine(fresh.source);
+  printLine(std::to_string(count) + " rates from " + from + ": " + ratesLine());
+  if (!message.empty()) printLine("the service says: " + oneLine(message));
+}
+
+}  // namespace
 
 const char* kindOf(const ResponseError& error) {
   switch (error.kind) {
@@ -31,36 +112,17 @@ const char* kindOf(const ResponseError& error) {
       return "notJson";
     case ResponseError::Kind::notAnObject:
       return "notAnObject";
+    case ResponseError::Kind::implausible:
+      return "implausible";
   }
   return "network";
 }
 
-std::size_t countRates(const StoreManager& store) {
-  const auto rates = store.loadUSDRates();
-  return rates ? rates->size() : 0;
+void waitFor(const std::string& address, const bool& ended) {
+  const Progress progress(oneLine("loading rates from " + shownAddress(address)));
+  Platform::process().loop->runUntil([&] { return ended; });
+  if (!ended) throw Failure{Exit::network, "noLoop", "there is no loop to wait with; see the log"};
 }
-
-Failure failureOf(const StoreManager& store, const ResponseError& error) {
-  const std::string stay = countRates(store) > 0
-                               ? "; the cached rates stay: " + ratesLine(ratesDate())
-                               : "; no rates are cached";
-  return {Exit::network, kindOf(error), error.message + stay};
-}
-
-void printRefresh(const CommandLine& line, std::size_t count) {
-  const std::string& message = rateManager().serviceMessage();
-  if (line.json) {
-    JsonText json;
-    json.beginObject().key("origin").string("service");
-    json.key("count").integer(static_cast<std::int64_t>(count)).key("message").string(message);
-    json.key("updated").stringOrNull(ratesDate().updated).endObject();
-    return printLine(json.text());
-  }
-  printLine(std::to_string(count) + " rates from the service: " + ratesLine(ratesDate()));
-  if (!message.empty()) printLine("the service says: " + oneLine(message));
-}
-
-}  // namespace
 
 void startRefresh(const StoreManager& store, std::function<void(std::optional<Failure>)> done) {
   RateManager& rates = rateManager();
@@ -77,21 +139,17 @@ void startRefresh(const StoreManager& store, std::function<void(std::optional<Fa
 void refresh(const CommandLine& line) {
   if (!line.operands.empty()) throw usageFailure("refresh takes options only");
   StoreManager& store = openStoreInFolder();
-  bool ended = false;
-  std::optional<Failure> failure;
-  startRefresh(store, [&](std::optional<Failure> problem) {
-    failure = std::move(problem);
-    ended = true;
-  });
-  {
-    const Progress progress(oneLine("loading rates from " + shownAddress(kTrelbyRatesURL)));
-    Platform::process().loop->runUntil([&] { return ended; });
+  if (line.force) rateManager().setAnswerCheck({});
+  const auto before = codesHeld(store);
+  if (line.from.empty()) {
+    refreshFromService(store);
+  } else {
+    refreshFrom(line.from, store);
   }
-  if (!ended) throw Failure{Exit::network, "noLoop", "there is no loop to wait with; see the log"};
-  if (failure) throw Failure(*failure);
-  const std::size_t count = countRates(store);
-  if (count == 0) printMessage("warning: the service's answer holds no rates");
-  printRefresh(line, count);
+  const auto now = codesHeld(store);
+  if (now.empty()) printMessage("warning: the answer holds no rates");
+  tellLosses(before, now);
+  printRefresh(line, store.loadUSDRates().value_or(std::vector<USDRateRef>()).size());
   requireSaved(store);
 }
 

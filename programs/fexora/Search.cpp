@@ -1,6 +1,7 @@
-// Finds currencies by a part of their code or of their name.
+// Finds currencies as people look for them, or by a part of their code or name.
 #include <algorithm>
 #include <limits>
+#include <string>
 
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Currencies.h"
@@ -30,17 +31,31 @@ void printTable(const std::vector<CurrencyRef>& found) {
   }
 }
 
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
+  return text;
+}
+
+std::vector<CurrencyRef> find(const CommandLine& line, const std::string& text) {
+  const std::int64_t limit = line.limit.value_or(std::numeric_limits<std::int64_t>::max());
+  const auto excluded = currenciesFromTexts(line.exclude);
+  return line.plain ? currencyManager().currenciesForString(text, limit, excluded)
+                    : currencyManager().rankedCurrencies(text, limit, excluded);
+}
+
 }  // namespace
 
 void search(const CommandLine& line) {
-  if (line.operands.size() != 1)
-    throw usageFailure("search takes one text, as in: fexora search yen");
-  const auto found = currencyManager().currenciesForString(
-      line.operands[0], line.limit.value_or(std::numeric_limits<std::int64_t>::max()),
-      currenciesFromTexts(line.exclude));
+  if (line.operands.empty()) throw usageFailure("search takes a text, as in: fexora search yen");
+  const std::string text = joined(line.operands);
+  const auto found = find(line, text);
+  if (found.empty()) {
+    throw Failure{Exit::noCurrency, "currency",
+                  "no currency matches \"" + text + "\"" + nearText(nearestCurrencies(text))};
+  }
   if (line.json) return printJson(found);
   printTable(found);
-  if (found.empty()) printMessage("no currency matches \"" + line.operands[0] + "\"");
 }
 
 }  // namespace fexora::program

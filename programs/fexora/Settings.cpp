@@ -56,6 +56,7 @@ std::vector<CurrencyRef> currencyList(Text value) {
 
 struct Setting {
   const char* name;
+  const char* meaning;
   void (*write)(JsonText& json, const StoreManager& store);
   void (*set)(StoreManager& store, Text name, Text value);
 };
@@ -66,29 +67,32 @@ std::int64_t raw(Enum value) {
 }
 
 const std::array<Setting, 8> kSettings = {{
-    {"fraction", [](JsonText& json, const StoreManager& store) { json.integer(store.fraction()); },
+    {"fraction", "digits after the decimal mark",
+     [](JsonText& json, const StoreManager& store) { json.integer(store.fraction()); },
      [](StoreManager& store, Text name, Text value) {
        store.setFraction(integerIn(name, value, 1, kMostFraction));
      }},
-    {"mode", [](JsonText& json, const StoreManager& store) { json.integer(raw(store.mode())); },
+    {"mode", "light or dark windows",
+     [](JsonText& json, const StoreManager& store) { json.integer(raw(store.mode())); },
      [](StoreManager& store, Text name, Text value) {
        store.setMode(enumCase<StyleMode>(name, value, "light", "dark"));
      }},
-    {"seporate", [](JsonText& json, const StoreManager& store) { json.boolean(store.seporate()); },
+    {"seporate", "signs between groups of digits",
+     [](JsonText& json, const StoreManager& store) { json.boolean(store.seporate()); },
      [](StoreManager& store, Text name, Text value) { store.setSeporate(boolean(name, value)); }},
-    {"namingInWidget",
+    {"namingInWidget", "currencies of the widget by name or by code",
      [](JsonText& json, const StoreManager& store) { json.integer(raw(store.namingInWidget())); },
      [](StoreManager& store, Text name, Text value) {
        store.setNamingInWidget(enumCase<Naming>(name, value, "names", "codes"));
      }},
-    {"numberOfCurrenciesInWidget",
+    {"numberOfCurrenciesInWidget", "how many currencies the widget shows at most",
      [](JsonText& json, const StoreManager& store) {
        json.integer(store.numberOfCurrenciesInWidget());
      },
      [](StoreManager& store, Text name, Text value) {
        store.setNumberOfCurrenciesInWidget(integerIn(name, value, 1, kMostCurrencies));
      }},
-    {"todayCurrencies",
+    {"todayCurrencies", "currencies of the widget; empty: the selection",
      [](JsonText& json, const StoreManager& store) {
        json.beginArray();
        for (const std::string& code : codesOf(store.todayCurrencies())) json.string(code);
@@ -98,13 +102,14 @@ const std::array<Setting, 8> kSettings = {{
        store.setTodayCurrencies(currencyList(value));
      }},
     {"todayConversionMode",
+     "the widget shows the last amount in each currency, or one unit of todayRelativeCurrency",
      [](JsonText& json, const StoreManager& store) {
        json.integer(raw(store.todayConversionMode()));
      },
      [](StoreManager& store, Text name, Text value) {
        store.setTodayConversionMode(enumCase<TodayConversionMode>(name, value, "linear", "rate"));
      }},
-    {"todayRelativeCurrency",
+    {"todayRelativeCurrency", "the currency whose rates the widget shows",
      [](JsonText& json, const StoreManager& store) {
        json.string(store.todayRelativeCurrency()->code());
      },
@@ -122,7 +127,17 @@ const Setting& settingNamed(Text name) {
   throw usageFailure("there is no setting \"" + name + "\"; expected one of " + names);
 }
 
-// One setting for people: codes separated by commas, everything else as in JSON but unquoted.
+// The name of the case of one of the three enums; empty for other settings.
+std::string caseName(std::string_view setting, const StoreManager& store) {
+  if (setting == "mode") return store.mode() == StyleMode::dark ? "dark" : "light";
+  if (setting == "namingInWidget")
+    return store.namingInWidget() == Naming::codes ? "codes" : "names";
+  if (setting != "todayConversionMode") return {};
+  return store.todayConversionMode() == TodayConversionMode::rate ? "rate" : "linear";
+}
+
+// One setting for people: codes separated by commas, the raw value of an enum with its name,
+// everything else as in JSON but unquoted.
 std::string shown(const Setting& setting, const StoreManager& store) {
   JsonText json;
   setting.write(json, store);
@@ -130,7 +145,8 @@ std::string shown(const Setting& setting, const StoreManager& store) {
   for (const char c : json.text()) {
     if (c != '"' && c != '[' && c != ']') text += c;
   }
-  return text;
+  const std::string name = caseName(setting.name, store);
+  return name.empty() ? text : text + " (" + name + ")";
 }
 
 void print(const CommandLine& line, const StoreManager& store) {
@@ -143,11 +159,22 @@ void print(const CommandLine& line, const StoreManager& store) {
   } else {
     for (const Setting& setting : kSettings) {
       printLine(std::string(setting.name) + " = " + shown(setting, store));
+      printLine(std::string("    ") + setting.meaning);
     }
   }
 }
 
 }  // namespace
+
+std::vector<std::string> settingNames() {
+  std::vector<std::string> names;
+  for (const Setting& setting : kSettings) names.emplace_back(setting.name);
+  return names;
+}
+
+std::string settingText(const std::string& name, const StoreManager& store) {
+  return shown(settingNamed(name), store);
+}
 
 void addSettings(JsonText& json, const StoreManager& store) {
   json.beginObject();

@@ -29,8 +29,8 @@ void status(const CommandLine& line) {
     printLine("store file  " + file);
     printLine("catalogue   " + std::to_string(catalogue) + " currencies");
     printLine("selection   " + std::to_string(selected) + " currencies");
-    printLine("rates       " + std::to_string(count) +
-              (count > 0 ? ", " + ratesLine(ratesDate()) : ""));
+    printLine("rates       " + (count > 0 ? std::to_string(count) + ", " + ratesLine()
+                                          : std::string("none yet: the bundled ones are used")));
     printLine("service     " + shownAddress(kTrelbyRatesURL));
   }
   requireSaved(store);

@@ -19,7 +19,7 @@ StoreManager& openStoreInFolder();
 // Throws a Failure when the last save did not reach the file.
 void requireSaved(StoreManager& store);
 
-// When the store's rates were taken, and how long ago that is by the wall clock.
+// When the store's rates were stored, and how long ago that is by the wall clock.
 struct RatesDate {
   std::optional<std::string> updated;  // UTC, like 2026-09-29T00:00:00Z
   std::optional<double> ageSeconds;
@@ -27,7 +27,15 @@ struct RatesDate {
 RatesDate ratesDate();
 // Adds "updated" and "age_seconds".
 void addRatesDate(JsonText& json, const RatesDate& date);
-// "rates of 2026-09-29, 56 days old".
-std::string ratesLine(const RatesDate& date);
+
+// "29 September", with the year when it is not this one.
+std::string dayText(const Date& date);
+
+// Adds "rates", an object of what is known of the store's rates.
+void addFreshness(JsonText& json);
+// The same in words: "rates of 29 September, bundled, 57 days old: fexora refresh".
+std::string ratesLine();
+// That for standard output: in colour there when the rates are old and it is a terminal.
+std::string shownRatesLine();
 
 }  // namespace fexora::program

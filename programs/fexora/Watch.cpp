@@ -1,6 +1,9 @@
 // Shows each change that another process makes to the store.
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Currencies.h"
@@ -29,7 +32,37 @@ void addSource(JsonText& json, const StoreSourceRef& source) {
   json.key("currency").string(source->currency()->code()).endObject();
 }
 
-std::string jsonUpdate(const StoreManager& store) {
+// What a person or a program may ask about, by name, as JSON.
+std::map<std::string, std::string> contentOf(const StoreManager& store) {
+  std::map<std::string, std::string> content;
+  for (const std::string& name : settingNames()) content[name] = settingText(name, store);
+  content["currencies"] = listed(codesOf(store.loadCurrencies()));
+  const auto source = store.loadSourceCurrency();
+  if (source != nullptr && source->currency() != nullptr) {
+    content["source"] = source->amount().stringValue() + " " + source->currency()->code();
+  }
+  content["updated"] = ratesDate().updated.value_or("");
+  return content;
+}
+
+struct Change {
+  std::string name;
+  std::string before;
+  std::string now;
+};
+
+// Both have the same names, but for "source".
+std::vector<Change> changesBetween(std::map<std::string, std::string> before,
+                                   const std::map<std::string, std::string>& now) {
+  std::vector<Change> changes;
+  for (const auto& [name, value] : now) {
+    std::string& old = before[name];
+    if (old != value) changes.push_back({name, old, value});
+  }
+  return changes;
+}
+
+std::string jsonUpdate(const StoreManager& store, const std::vector<Change>& changes) {
   JsonText json;
   json.beginObject().key("notification").string(fileWatcherUpdate);
   addSettings(json.key("settings"), store);
@@ -37,12 +70,21 @@ std::string jsonUpdate(const StoreManager& store) {
   for (const std::string& code : codesOf(store.loadCurrencies())) json.string(code);
   json.endArray();
   addSource(json, store.loadSourceCurrency());
-  json.key("updated").stringOrNull(ratesDate().updated);
-  return json.endObject().text();
+  json.key("updated").stringOrNull(ratesDate().updated).key("changed").beginArray();
+  for (const Change& change : changes) json.string(change.name);
+  return json.endArray().endObject().text();
 }
 
-std::string plainUpdate(const StoreManager& store, bool names) {
-  std::string text = std::string(fileWatcherUpdate) + ": selection";
+// "fraction 3 -> 2"
+std::string changeText(const Change& change) {
+  const auto shown = [](const std::string& value) { return value.empty() ? "nothing" : value; };
+  return change.name + " " + shown(change.before) + " -> " + shown(change.now);
+}
+
+std::string plainUpdate(const StoreManager& store, const std::vector<Change>& changes, bool names) {
+  std::string text = std::string(fileWatcherUpdate) + ": ";
+  for (const Change& change : changes) text += changeText(change) + ", ";
+  text += "selection";
   for (const CurrencyRef& currency : store.loadCurrencies()) {
     text.append(" ").append(codeAndName(*currency, names));
   }
@@ -50,7 +92,7 @@ std::string plainUpdate(const StoreManager& store, bool names) {
   if (source != nullptr && source->currency() != nullptr) {
     text += ", last amount " + source->amount().stringValue() + " " + source->currency()->code();
   }
-  return text + ", " + ratesLine(ratesDate());
+  return text + ", " + ratesLine();
 }
 
 }  // namespace
@@ -64,9 +106,13 @@ void watch(const CommandLine& line) {
   }
   std::int64_t seen = 0;
   std::optional<Failure> failure;
+  auto content = contentOf(store);
   const auto token = NotificationCenter::defaultCenter().addObserver(fileWatcherUpdate, [&] {
     try {
-      printLine(line.json ? jsonUpdate(store) : plainUpdate(store, showsNames(line)));
+      auto now = contentOf(store);
+      const auto changes = changesBetween(std::exchange(content, now), now);
+      printLine(line.json ? jsonUpdate(store, changes)
+                          : plainUpdate(store, changes, showsNames(line)));
     } catch (const Failure& problem) {
       failure = problem;
     }

@@ -12,6 +12,7 @@
 #include "programs/fexora/CommandLine.h"
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Failure.h"
+#include "programs/fexora/Locales.h"
 #include "programs/fexora/Names.h"
 #include "programs/fexora/Output.h"
 
@@ -43,8 +44,11 @@ void prepareLibrary(const CommandLine& line) {
   if (!waits(line.command)) Platform::process().folderWatch = &noWatch;
   if (!line.verbose) Log::setProcessSink({});
   if (!line.container.empty()) setenv("FEXORA_CONTAINER", line.container.c_str(), 1);
+  requireLocale("--locale", line.locale);
+  requireLocale("--lang", line.language);
   if (!line.locale.empty()) Locale::setCurrent(line.locale);
   prepareNames(line);
+  rateManager().setAnswerCheck(plausible());
 }
 
 Exit run(const CommandLine& line) {

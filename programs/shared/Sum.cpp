@@ -1,7 +1,9 @@
 #include "programs/shared/Sum.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <utility>
 
 namespace fexora::program {
 namespace {
@@ -10,8 +12,8 @@ using Problem = SumResult::Problem;
 
 // Much more than anyone types, and little enough for any nesting.
 constexpr std::size_t kMostBytes = 1000;
-constexpr std::string_view kSigns = "+-*/()";
-constexpr std::string_view kNumberEnds = " +-*/()";
+constexpr std::string_view kSigns = "+-*/()%";
+constexpr std::string_view kNumberEnds = " +-*/()%";
 
 // One function for each rule of the grammar. After a problem every one of them gives up.
 class Descent {
@@ -31,8 +33,12 @@ class Descent {
   double sum() {
     double value = product();
     while (!failed() && (looksAt('+') || looksAt('-'))) {
-      value = text_[at_++] == '+' ? value + product() : value - product();
+      const bool isPlus = text_[at_++] == '+';
+      const double other = product();
+      const double added = share_ ? value * *share_ / 100 : other;
+      value = isPlus ? value + added : value - added;
     }
+    share_.reset();
     return value;
   }
 
@@ -42,18 +48,23 @@ class Descent {
     while (!failed() && (looksAt('*') || looksAt('/'))) {
       const std::size_t sign = at_++;
       const double other = signedValue();
+      share_.reset();
       if (text_[sign] == '/' && other == 0) fail(Problem::divisionByZero, sign);
       value = text_[sign] == '*' ? value * other : value / other;
     }
     return value;
   }
 
-  // signedValue = [ "+" | "-" ] value
+  // signedValue = [ "+" | "-" ] value [ "%" ]
   double signedValue() {
     const bool isNegative = looksAt('-');
     if (isNegative || looksAt('+')) ++at_;
-    const double read = value();
-    return isNegative ? -read : read;
+    const double read = isNegative ? -value() : value();
+    share_.reset();
+    if (failed() || !looksAt('%')) return read;
+    ++at_;
+    share_ = read;
+    return read / 100;
   }
 
   // value = "(" sum ")" | number
@@ -95,11 +106,28 @@ class Descent {
   std::string_view text_;
   const NumberReader& number_;
   std::size_t at_ = 0;
-  int open_ = 0;  // parentheses
+  int open_ = 0;                 // parentheses
+  std::optional<double> share_;  // in per cent, when that is all that the last product was
   SumResult result_;
 };
 
 }  // namespace
+
+std::string withPlainSigns(std::string_view text) {
+  constexpr std::array<std::pair<std::string_view, char>, 3> kTyped = {
+      {{"\u00D7", '*'}, {"\u00F7", '/'}, {"\u2212", '-'}}};
+  std::string plain(text);
+  for (const auto& [sign, ascii] : kTyped) {
+    for (auto at = plain.find(sign); at != plain.npos; at = plain.find(sign, at)) {
+      plain.replace(at, sign.size(), 1, ascii);
+    }
+  }
+  return plain;
+}
+
+bool mayBeSum(std::string_view text) {
+  return text.find_first_of(kSigns) != text.npos;
+}
 
 SumResult evaluateSum(std::string_view text, const NumberReader& number) {
   if (text.size() > kMostBytes) return {0, Problem::tooLong, 0, 0};

@@ -1,10 +1,15 @@
-// Sums that people type: numbers with + - * / and parentheses between them, in the usual order.
+// Sums that people type: numbers with + - * / and parentheses between them, in the usual order, and
+// per cents.
+//
+// A lone per cent after + or - is that share of what stands before ("100 + 10%" is 110); any other
+// is a hundredth ("200 * 10%" is 20).
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace fexora::program {
@@ -27,10 +32,15 @@ struct SumResult {
   std::size_t length = 0;  // of the word that is no number
 };
 
-// Evaluates `text`, in which blanks and the signs + - * / ( ) end a number; a number may have one
+// Evaluates `text`, in which blanks and the signs + - * / ( ) % end a number; a number may have one
 // sign before it. `number` reads one. Texts of more than a thousand bytes are too long, so that
 // nesting is bounded.
 using NumberReader = std::function<std::optional<double>(std::string_view word)>;
 SumResult evaluateSum(std::string_view text, const NumberReader& number);
+
+// The text with * / - for the signs × ÷ −, which are one character each as well.
+std::string withPlainSigns(std::string_view text);
+// Whether such a text has any of the signs of a sum.
+bool mayBeSum(std::string_view text);
 
 }  // namespace fexora::program

@@ -36,6 +36,10 @@ SortedWords sortWords(const std::vector<std::string>& words,
       sorted.operands.insert(sorted.operands.end(), word + 1, words.end());
       break;
     }
+    if (*word == "-h") {
+      sorted.options.emplace_back("--help");
+      continue;
+    }
     if (!word->starts_with("--")) {
       sorted.operands.push_back(*word);
       continue;

@@ -15,8 +15,8 @@ class Option;
 
 namespace fexora::program {
 
-// Options start with two hyphens. A word with one is an operand, like the amount -5 or -.5, and so
-// is each after the word "--".
+// Options start with two hyphens, but for -h. Another word with one is an operand, like the amount
+// -5 or -.5, and so is each after the word "--".
 struct SortedWords {
   std::vector<std::string> options;  // in CLI11's order, the last one first; like "--limit=3"
   std::vector<std::string> operands;

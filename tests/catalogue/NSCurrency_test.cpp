@@ -56,6 +56,9 @@ TEST(NSCurrency, Conversion_GivesTheSameObjectsEachTime) {
 TEST(NSCurrency, HandedOut_KeepsItsCurrencyWhenAllElseIsGone) {
   CurrencyRef currency = Currency::make("EUR");
   const std::weak_ptr<Currency> alive = currency;
+  // Reading alone leaves nothing behind: what was handed out goes, the currency's own stays.
+  const std::weak_ptr<NSCurrency> read = currency->_NSCurrency();
+  EXPECT_TRUE(read.expired());
   NSCurrencyRef record = currency->_NSCurrency();
   currency.reset();
   EXPECT_FALSE(alive.expired());
@@ -65,70 +68,53 @@ TEST(NSCurrency, HandedOut_KeepsItsCurrencyWhenAllElseIsGone) {
   EXPECT_TRUE(alive.expired());
 }
 
-TEST(NSCurrency, ReadingAlone_LeavesNothingBehind) {
-  CurrencyRef currency = Currency::make("EUR");
-  const std::weak_ptr<Currency> alive = currency;
-  const std::weak_ptr<NSCurrency> record = currency->_NSCurrency();
-  EXPECT_TRUE(record.expired());  // what was handed out is gone, the currency's own is not
-  EXPECT_EQ(currency->_NSCurrency()->description(), "(EUR) EUR");
-  currency.reset();
-  EXPECT_TRUE(alive.expired());
-}
-
 TEST(NSCurrency, HostsRecordInItsOwnCurrency_LeaksNeither) {
   CurrencyRef currency = Currency::make("EUR");
   const std::weak_ptr<Currency> alive = currency;
   NSCurrencyRef record = std::make_shared<NSCurrency>(currency);
+  const std::weak_ptr<NSCurrency> recordAlive = record;
   currency->set_NSCurrency(record);
-  EXPECT_EQ(currency->_NSCurrency(), record);
-  EXPECT_EQ(record->currency(), currency);
-  {
-    // What a read hands out keeps both, the host's own reference the record alone.
-    const NSCurrencyRef handed = currency->_NSCurrency();
-    currency.reset();
-    EXPECT_EQ(handed->currency(), alive.lock());
-  }
+  // What a read hands out keeps both, the host's own reference the record alone.
+  NSCurrencyRef handed = currency->_NSCurrency();
+  EXPECT_EQ(handed, record);
+  currency.reset();
+  EXPECT_EQ(handed->currency(), alive.lock());
+  handed.reset();
   EXPECT_TRUE(alive.expired());
   EXPECT_EQ(record->description(), "(EUR) EUR");
-  const std::weak_ptr<NSCurrency> recordAlive = record;
   record.reset();
   EXPECT_TRUE(recordAlive.expired());
 }
 
 TEST(NSCurrency, WrittenBackOrMovedAbout_LeaksNeither) {
-  std::weak_ptr<Currency> alive[2];
-  {
-    const CurrencyRef a = Currency::make("AAA");
-    const CurrencyRef b = Currency::make("BBB");
-    alive[0] = a;
-    alive[1] = b;
-    const NSCurrencyRef first = a->_NSCurrency();
-    a->set_NSCurrency(first);
-    EXPECT_EQ(a->_NSCurrency(), first);
-    a->set_NSCurrency(std::make_shared<NSCurrency>(a));
-    a->set_NSCurrency(first);  // one that had been handed out and replaced
-    EXPECT_EQ(a->_NSCurrency(), first);
-    EXPECT_EQ(first->currency(), a);
-    b->set_NSCurrency(first);
-    EXPECT_EQ(b->_NSCurrency()->description(), "(AAA) AAA");
-    first->setCurrency(b);
-    first->setCurrency(a);
-    EXPECT_EQ(b->_NSCurrency()->currency(), a);
-  }
-  EXPECT_TRUE(alive[0].expired());
-  EXPECT_TRUE(alive[1].expired());
+  CurrencyRef a = Currency::make("AAA");
+  CurrencyRef b = Currency::make("BBB");
+  const std::weak_ptr<Currency> alive[] = {a, b};
+  NSCurrencyRef first = a->_NSCurrency();
+  a->set_NSCurrency(first);
+  EXPECT_EQ(a->_NSCurrency(), first);
+  a->set_NSCurrency(std::make_shared<NSCurrency>(a));
+  a->set_NSCurrency(first);  // one that had been handed out and replaced
+  EXPECT_EQ(a->_NSCurrency(), first);
+  EXPECT_EQ(first->currency(), a);
+  b->set_NSCurrency(first);
+  EXPECT_EQ(b->_NSCurrency()->description(), "(AAA) AAA");
+  first->setCurrency(b);
+  first->setCurrency(a);
+  EXPECT_EQ(b->_NSCurrency()->currency(), a);
+  for (const auto release : {&a, &b}) release->reset();
+  first.reset();
+  for (const auto& currency : alive) EXPECT_TRUE(currency.expired());
 }
 
 TEST(NSCurrency, CrossedRecords_KeepTheirCurrenciesUntilOneIsWritten) {
-  std::vector<std::weak_ptr<Currency>> alive;
-  {
-    std::vector<CurrencyRef> ring = {Currency::make("AAA"), Currency::make("BBB"),
-                                     Currency::make("CCC")};
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-      alive.emplace_back(ring[i]);
-      ring[i]->set_NSCurrency(std::make_shared<NSCurrency>(ring[(i + 1) % ring.size()]));
-    }
+  std::vector<CurrencyRef> ring = {Currency::make("AAA"), Currency::make("BBB"),
+                                   Currency::make("CCC")};
+  const std::vector<std::weak_ptr<Currency>> alive(ring.begin(), ring.end());
+  for (std::size_t i = 0; i < ring.size(); ++i) {
+    ring[i]->set_NSCurrency(std::make_shared<NSCurrency>(ring[(i + 1) % ring.size()]));
   }
+  ring.clear();
   const auto first = alive[0].lock();
   ASSERT_NE(first, nullptr);
   EXPECT_EQ(first->_NSCurrency()->currency()->_NSCurrency()->description(), "(CCC) CCC");

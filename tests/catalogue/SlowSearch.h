@@ -19,16 +19,16 @@ class SlowSearch {
 
   std::vector<CurrencyRef> run(std::string_view query, std::int64_t limit,
                                const std::vector<CurrencyRef>& exclude) const {
-    const std::string q = text_.lowercased(query);
+    const Characters wanted = characters(query);
     std::vector<CurrencyRef> result;
-    if (characters(q).size() == 3) {
-      for (const CurrencyRef& c : currencies_) {
-        if (characters(codeKey(*c)) == characters(q) && !holds(exclude, c)) result.push_back(c);
-      }
+    for (const CurrencyRef& c : currencies_) {
+      const bool matches = wanted.size() == 3 && characters(c->code()) == wanted;
+      if (matches && !holds(exclude, c)) result.push_back(c);
     }
     auto counter = static_cast<std::int64_t>(result.size());
     for (const CurrencyRef& c : currencies_) {
-      const bool matches = contains(nameKey(*c), q) || contains(codeKey(*c), q);
+      const bool matches =
+          contains(localizedString(strings_, c->code()), wanted) || contains(c->code(), wanted);
       if (matches && !holds(result, c)) {
         if (!holds(exclude, c)) result.push_back(c);
         ++counter;
@@ -41,7 +41,9 @@ class SlowSearch {
  private:
   using Characters = std::vector<std::string>;
 
-  Characters characters(std::string_view text) const {
+  // In lower case.
+  Characters characters(std::string_view any) const {
+    const std::string text = text_.lowercased(any);
     Characters list;
     std::size_t start = 0;
     for (const std::size_t end : text_.characterEnds(text)) {
@@ -51,9 +53,8 @@ class SlowSearch {
     return list;
   }
 
-  bool contains(std::string_view whole, std::string_view part) const {
+  bool contains(std::string_view whole, const Characters& wanted) const {
     const Characters in = characters(whole);
-    const Characters wanted = characters(part);
     return !wanted.empty() &&
            std::search(in.begin(), in.end(), wanted.begin(), wanted.end()) != in.end();
   }
@@ -62,11 +63,6 @@ class SlowSearch {
     return std::any_of(list.begin(), list.end(), [&](const CurrencyRef& other) {
       return other != nullptr && *other == *currency;
     });
-  }
-
-  std::string codeKey(const Currency& c) const { return text_.lowercased(c.code()); }
-  std::string nameKey(const Currency& c) const {
-    return text_.lowercased(localizedString(strings_, c.code()));
   }
 
   const std::vector<CurrencyRef>& currencies_;

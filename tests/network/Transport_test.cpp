@@ -1,9 +1,9 @@
 // What the transport owes the loop that it completes on, and its bounds in time. What a service can
 // answer is asked of the program: tests/programs/test_network.py.
-#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -20,8 +20,6 @@ using Kind = ResponseError::Kind;
 
 constexpr std::string_view kGood =
     "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n{\"rates\": [{\"code\": \"EUR\", \"rate\": 1}]}";
-constexpr std::string_view kUnfinished =
-    "HTTP/1.1 200 OK\r\nContent-Length: 500\r\n\r\n{\"serviceMessage\": \"";
 
 class NoLog final : public Log {
  public:
@@ -51,11 +49,19 @@ class TransportTest : public testing::Test {
   }
   void endTransport() { transport_.reset(); }
 
-  // Runs the loop until the request has completed, and once more for what may follow.
+  // Runs the loop until the request has completed, and for a second completion that may follow.
   Outcome ask(const std::string& address);
-  void expectError(const Outcome& outcome, Kind kind) {
-    ASSERT_TRUE(outcome.error.has_value());
-    EXPECT_EQ(text(outcome.error->kind), std::string(text(kind))) << outcome.error->message;
+  Outcome expectError(const std::string& address, Kind kind) {
+    Outcome outcome = ask(address);
+    EXPECT_EQ(outcome.error ? text(outcome.error->kind) : "none", std::string(text(kind)));
+    EXPECT_EQ(outcome.error ? outcome.error->address : "", address);
+    return outcome;
+  }
+  // Until all that is in the loop's queue by now has been called.
+  void runQueued() {
+    bool isLast = false;
+    loop.post([&] { isLast = true; });
+    loop.runUntil([&] { return isLast; });
   }
 
   RunLoop& loop = RunLoop::process();
@@ -84,37 +90,27 @@ Outcome TransportTest::ask(const std::string& address) {
   EXPECT_EQ(outcome.completions, 0) << "called before the request returned";
   loop.runUntil([&] { return outcome.completions > 0; });
   timer->invalidate();
-  // A second call would be in the queue before this.
-  bool later = false;
-  loop.post([&] { later = true; });
-  loop.runUntil([&] { return later; });
+  runQueued();
   EXPECT_EQ(outcome.completions, 1);
   EXPECT_NE(outcome.record != nullptr, outcome.error.has_value());
   return outcome;
 }
 
 TEST_F(TransportTest, AddressMalformed) {
-  for (const std::string& address :
-       {std::string(), std::string("http://"), std::string("ftp://127.0.0.1/rates.json"),
-        std::string("file:///etc/hostname"), std::string("gopher://127.0.0.1/"),
-        std::string("http://127.0.0.1:99999/"), std::string("http://exa mple/"),
-        std::string("http://127.0.0.1/\r\nX: y"), std::string("://"), std::string("http://[::1/"),
-        std::string("http://127.0.0.1\0.example/", 26)}) {
-    SCOPED_TRACE(address);
-    const Outcome outcome = ask(address);
-    expectError(outcome, Kind::noAddress);
-    EXPECT_EQ(outcome.error->address, address);
+  for (const std::string& address : std::vector<std::string>{
+           "", "http://", "ftp://127.0.0.1/rates.json", "file:///etc/hostname", "://",
+           "http://[::1/", "http://127.0.0.1:99999/", "http://exa mple/",
+           "http://127.0.0.1/\r\nX: y", std::string("http://127.0.0.1\0.example/", 26)}) {
+    expectError(address, Kind::noAddress);
   }
 }
 
 TEST_F(TransportTest, NameUnknownOrNeverAnswered) {
   const LoopbackServer server(kGood);
   options.connectSeconds = 0.3;
-  expectError(ask("http://missing.test/rates.json"), Kind::noAddress);
+  expectError("http://missing.test/rates.json", Kind::noAddress);
   // Neither the loop nor the end of the transport waits for the look-up, which goes on for ever.
-  const Outcome outcome = ask("http://silent.test/rates.json");
-  expectError(outcome, Kind::timeOut);
-  EXPECT_GE(outcome.ticks, 5);
+  EXPECT_GE(expectError("http://silent.test/rates.json", Kind::timeOut).ticks, 5);
   transport().get("http://silent.test/rates.json", &unread, [](auto, auto) {});
   EXPECT_NE(ask(server.address()).record, nullptr);
   endTransport();
@@ -124,13 +120,15 @@ TEST_F(TransportTest, NameUnknownOrNeverAnswered) {
 TEST_F(TransportTest, TimeOut) {
   options.requestSeconds = 0.3;
   const LoopbackListener silent;
-  expectError(ask(silent.address()), Kind::timeOut);
-  for (const std::string_view begin : {kUnfinished, std::string_view("HTTP/1.1 200 OK\r\n")}) {
+  expectError(silent.address(), Kind::timeOut);
+  for (const std::string_view begin :
+       {"HTTP/1.1 200 OK\r\nContent-Length: 500\r\n\r\n{\"serviceMessage\": \"",
+        "HTTP/1.1 200 OK\r\n"}) {
     const LoopbackServer dripping([begin](int connection) {
       sendAll(connection, begin);
       while (sendAll(connection, "X")) waitForClient(connection, 10);
     });
-    expectError(ask(dripping.address()), Kind::timeOut);
+    expectError(dripping.address(), Kind::timeOut);
   }
 }
 
@@ -141,32 +139,27 @@ TEST_F(TransportTest, Requests_RunSideBySide) {
   transport().get(silent.address(), &unread, [&](auto, auto) { ++completions; });
   EXPECT_NE(ask(server.address()).record, nullptr);
   endTransport();
-  bool later = false;
-  loop.post([&] { later = true; });
-  loop.runUntil([&] { return later; });
+  runQueued();
   EXPECT_EQ(completions, 0);
 }
 
 TEST_F(TransportTest, Completion_MaySendTheNextOrEndTheTransport) {
   const LoopbackServer server(kGood);
-  int done = 0;
+  bool isDone = false;
   transport().get(server.address(), &unread, [&](auto, auto) {
     transport().get(server.address(), &unread, [&](auto, auto) {
       endTransport();
-      ++done;
+      isDone = true;
     });
   });
-  loop.runUntil([&] { return done > 0; });
-  EXPECT_EQ(done, 1);
+  loop.runUntil([&] { return isDone; });
 }
 
 TEST_F(TransportTest, Loop_TicksWhileALargeAnswerComes) {
   std::string answer = "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n{\"rates\": [";
   for (int i = 0; i < 10'000; ++i) {
-    // A rate may be a text, which is read as an amount is.
-    const std::string rate = std::to_string(i) + ".5";
-    answer += "{\"code\": \"C" + std::to_string(i) + "\", \"rate\": ";
-    answer += (i % 2 == 0 ? rate : "\"" + rate + "\"") + "},";
+    // A rate that is a text is read as an amount is.
+    answer += "{\"code\": \"EUR\", \"rate\": \"" + std::to_string(i) + ".5\"},";
   }
   answer.back() = ']';
   answer += "}";

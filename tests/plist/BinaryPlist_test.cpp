@@ -60,38 +60,31 @@ std::string readOne(const std::string& object) {
 TEST(BinaryPlist, Leaves) {
   const std::uint64_t ones = ~std::uint64_t{0};
   const std::string broken = "a text with control characters or broken Unicode";
-  const std::pair<std::string, std::string> rows[] = {
-      {"\x08"s, "b0"},
-      {"\x09"s, "b1"},
-      {"\x10\xFF"s, "i255"},
-      {"\x12\xFF\xFF\xFF\xFF"s, "i4294967295"},
-      {"\x13"s + bigEndian(ones, 8), "i-1"},
-      {"\x14"s + std::string(8, '\0') + bigEndian(ones, 8), describe(0x1p64)},
-      {"\x14"s + std::string(8, '\xFF') + bigEndian(ones - 4, 8), "i-5"},
-      {"\x22\x3F\xC0\x00\x00"s, describe(1.5)},
-      {"\x23"s + bigEndian(std::uint64_t{1} << 63U, 8), describe(-0.0)},
-      // Half a second after 2001 began.
-      {"\x33"s + bigEndian(0x3FE0000000000000, 8), describe(Date(978307200.5))},
-      {"\x42\x00\xFF"s, "x00ff"},
-      {"\x52hi"s, describe("hi")},
-      {"\x5F\x10\x02hi"s, describe("hi")},
-      {"\x63\x20\xAC\xD8\x3D\xDC\xB6"s, describe("€💶")},
-      {"\xA0"s, describe(Array())},
-      {"\xD0"s, describe(Dictionary())},
-      {"\x00"s, "an object of an unknown kind"},
-      {"\x0F"s, "an object of an unknown kind"},
-      {"\xC0"s, "an object of an unknown kind"},
-      {"\x80\x01"s, "an archive's reference (uid)"},
-      {"\x14"s + bigEndian(1, 8) + bigEndian(0, 8), "an integer beyond 64 bits"},
-      {"\x15"s + std::string(32, '\0'), "an integer of an unknown size"},
-      {"\x13\x01"s, "an integer of an unknown size"},
-      {"\x23\x01"s, "a real number of an unknown size"},
-      {"\x33"s + bigEndian(0x7FF8000000000000, 8), "a date outside the years 1 to 9999"},
-      {"\x51\xE9"s, "an ASCII text that is not ASCII"},
-      {"\x51\x01"s, broken},
-      {"\x61\xD8\x3D"s, broken},
-      {"\x62\xDC\xB6\xD8\x3D"s, broken}};
-  for (const auto& [object, expected] : rows) EXPECT_EQ(readOne(object), expected);
+  const std::string unknown = "an object of an unknown kind";
+  const std::string size = "an integer of an unknown size";
+  using Row = std::pair<std::string, std::string>;
+  for (const auto& [object, expected] :
+       {Row("\x08"s, "b0"), Row("\x09"s, "b1"), Row("\x10\xFF"s, "i255"),
+        Row("\x12\xFF\xFF\xFF\xFF"s, "i4294967295"), Row("\x13"s + bigEndian(ones, 8), "i-1"),
+        Row("\x14"s + std::string(8, '\0') + bigEndian(ones, 8), describe(0x1p64)),
+        Row("\x14"s + std::string(8, '\xFF') + bigEndian(ones - 4, 8), "i-5"),
+        Row("\x22\x3F\xC0\x00\x00"s, describe(1.5)),
+        Row("\x23"s + bigEndian(std::uint64_t{1} << 63U, 8), describe(-0.0)),
+        // Half a second after 2001 began.
+        Row("\x33"s + bigEndian(0x3FE0000000000000, 8), describe(Date(978307200.5))),
+        Row("\x42\x00\xFF"s, "x00ff"), Row("\x52hi"s, describe("hi")),
+        Row("\x5F\x10\x02hi"s, describe("hi")),
+        Row("\x63\x20\xAC\xD8\x3D\xDC\xB6"s, describe("€💶")), Row("\xA0"s, "a[]"),
+        Row("\xD0"s, "d{}"), Row("\x00"s, unknown), Row("\x0F"s, unknown), Row("\xC0"s, unknown),
+        Row("\x80\x01"s, "an archive's reference (uid)"),
+        Row("\x14"s + bigEndian(1, 8) + bigEndian(0, 8), "an integer beyond 64 bits"),
+        Row("\x15"s + std::string(32, '\0'), size), Row("\x13\x01"s, size),
+        Row("\x23\x01"s, "a real number of an unknown size"),
+        Row("\x33"s + bigEndian(0x7FF8000000000000, 8), "a date outside the years 1 to 9999"),
+        Row("\x51\xE9"s, "an ASCII text that is not ASCII"), Row("\x51\x01"s, broken),
+        Row("\x61\xD8\x3D"s, broken), Row("\x62\xDC\xB6\xD8\x3D"s, broken)}) {
+    EXPECT_EQ(readOne(object), expected);
+  }
 }
 
 TEST(BinaryPlist, SizesBeyondTheFile_AreRejectedWithoutRoomMade) {
@@ -106,17 +99,14 @@ TEST(BinaryPlist, SizesBeyondTheFile_AreRejectedWithoutRoomMade) {
 }
 
 TEST(BinaryPlist, DamagedTrailers_AreRejected) {
-  const std::string why = "a damaged trailer";
   const std::vector<std::string> one = {"\x09"};
   EXPECT_TRUE(readPropertyList(binary(one, {.offsetBytes = 3, .numberBytes = 8})).ok());
-  expectRejected(binary(one, {.root = 1}), why);
-  expectRejected(binary(one, {.countMore = 1}), why);
-  expectRejected(binary(one, {.countMore = ~std::uint64_t{0}}), why);
-  expectRejected(binary(one, {.countMore = std::uint64_t{1} << 62U}), why);
-  expectRejected(binary(one, {.tableMore = 3}), why);
-  expectRejected(binary(one, {.tableMore = ~std::uint64_t{0} - 8}), why);
-  expectRejected(binary(one, {.offsetBytes = 0}), why);
-  expectRejected(binary(one, {.offsetBytes = 9}), why);
+  constexpr std::uint64_t kMost = ~std::uint64_t{0};
+  const Trailer damaged[] = {{.root = 1},          {.countMore = 1},
+                             {.countMore = kMost}, {.countMore = std::uint64_t{1} << 62U},
+                             {.tableMore = 3},     {.tableMore = kMost - 8},
+                             {.offsetBytes = 0},   {.offsetBytes = 9}};
+  for (const Trailer& trailer : damaged) expectRejected(binary(one, trailer), "a damaged trailer");
   expectRejected("bplist00", "the file ends too early");
   expectRejected("bplist15" + std::string(40, '\0'), "an unknown version of the binary form");
 }
@@ -148,11 +138,9 @@ TEST(BinaryPlist, ObjectsNamedManyTimes_CountEachTime) {
 }
 
 TEST(BinaryPlist, Depth_IsBounded) {
-  const auto nested = [](int depth) {
+  const auto nested = [](unsigned depth) {
     std::vector<std::string> objects;
-    for (int i = 1; i < depth; ++i) {
-      objects.push_back("\xA1" + bigEndian(static_cast<std::uint64_t>(i), 2));
-    }
+    for (unsigned i = 1; i < depth; ++i) objects.push_back("\xA1" + bigEndian(i, 2));
     objects.emplace_back("\xA0");
     return binary(objects, {.numberBytes = 2});
   };

@@ -7,11 +7,15 @@ then that later save was lost.
 """
 
 import bisect
+import contextlib
+import itertools
 import os
 import pathlib
 import random
 import signal
+import subprocess
 import sys
+import tempfile
 import threading
 import time
 
@@ -21,25 +25,23 @@ NUMBERS = 1_000_000
 
 
 class Saver:
-    def __init__(self, program, env, folder, order):
+    def __init__(self, program, env, order):
         self.first = (order + 1) * NUMBERS
-        self.reports = os.open(folder, os.O_TMPFILE | os.O_RDWR)
-        self.pid = os.posix_spawn(program, [program, "tell", str(self.first)], env, file_actions=[
-            (os.POSIX_SPAWN_DUP2, self.reports, 1), (os.POSIX_SPAWN_OPEN, 2, "/dev/null", os.O_WRONLY, 0)])
+        self.reports = tempfile.TemporaryFile()
+        self.process = subprocess.Popen([program, "tell", str(self.first)], env=env,
+                                        stdout=self.reports, stderr=subprocess.DEVNULL)
 
     def has_reported(self):
-        return os.fstat(self.reports).st_size
+        return os.fstat(self.reports.fileno()).st_size
 
     def kill(self):
         """The saves it reported as (number, begin, end), and the one that it may have been in."""
-        os.kill(self.pid, signal.SIGKILL)
-        _, status = os.waitpid(self.pid, 0)
+        self.process.kill()
+        assert self.process.wait() == -signal.SIGKILL, "a save failed"
         died = time.monotonic_ns()
-        assert os.WIFSIGNALED(status), "a save failed"
-        size = self.has_reported()
-        lines = os.pread(self.reports, size, 0).decode().splitlines()
-        os.close(self.reports)
-        saves = [tuple(map(int, line.split())) for line in lines]
+        with self.reports:
+            self.reports.seek(0)
+            saves = [tuple(map(int, line.split())) for line in self.reports]
         return saves, (self.first + len(saves), died)
 
 
@@ -50,27 +52,24 @@ def split(content):
     return number, (head, tail)
 
 
-class Reader(threading.Thread):
-    """Reads the store until told to stop; what it saw as (when it began, number)."""
+class Reader:
+    """What it saw of a store, as (when it began to read, number)."""
 
     def __init__(self, store):
-        super().__init__()
-        self.store, self.done = store, False
-        self.frame = split(store.read_bytes())[1]
+        self.store = store
+        _, self.frame = split(store.read_bytes())
         self.seen, self.faults = [], []
 
-    def run(self):
-        while not self.done:
+    def look_until(self, done):
+        while not done.wait(0.001):  # else it takes the time that the savers need
             self.look()
-            time.sleep(0.001)  # else it takes the time that the savers need
+        self.look()
 
     def look(self):
         begin = time.monotonic_ns()
-        try:
+        content = b""
+        with contextlib.suppress(OSError):
             content = self.store.read_bytes()
-        except OSError as fault:
-            self.faults.append(str(fault))
-            return
         number, frame = split(content)
         if number.isdigit() and frame == self.frame:
             self.seen.append((begin, int(number)))
@@ -83,18 +82,11 @@ def lost(saves, unreported, seen):
     done = {number: end for number, _, end in saves} | dict(unreported)
     # By their ends, with the latest beginning up to there.
     saves = sorted(saves, key=lambda save: save[2])
-    ends, latest = [], []
-    for _, begin, end in saves:
-        ends.append(end)
-        latest.append(max(begin, latest[-1] if latest else 0))
-    faults = []
-    for begin, number in seen:
-        before = bisect.bisect_left(ends, begin)
-        if number in done and before and latest[before - 1] > done[number]:
-            faults.append(number)
-        elif number not in done and number >= NUMBERS:
-            faults.append(number)
-    return faults
+    ends = [end for _, _, end in saves]
+    latest = [0, *itertools.accumulate((begin for _, begin, _ in saves), max)]
+    # A number of nobody's is from before the first save.
+    return [number for begin, number in seen if number >= NUMBERS and (
+        number not in done or latest[bisect.bisect_left(ends, begin)] > done[number])]
 
 
 def run(program, container, env, kills, processes=4, seed=20261124):
@@ -102,8 +94,9 @@ def run(program, container, env, kills, processes=4, seed=20261124):
     sys.setswitchinterval(0.0001)  # the reader and the killer take turns
     store = pathlib.Path(container) / "Store.plist"
     chance = random.Random(seed)
-    reader = Reader(store)
-    reader.start()
+    reader, done = Reader(store), threading.Event()
+    reading = threading.Thread(target=reader.look_until, args=[done])
+    reading.start()
     saves, unreported, savers = [], [], []
 
     def bury(saver):
@@ -111,7 +104,6 @@ def run(program, container, env, kills, processes=4, seed=20261124):
         saves.extend(reported)
         unreported.append(dying)
 
-    started = time.monotonic()
     try:
         for order in range(kills + processes):
             if len(savers) == processes:
@@ -123,15 +115,11 @@ def run(program, container, env, kills, processes=4, seed=20261124):
                     time.sleep(0)
                 bury(victim)
             if order < kills:
-                savers.append(Saver(str(program), env, str(container) + "-reports", order))
+                savers.append(Saver(program, env, order))
     finally:
         for saver in savers:
             bury(saver)
-        took = time.monotonic() - started
-        reader.done = True
-        reader.join()
-    reader.look()
-    left = sorted(set(os.listdir(container)) - {"Store.plist"})
-    return {"kills": len(unreported), "seconds": round(took, 1), "saves": len(saves),
-            "reads": len(reader.seen), "torn": reader.faults,
-            "lost": lost(saves, unreported, reader.seen), "temporaries": len(left)}
+        done.set()
+        reading.join()
+    return {"kills": len(unreported), "saves": len(saves), "reads": len(reader.seen),
+            "torn": reader.faults, "lost": lost(saves, unreported, reader.seen)}

@@ -1,8 +1,8 @@
 """Rates services on loopback: one that a test scripts, and nginx with the shipped configuration."""
 
 import grp
+import itertools
 import os
-import pathlib
 import pwd
 import socket
 import socketserver
@@ -27,14 +27,9 @@ class Service:
 
         class Handler(socketserver.StreamRequestHandler):
             def handle(self):
-                head = b""
-                while not head.endswith(b"\r\n\r\n"):
-                    line = self.rfile.readline()
-                    if not line:
-                        return
-                    head += line
-                service.requests.append(head.decode())
-                script = service.paths.get(head.split()[1].decode(), service.script)
+                head = b"".join(itertools.takewhile(bytes.strip, self.rfile)).decode()
+                service.requests.append(head)
+                script = service.paths.get(head.split()[1], service.script)
                 if callable(script):
                     script(self.connection)
                 else:
@@ -73,9 +68,6 @@ class ServedTest(ProgramTest):
         super().setUp()
         self.service = Service(self)
         self.url = self.service.url
-
-    def environment(self, **changes):
-        return super().environment(**{"FEXORA_RATES_URL": self.url, "no_proxy": "*", **changes})
 
 
 class Nginx:
@@ -133,5 +125,5 @@ http {{
 def update_rates(folder, *words):
     """Runs the shipped script with the built publisher; the exit code."""
     env = dict(os.environ, PATH=f"{BIN}:{os.environ['PATH']}")
-    script = pathlib.Path(SHIPPED / "fexora-rates-update")
-    return subprocess.run([script, folder, *words], env=env, stderr=subprocess.DEVNULL).returncode
+    command = [SHIPPED / "fexora-rates-update", folder, *words]
+    return subprocess.run(command, env=env, stderr=subprocess.DEVNULL).returncode

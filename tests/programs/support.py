@@ -4,6 +4,8 @@ import json
 import os
 import pathlib
 import plistlib
+import pty
+import select
 import shutil
 import subprocess
 import tempfile
@@ -23,29 +25,30 @@ def snapshot_rates():
 class ProgramTest(unittest.TestCase):
     program = "fexora"
     longest = 501  # of its messages, in bytes
+    # Nothing may reach the network; a test that wants a service names one on loopback.
+    url = "http://127.0.0.1:9/rates.json"
 
     def setUp(self):
-        self.container = pathlib.Path(tempfile.mkdtemp(prefix="fexora-test-"))
-        for folder in (self.container, f"{self.container}-cache"):
-            self.addCleanup(shutil.rmtree, folder, ignore_errors=True)
+        self.container = self.new_folder()
+        self.addCleanup(shutil.rmtree, f"{self.container}-cache", ignore_errors=True)
         self.store = self.container / "Store.plist"
+
+    def new_folder(self):
+        folder = tempfile.mkdtemp(prefix="fexora-test-")
+        self.addCleanup(shutil.rmtree, folder, ignore_errors=True)
+        return pathlib.Path(folder)
 
     def environment(self, **changes):
         env = {k: v for k, v in os.environ.items() if not k.startswith(("LC_", "LANG", "FEXORA"))}
-        env["FEXORA_CONTAINER"] = str(self.container)
-        # Nothing may reach the network; a test that wants a service names one on loopback.
-        env["FEXORA_RATES_URL"] = "http://127.0.0.1:9/rates.json"
-        env["XDG_CACHE_HOME"] = str(self.container) + "-cache"
-        env.update(changes)
-        return {k: v for k, v in env.items() if v is not None}
+        env |= {"FEXORA_CONTAINER": str(self.container), "FEXORA_RATES_URL": self.url, "no_proxy": "*",
+                "XDG_CACHE_HOME": f"{self.container}-cache"}
+        return {k: v for k, v in (env | changes).items() if v is not None}
 
-    def start(self, *words, program=None, before=(), env=None, terminal=None, **options):
-        """With `terminal`, a descriptor, as both outputs instead of two pipes."""
+    def start(self, *words, program=None, before=(), env=None, **options):
         words = [*before, BIN / (program or self.program), *words]
-        process = subprocess.Popen(
-            words, env=env or self.environment(), text=True,
-            **{"stdin": subprocess.DEVNULL, "stdout": terminal or subprocess.PIPE,
-               "stderr": terminal or subprocess.PIPE, **options})
+        outputs = {"stdin": subprocess.DEVNULL, "stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
+        process = subprocess.Popen(words, env=env or self.environment(), text=True, **outputs | options)
+        self.addCleanup(process.wait)
         self.addCleanup(process.kill)  # should it hang
         return process
 
@@ -65,23 +68,44 @@ class ProgramTest(unittest.TestCase):
     def json(self, *words, **options):
         return json.loads(self.succeed(*words, "--json", **options))
 
-    def reject(self, code, *words, **options):
-        """Runs what must end with `code`; its one message."""
+    def rejected(self, code, *words, **options):
+        """Runs what must end with `code`; its output and its one message."""
         got, out, err = self.run_program(*words, **options)
         self.assertEqual(got, code, (words, out, err))
         self.assertRegex(err, rf"\A{self.program}: [^\n]+\n\Z")
         self.assertLessEqual(len(err), self.longest)
-        return err
+        return out, err
+
+    def reject(self, code, *words, **options):
+        return self.rejected(code, *words, **options)[1]
 
     def failure(self, code, *words, **options):
-        """Runs what must end with `code`; the JSON error, which is the one message, too."""
-        got, out, err = self.run_program(*words, "--json", **options)
+        """The JSON error, which is the one message, too."""
+        out, err = self.rejected(code, *words, "--json", **options)
         error = json.loads(out)["error"]
-        self.assertEqual((got, list(error), err),
-                         (code, ["kind", "message"], f"fexora: {error['message']}\n"), words)
-        self.assertNotIn("\n", error["message"])
-        self.assertLessEqual(len(err), self.longest)
+        self.assertEqual((list(error), err), (["kind", "message"], f"fexora: {error['message']}\n"))
         return error
+
+    def start_on_terminal(self, *words, **options):
+        """With the descriptor that shows what it prints."""
+        ours, theirs = pty.openpty()
+        self.addCleanup(os.close, ours)
+        with open(theirs, "wb", buffering=0) as terminal:
+            options |= dict.fromkeys(("stdin", "stdout", "stderr"), terminal)
+            return self.start(*words, **options), ours
+
+    def read_until(self, terminal, wanted):
+        """What a terminal shows until it has shown this."""
+        shown = ""
+        while wanted not in shown:
+            self.assertTrue(select.select([terminal], [], [], 60)[0], f"no {wanted} in {shown!r}")
+            shown += os.read(terminal, 4096).decode(errors="replace")
+        return shown
+
+    def reject_full_output(self, *words):
+        with open("/dev/full", "w", encoding="utf-8") as full:
+            code, _, err = self.run_program(*words, stdout=full)
+        self.assertEqual((code, "standard output" in err), (4, True), err)
 
     def content(self):
         """The store file as Python's own reader has it."""

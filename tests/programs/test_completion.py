@@ -1,12 +1,8 @@
 """Shell completion and the manual page, each by its own shell or formatter."""
 
 import os
-import pty
 import re
-import select
 import subprocess
-import time
-import unittest
 
 from support import BIN, SOURCE, ProgramTest
 
@@ -59,36 +55,19 @@ class Shells(ProgramTest):
 
 
 class Zsh(ProgramTest):
-    def setUp(self):
-        """An interactive shell at its prompt, on a terminal."""
-        super().setUp()
+    def test_a_name_becomes_its_code_and_a_command_is_completed(self):
         (self.container / ".zshrc").write_text(
             f"PS1='READY> '; unset zle_bracketed_paste; fpath=({COMPLETIONS} $fpath)\n"
             "autoload -U compinit; compinit -u -D\n", encoding="utf-8")
-        self.terminal, theirs = pty.openpty()
-        self.addCleanup(os.close, self.terminal)
         env = self.environment(PATH=f"{BIN}:{os.environ['PATH']}", HOME=str(self.container),
                                ZDOTDIR=str(self.container), TERM="dumb", LANG="C.UTF-8")
-        shell = subprocess.Popen(["zsh", "-d", "-i"], env=env, stdin=theirs, stdout=theirs,
-                                 stderr=theirs, start_new_session=True)
-        os.close(theirs)
-        self.addCleanup(shell.wait)
-        self.addCleanup(shell.kill)
-        self.read_until("READY> ")
-
-    def read_until(self, wanted):
-        shown = ""
-        end = time.monotonic() + 60
-        while wanted not in shown:
-            ready, _, _ = select.select([self.terminal], [], [], end - time.monotonic())
-            self.assertTrue(ready, f"never shown: {wanted} in {shown!r}")
-            shown += os.read(self.terminal, 4096).decode(errors="replace")
-
-    def test_a_name_becomes_its_code_and_a_command_is_completed(self):
+        _, terminal = self.start_on_terminal("-d", "-i", program="/usr/bin/zsh", env=env,
+                                             start_new_session=True)
+        self.read_until(terminal, "READY> ")
         for line, wanted in [("100 yen", "JPY"), ("setti", "settings"),
                              ("settings mode d", "dark"), ("search x --exc", "--exclude")]:
-            os.write(self.terminal, f"\x15fexora {line}\t".encode())  # in place of the line so far
-            self.read_until(wanted)
+            os.write(terminal, f"\x15fexora {line}\t".encode())  # in place of the line so far
+            self.read_until(terminal, wanted)
 
 
 class Manual(ProgramTest):
@@ -107,7 +86,3 @@ class Manual(ProgramTest):
             self.assertIn(name, text)
         for code in range(5):
             self.assertRegex(text, rf"\n +{code} +\w")
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -4,7 +4,6 @@ import json
 import os
 import plistlib
 import time
-import unittest
 
 from support import ProgramTest, snapshot_rates
 
@@ -16,7 +15,7 @@ class Conversion(ProgramTest):
         codes = extremes + [code for code in sorted(rates) if code not in extremes][:60]
         self.succeed("select", *codes)
         for source in codes:
-            items = self.json("1", source)["items"]
+            items = json.loads(self.run_program("1", source, "--json")[1])["items"]
             self.assertEqual([item["currency"] for item in items], [c for c in codes if c != source])
             for item in items:
                 # The dollar's own 1 makes both directions of it plain quotients too.
@@ -25,14 +24,18 @@ class Conversion(ProgramTest):
     def test_keys_and_values_of_the_answer(self):
         answer = self.json("100", "usd", "Eur", "GBP", "eur")
         self.assertEqual(list(answer), ["amount", "source", "invert", "updated", "age_seconds",
-                                        "origin", "items", "missing"])
+                                        "origin", "rates", "reading", "items", "missing", "notices"])
+        self.assertEqual({**answer["rates"], "stored": None}, {
+            "published": "2026-09-29T00:00:00Z", "stored": None, "source": "", "origin": "bundled",
+            "state": "old"})
         self.assertEqual((answer["amount"], answer["source"], answer["invert"]), (100, "USD", False))
         self.assertEqual((answer["updated"], answer["origin"]), ("2026-09-29T00:00:00Z", "bundled"))
         self.assertAlmostEqual(answer["age_seconds"], time.time() - 1790640000, delta=60)
         self.assertEqual([item["currency"] for item in answer["items"]], ["EUR", "GBP"])
         rate = snapshot_rates()["EUR"]
         self.assertEqual(answer["items"][0], {"currency": "EUR", "rate": rate, "amount": 100 * rate})
-        self.assertEqual(answer["missing"], [])
+        self.assertEqual((answer["missing"], answer["notices"]), ([], []))
+        self.assertEqual(answer["reading"], {"kind": "exact", "value": 100, "other": None})
         # Until others are stored they are the bundled ones, whoever stored them.
         self.assertEqual(self.json("1", "USD", "EUR")["origin"], "bundled")
         content = self.content()
@@ -40,14 +43,67 @@ class Conversion(ProgramTest):
         self.store.write_bytes(plistlib.dumps(content))
         self.assertEqual(self.json("1", "USD", "EUR")["origin"], "store")
 
-    def test_invert_divides(self):
-        rates = snapshot_rates()
-        item = self.json("100", "EUR", "GBP", "--invert")["items"][0]
-        self.assertEqual(item["amount"], 100 / (rates["GBP"] / rates["EUR"]))
+        # --invert divides.
+        item = self.json("100", "USD", "EUR", "--invert")["items"][0]
+        self.assertEqual(item["amount"], 100 / rate)
 
     def test_amounts_with_signs_and_both_marks(self):
         for typed, value in [("-5", -5), ("-.5", -0.5), ("12,5", 12.5), ("12.5", 12.5), ("0", 0)]:
             self.assertEqual(self.json(typed, "USD", "EUR")["amount"], value)
+        env = self.environment(LC_ALL="de_DE.UTF-8")
+        self.assertEqual(self.json("1.234,56", "EUR", "USD", env=env)["amount"], 1234.56)
+        for locale in ("ar_EG", "fa"):
+            self.assertEqual(self.json("12.5", "EUR", "USD", "--locale", locale)["amount"], 12.5)
+
+    def noted(self, *words):
+        """The JSON of a conversion that has something to say, and what it says."""
+        code, out, err = self.run_program(*words, "--json")
+        self.assertEqual(code, 0, err)
+        return json.loads(out), err
+
+    def test_what_has_two_readings_is_said(self):
+        for words, amount, source, note in [
+                (("1,234", "USD", "EUR"), 1234, "USD", '"1,234" was read as 1234; write 1.234 for the other'),
+                (("1.234", "USD", "EUR", "--locale", "de_DE"), 1234, "USD", "write 1,234 for the other"),
+                (("$100", "EUR"), 100, "USD", "the most traded"), (("kr 5", "EUR", "--locale", "da_DK"), 5, "DKK", "of the locale"),
+                (("100", "yen", "in", "euro"), 100, "JPY", '"euro" was read as EUR (Euro)'),
+                (("250", "GBp", "USD"), 2.5, "GBP", "GBp are hundredths of GBP"),
+                (("3", "ILA", "to", "USD"), 0.03, "ILS", "hundredths of ILS")]:
+            answer, err = self.noted(*words)
+            self.assertEqual((answer["amount"], answer["source"]), (amount, source), words)
+            self.assertIn(note, err)
+            self.assertTrue(any(note in notice for notice in answer["notices"]), answer)
+        reading = self.noted("1,234", "USD", "EUR")[0]["reading"]
+        self.assertEqual(reading, {"kind": "ambiguous", "value": 1234, "other": 1.234})
+        for words in (("100USD", "eur"), ("€5", "=", "usd"), ("EUR 5", "into", "USD"), ("5", "usd", "AS", "eur", "gbp")):
+            self.succeed(*words)
+
+    def test_withdrawn_money_and_rates_of_another_day(self):
+        answer, err = self.noted("100", "DEM", "EUR")
+        self.assertIn("DEM was replaced by EUR on 2002-01-01 (1 EUR = 1.95583 DEM)", err)
+        content = self.content()
+        content["UDUSDRates"] = [{"code": "EUR", "rate": 0.5}, {"code": "USD", "rate": 1}]
+        self.store.write_bytes(plistlib.dumps(content))
+        items = self.noted("1", "USD", "DEM", "JPY", "EUR")[0]["items"]
+        self.assertAlmostEqual(items[0]["rate"], 0.5 * 1.95583, 15)  # by law
+        self.assertEqual(items[1]["rate"], snapshot_rates()["JPY"])
+        self.assertEqual([item.get("published") for item in items], [None, "2026-09-29T00:00:00Z", None])
+        self.assertRegex(self.succeed("1", "USD", "JPY"), r"\(rate of 29 September.*, bundled\)")
+
+    def test_rounded_to_the_minor_unit(self):
+        out = self.succeed("2.675", "USD", "JPY", "BHD", "USDT", "--rounded")
+        rates = snapshot_rates()
+        for code, digits in (("JPY", 0), ("BHD", 3)):
+            self.assertIn(f" {2.675 * rates[code]:.{digits}f} {code} ", out)
+        self.assertEqual(self.json("2.675", "USD", "EUR", "--rounded")["items"][0]["amount"],
+                         round(2.675 * rates["EUR"], 2))
+
+    def test_amounts_of_standard_input(self):
+        code, out, err = self.run_program("-", "USD", "EUR", "--json", text="1\n\n2+3\r\nx\n4\n")
+        lines = [json.loads(line) for line in out.splitlines()]
+        self.assertEqual([line.get("amount") for line in lines], [1, 5, None, 4])
+        self.assertEqual((code, err.count('"x"')), (2, 1))
+        self.assertEqual(self.content()["UDSourceCurrency"]["amount"], 4)
 
     def test_the_input_is_recorded_unless_told_not_to(self):
         self.succeed("--no-save", "5", "USD", "EUR")
@@ -61,7 +117,7 @@ class Conversion(ProgramTest):
         out = self.succeed("1234567.5", "USD", "JPY", "--locale", "de_DE")
         amount = f"{1234567.5 * snapshot_rates()['JPY']:,.2f}"
         self.assertIn(amount.translate(str.maketrans(".,", ",.")) + " JPY", out)
-        self.assertRegex(out, r"rates of 2026-09-29, \d+ days old\n\Z")
+        self.assertRegex(out, r"rates of 29 September.*, bundled, \d+ days old: fexora refresh\n\Z")
         self.succeed("settings", "seporate", "false")
         self.assertIn(amount.replace(",", "") + " JPY", self.succeed("1234567.5", "USD", "JPY"))
         # Too small for two digits: shown all the same.
@@ -87,15 +143,15 @@ class Rejections(ProgramTest):
     def test_wrong_use_and_no_numbers_exit_with_2(self):
         self.assertIn("amount", self.reject(2))
         self.assertIn("currency", self.reject(2, "100"))
-        for text in ["abc", "1.2.3", "", "1,234.5", "--", "0x10", "1e", "½", "1e400", "-1e400", "∞"]:
+        for text in ["abc", "1.2.3", "", "12,34,5", "--", "0x10", "1e", "½", "1e400", "-1e400", "∞"]:
             words = ["--", text] if text.startswith("--") else [text]
             self.assertIn(f'"{text}"', self.reject(2, *words, "USD", "EUR"))
+        self.assertIn("the command select?", self.reject(2, "selct"))
         self.assertIn("--bogus", self.reject(2, "1", "USD", "--bogus"))
         self.assertIn("--count", self.reject(2, "watch", "--count", "0"))
         self.assertFalse(self.store.exists(), "nothing is made for a wrong use")
 
     def test_unknown_currencies_exit_with_1_and_offer_near_ones(self):
-        self.assertRegex(self.reject(1, "1", "UDS"), r'"UDS".*\bUSD\b')
         self.assertIn('"XXQ"', self.reject(1, "1", "USD", "EUR", "XXQ"))
         self.assertEqual(self.run_program("1", "USD", "CLF")[1], "")
         self.assertNotIn("UDSourceCurrency", self.content())
@@ -109,22 +165,17 @@ class Rejections(ProgramTest):
         content["UDCurrencies"] += [{"code": code} for code in ("QQQ", "QQQ", "gbp", "USD")]
         self.store.write_bytes(plistlib.dumps(content))
         self.assertRegex(self.reject(1, "2", "USD"), "QQQ.*CLF")
-        code, out, _ = self.run_program("2", "USD", "--json")
-        answer = json.loads(out)
-        self.assertEqual((code, [item["currency"] for item in answer["items"]], answer["missing"]),
-                         (1, ["EUR", "GBP"], ["QQQ", "CLF"]))
+        answer = json.loads(self.rejected(1, "2", "USD", "--json")[0])
+        self.assertEqual(([item["currency"] for item in answer["items"]], answer["missing"]),
+                         (["EUR", "GBP"], ["QQQ", "CLF"]))
         self.assertEqual(self.content()["UDSourceCurrency"]["amount"], 2)
 
     def test_json_errors_stand_on_standard_output_too(self):
-        code, out, err = self.run_program("abc", "USD", "EUR", "--json")
-        error = json.loads(out)["error"]
-        self.assertEqual((code, list(error)), (2, ["kind", "message"]))
-        self.assertEqual(err, f"fexora: {error['message']}\n")
+        self.failure(2, "abc", "USD", "EUR")
         for word in ("--json=true", "--json=yes", "--json=2", "--json="):
             self.assertIn("error", json.loads(self.run_program("abc", "USD", word)[1]), word)
         self.assertEqual(self.run_program("abc", "USD", "--json", "--json=false")[1], "")
-        _, out, err = self.run_program("1", "\n" * 2000 + '"', "--json")
-        self.assertEqual(len(err.splitlines()), 1)
+        out, _ = self.rejected(1, "1", "\n" * 2000 + '"', "--json")
         self.assertIn("message", json.loads(out)["error"])
 
     def test_a_missing_value_takes_no_other_word(self):
@@ -157,10 +208,6 @@ class Rejections(ProgramTest):
                       self.json("status", env=env, errors="surrogateescape")["file"])
 
     def test_help_and_version(self):
-        self.assertIn("AMOUNT SRC", self.succeed("--help"))
-        self.assertIn("NAME", self.succeed("settings", "--help"))
-        self.assertRegex(self.succeed("--version"), r"\Afexora \d+\.\d+\.\d+\n\Z")
-
-
-if __name__ == "__main__":
-    unittest.main()
+        for words, shown in [(["--help"], "AMOUNT SRC"), (["settings", "--help"], "NAME"),
+                             (["--version"], r"\Afexora \d+\.\d+\.\d+\n\Z")]:
+            self.assertRegex(self.succeed(*words), shown)

@@ -1,7 +1,6 @@
 """The example of how fresh rates come: examples/fresh-rates."""
 
 import subprocess
-import unittest
 
 from support import BIN, SOURCE, ProgramTest
 from test_service import expected_rates
@@ -18,7 +17,3 @@ class Example(ProgramTest):
             amount = f"{100 * rate[code] / rate['EUR']:,.3f}"
             self.assertRegex(result.stdout, rf"(?m)^ *{amount} {code} ")
         self.assertEqual(list(self.container.iterdir()), [])
-
-
-if __name__ == "__main__":
-    unittest.main()

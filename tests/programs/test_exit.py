@@ -1,9 +1,6 @@
 """A host may end at any moment of a request, and modules may be missing."""
 
-import pathlib
 import shutil
-import tempfile
-import unittest
 
 from support import BIN, ProgramTest
 
@@ -24,8 +21,7 @@ class Exit(ProgramTest):
 class Modules(ProgramTest):
     def alone(self):
         """A folder with the library and no module; and an environment for programs to load that."""
-        folder = pathlib.Path(tempfile.mkdtemp(prefix="fexora-test-"))
-        self.addCleanup(shutil.rmtree, folder)
+        folder = self.new_folder()
         for library in (BIN.parent / "lib").glob("libfexora.so.*"):
             shutil.copy2(library, folder, follow_symlinks=False)
         return folder, self.environment(LD_LIBRARY_PATH=str(folder))
@@ -46,13 +42,9 @@ class Modules(ProgramTest):
         self.assertEqual(self.run_program("at-once", program=HOST, env=env)[0], 0)
 
     def test_missing_for_a_store_is_no_damage(self):
-        self.store.write_text("<plist version='1.0'><dict><key>other</key><string>x</string></dict></plist>")
-        before = self.store.read_bytes()
+        before = b"<plist version='1.0'><dict><key>other</key><string>x</string></dict></plist>"
+        self.store.write_bytes(before)
         self.assertEqual(self.run_program("settings", "fraction", "5", env=self.alone()[1])[0], 4)
         self.assertEqual(self.store.read_bytes(), before)
         self.succeed("settings", "fraction", "5")
         self.assertEqual(self.content(), self.content() | {"other": "x", "Fraction": 5})
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -4,7 +4,6 @@ import datetime
 import os
 import re
 import subprocess
-import unittest
 import urllib.error
 import urllib.request
 
@@ -61,7 +60,3 @@ class Operating(ProgramTest):
         self.assertEqual(self.json("refresh", env=env)["count"], 339)
         with self.assertRaises(urllib.error.HTTPError):
             urllib.request.urlopen(nginx.url + ".old")
-
-
-if __name__ == "__main__":
-    unittest.main()

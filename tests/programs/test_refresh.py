@@ -1,13 +1,10 @@
 """`fexora refresh` and `fexora watch --refresh` against a service that a test scripts."""
 
+import datetime
 import json
-import os
-import pty
-import random
 import signal
 import threading
 import time
-import unittest
 
 from service import ServedTest, answer
 from test_sharing import Watcher
@@ -21,6 +18,7 @@ class Refresh(ServedTest):
     def setUp(self):
         super().setUp()
         self.service.script = answer(GOOD)
+        self.folder = self.new_folder()
 
     def test_rates_are_stored_and_converted_with(self):
         result = self.json("refresh")
@@ -37,13 +35,70 @@ class Refresh(ServedTest):
             {"code": "GBP", "rate": 1e400}, {"code": "CHF", "rate": 1, "rate": 2}, {"rate": 3},
             {"code": "CNY", "rate": null}, {"code": "INR", "rate": "x"}, {"code": "SEK", "rate": true},
             {"code": "USD", "rate": 1}, {"code": "USD", "rate": 1, "code": "EUR"}]}""")
-        self.assertEqual(self.json("refresh")["message"], "")
+        self.assertEqual(self.failure(3, "refresh")["kind"], "implausible")
+        self.assertEqual(self.json("refresh", "--force")["message"], "")
         stored = [(rate["code"], rate["rate"]) for rate in self.content()["UDUSDRates"]]
         self.assertEqual(stored, [
             ("EUR", 0.5), ("JPY", 150.5), ("GBP", float("inf")), ("CHF", 1), ("CNY", 0), ("INR", 0),
             ("SEK", 1), ("USD", 1), ("USD", 1)])
-        converted = self.json("2", "USD", "EUR", "GBP")["items"]
-        self.assertEqual([item["amount"] for item in converted], [1, None])
+        _, out, err = self.run_program("2", "USD", "EUR", "GBP", "--json")
+        self.assertEqual([item["amount"] for item in json.loads(out)["items"]], [1, None])
+        self.assertIn("the result for GBP is no finite number", err)
+
+    def test_sources_in_every_form_from_files_and_addresses(self):
+        day = "2026-09-11"
+        published = datetime.datetime.fromisoformat(day + "T06:07:08+00:00").timestamp()
+        forms = {
+            "own": json.dumps({"updated": published, "rates": [
+                {"rate": 0.5, "code": "EUR"}, {"code": "USD", "rate": 1}]}),
+            "dollar.json": json.dumps({"date": day, "usd": {"usd": 1, "eur": 0.5}}),
+            "euro.xml": f"""<E><Cube><Cube time="{day}"><Cube currency="USD" rate="2"/></Cube></Cube></E>""",
+            "some.csv": "code,rate\nUSD,1\nEUR,0.5\n"}
+        for name, content in forms.items():
+            (self.folder / name).write_text(content)
+            self.service.paths["/" + name] = answer(content)
+            for source, origin in ((str(self.folder / name), "file"),
+                                   (f"{self.service.base}/{name}", "service")):
+                self.assertEqual(self.json("refresh", "--force", "--from", source)["origin"], origin)
+                rates = self.json("1", "USD", "EUR")
+                self.assertEqual(rates["items"][0]["amount"], 0.5)
+                self.assertIn(name, rates["rates"]["source"])
+                if not name.endswith(".csv"):
+                    self.assertEqual(rates["rates"]["published"][:10], day)
+                    self.assertIn("rates of 11 September", self.succeed("1", "USD", "EUR"))
+        # The first is the base, later ones add what it lacks; a dash is standard input.
+        (self.folder / "more").write_text("EUR,9\nJPY,150\n")
+        result = self.run_program("refresh", "--force", "--from", str(self.folder / "own"), "--from", "-",
+                                  text="JPY,140\n")
+        self.assertIn("3 rates", result[1])
+        result = self.json("refresh", "--from", str(self.folder / "own"), "--from", str(self.folder / "more"))
+        self.assertEqual(result["count"], 3)
+        self.assertEqual([item["amount"] for item in self.json("1", "USD", "EUR", "JPY")["items"]], [0.5, 150])
+
+    def test_what_may_not_replace_the_rates_stays_out_and_says_why(self):
+        self.succeed("refresh")
+        before = self.store.read_bytes()
+        for text, kind, part in (("EUR,0\n", "source", "line 1, EUR"), ("EUR,0.9\nJPY,150\n", "implausible", "EUR"),
+                                 ("JPY,150\n", "implausible", "1 of the 2"), ("\n", "implausible", "there are none")):
+            (self.folder / "source.csv").write_text(text)
+            error = self.failure(3, "refresh", "--from", str(self.folder / "source.csv"))
+            self.assertEqual(error["kind"], kind)
+            self.assertIn(part, error["message"])
+            self.assertIn("the cached rates stay", error["message"])
+            self.assertEqual(self.store.read_bytes(), before)
+        for missing in (str(self.folder / "none"), self.service.base + "/none"):
+            self.service.script = answer("", status="404 Not Found")
+            self.assertIn("none", self.failure(3, "refresh", "--from", missing)["message"])
+        (self.folder / "source.csv").write_text("JPY,150\n")
+        _, _, err = self.run_program("refresh", "--force", "--from", str(self.folder / "source.csv"))
+        self.assertIn("1 currency has no rate any more: EUR", err)
+
+    def test_repeated_rates_do_not_get_younger(self):
+        self.service.script = answer(json.dumps(
+            {"updated": time.time() - 75 * 86400 - 60, "rates": [{"code": "EUR", "rate": 0.5}]}))
+        for _ in range(2):
+            self.assertIn("75 days old: fexora refresh", self.succeed("refresh"))
+        self.assertEqual(self.json("1", "USD", "EUR")["rates"]["state"], "old")
 
     def test_user_and_secret_of_the_address_never_show(self):
         self.service.script = b""
@@ -57,64 +112,29 @@ class Refresh(ServedTest):
         for head in self.service.requests:
             self.assertIn("\r\nAuthorization: Basic ", head)
 
-    def test_without_cached_rates_a_failure_says_so(self):
+    def test_wrong_use_and_a_failure_without_cached_rates(self):
+        self.reject(2, "refresh", "EUR")
         self.service.script = b""
         self.assertIn("no rates are cached", self.reject(3, "refresh"))
 
-    def test_use_and_places_that_cannot_be_written(self):
-        self.reject(2, "refresh", "EUR")
-        (self.container / "file").write_text("")
-        env = self.environment(FEXORA_CONTAINER=str(self.container / "file/below"))
-        self.reject(4, "refresh", env=env)
-
     def test_progress_shows_on_a_terminal_only_and_is_wiped(self):
         go_on = threading.Event()
-
-        def respond(connection):
-            go_on.wait()
-            connection.sendall(answer(GOOD))
-
-        self.service.script = respond
-        leader, follower = pty.openpty()
-        self.addCleanup(os.close, leader)
-        process = self.start("refresh", terminal=follower)
-        os.close(follower)
-        shown = b""
-        while b"loading rates" not in shown:
-            shown += os.read(leader, 4096)
+        self.service.script = lambda connection: go_on.wait() and connection.sendall(answer(GOOD))
+        process, terminal = self.start_on_terminal("refresh")
+        self.read_until(terminal, "loading rates")
         go_on.set()
         self.assertEqual(process.wait(timeout=60), 0)
-        while b"2 rates" not in shown:
-            shown += os.read(leader, 4096)
-        self.assertIn(b"\r\x1b[K2 rates", shown)
+        self.assertIn("\r\x1b[K2 rates", self.read_until(terminal, "2 rates"))
         # Not at a terminal there is nothing but the result, however long it takes.
         go_on.clear()
         process = self.start("refresh")
-        timer = threading.Timer(1.2, go_on.set)
-        timer.start()
+        threading.Timer(1.2, go_on.set).start()
         self.assertEqual(process.communicate(timeout=60)[1], "")
 
-    def test_interrupted_at_any_moment_leaves_the_store_whole(self):
-        self.succeed("refresh")
-        chance = random.Random(20261124)
-        for _ in range(30):
-            process = self.start("refresh")
-            time.sleep(chance.uniform(0, 0.04))
-            process.send_signal(signal.SIGINT)
-            process.communicate(timeout=60)
-            self.assertIn(process.returncode, (0, -signal.SIGINT))
-            self.assertEqual(len(self.content()["UDUSDRates"]), 2)
-
     def test_interrupted_while_the_service_is_silent(self):
-        asked = threading.Event()
-        end = threading.Event()
+        asked, end = threading.Event(), threading.Event()
         self.addCleanup(end.set)
-
-        def respond(_):
-            asked.set()
-            end.wait()
-
-        self.service.script = respond
+        self.service.script = lambda _: (asked.set(), end.wait())
         process = self.start("refresh")
         asked.wait()
         process.send_signal(signal.SIGINT)
@@ -123,17 +143,13 @@ class Refresh(ServedTest):
         self.succeed("settings")
 
     def test_watch_keeps_the_rates_fresh_and_goes_on_when_the_service_fails(self):
-        scripts = [answer("oops", status="500 Oops"), answer("oops", status="500 Oops"), answer(GOOD)]
-        asked = threading.Semaphore(0)
-
-        def respond(connection):
-            connection.sendall(scripts.pop(0))
-            asked.release()
-
-        self.service.script = respond
+        failing = answer("oops", status="500 Oops")
+        scripts = [failing, failing, answer(GOOD)]
+        answered = threading.Semaphore(0)
+        self.service.script = lambda connection: (
+            connection.sendall(scripts.pop(0)), answered.release())
         watcher = Watcher(self, "--refresh", "1")
-        for _ in range(3):
-            self.assertTrue(asked.acquire(timeout=60))
+        self.assertTrue(all(answered.acquire(timeout=60) for _ in range(3)))
         watcher.process.terminate()
         out, err = watcher.process.communicate()
         self.assertEqual(out, "")
@@ -149,7 +165,3 @@ class Refresh(ServedTest):
         update = watcher.next()
         self.assertEqual(update["settings"]["fraction"], 6)
         self.assertIsNotNone(update["updated"])
-
-
-if __name__ == "__main__":
-    unittest.main()

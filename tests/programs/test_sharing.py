@@ -3,9 +3,7 @@
 import json
 import os
 import pathlib
-import shutil
 import signal
-import unittest
 
 import kills
 from support import BIN, ProgramTest
@@ -67,9 +65,6 @@ class TwoProcesses(ProgramTest):
     def test_savers_killed_at_any_moment_leave_whole_files_only(self):
         self.succeed("1", "USD", "EUR")
         self.succeed("settings", "fraction", "1")
-        reports = pathlib.Path(str(self.container) + "-reports")
-        reports.mkdir()
-        self.addCleanup(shutil.rmtree, reports)
         # The long form: FEXORA_KILLS=10000.
         count = int(os.environ.get("FEXORA_KILLS", 200))
         figures = kills.run(BIN / "reliability_saver", self.container, self.environment(), count)
@@ -80,7 +75,3 @@ class TwoProcesses(ProgramTest):
         self.assertEqual(len(self.content()["UDUSDRates"]), 339)
         self.succeed("settings")  # a start clears what the dead left
         self.assertEqual(os.listdir(self.container), ["Store.plist"])
-
-
-if __name__ == "__main__":
-    unittest.main()

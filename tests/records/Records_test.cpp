@@ -14,21 +14,18 @@ TEST(Currency, EqualByCode_WhoeverHoldsIt) {
   const auto euro = Currency::make("EUR");
   const auto empty = Currency::make();
   const USDRate rate(0.9, "EUR");
-  EXPECT_TRUE(*euro == *Currency::make("EUR"));
-  EXPECT_EQ(euro->hashValue(), Currency::make("EUR")->hashValue());
+  // The last two are canonically equivalent.
+  const std::pair<const char*, const char*> equal[] = {{"EUR", "EUR"}, {"\u00C5", "A\u030A"}};
+  for (const auto& [a, b] : equal) {
+    EXPECT_TRUE(*Currency::make(a) == *Currency::make(b));
+    EXPECT_EQ(Currency::make(a)->hashValue(), Currency::make(b)->hashValue());
+  }
   EXPECT_FALSE(*euro == *Currency::make("eur"));
   EXPECT_FALSE(*empty == *empty);
-  EXPECT_FALSE(*euro == rate);
-  EXPECT_FALSE(rate == *euro);
+  EXPECT_FALSE(*euro == rate || rate == *euro);
   EXPECT_TRUE(rate == USDRate(0.95, "EUR"));
   EXPECT_FALSE(USDRate() == USDRate());
-}
-
-TEST(Currency, CanonicallyEquivalentCodes_AreEqual) {
-  const auto composed = Currency::make("\u00C5");
-  const auto decomposed = Currency::make("A\u030A");
-  EXPECT_TRUE(*composed == *decomposed);
-  EXPECT_EQ(composed->hashValue(), decomposed->hashValue());
+  EXPECT_FALSE(MappableModel() == MappableModel());
 }
 
 TEST(Currency, JsonForm_IsTheCodeAlone) {
@@ -66,24 +63,11 @@ TEST(Mapper, RecordsThatDoNotMap_AreLeftOut) {
 }
 
 TEST(MappableModel, MappingFromAnotherRecord_TakesItsKeys) {
-  USDRate from(0.5, "GBP");
   USDRate to(0.9, "EUR");
-  to.mapping(from);
-  EXPECT_EQ(to.code(), "GBP");
-  EXPECT_EQ(to.rate().doubleValue(), 0.5);
+  to.mapping(USDRate(0.5, "GBP"));
+  EXPECT_EQ(Mapper<USDRate>::toJSON(to), Value(Dictionary{{"code", "GBP"}, {"rate", 0.5}}));
   to.mapping(*Currency::make("JPY"));
-  EXPECT_EQ(to.code(), "JPY");
-  EXPECT_EQ(to.rate().doubleValue(), 0.5);
-}
-
-TEST(MappableModel, Base_IsEqualToItselfOnly) {
-  MappableModel one;
-  const MappableModel other;
-  one.setId(4);
-  EXPECT_EQ(one.id(), 4);
-  EXPECT_TRUE(one == one);
-  EXPECT_FALSE(one == other);
-  EXPECT_NE(one.hashValue(), other.hashValue());
+  EXPECT_EQ(Mapper<USDRate>::toJSON(to), Value(Dictionary{{"code", "JPY"}, {"rate", 0.5}}));
 }
 
 TEST(USDRate, Currency_IsTheCataloguesOwnRecord) {
@@ -95,11 +79,9 @@ TEST(USDRate, Currency_IsTheCataloguesOwnRecord) {
 
 TEST(Rate, PrintedForm_AndMembersByName) {
   Rate rate(Currency::make("EUR"), Currency::make("USD"), 1 / 0.9);
-  EXPECT_EQ(rate.description(), "EUR -> USD = 1.111111");
   EXPECT_EQ(rate.valueForKey("description"), Value("EUR -> USD = 1.111111"));
-  EXPECT_EQ(rate.valueForKey("rate"), Value(1 / 0.9));
   EXPECT_TRUE(rate.setValueForKey("rate", 0.5));
-  EXPECT_EQ(rate.rate().doubleValue(), 0.5);
+  EXPECT_EQ(rate.valueForKey("rate"), Value(0.5));
   EXPECT_FALSE(rate.setValueForKey("rate", "0.5"));
   EXPECT_FALSE(rate.setValueForKey("src", "USD"));
   EXPECT_EQ(rate.valueForKey("src"), std::nullopt);
@@ -140,24 +122,17 @@ static_assert(
     !std::is_constructible_v<ConvertedItem, CurrencyRef, CurrencyRef, NSNumber, NSNumber, bool>);
 
 TEST(StoreSource, RoundTrip_KeepsTheNumbersKind) {
-  const auto source = StoreSource::make(12.5, Currency::make("EUR"));
-  const auto json = Mapper<StoreSource>::toJSON(*source);
-  EXPECT_EQ(json, Value(Dictionary{{"amount", 12.5}, {"currency", Dictionary{{"code", "EUR"}}}}));
-  const auto read = Mapper<StoreSource>::map(json);
-  EXPECT_EQ(read->amount().doubleValue(), 12.5);
-  EXPECT_TRUE(*read->currency() == *source->currency());
+  const Dictionary json{{"amount", 12.5}, {"currency", Dictionary{{"code", "EUR"}}}};
+  EXPECT_EQ(Mapper<StoreSource>::toJSON(*StoreSource::make(12.5, Currency::make("EUR"))), json);
+  EXPECT_EQ(Mapper<StoreSource>::toJSON(*Mapper<StoreSource>::map(json)), json);
   EXPECT_EQ(StoreSource().amount().kind(), NSNumber::Kind::integer);
   EXPECT_EQ(Mapper<StoreSource>::map(Dictionary{})->currency(), nullptr);
 }
 
 // JSON in, the record's own JSON out: what has the wrong type leaves the initial value.
 TEST(Response, Reading_TakesWhatHasItsType) {
-  const auto expected = [](Dictionary changes) {
-    Dictionary all{
-        {"serviceMessage", ""}, {"updated", 0}, {"source", ""}, {"count", 0}, {"rates", Array{}}};
-    for (const auto& [key, value] : changes) all.set(key, value);
-    return all;
-  };
+  const Dictionary none{
+      {"serviceMessage", ""}, {"updated", 0}, {"source", ""}, {"count", 0}, {"rates", Array{}}};
   const auto rates = [](const Value& rate) {
     return Dictionary{{"rates", Array{Dictionary{{"code", "EUR"}, {"rate", rate}}}}};
   };
@@ -177,8 +152,9 @@ TEST(Response, Reading_TakesWhatHasItsType) {
   for (const char* locale : {"en_US", "de_DE", "fr_FR"}) {
     Locale::setCurrent(locale);
     for (const auto& [in, out] : rows) {
-      EXPECT_EQ(Mapper<Response>::toJSON(*Mapper<Response>::map(in)), Value(expected(out)))
-          << locale;
+      Dictionary expected = none;
+      for (const auto& [key, value] : out) expected.set(key, value);
+      EXPECT_EQ(Mapper<Response>::toJSON(*Mapper<Response>::map(in)), Value(expected)) << locale;
     }
   }
   Locale::setCurrent("");
@@ -188,9 +164,9 @@ TEST(Response, Reading_TakesWhatHasItsType) {
 TEST(NSNumber, OtherKinds_NeverFail) {
   EXPECT_EQ(NSNumber(true).kind(), NSNumber::Kind::boolean);
   EXPECT_EQ(NSNumber(std::numeric_limits<std::uint64_t>::max()).kind(), NSNumber::Kind::real);
-  EXPECT_EQ(NSNumber(1e300).intValue(), std::numeric_limits<std::int64_t>::max());
-  EXPECT_EQ(NSNumber(std::nan("")).intValue(), 0);
-  EXPECT_EQ(NSNumber(-2.9).intValue(), -2);
+  const std::pair<NSNumber, std::int64_t> integers[] = {
+      {1e300, std::numeric_limits<std::int64_t>::max()}, {std::nan(""), 0}, {-2.9, -2}};
+  for (const auto& [number, integer] : integers) EXPECT_EQ(number.intValue(), integer);
   EXPECT_TRUE(std::isinf(NSNumber(1e300).floatValue()));
   EXPECT_EQ(NSNumber(42).stringValue(), "42");
   EXPECT_EQ(NSNumber("7").kind(), NSNumber::Kind::real);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
-#include <random>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -13,6 +12,7 @@
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 
+#include "fuzz/Mutator.h"
 #include "tests/support/Command.h"
 #include "tests/support/CrashDisk.h"
 #include "tests/support/Describe.h"
@@ -63,65 +63,10 @@ std::string inBinary(const std::string& xml) {
   return runCommand({FEXORA_TEST_PYTHON, "-c", script}, xml).output;
 }
 
-// One to four damages: cut, bits and bytes changed, pieces left out, doubled, or of another file.
-class Damager {
- public:
-  std::string damaged(std::string bytes, const std::string& other) {
-    for (std::size_t times = 1 + below(4); times > 0; --times) damage(bytes, other);
-    return bytes;
-  }
-
- private:
-  std::size_t below(std::size_t bound) { return engine_() % (bound != 0 ? bound : 1); }
-  void damage(std::string& bytes, const std::string& other) {
-    if (bytes.empty()) return;
-    const std::size_t at = below(bytes.size());
-    const std::size_t size = below(std::min<std::size_t>(bytes.size() - at, 64) + 1);
-    switch (below(7)) {
-      case 0:
-        bytes.resize(at);
-        break;
-      case 1:
-        bytes[at] = static_cast<char>(static_cast<unsigned char>(bytes[at]) ^ (1U << below(8)));
-        break;
-      case 2:
-        bytes[at] = static_cast<char>(below(256));
-        break;
-      case 3:
-        bytes.erase(at, size);
-        break;
-      case 4:
-        bytes.insert(at, bytes.substr(at, size));
-        break;
-      case 5:
-        bytes.replace(at, size, std::string(size, '\0'));
-        break;
-      default:
-        bytes.replace(at, size, other.substr(std::min(at, other.size()), size));
-        break;
-    }
-  }
-
-  std::mt19937_64 engine_{20261124};
-};
-
 class Damage : public testing::Test {
  protected:
   // A running store reloads the file, and another one starts with it and saves.
   void meet(const std::string& bytes) {
-    const std::string fault = faultOf(bytes);
-    if (fault.empty()) return;
-    writeFile("damage.plist", bytes);
-    FAIL() << fault << ": see damage.plist";
-  }
-
-  const std::string xml_ = realStore(3);
-  const std::string binary_ = inBinary(xml_);
-  int read_ = 0;      // still a dictionary
-  int rejected_ = 0;  // kept the last content
-
- private:
-  std::string faultOf(const std::string& bytes) {
     World world;
     world.disk.put(world.path, xml_);
     StoreManager running(world.desktop.platform);
@@ -130,45 +75,44 @@ class Damage : public testing::Test {
     world.disk.put(world.path, bytes);
     running.folderUpdate();
     const auto read = readPropertyList(bytes);
-    const bool isDictionary = read.ok() && read.value.dictionary() != nullptr;
-    ++(isDictionary ? read_ : rejected_);
-    if (isDictionary != running.loadProblem().empty()) return "the two readers disagree";
-    const Dictionary& expected = isDictionary ? *read.value.dictionary() : before;
+    const bool isRead = read.ok() && read.value.dictionary() != nullptr;
+    ++(isRead ? read_ : rejected_);
+    EXPECT_EQ(running.loadProblem().empty(), isRead);
     // Not-a-number equals nothing, but is described.
-    if (running.ud() != expected && describe(running.ud()) != describe(expected)) {
-      return "odd content";
-    }
+    const Dictionary& expected = isRead ? *read.value.dictionary() : before;
+    EXPECT_TRUE(running.ud() == expected || describe(running.ud()) == describe(expected));
 
     StoreManager fresh(world.desktop.platform);
-    if (world.desktop.log.count("SAVE") != 0) return "a reading start wrote";
+    EXPECT_EQ(world.desktop.log.count("SAVE"), 0) << "a reading start wrote";
     fresh.setFraction(5);
+    const std::string saved = world.disk.content(world.path).value_or("");
     // What was read can hold what cannot be written: a date beyond the year 9999 in the binary
     // form.
-    const bool isSaved = fresh.saveProblem().empty();
-    const std::string saved = world.disk.content(world.path).value_or("");
-    if (!isSaved) return saved == bytes ? "" : "a failed save changed the file";
-    const auto again = readPropertyList(saved);
-    if (!again.ok()) return "a save that does not read: " + again.error;
-    return isDictionary || world.isKeptAside(bytes) ? "" : "not kept aside";
+    if (fresh.saveProblem().empty()) {
+      EXPECT_TRUE(readPropertyList(saved).ok());
+      EXPECT_TRUE(isRead || world.isKeptAside(bytes));
+    } else {
+      EXPECT_EQ(saved, bytes);
+    }
+    if (HasFailure()) writeFile("damage.plist", bytes);
   }
+
+  const std::string xml_ = realStore(3);
+  const std::string binary_ = inBinary(xml_);
+  int read_ = 0;      // still a dictionary
+  int rejected_ = 0;  // kept the last content
 };
 
-TEST_F(Damage, EveryTruncation_IsRejected) {
+TEST_F(Damage, CutOffOrFlippedAtEachByte_IsTakenOrRejectedWhole) {
   for (const std::string& whole : {xml_, binary_}) {
     ASSERT_TRUE(readPropertyList(whole).ok());
-    // XML without its last line end is whole.
-    for (std::size_t size = 0; size + 1 < whole.size() && !HasFailure(); ++size) {
-      meet(whole.substr(0, size));
-    }
-  }
-  EXPECT_EQ(read_, 0);
-}
-
-TEST_F(Damage, EachByteFlipped_IsTakenOrRejectedWhole) {
-  for (const std::string& whole : {xml_, binary_}) {
     for (std::size_t at = 0; at < whole.size() && !HasFailure(); ++at) {
+      const int before = read_;
+      meet(whole.substr(0, at));
+      // XML without its last line end is whole.
+      EXPECT_TRUE(read_ == before || at + 1 == whole.size()) << at;
       std::string bytes = whole;
-      bytes[at] = static_cast<char>(static_cast<unsigned char>(bytes[at]) ^ (1U << (at % 8)));
+      bytes[at] = static_cast<char>(bytes[at] ^ (1 << (at % 8)));
       meet(bytes);
     }
   }
@@ -178,10 +122,9 @@ TEST_F(Damage, EachByteFlipped_IsTakenOrRejectedWhole) {
 TEST_F(Damage, AtRandom_IsTakenOrRejectedWhole) {
   const char* const count = std::getenv("FEXORA_DAMAGES");
   const std::string xml = realStore(12);
-  const std::string binary = inBinary(xml);
-  Damager damager;
+  fuzz::Mutator mutator({xml, inBinary(xml)});
   for (int i = count != nullptr ? std::atoi(count) : 6000; i > 0 && !HasFailure(); --i) {
-    meet(i % 2 == 0 ? damager.damaged(xml, binary) : damager.damaged(binary, xml));
+    meet(mutator.next());
   }
   EXPECT_GT(read_, 100);
   EXPECT_GT(rejected_, 100);

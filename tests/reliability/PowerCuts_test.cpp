@@ -7,27 +7,11 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/CrashDisk.h"
-#include "tests/support/ForwardingFiles.h"
+#include "tests/support/FaultyFiles.h"
 #include "tests/support/StoreWorld.h"
 
 namespace fexora::test {
 namespace {
-
-// The control: answers that it has flushed all files, or all folders, and has not.
-class Unflushed final : public ForwardingFiles {
- public:
-  Unflushed(Files& below, FileStatus::Type without) : ForwardingFiles(below), without_(without) {}
-
- private:
-  std::optional<std::error_code> enter(std::string_view operation,
-                                       const std::string& path) override {
-    const bool isFile = path.find("/.fexora-save-") != std::string::npos;
-    const bool isMeant = isFile == (without_ == FileStatus::Type::file);
-    return operation == "flush" && isMeant ? std::optional(std::error_code()) : std::nullopt;
-  }
-
-  FileStatus::Type without_;
-};
 
 // The number of a save is its "Fraction"; the file that a first start makes has none, and counts as
 // number 0. Nothing when the bytes are no dictionary.
@@ -40,14 +24,17 @@ std::optional<std::int64_t> numberIn(const std::string& bytes) {
 class PowerCuts : public testing::Test {
  protected:
   static constexpr const char* kFolder = "/home/data/container";
+  static constexpr const char* kUnreadable = "damage";
 
   // A first start and some saves, with every cut judged on the way.
   void run(CrashDisk& disk, Files& files, int saves) {
+    reported_ = -1;
+    saving_ = torn_ = lost_ = 0;
     VirtualPlatform desktop(files);
     const auto cut = [&] { disk.powerCuts([this](CrashDisk& left) { judge(left); }); };
     disk.setObserver(cut);
     StoreManager store(desktop.platform);
-    reported_ = store.saveProblem().empty() ? 0 : -1;
+    reported_ = disk.content(path_) == kUnreadable || !store.saveProblem().empty() ? -1 : 0;
     for (saving_ = 1; saving_ <= saves; ++saving_) {
       store.setFraction(saving_);
       EXPECT_EQ(store.saveProblem(), "");
@@ -58,7 +45,7 @@ class PowerCuts : public testing::Test {
   void judge(CrashDisk& left) {
     ++states_;
     const auto bytes = left.content(path_);
-    const auto number = bytes ? numberIn(*bytes) : -1;
+    const auto number = bytes && *bytes != kUnreadable ? numberIn(*bytes) : -1;
     torn_ += number ? 0 : 1;
     lost_ += number && *number < reported_ ? 1 : 0;
     EXPECT_LE(number, saving_);
@@ -75,7 +62,7 @@ class PowerCuts : public testing::Test {
   const EnvironmentVariable container_{"FEXORA_CONTAINER", kFolder};
   const std::string path_ = std::string(kFolder) + "/Store.plist";
   std::int64_t reported_ = -1;
-  std::int64_t saving_ = 0;
+  int saving_ = 0;
   int states_ = 0;
   int torn_ = 0;
   int lost_ = 0;
@@ -92,45 +79,29 @@ TEST_F(PowerCuts, FirstStartInANewFolderAndSaves_LoseNothingReported) {
   EXPECT_EQ(leftovers_, 0);
 }
 
-TEST_F(PowerCuts, WithoutTheFilesFlush_TearTheFile) {
-  CrashDisk disk(300);
-  Unflushed files(disk, FileStatus::Type::file);
-  run(disk, files, 2);
-  EXPECT_GT(torn_, 0);
+// The control: files, or folders, that are said to be flushed and are not.
+TEST_F(PowerCuts, WithoutAFlush_TearTheFileOrLoseWhatWasReported) {
+  for (const bool isFile : {true, false}) {
+    CrashDisk disk(300);
+    FaultyFiles files(disk);
+    files.fail(0, [isFile](std::size_t, const auto& call) {
+      return call.operation == "flush" &&
+             (call.path.find("/.fexora-save-") != std::string::npos) == isFile;
+    });
+    run(disk, files, 2);
+    EXPECT_GT(isFile ? torn_ : lost_, 0);
+  }
 }
 
-TEST_F(PowerCuts, WithoutTheFoldersFlush_LoseWhatWasReported) {
-  CrashDisk disk(300);
-  Unflushed files(disk, FileStatus::Type::folder);
-  run(disk, files, 2);
-  EXPECT_GT(lost_, 0);
-}
-
-TEST_F(PowerCuts, UnreadableFileKeptAside_IsNeverLostWithoutItsCopy) {
+TEST_F(PowerCuts, UnreadableFile_StaysUntilTheSaveThatReplacesIt) {
   CrashDisk disk(150);
   for (const char* folder : {"/home", "/home/data", kFolder}) disk.makeFolder(folder, 0700);
-  disk.put(path_, "damage");
-  // Until the first save is done the damage stands, here or aside.
-  VirtualPlatform desktop(disk);
-  StoreManager store(desktop.platform);
-  int states = 0;
-  disk.setObserver([&] {
-    disk.powerCuts([&](CrashDisk& left) {
-      const auto bytes = left.content(path_);
-      if (!bytes) return;  // the folder itself was not flushed above
-      ++states;
-      bool isThere = false;
-      const auto names = left.list(kFolder);
-      for (const std::string& name : *names) {
-        isThere = isThere || left.content(std::string(kFolder) + "/" + name) == "damage";
-      }
-      EXPECT_TRUE(isThere || numberIn(*bytes));
-      EXPECT_TRUE(*bytes == "damage" || numberIn(*bytes));
-    });
-  });
-  store.setFraction(5);
-  EXPECT_EQ(store.saveProblem(), "");
-  EXPECT_GT(states, 50);
+  for (const char* folder : {"/", "/home", "/home/data"}) disk.flush(*disk.openFolder(folder));
+  disk.put(path_, kUnreadable);
+  run(disk, disk, 2);
+  EXPECT_GT(states_, 50);
+  EXPECT_EQ(torn_, 0);
+  EXPECT_EQ(lost_, 0);
 }
 
 }  // namespace

@@ -1,9 +1,10 @@
 #include "tests/support/Describe.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
-#include <cstdint>
+#include <vector>
 
 #include "fexora/platform/text/NumberText.h"
 
@@ -14,21 +15,13 @@ template <class Bytes>
 std::string hex(const Bytes& bytes) {
   static constexpr char kDigits[] = "0123456789abcdef";
   std::string out;
-  for (const auto byte : bytes) {
-    const auto value = static_cast<unsigned char>(byte);
-    out += kDigits[value >> 4U];
-    out += kDigits[value & 15U];
-  }
+  for (const unsigned char byte : bytes) out += {kDigits[byte >> 4U], kDigits[byte & 15U]};
   return out;
 }
 
 std::string bits(double value) {
-  const auto word = std::bit_cast<std::uint64_t>(value);
-  std::string bytes;
-  for (int shift = 56; shift >= 0; shift -= 8) {
-    bytes += static_cast<char>((word >> static_cast<unsigned>(shift)) & 0xFFU);
-  }
-  return hex(bytes);
+  const auto bytes = std::bit_cast<std::array<unsigned char, sizeof value>>(value);
+  return hex(std::vector(bytes.rbegin(), bytes.rend()));
 }
 
 std::string describeNumber(const NSNumber& number) {
@@ -42,21 +35,10 @@ std::string describeNumber(const NSNumber& number) {
   }
 }
 
-std::string describeArray(const Array& array) {
-  std::string out = "a[";
-  for (const Value& item : array) out += describe(item) + ",";
-  return out + "]";
-}
-
-std::string describeDictionary(const Dictionary& dictionary) {
-  std::string out = "d{";
-  for (const auto& [key, value] : dictionary) out += hex(key) + ":" + describe(value) + ",";
-  return out + "}";
-}
-
 }  // namespace
 
 std::string describe(const Value& value) {
+  std::string inner;
   switch (value.kind()) {
     case Value::Kind::number:
       return describeNumber(*value.number());
@@ -67,9 +49,13 @@ std::string describe(const Value& value) {
     case Value::Kind::data:
       return "x" + hex(*value.data());
     case Value::Kind::array:
-      return describeArray(*value.array());
+      for (const Value& item : *value.array()) inner += describe(item) + ",";
+      return "a[" + inner + "]";
     case Value::Kind::dictionary:
-      return describeDictionary(*value.dictionary());
+      for (const auto& [key, item] : *value.dictionary()) {
+        inner += hex(key) + ":" + describe(item) + ",";
+      }
+      return "d{" + inner + "}";
     default:
       return "n";
   }

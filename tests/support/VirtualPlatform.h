@@ -1,12 +1,16 @@
 // A desktop of a test's own: real files in a scratch container, everything else in its hand.
 #pragma once
 
+#include <algorithm>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "fexora/platform/Platform.h"
 #include "fexora/platform/strings/TableStrings.h"
@@ -20,7 +24,11 @@ class RecordingLog final : public Log {
  public:
   void write(std::string_view line) override { lines.emplace_back(line); }
   // How many lines contain `part`.
-  int count(std::string_view part) const;
+  int count(std::string_view part) const {
+    return static_cast<int>(std::count_if(lines.begin(), lines.end(), [&](const std::string& line) {
+      return line.find(part) != std::string::npos;
+    }));
+  }
 
   std::vector<std::string> lines;
 };
@@ -28,11 +36,23 @@ class RecordingLog final : public Log {
 // Calls its watchers when the test says that something was written.
 class VirtualFolderWatch final : public FolderWatch {
  public:
-  std::unique_ptr<Watch> watch(const std::string& folder, const std::string& ignoredPrefix,
-                               std::function<void()> changed) override;
-  void change();
+  std::unique_ptr<Watch> watch(const std::string& /*folder*/, const std::string& /*ignoredPrefix*/,
+                               std::function<void()> changed) override {
+    auto watch = std::make_unique<VirtualWatch>();
+    watch->changed = std::make_shared<std::function<void()>>(std::move(changed));
+    watches_.emplace_back(watch->changed);
+    return watch;
+  }
+  void change() {
+    for (const auto& watch : std::vector(watches_)) {
+      if (const auto changed = watch.lock()) (*changed)();
+    }
+  }
 
  private:
+  struct VirtualWatch final : Watch {
+    std::shared_ptr<std::function<void()>> changed;
+  };
   std::vector<std::weak_ptr<std::function<void()>>> watches_;
 };
 
@@ -48,7 +68,18 @@ class ScriptedTransport final : public Transport {
     requests.push_back({address, read, std::move(complete)});
   }
   // Answers the oldest request; fails the test when there is none.
-  void answer(std::optional<Value> root, std::optional<ResponseError> error = {});
+  void answer(std::optional<Value> root, std::optional<ResponseError> error = {}) {
+    ASSERT_FALSE(requests.empty());
+    const Request request = std::move(requests.front());
+    requests.erase(requests.begin());
+    std::shared_ptr<MappableModel> record;
+    if (root && root->dictionary() != nullptr) {
+      record = request.read(DictionarySource(*root->dictionary()));
+    } else if (root) {
+      error = ResponseError{ResponseError::Kind::notAnObject, request.address, "no object", 0};
+    }
+    request.complete(std::move(record), std::move(error));
+  }
 
   std::vector<Request> requests;
 };
@@ -56,7 +87,10 @@ class ScriptedTransport final : public Transport {
 // Resources in a folder of the test's; none until a folder is named, which gives the built-in ones.
 class FolderResources final : public Resources {
  public:
-  std::optional<std::string> path(std::string_view name, std::string_view extension) override;
+  std::optional<std::string> path(std::string_view name, std::string_view extension) override {
+    if (!folder) return std::nullopt;
+    return *folder + "/" + std::string(name) + "." + std::string(extension);
+  }
   std::optional<std::string> folder;
 };
 
@@ -64,7 +98,9 @@ class FolderResources final : public Resources {
 // TestContainer.
 class VirtualPlatform {
  public:
-  explicit VirtualPlatform(Files& files = Files::process());
+  explicit VirtualPlatform(Files& files = Files::process())
+      : platform{&files,         &watch, &loop,    &transport, &Text::process(),
+                 &notifications, &log,   &strings, &resources} {}
 
   VirtualRunLoop loop;
   VirtualFolderWatch watch;
@@ -79,13 +115,23 @@ class VirtualPlatform {
 // Sets an environment variable for the life of a test, and then restores it.
 class EnvironmentVariable {
  public:
-  EnvironmentVariable(std::string name, const std::optional<std::string>& value);
+  EnvironmentVariable(std::string name, const std::optional<std::string>& value)
+      : name_(std::move(name)) {
+    if (const char* before = std::getenv(name_.c_str())) before_ = before;
+    put(value);
+  }
   EnvironmentVariable(const EnvironmentVariable&) = delete;
   EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
-  ~EnvironmentVariable();
+  ~EnvironmentVariable() { put(before_); }
 
  private:
-  void put(const std::optional<std::string>& value);
+  void put(const std::optional<std::string>& value) const {
+    if (value) {
+      setenv(name_.c_str(), value->c_str(), 1);
+    } else {
+      unsetenv(name_.c_str());
+    }
+  }
   std::string name_;
   std::optional<std::string> before_;
 };

@@ -6,13 +6,16 @@
 #include <string>
 #include <string_view>
 
+#include "fexora/platform/base/Export.h"
+
 namespace fexora {
 
 // The folder of the shared library's file, or nothing in the static form. Any thread.
 std::optional<std::string> libraryFolder();
 
-// The address of `entry` in the module `name` ("loop", "text", "xml" or "net"), opening it on first
-// need; null with a reason in `reason` when it cannot be had. A module is never closed. Any thread.
-void* moduleEntry(std::string_view name, const char* entry, std::string& reason);
+// The address of `entry` in the module `name` ("loop", "text", "xml" or "net"; in the shared form
+// also one that a program has put beside these), opening it on first need; null with a reason in
+// `reason` when it cannot be had. A module is never closed. Any thread.
+FEXORA_API void* moduleEntry(std::string_view name, const char* entry, std::string& reason);
 
 }  // namespace fexora

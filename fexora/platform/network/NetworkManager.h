@@ -29,6 +29,19 @@ class NetworkManager {
                   });
   }
 
+  // The same for an answer of any form: its text, or why there is none.
+  static void textRequest(
+      Transport& transport, const std::string& address,
+      std::function<void(std::optional<std::string>, std::optional<ResponseError>)> complete) {
+    transport.get(address, nullptr,
+                  [complete = std::move(complete)](const std::shared_ptr<MappableModel>& record,
+                                                   std::optional<ResponseError> error) {
+                    const auto answer = std::static_pointer_cast<TextAnswer>(record);
+                    complete(answer != nullptr ? std::optional(answer->text()) : std::nullopt,
+                             std::move(error));
+                  });
+  }
+
  private:
   template <class Record>
   static std::shared_ptr<MappableModel> read(const MapSource& object) {

@@ -18,12 +18,17 @@ struct FEXORA_API ResponseError {
     tooLarge,    // more than the limits in base/Limits.h
     notJson,
     notAnObject,  // JSON, but not an object at its root
+    implausible,  // whole, but a check did not take it: see rates/AnswerCheck.h
   };
 
   Kind kind = Kind::noTransport;
   std::string address;  // what was asked for, without user and secret: see ShownAddress.h
-  std::string message;  // one line for people, naming the address and the cause
+  std::string message;  // one line for the log, naming the address and the cause
   int status = 0;       // the HTTP status with kind httpStatus, else 0
+
+  // One line for a person who knows neither addresses nor protocols. English. May throw
+  // std::bad_alloc.
+  std::string forPeople() const;
 };
 
 // The kind in words, as in "no connection".

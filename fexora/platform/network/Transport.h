@@ -1,16 +1,27 @@
-// Sends one request and brings what its answer, a JSON object, was read into.
+// Sends one request and brings what its answer, a JSON object or any text, was read into.
 #pragma once
 
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "fexora/platform/mapping/MapSource.h"
 #include "fexora/platform/mapping/MappableModel.h"
 #include "fexora/platform/network/ResponseError.h"
 
 namespace fexora {
+
+// The record of an answer that is taken as it came.
+class FEXORA_API TextAnswer : public MappableModel {
+ public:
+  explicit TextAnswer(std::string text) : text_(std::move(text)) {}
+  const std::string& text() const { return text_; }
+
+ private:
+  std::string text_;
+};
 
 class FEXORA_API Transport {
  public:
@@ -28,7 +39,8 @@ class FEXORA_API Transport {
   virtual ~Transport();
 
   // Returns at once, whatever the network does; `complete` is called later, once, on the main
-  // thread. An answer whose root is no object is an error of kind notAnObject. Main thread.
+  // thread. An answer whose root is no object is an error of kind notAnObject. With a null reader
+  // any answer is taken, and the record is a TextAnswer. Main thread.
   virtual void get(const std::string& address, Reader read, Completion complete) = 0;
 
   static Transport& process();

@@ -3,9 +3,15 @@
 #include <atomic>
 #include <utility>
 
+#include "fexora/platform/text/Locale.h"
+
 namespace fexora {
 
 HostStrings::~HostStrings() = default;
+
+std::string HostStrings::language() {
+  return Locale::currentLanguage();
+}
 
 std::uint64_t HostStrings::newGeneration() noexcept {
   static std::atomic<std::uint64_t> last = 0;

@@ -21,6 +21,10 @@ class FEXORA_API HostStrings {
   // Must not throw.
   virtual std::optional<std::string> string(std::string_view key) = 0;
 
+  // The language that the strings are in: Locale::currentLanguage(), unless the host knows better.
+  // Any thread. Must not throw.
+  virtual std::string language();
+
   // A number that changes whenever the strings do (another language, another table). Zero: nothing
   // is promised, and no string may be kept from one call to the next. Any thread.
   virtual std::uint64_t generation() = 0;

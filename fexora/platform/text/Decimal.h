@@ -12,6 +12,10 @@
 
 namespace fexora {
 
+// Where a number between two neighbours goes. `up` and the half in `halfUp` go away from zero,
+// `down` and that in `halfDown` towards it.
+enum class DecimalRounding : std::uint8_t { halfEven, halfUp, halfDown, up, down };
+
 class FEXORA_API Decimal {
  public:
   // Digits with an optional minus, point and exponent ("-12.5E+3"); nothing for any other text. An
@@ -20,8 +24,13 @@ class FEXORA_API Decimal {
   // The shortest decimal that reads back to `finite`.
   static Decimal fromDouble(double finite);
 
-  // Keeps at most `fractionDigits` digits (0 or more) after the point, half to even.
-  void round(int fractionDigits);
+  // Keeps at most `fractionDigits` digits (0 or more) after the point.
+  void round(int fractionDigits, DecimalRounding mode = DecimalRounding::halfEven);
+
+  void multiplyBy(const Decimal& factor);
+  // By any but zero, of which the first 18 digits count. An endless quotient is cut off after 40
+  // digits, with a last one that is not zero: rounding it, to a double too, is rounding the whole.
+  void divideBy(const Decimal& divisor);
 
   // The nearest double; infinite when it is too large.
   double value() const;
@@ -36,6 +45,8 @@ class FEXORA_API Decimal {
  private:
   // The number is 0.digits × 10^point; neither end of the digits is a zero.
   void trim();
+  bool goesUp(std::int64_t kept, DecimalRounding mode) const;
+  void raiseLast(std::int64_t kept);
 
   bool negative_ = false;
   std::string digits_;

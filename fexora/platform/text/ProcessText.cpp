@@ -20,6 +20,11 @@ std::string ProcessText::lowercased(std::string_view text) {
   return unicode != nullptr ? unicode->lowercased(text) : ascii::lowercased(text);
 }
 
+std::string ProcessText::folded(std::string_view text) {
+  Text* const unicode = isAscii(text) ? nullptr : module();
+  return unicode != nullptr ? unicode->folded(text) : ascii::lowercased(text);
+}
+
 std::string ProcessText::canonical(std::string_view text) {
   Text* const unicode = isAscii(text) ? nullptr : module();
   return unicode != nullptr ? unicode->canonical(text) : std::string(text);
@@ -45,6 +50,11 @@ std::string ProcessText::decimalSeparator(std::string_view locale) {
   return data != nullptr ? data->decimalSeparator(locale) : ".";
 }
 
+NumberMarks ProcessText::numberMarks(std::string_view locale) {
+  Text* const data = Locale::hasPlainNumbers(locale) ? nullptr : module();
+  return data != nullptr ? data->numberMarks(locale) : NumberMarks();
+}
+
 std::optional<double> ProcessText::parseNumber(std::string_view text, std::string_view locale,
                                                std::optional<int> maximumFractionDigits) {
   const bool plain = Locale::hasPlainNumbers(locale) && isAscii(text);
@@ -64,6 +74,17 @@ std::optional<std::string> ProcessText::currencyName(std::string_view code,
                                                      std::string_view locale) {
   Text* const data = module();
   return data != nullptr ? data->currencyName(code, locale) : std::nullopt;
+}
+
+std::vector<std::string> ProcessText::regionNames(std::string_view region,
+                                                  std::string_view locale) {
+  Text* const data = module();
+  return data != nullptr ? data->regionNames(region, locale) : std::vector<std::string>();
+}
+
+std::vector<std::string> ProcessText::locales() {
+  Text* const text = module();
+  return text != nullptr ? text->locales() : std::vector<std::string>();
 }
 
 }  // namespace fexora

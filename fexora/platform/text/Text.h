@@ -23,6 +23,19 @@ struct NumberStyle {
   bool grouping = true;
 };
 
+// The marks within numbers of a locale, one code point each.
+struct NumberMarks {
+  char32_t decimal = U'.';
+  char32_t grouping = U',';
+  // The same in amounts of money: some locales have others there.
+  char32_t currencyDecimal = U'.';
+  char32_t currencyGrouping = U',';
+  // Digits in the group before the decimal mark, and in each further one; those of money where
+  // other numbers have groups of one size.
+  int lastGroup = 3;
+  int otherGroups = 3;
+};
+
 class FEXORA_API Text {
  public:
   Text() = default;
@@ -32,6 +45,11 @@ class FEXORA_API Text {
 
   // The Unicode default lower case, the same in every locale.
   virtual std::string lowercased(std::string_view text) = 0;
+
+  // What is left for a lenient search: case and accents folded in all scripts, compatible forms
+  // taken for one (full width, ligatures), and the Latin letters with a stroke, or of two, for the
+  // plain ones ("ł", "æ"). Vowel signs and the voice marks of kana stay.
+  virtual std::string folded(std::string_view text) = 0;
 
   // One text for all canonically equivalent ones (NFD): equal texts have equal forms byte for byte.
   virtual std::string canonical(std::string_view text) = 0;
@@ -48,6 +66,7 @@ class FEXORA_API Text {
 
   // The mark before the fraction in `locale`, in UTF-8.
   virtual std::string decimalSeparator(std::string_view locale) = 0;
+  virtual NumberMarks numberMarks(std::string_view locale) = 0;
 
   // The number that the whole text denotes in the decimal style of `locale`; nothing for any other
   // text: the empty one, the sign for not-a-number and whatever is longer than
@@ -65,6 +84,16 @@ class FEXORA_API Text {
   // language data has none.
   virtual std::optional<std::string> currencyName(std::string_view code,
                                                   std::string_view locale) = 0;
+
+  // The names of a country or territory (ISO 3166) in `locale`'s language, or in that of most
+  // people there when `locale` is empty: the usual one, then a shorter one if there is one ("United
+  // Kingdom", "UK"). Empty where the language data has none.
+  virtual std::vector<std::string> regionNames(std::string_view region,
+                                               std::string_view locale) = 0;
+
+  // The names of the locales that there is language data for, like "de" and "de_CH", in order;
+  // empty where there is none at all.
+  virtual std::vector<std::string> locales() = 0;
 
   static Text& process();
 };

@@ -40,6 +40,16 @@ std::size_t utf8Length(std::string_view text) noexcept {
   return overlong || beyond ? 0 : length;
 }
 
+char32_t codePoint(std::string_view text) noexcept {
+  const std::size_t length = utf8Length(text);
+  if (length == 0) return kReplacement;
+  if (length == 1) return byteAt(text, 0);
+  // The lead byte has as many high bits set as there are bytes, and a zero after them.
+  char32_t point = byteAt(text, 0) & (0xFFU >> (length + 1));
+  for (std::size_t i = 1; i < length; ++i) point = point << 6U | (byteAt(text, i) & 0x3FU);
+  return point;
+}
+
 std::string wellFormedUtf8(std::string_view text) {
   std::string out;
   out.reserve(text.size());

@@ -13,6 +13,9 @@ namespace fexora {
 // surrogate and nothing beyond U+10FFFF (The Unicode Standard, table 3-7); 0 when there is none.
 FEXORA_API std::size_t utf8Length(std::string_view text) noexcept;
 
+// The code point of that sequence; U+FFFD when there is none.
+FEXORA_API char32_t codePoint(std::string_view text) noexcept;
+
 // The text with each byte that belongs to no well-formed sequence as U+FFFD.
 FEXORA_API std::string wellFormedUtf8(std::string_view text);
 

@@ -16,17 +16,12 @@
 //       has brought it
 //   reliability_saver refresh
 //       asks the rates service once, saves what it answers, and prints "rates N" or "error KIND"
-//   reliability_saver rival NAME UPDATES MEAN-SECONDS SEED plain|reconciling
-//       sets a key of its own with each update, NAME with a number, and saves; updates come at
-//       random, their distances exponentially distributed; stays until all is quiet
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <fstream>
-#include <functional>
-#include <random>
 #include <string>
 #include <string_view>
 
@@ -44,15 +39,14 @@ using namespace fexora;
 // What a save is worth without one of its flushes: the control of the crash tests.
 class Unflushed final : public PosixFiles {
  public:
-  explicit Unflushed(std::string_view without) : isFile_(without == "file-flush") {}
+  explicit Unflushed(std::string_view without)
+      : without_(without == "file-flush" ? FileStatus::Type::file : FileStatus::Type::folder) {}
   std::error_code flush(Handle handle) override {
-    const auto found = status(handle);
-    const bool isFile = found.ok() && found->type == FileStatus::Type::file;
-    return isFile == isFile_ ? std::error_code() : PosixFiles::flush(handle);
+    return status(handle)->type == without_ ? std::error_code() : PosixFiles::flush(handle);
   }
 
  private:
-  bool isFile_;
+  FileStatus::Type without_;
 };
 
 // In one piece, so that the reader never sees half a line.
@@ -85,8 +79,7 @@ int save(long count) {
   Dictionary content = store.ud();
   content.set("ballast", Value(std::string(std::size_t{64} << 10, 'x')));
   if (!store.loadProblem().empty() || !store.saveProblem().empty()) return 1;
-  const Value* kept = content.find("Fraction");
-  long number = kept != nullptr ? static_cast<long>(store.fraction()) : 0;
+  long number = content.find("Fraction") != nullptr ? static_cast<long>(store.fraction()) : 0;
   tell(number);
   store.setUd(content);
   for (long i = 0; count == 0 || i < count; ++i) {
@@ -100,27 +93,22 @@ int save(long count) {
 int load() {
   StoreManager& store = storeManager();
   store.loadData();  // with the first content still there
-  if (!store.loadProblem().empty()) {
-    std::printf("nothing: %s\n", store.loadProblem().c_str());
-  } else {
-    std::printf("Fraction %lld\n", static_cast<long long>(store.fraction()));
-  }
+  print(store.loadProblem().empty() ? "Fraction " + std::to_string(store.fraction()) + "\n"
+                                    : "nothing: " + store.loadProblem() + "\n");
   return 0;
 }
 
 int watch() {
-  const StoreManager& store = storeManager();
   const std::string path = storeManager().fileURL();
-  bool isTold = false;
-  const auto observation = NotificationCenter::defaultCenter().addObserver(
-      fileWatcherUpdate, [&isTold] { isTold = true; });
+  const std::string other = path + ".other";
   for (const int number : {7, 8}) {
-    isTold = false;
-    const std::string other = path + ".other";
+    bool isTold = false;
+    const auto observation = NotificationCenter::defaultCenter().addObserver(
+        fileWatcherUpdate, [&isTold] { isTold = true; });
     std::ofstream(other, std::ios::binary)
         << writePropertyList(Dictionary{{"Fraction", number}}).bytes;
     if (std::rename(other.c_str(), path.c_str()) != 0) return 1;
-    RunLoop::process().runUntil([&] { return isTold && store.fraction() == number; });
+    RunLoop::process().runUntil([&] { return isTold && storeManager().fraction() == number; });
     tell(number);
   }
   return 0;
@@ -133,51 +121,16 @@ int refresh() {
     options.requestSeconds = 1;  // what is interrupted for ever ends with the request's time
     return LazyTransport::Host{platform.loop, platform.log, platform.files, options};
   });
-  bool ended = false;
-  int result = 0;
+  std::string told;
   rateManager().loadRates(std::nullopt, [&](bool fromCache, const ResponseError* error) {
     if (fromCache) return;
-    ended = true;
-    if (error != nullptr) {
-      result = 1;
-      std::printf("error %s\n", text(error->kind));
-    } else {
-      const auto rates = storeManager().loadUSDRates();
-      std::printf("rates %zu\n", rates ? rates->size() : 0);
-    }
+    const auto rates = storeManager().loadUSDRates();
+    told = error != nullptr ? std::string("error ") + text(error->kind)
+                            : "rates " + std::to_string(rates ? rates->size() : 0);
   });
-  RunLoop::process().runUntil([&] { return ended; });
-  return storeManager().saveProblem().empty() ? result : 1;
-}
-
-int rival(char** words) {
-  constexpr double kQuiet = 3;
-  const std::string name = words[0];
-  const int updates = std::atoi(words[1]);
-  std::mt19937_64 engine(std::strtoull(words[3], nullptr, 10));
-  std::exponential_distribution<double> distance(1 / std::atof(words[2]));
-  Log::setProcessSink({});
-  StoreManager& store = storeManager();
-  store.setReconcilesAfterSkip(std::strcmp(words[4], "reconciling") == 0);
-  RunLoop& loop = RunLoop::process();
-  bool isOver = false;
-  int done = 0;
-  std::shared_ptr<Timer> timer;
-  const std::function<void()> update = [&] {
-    if (done == updates) {
-      timer = loop.scheduleTimer(kQuiet, [&] { isOver = true; });
-      return;
-    }
-    Dictionary content = store.ud();
-    ++done;
-    content.set(name + std::to_string(done), done);
-    store.setUd(content);
-    store.synchronize();
-    timer = loop.scheduleTimer(distance(engine), update);
-  };
-  timer = loop.scheduleTimer(distance(engine), update);
-  loop.runUntil([&] { return isOver; });
-  return 0;
+  RunLoop::process().runUntil([&] { return !told.empty(); });
+  print(told + "\n");
+  return told.starts_with("error") || !storeManager().saveProblem().empty() ? 1 : 0;
 }
 
 }  // namespace
@@ -190,12 +143,8 @@ int main(int count, char** words) {
   if (job == "load") return load();
   if (job == "watch") return watch();
   if (job == "refresh") return refresh();
-  if (job == "rival" && count == 7) return rival(words + 2);
   if (job == "tell" && count > 2) return saveWithTimes(std::strtol(words[2], nullptr, 10));
   if (job == "save" && count > 2) return save(std::strtol(words[2], nullptr, 10));
-  std::fputs(
-      "reliability_saver: save COUNT [--without FLUSH], tell FIRST, load, watch, refresh or rival "
-      "…\n",
-      stderr);
+  std::fputs("reliability_saver: see the head of its source\n", stderr);
   return 2;
 }

@@ -7,52 +7,37 @@
 namespace fexora::test {
 namespace {
 
-enum class Armed : std::uint8_t { none, thisThread, others };
-
 // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables)
-std::atomic<Armed> armed = Armed::none;
+std::atomic<bool> isArmed = false;
 std::atomic<bool> fromThenOn = false;
+std::atomic<bool> areOthersMeant = false;
 std::atomic<std::size_t> first = 0;
 std::atomic<std::size_t> count = 0;
 thread_local bool isArming = false;
 thread_local int grants = 0;
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
-void arm(Armed whom, std::size_t number, bool allLater) noexcept {
-  isArming = true;
-  first = number;
-  fromThenOn = allLater;
-  count = 0;
-  armed = whom;
-}
-
-std::size_t disarm() noexcept {
-  armed = Armed::none;
-  return count;
-}
-
 bool isRefused() noexcept {
-  const Armed whom = armed;
-  if (whom == Armed::none || (whom == Armed::thisThread) != isArming || grants > 0) return false;
+  if (!isArmed || areOthersMeant == isArming || grants > 0) return false;
   const std::size_t number = count++;
   return number == first || (fromThenOn && number > first);
 }
 
 }  // namespace
 
-void armNew(std::size_t number, bool allLater) noexcept {
-  arm(Armed::thisThread, number, allLater);
+void armNew(std::size_t number, bool allLater, bool ofOthers) noexcept {
+  isArming = true;
+  areOthersMeant = ofOthers;
+  first = number;
+  fromThenOn = allLater;
+  count = 0;
+  isArmed = true;
 }
 std::size_t disarmNew() noexcept {
-  return disarm();
+  isArmed = false;
+  return count;
 }
-void armOthers(std::size_t number, bool allLater) noexcept {
-  arm(Armed::others, number, allLater);
-}
-std::size_t disarmOthers() noexcept {
-  return disarm();
-}
-bool othersWereRefused() noexcept {
+bool wasRefused() noexcept {
   return count > first;
 }
 

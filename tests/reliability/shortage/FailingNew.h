@@ -8,16 +8,13 @@
 namespace fexora::test {
 
 // Makes this thread's allocation with this number (the next one is 0) throw std::bad_alloc, and
-// with `allLater` those after it, until disarmNew().
-void armNew(std::size_t number, bool allLater) noexcept;
+// with `allLater` those after it, until disarmNew(); or, `ofOthers`, those of all threads but this
+// one.
+void armNew(std::size_t number, bool allLater, bool ofOthers = false) noexcept;
 // The allocations that were asked for since.
 std::size_t disarmNew() noexcept;
-
-// The same for all threads but this one, until disarmOthers().
-void armOthers(std::size_t number, bool allLater) noexcept;
-std::size_t disarmOthers() noexcept;
-// Whether one of theirs has been refused since.
-bool othersWereRefused() noexcept;
+// Whether one has been refused since.
+bool wasRefused() noexcept;
 
 // While one lives, what this thread asks for is granted and not counted: for the test's own needs.
 class OwnAllocations {

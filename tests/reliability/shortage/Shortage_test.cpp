@@ -9,6 +9,7 @@
 
 #include "tests/reliability/shortage/FailingNew.h"
 #include "tests/support/StoreWorld.h"
+#include "tests/support/TestCatalogue.h"
 #include "tests/support/UnflushedFiles.h"
 
 namespace fexora {
@@ -48,6 +49,16 @@ struct World : test::StoreWorld {
   }
   void start() {
     StoreWorld::start(catalogue.get());
+    convert();
+  }
+
+  // What tells of it is the test's own.
+  void changeFolder() {
+    const test::OwnAllocations granted;
+    desktop.watch.change();
+  }
+  // From then on with the store that there is.
+  void convert() {
     manager = std::make_unique<RateManager>(desktop.platform, catalogue.get(), store.get());
   }
 
@@ -64,6 +75,8 @@ void eachAllocation(const Step& prepare, const Step& run, const Step& check) {
       World world;
       prepare(world);
       world.log.record.lines.clear();
+      SCOPED_TRACE("allocation " + std::to_string(number) +
+                   (fromThenOn ? " from then on" : " alone"));
       bool threw = false;
       test::armNew(number, fromThenOn);
       try {
@@ -72,13 +85,9 @@ void eachAllocation(const Step& prepare, const Step& run, const Step& check) {
         threw = true;
       }
       const std::size_t count = test::disarmNew();
-      ASSERT_FALSE(threw) << "allocation " << number;
-      if (count <= number) {
-        ASSERT_GT(number, 0U) << "nothing was allocated";
-        break;
-      }
-      SCOPED_TRACE("allocation " + std::to_string(number) +
-                   (fromThenOn ? " from then on" : " alone"));
+      ASSERT_FALSE(threw);
+      ASSERT_GT(count, 0U) << "nothing was allocated";
+      if (count <= number) break;
       check(world);
       if (testing::Test::HasFailure()) return;
     }
@@ -90,7 +99,7 @@ void started(World& world) {
   world.start();
 }
 
-// Whatever went wrong: the store works on, and its file and settings agree.
+// Whatever went wrong: the store works on, its file and settings agree, and what it held is there.
 void expectWorking(World& world) {
   world.desktop.loop.advance(2.0);
   EXPECT_FALSE(world.store->skipUpdate()) << "not deaf";
@@ -100,6 +109,14 @@ void expectWorking(World& world) {
   EXPECT_EQ(world.fraction(), 9);
   EXPECT_EQ(*world.content().find("other"), Value(kLongText));
   EXPECT_EQ(world.content().find(kUDUSDRates)->array()->size(), 2U);
+  EXPECT_EQ(world.store->loadCurrencies().size(), 2U);
+  const auto euro = Currency::make("EUR");
+  world.manager->loadRates(std::nullopt, false, true, {});
+  EXPECT_EQ(world.manager->rateForSourceCurrency(euro, Currency::make("USD"))->rate().doubleValue(),
+            2);
+  EXPECT_EQ(world.manager->convertAmount(7, euro, true).second->amount().doubleValue(), 7);
+  EXPECT_EQ(world.store->loadSourceCurrency()->amount().doubleValue(), 7);
+  EXPECT_EQ(world.catalogue->currenciesForString("eur", 10, {}).at(0)->code(), "EUR");
 }
 
 TEST(Shortage, InASave_KeepsTheSettingAndTheFile) {
@@ -121,29 +138,55 @@ TEST(Shortage, InASave_KeepsTheSettingAndTheFile) {
       });
 }
 
-TEST(Shortage, InEachSetter_IsNotThrown) {
-  const auto currencies = std::vector{Currency::make("EUR"), Currency::make("GBP")};
-  const auto yen = Currency::make("JPY");
+TEST(Shortage, InAnyCall_IsNotThrown) {
+  const auto euro = Currency::make("EUR");
+  const auto pound = Currency::make("GBP");
+  const auto currencies = std::vector{euro, pound};
   const std::vector<USDRateRef> rates{USDRate::make(0.5, "EUR"), USDRate::make(2, "GBP")};
-  const std::function<void(StoreManager&)> setters[] = {
-      [](StoreManager& store) { store.setMode(StyleMode::dark); },
-      [](StoreManager& store) { store.setSeporate(false); },
-      [](StoreManager& store) { store.setNamingInWidget(Naming::codes); },
-      [](StoreManager& store) { store.setNumberOfCurrenciesInWidget(4); },
-      [](StoreManager& store) { store.setTodayConversionMode(TodayConversionMode::rate); },
-      [&](StoreManager& store) { store.setTodayRelativeCurrency(yen); },
-      [](StoreManager& store) { store.setTodayRelativeCurrency(nullptr); },
-      [](StoreManager& store) { store.synchronize(); },
-      [&](StoreManager& store) { store.saveUSDRates(rates, true); },
-      [&](StoreManager& store) { store.saveCurrencies(currencies); },
-      [&](StoreManager& store) { store.saveSourceCurrency(yen, 7, true); },
-      [](StoreManager& store) { store.startSyncTimer(); },
+  const Value path(kLongText);
+  const std::string longCode(40, 'X');
+  const Step calls[] = {
+      [](World& world) { world.store->setMode(StyleMode::dark); },
+      [](World& world) { world.store->setSeporate(false); },
+      [](World& world) { world.store->setNamingInWidget(Naming::codes); },
+      [](World& world) { world.store->setNumberOfCurrenciesInWidget(4); },
+      [](World& world) { world.store->setTodayConversionMode(TodayConversionMode::rate); },
+      [&](World& world) { world.store->setTodayRelativeCurrency(euro); },
+      [](World& world) { world.store->setTodayRelativeCurrency(nullptr); },
+      [](World& world) { world.store->synchronize(); },
+      [&](World& world) { world.store->saveUSDRates(rates, true); },
+      [&](World& world) { world.store->saveCurrencies(currencies); },
+      [&](World& world) { world.store->saveSourceCurrency(pound, 7, true); },
+      [](World& world) { world.store->startSyncTimer(); },
+      [](World& world) { world.store->loadUSDRates(); },
+      [](World& world) { world.store->loadCurrencies(); },
+      [](World& world) { world.store->loadSourceCurrency(); },
+      [](World& world) { world.store->valueForKey("fileURL"); },
+      [&](World& world) { world.store->setValueForKey("applicationDocumentsDirectory", path); },
+      [&](World& world) {
+        world.manager->loadRates(std::nullopt, false, true, {});
+        world.manager->convertAmount(7, euro, true);
+        world.manager->rateForSourceCurrency(euro, pound);
+        world.manager->valueForKey("serviceMessage");
+      },
+      [](World& world) { const CurrencyManager fresh(world.desktop.platform); },
+      [&](World& world) { world.catalogue->currencyForCode(longCode); },
+      [&](World& world) { world.catalogue->hasCurrency(longCode); },
+      [](World& world) { world.catalogue->currenciesForString("eur", 10, {}); },
+      [](World& world) {
+        FolderMonitor monitor(
+            {}, [] {}, world.desktop.platform);
+        monitor.stop();
+        world.changeFolder();
+        monitor.start();
+      },
   };
-  for (const auto& setter : setters) {
+  for (const auto& call : calls) {
+    SCOPED_TRACE(&call - calls);
     eachAllocation(
         started,
         [&](World& world) {
-          setter(*world.store);
+          call(world);
           world.desktop.loop.advance(1.5);
         },
         expectWorking);
@@ -194,46 +237,7 @@ TEST(Shortage, InAStart_WritesNothingOverTheFile) {
           EXPECT_EQ(world.fraction(), 6) << "not the default";
           EXPECT_EQ(world.store->fraction(), 6);
         }
-        expectWorking(world);
-      });
-}
-
-TEST(Shortage, InReading_AnswersNothing) {
-  const Value path(kLongText);
-  eachAllocation(
-      started,
-      [&](World& world) {
-        world.store->loadUSDRates();
-        world.store->loadCurrencies();
-        world.store->loadSourceCurrency();
-        world.store->valueForKey("fileURL");
-        world.store->setValueForKey("applicationDocumentsDirectory", path);
-      },
-      [](World& world) {
-        EXPECT_EQ(world.store->loadUSDRates()->size(), 2U);
-        EXPECT_EQ(world.store->loadCurrencies().size(), 2U);
-        EXPECT_EQ(world.store->loadSourceCurrency()->amount().doubleValue(), 5);
-        expectWorking(world);
-      });
-}
-
-TEST(Shortage, InConversions_KeepsTheRates) {
-  const auto euro = Currency::make("EUR");
-  const auto pound = Currency::make("GBP");
-  eachAllocation(
-      started,
-      [&](World& world) {
-        world.manager->loadRates(std::nullopt, false, true, {});
-        world.manager->convertAmount(7, euro, true);
-        world.manager->rateForSourceCurrency(euro, pound);
-        world.manager->valueForKey("serviceMessage");
-      },
-      [&](World& world) {
-        world.manager->loadRates(std::nullopt, false, true, {});
-        EXPECT_EQ(world.manager->rateForSourceCurrency(euro, pound)->rate().doubleValue(), 0.5);
-        const auto [converted, source] = world.manager->convertAmount(7, euro, true);
-        EXPECT_EQ(converted.items().size(), 2U);
-        EXPECT_EQ(source->amount().doubleValue(), 7);
+        world.convert();
         expectWorking(world);
       });
 }
@@ -265,44 +269,32 @@ TEST(Shortage, InAnAnswer_TellsTheCaller) {
       },
       [&](World& world) {
         EXPECT_EQ(calls, 1);
-        const auto kept = world.store->loadUSDRates();
-        ASSERT_TRUE(kept.has_value());
-        EXPECT_EQ(kept->size(), 2U) << "all rates or the old ones, never a part";
-        expectWorking(world);
+        EXPECT_EQ(world.store->loadUSDRates()->size(), 2U) << "all or the old ones, never a part";
       });
 }
 
-TEST(Shortage, InTheCatalogue_FindsNothingAndGoesOn) {
-  const std::string longCode(40, 'X');
-  eachAllocation(
-      nothing,
-      [&](World& world) {
-        const CurrencyManager fresh(world.desktop.platform);
-        world.catalogue->currencyForCode(longCode);
-        world.catalogue->hasCurrency(longCode);
-        world.catalogue->currenciesForString("eur", 10, {});
-      },
-      [](World& world) {
-        EXPECT_EQ(world.catalogue->currenciesForString("eur", 10, {}).at(0)->code(), "EUR");
-        EXPECT_TRUE(world.catalogue->hasCurrency("EUR"));
-      });
-}
-
-TEST(Shortage, InAFolderMonitor_LeavesItInert) {
-  int calls = 0;
-  eachAllocation([&](World&) { calls = 0; },
-                 [&](World& world) {
-                   FolderMonitor monitor(
-                       {}, [&calls] { ++calls; }, world.desktop.platform);
-                   monitor.stop();
-                   {
-                     const test::OwnAllocations granted;
-                     world.desktop.watch.change();
-                   }
-                   monitor.start();
-                   world.desktop.loop.advance(0);
-                 },
-                 [&](World&) { EXPECT_LE(calls, 1); });
+TEST(Shortage, InFactsAndRankedSearch_AddsAndFindsAllOrNothing) {
+  test::TestCatalogue catalogue({"CHF", "JPY"});
+  GrantedLog log;
+  catalogue.desktop.platform.log = &log;
+  const std::vector<USDRateRef> given = {USDRate::make(0.5, "EUR")};
+  const CurrencyFacts row{.code = kLongText};
+  const std::size_t all = withSuccessors(given).size();
+  for (std::size_t number = 0, count = 1; number < count; ++number) {
+    auto list = given;
+    catalogue.desktop.strings.setTable({});  // other keys
+    const auto& manager = catalogue.manager();
+    const std::uint64_t before = currencyFactsChanges();
+    test::armNew(number, false);
+    list = withSuccessors(std::move(list));
+    const bool added = addCurrencyFacts({&row, 1});
+    const auto found = manager.rankedCurrencies("schweiz", 10);
+    count = test::disarmNew();
+    EXPECT_TRUE(list.size() == 1 || list.size() == all) << number;
+    EXPECT_EQ(currencyFactsChanges(), before + (added ? 1 : 0)) << number;
+    EXPECT_LE(found.size(), 1U) << number;
+    EXPECT_EQ(manager.rankedCurrencies("schweiz", 10).size(), 1U) << number;
+  }
 }
 
 }  // namespace

@@ -16,6 +16,7 @@
 #include "fexora/platform/network/curl/CurlTransport.h"
 
 #include "tests/reliability/shortage/FailingNew.h"
+#include "tests/support/ForwardingLoop.h"
 #include "tests/support/LoopbackServer.h"
 #include "tests/support/ScratchFolder.h"
 
@@ -32,20 +33,35 @@ class NoLog final : public Log {
   void write(std::string_view /*line*/) override {}
 };
 
-struct Told {
+// One request, and what became of it.
+struct Asked {
+  Asked() = default;
+  Asked(Transport& transport, const std::string& address) { ask(transport, address); }
+  void ask(Transport& transport, const std::string& address) {
+    NetworkManager::simpleRequest<Response>(
+        transport, address, [this](const std::shared_ptr<Response>& response, const auto& error) {
+          ++times;
+          hasRates = response != nullptr && response->rates().size() == 1;
+          EXPECT_NE(hasRates, error.has_value());
+        });
+  }
   int times = 0;
   bool hasRates = false;
 };
 
-void request(Transport& transport, const std::string& address, Told& told) {
-  NetworkManager::simpleRequest<Response>(transport, address,
-                                          [&told](const std::shared_ptr<Response>& response,
-                                                  const std::optional<ResponseError>& error) {
-                                            ++told.times;
-                                            told.hasRates = response != nullptr &&
-                                                            response->rates().size() == 1;
-                                            EXPECT_NE(told.hasRates, error.has_value());
-                                          });
+// Calls with each allocation's number, alone and from then on, until `refuses` says that there was
+// none with this number any more; how often there was one.
+int eachNumber(const std::function<bool(std::size_t number, bool fromThenOn)>& refuses) {
+  int refusals = 0;
+  for (const bool fromThenOn : {false, true}) {
+    for (std::size_t number = 0; refuses(number, fromThenOn); ++number) {
+      ++refusals;
+      if (!testing::Test::HasFailure()) continue;
+      ADD_FAILURE() << "allocation " << number << (fromThenOn ? " from then on" : " alone");
+      return refusals;
+    }
+  }
+  return refusals;
 }
 
 // Goes round once in a while, to look at what no event tells of.
@@ -66,45 +82,29 @@ TEST(WorkerShortage, IsToldOnceAndPasses) {
   NetOptions options;
   options.cacheFolder = scratch / "cache";
   options.container = "/container";
-  std::size_t refusals = 0;
-  for (const bool fromThenOn : {false, true}) {
-    for (std::size_t number = 0;; ++number) {
-      SCOPED_TRACE("allocation " + std::to_string(number) +
-                   (fromThenOn ? " from then on" : " alone"));
-      const auto transport =
-          CurlTransport::make(RunLoop::process(), log, Files::process(), options);
-      ASSERT_NE(transport, nullptr);
-      Told told;
-      test::armOthers(number, fromThenOn);
-      request(*transport, server.address(), told);
-      runUntil([&] { return told.times > 0 || test::othersWereRefused(); });
-      if (fromThenOn) test::disarmOthers();
-      runUntil([&] { return told.times > 0; });
-      Told next;
-      request(*transport, server.address(), next);
-      runUntil([&] { return next.times > 0; });
-      // The end of the thread waits for what it still keeps.
-      transport->stop();
-      const bool wasRefused = test::othersWereRefused();
-      test::disarmOthers();
-      EXPECT_EQ(told.times, 1);
-      EXPECT_EQ(next.times, 1);
-      EXPECT_TRUE(next.hasRates || (wasRefused && !fromThenOn));
-      if (HasFailure()) return;
-      if (!wasRefused) break;
-      ++refusals;
-    }
-  }
-  EXPECT_GT(refusals, 40U) << "the thread needs memory";
+  const int refusals = eachNumber([&](std::size_t number, bool fromThenOn) {
+    const auto transport = CurlTransport::make(RunLoop::process(), log, Files::process(), options);
+    test::armNew(number, fromThenOn, true);
+    Asked first(*transport, server.address());
+    runUntil([&] { return first.times > 0 || test::wasRefused(); });
+    if (fromThenOn) test::disarmNew();
+    runUntil([&] { return first.times > 0; });
+    Asked next(*transport, server.address());
+    runUntil([&] { return next.times > 0; });
+    // The end of the thread waits for what it still keeps.
+    transport->stop();
+    test::disarmNew();
+    EXPECT_EQ(first.times, 1);
+    EXPECT_EQ(next.times, 1);
+    EXPECT_TRUE(next.hasRates || (test::wasRefused() && !fromThenOn));
+    return test::wasRefused();
+  });
+  EXPECT_GT(refusals, 40) << "the thread needs memory";
 }
 
 // Runs what was posted when the test says so.
-class PostedLoop final : public RunLoop {
+class PostedLoop final : public test::ForwardingLoop {
  public:
-  double monotonicSeconds() override { return 0; }
-  double wallSeconds() override { return 0; }
-  std::shared_ptr<Timer> scheduleTimer(double, Function) override { return nullptr; }
-  std::unique_ptr<DescriptorWatch> watchReadable(int, Function) override { return nullptr; }
   void post(Function function) override {
     const std::lock_guard lock(mutex_);
     posted_.push_back(std::move(function));
@@ -128,62 +128,50 @@ class PostedLoop final : public RunLoop {
   std::deque<Function> posted_;
 };
 
-bool sameSignals(const sigset_t& a, const sigset_t& b) {
-  for (int signal = 1; signal < NSIG; ++signal) {
-    if (sigismember(&a, signal) != sigismember(&b, signal)) return false;
-  }
-  return true;
-}
-
 // The main thread's: in the first request, or when the module has been opened.
 TEST(OpeningShortage, IsToldOnceAndPasses) {
   const test::LoopbackServer server(kAnswer);
   static NoDestructor<PostedLoop> loop;  // the module's to the end
   static NoDestructor<NoLog> log;
-  sigset_t before{};
-  pthread_sigmask(SIG_SETMASK, nullptr, &before);
-  std::size_t refusals = 0;
+  const auto signals = [] {
+    sigset_t blocked{};
+    pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
+    std::string all;
+    for (int signal = 1; signal < NSIG; ++signal) all += sigismember(&blocked, signal) ? '1' : '0';
+    return all;
+  };
+  const std::string before = signals();
   for (const bool isInRequest : {true, false}) {
-    for (const bool fromThenOn : {false, true}) {
-      for (std::size_t number = 0, count = 0;; ++number) {
-        SCOPED_TRACE("allocation " + std::to_string(number) + (fromThenOn ? " on" : "") +
-                     (isInRequest ? " in a request" : " in the opening"));
-        LazyTransport transport([] {
-          return LazyTransport::Host{&*loop, &*log, &Files::process(), {}};
-        });
-        Told first;
-        bool threw = false;
-        if (isInRequest) test::armNew(number, fromThenOn);
-        try {
-          request(transport, server.address(), first);
-        } catch (const std::bad_alloc&) {
-          threw = true;
-        }
-        if (isInRequest) count = test::disarmNew();
-        sigset_t after{};
-        pthread_sigmask(SIG_SETMASK, nullptr, &after);
-        ASSERT_TRUE(sameSignals(before, after));
-        Told second;
-        request(transport, server.address(), second);
-        if (!isInRequest) {
-          test::armNew(number, fromThenOn);
-          ASSERT_NO_THROW(loop->runOne());
-          count = test::disarmNew();
-        }
-        loop->runUntil([&] { return second.times > 0 && (threw || first.times > 0); });
-        EXPECT_EQ(first.times, threw ? 0 : 1);
-        EXPECT_EQ(second.times, 1);
-        Told third;
-        request(transport, server.address(), third);
-        loop->runUntil([&] { return third.times > 0; });
-        EXPECT_TRUE(third.hasRates);
-        if (HasFailure()) return;
-        if (count <= number) break;
-        ++refusals;
+    const int refusals = eachNumber([&](std::size_t number, bool fromThenOn) {
+      LazyTransport transport([] {
+        return LazyTransport::Host{&*loop, &*log, &Files::process(), {}};
+      });
+      Asked first;
+      bool threw = false;
+      if (isInRequest) test::armNew(number, fromThenOn);
+      try {
+        first.ask(transport, server.address());
+      } catch (const std::bad_alloc&) {
+        threw = true;
       }
-    }
+      if (isInRequest) test::disarmNew();
+      EXPECT_EQ(signals(), before);
+      Asked second(transport, server.address());
+      if (!isInRequest) {
+        test::armNew(number, fromThenOn);
+        EXPECT_NO_THROW(loop->runOne());
+        test::disarmNew();
+      }
+      loop->runUntil([&] { return second.times > 0 && (threw || first.times > 0); });
+      EXPECT_EQ(first.times, threw ? 0 : 1);
+      EXPECT_EQ(second.times, 1);
+      Asked third(transport, server.address());
+      loop->runUntil([&] { return third.times > 0; });
+      EXPECT_TRUE(third.hasRates);
+      return test::wasRefused();
+    });
+    EXPECT_GT(refusals, 5) << "both need memory";
   }
-  EXPECT_GT(refusals, 10U) << "both need memory";
 }
 
 }  // namespace

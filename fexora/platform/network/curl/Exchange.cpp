@@ -78,7 +78,8 @@ bool Exchange::setOptions() {
 }
 
 bool Exchange::setHeaders() {
-  if (!addHeader("Accept: application/json")) return false;
+  if (!addHeader(request_.read != nullptr ? "Accept: application/json" : "Accept: */*"))
+    return false;
   if (kept_ && !kept_->etag.empty() && !addHeader("If-None-Match: " + kept_->etag)) return false;
   if (kept_ && !kept_->lastModified.empty() &&
       !addHeader("If-Modified-Since: " + kept_->lastModified)) {
@@ -163,6 +164,7 @@ NetOutcome Exchange::outcome(CURLcode code) try {
 }
 
 NetOutcome Exchange::newAnswer() {
+  if (request_.read == nullptr) return {std::make_shared<TextAnswer>(std::move(body_)), {}};
   const JsonDocument document(body_);
   if (document.state() == JsonDocument::State::tooLarge) {
     return fail(ResponseError::Kind::tooLarge, document.reason());

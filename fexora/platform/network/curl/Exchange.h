@@ -39,7 +39,7 @@ class Exchange {
   struct Request {
     std::uint64_t id = 0;
     std::string address;
-    Transport::Reader read = nullptr;
+    Transport::Reader read = nullptr;  // null: any text
   };
 
   // With `kept` the service is asked whether that answer still stands. `options` outlives this.

@@ -87,7 +87,7 @@ void NetWorker::begin(Exchange::Request request) {
 
 // Nothing when it has begun.
 std::optional<NetOutcome> NetWorker::tryToBegin(Exchange::Request request) {
-  auto kept = keptFor(request.address);
+  auto kept = request.read != nullptr ? keptFor(request.address) : std::nullopt;
   auto exchange = std::make_unique<Exchange>(std::move(request), options_, std::move(kept));
   const CURLcode code = exchange->prepare();
   if (code != CURLE_OK) return exchange->outcome(code);

@@ -16,10 +16,11 @@
 namespace fexora {
 namespace {
 
-std::unique_ptr<icu::DecimalFormat> makeParser(const icu::Locale& locale) {
+std::unique_ptr<icu::DecimalFormat> makeFormat(const icu::Locale& locale,
+                                               UNumberFormatStyle style) {
   UErrorCode error = U_ZERO_ERROR;
   std::unique_ptr<icu::NumberFormat> format(
-      icu::NumberFormat::createInstance(locale, UNUM_DECIMAL, error));
+      icu::NumberFormat::createInstance(locale, style, error));
   auto* const decimal = dynamic_cast<icu::DecimalFormat*>(format.get());
   if (U_FAILURE(error) != 0 || decimal == nullptr) return nullptr;
   format.release();  // NOLINT(bugprone-unused-return-value): the cast pointer takes it over
@@ -57,17 +58,41 @@ bool isZeroWithExponent(icu::UnicodeString typed, const icu::DecimalFormat& form
   return hasZero;
 }
 
+void takeGroups(const icu::DecimalFormat& format, NumberMarks& marks) {
+  // Zero, where a locale does not group at all or has one size for all groups.
+  if (format.getGroupingSize() > 0) marks.lastGroup = format.getGroupingSize();
+  const int others = format.getSecondaryGroupingSize();
+  marks.otherGroups = others > 0 ? others : marks.lastGroup;
+}
+
+NumberMarks marksOf(const icu::DecimalFormat& format, const icu::Locale& locale) {
+  using Symbols = icu::DecimalFormatSymbols;
+  const Symbols& symbols = *format.getDecimalFormatSymbols();
+  const auto mark = [&symbols](Symbols::ENumberFormatSymbol which) {
+    return static_cast<char32_t>(symbols.getConstSymbol(which).char32At(0));
+  };
+  NumberMarks marks{mark(Symbols::kDecimalSeparatorSymbol), mark(Symbols::kGroupingSeparatorSymbol),
+                    mark(Symbols::kMonetarySeparatorSymbol),
+                    mark(Symbols::kMonetaryGroupingSeparatorSymbol)};
+  takeGroups(format, marks);
+  // Urdu in India groups by two in money only.
+  const auto money = makeFormat(locale, UNUM_CURRENCY);
+  if (money != nullptr && marks.otherGroups == marks.lastGroup) takeGroups(*money, marks);
+  return marks;
+}
+
 }  // namespace
 
 IcuNumbers::IcuNumbers(std::string_view localeName) {
   const icu::Locale locale = numberLocale(localeName);
   formatter_ = icu::number::NumberFormatter::withLocale(locale);
-  parser_ = makeParser(locale);
+  parser_ = makeFormat(locale, UNUM_DECIMAL);
   if (parser_ == nullptr) return;
   const icu::DecimalFormatSymbols* const symbols = parser_->getDecimalFormatSymbols();
   decimalSeparator_.clear();
   symbols->getConstSymbol(icu::DecimalFormatSymbols::kDecimalSeparatorSymbol)
       .toUTF8String(decimalSeparator_);
+  marks_ = marksOf(*parser_, locale);
   // A typed point would be taken for a mark between groups where the decimal mark is another sign,
   // and 12.345 read as 12345.
   if (decimalSeparator_ != "." && decimalSeparator_ != ",") parser_->setGroupingUsed(false);

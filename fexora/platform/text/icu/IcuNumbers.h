@@ -24,12 +24,14 @@ class IcuNumbers {
   static std::shared_ptr<const IcuNumbers> forLocale(std::string_view localeName);
 
   const std::string& decimalSeparator() const noexcept { return decimalSeparator_; }
+  const NumberMarks& marks() const noexcept { return marks_; }
   std::optional<double> parse(std::string_view text,
                               std::optional<int> maximumFractionDigits) const;
   std::string format(double value, const NumberStyle& style) const;
 
  private:
   std::string decimalSeparator_ = ".";
+  NumberMarks marks_;
   std::unique_ptr<icu::DecimalFormat> parser_;  // null where ICU's data cannot be had
   icu::number::LocalizedNumberFormatter formatter_;
 };

@@ -1,9 +1,15 @@
 #include "fexora/platform/text/icu/IcuText.h"
 
+#include <cstdint>
+#include <memory>
+#include <utility>
+
 #include <unicode/casemap.h>
+#include <unicode/locdspnm.h>
 #include <unicode/normalizer2.h>
 #include <unicode/putil.h>
 #include <unicode/stringoptions.h>
+#include <unicode/uchar.h>
 #include <unicode/ucurr.h>
 
 #include "fexora/platform/base/Environment.h"
@@ -22,12 +28,60 @@ icu::StringPiece piece(std::string_view text) {
   return {text.data(), static_cast<std::int32_t>(text.size())};
 }
 
-bool isIsoForm(std::string_view code) {
-  if (code.size() != 3) return false;
+// Whether it is as many capital letters.
+bool isIsoForm(std::string_view code, std::size_t letters) {
+  if (code.size() != letters) return false;
   for (const char c : code) {
     if (c < 'A' || c > 'Z') return false;
   }
   return true;
+}
+
+// The Latin letters that are no plain one with a mark, in lower case.
+struct Spelling {
+  UChar32 letter;
+  const char16_t* plain;
+};
+constexpr Spelling kSpellings[] = {{0x00E6, u"ae"}, {0x00F0, u"d"}, {0x00F8, u"o"}, {0x00FE, u"th"},
+                                   {0x0111, u"d"},  {0x0127, u"h"}, {0x0131, u"i"}, {0x0142, u"l"},
+                                   {0x0153, u"oe"}, {0x0167, u"t"}};
+
+// Canonical combining classes: accents have that of their place, or of their script.
+constexpr std::uint8_t kKanaVoicing = 8;
+constexpr std::uint8_t kVirama = 9;
+
+bool isAccent(UChar32 letter) {
+  const std::uint8_t kind = u_getCombiningClass(letter);
+  return kind != 0 && kind != kKanaVoicing && kind != kVirama;
+}
+
+void appendBare(icu::UnicodeString& out, UChar32 letter) {
+  if (isAccent(letter)) return;
+  for (const auto& [special, plain] : kSpellings) {
+    if (letter == special) {
+      out.append(plain, -1);
+      return;
+    }
+  }
+  out.append(letter);
+}
+
+std::string shownRegion(const std::string& region, const icu::Locale& language,
+                        UDisplayContext length) {
+  const std::unique_ptr<icu::LocaleDisplayNames> names(
+      icu::LocaleDisplayNames::createInstance(language, &length, 1));
+  icu::UnicodeString found;
+  std::string out;
+  if (names != nullptr) names->regionDisplayName(region.c_str(), found).toUTF8String(out);
+  return out;
+}
+
+// The language of most people in a region.
+std::optional<icu::Locale> regionLanguage(const std::string& region) {
+  icu::Locale locale("und", region.c_str());
+  UErrorCode error = U_ZERO_ERROR;
+  locale.addLikelySubtags(error);
+  return U_SUCCESS(error) != 0 ? languageLocale(locale.getName()) : std::nullopt;
 }
 
 }  // namespace
@@ -38,6 +92,23 @@ std::string IcuText::lowercased(std::string_view text) {
   UErrorCode error = U_ZERO_ERROR;
   icu::CaseMap::utf8ToLower(kRootLocale, 0, piece(text), sink, nullptr, error);
   return U_SUCCESS(error) != 0 ? out : std::string(text);
+}
+
+std::string IcuText::folded(std::string_view text) {
+  UErrorCode error = U_ZERO_ERROR;
+  const auto* const fold = icu::Normalizer2::getNFKCCasefoldInstance(error);
+  const auto* const decompose = icu::Normalizer2::getNFDInstance(error);
+  const auto* const compose = icu::Normalizer2::getNFCInstance(error);
+  if (U_FAILURE(error) != 0) return lowercased(text);
+  const auto plain = icu::UnicodeString::fromUTF8(piece(text));
+  const icu::UnicodeString marked = decompose->normalize(fold->normalize(plain, error), error);
+  icu::UnicodeString bare;
+  for (std::int32_t at = 0; at < marked.length(); at = marked.moveIndex32(at, 1)) {
+    appendBare(bare, marked.char32At(at));
+  }
+  std::string out;
+  compose->normalize(bare, error).toUTF8String(out);
+  return U_SUCCESS(error) != 0 ? out : lowercased(text);
 }
 
 std::string IcuText::canonical(std::string_view text) {
@@ -82,6 +153,10 @@ std::string IcuText::decimalSeparator(std::string_view locale) {
   return IcuNumbers::forLocale(locale)->decimalSeparator();
 }
 
+NumberMarks IcuText::numberMarks(std::string_view locale) {
+  return IcuNumbers::forLocale(locale)->marks();
+}
+
 std::optional<double> IcuText::parseNumber(std::string_view text, std::string_view locale,
                                            std::optional<int> maximumFractionDigits) {
   return IcuNumbers::forLocale(locale)->parse(text, maximumFractionDigits);
@@ -94,7 +169,7 @@ std::string IcuText::formatNumber(double value, std::string_view locale, const N
 std::optional<std::string> IcuText::currencyName(std::string_view code, std::string_view locale) {
   const auto language = languageLocale(locale);
   // ICU looks at the first three letters only and would call USDD a US Dollar.
-  if (!language || !isIsoForm(code)) return std::nullopt;
+  if (!language || !isIsoForm(code, 3)) return std::nullopt;
   const auto key = icu::UnicodeString::fromUTF8(piece(code));
   UErrorCode error = U_ZERO_ERROR;
   std::int32_t length = 0;
@@ -108,6 +183,28 @@ std::optional<std::string> IcuText::currencyName(std::string_view code, std::str
   std::string out;
   found.toUTF8String(out);
   return out;
+}
+
+std::vector<std::string> IcuText::regionNames(std::string_view region, std::string_view locale) {
+  if (!isIsoForm(region, 2)) return {};
+  const std::string code(region);
+  const auto language = locale.empty() ? regionLanguage(code) : languageLocale(locale);
+  if (!language) return {};
+  std::vector<std::string> names{shownRegion(code, *language, UDISPCTX_LENGTH_FULL)};
+  // What it has no name for it calls by the code.
+  if (names[0].empty() || names[0] == region) return {};
+  std::string shorter = shownRegion(code, *language, UDISPCTX_LENGTH_SHORT);
+  if (shorter != names[0]) names.push_back(std::move(shorter));
+  return names;
+}
+
+std::vector<std::string> IcuText::locales() {
+  std::int32_t count = 0;
+  const icu::Locale* const locales = icu::Locale::getAvailableLocales(count);
+  std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(count));
+  for (std::int32_t i = 0; i < count; ++i) names.emplace_back(locales[i].getName());
+  return names;
 }
 
 }  // namespace fexora

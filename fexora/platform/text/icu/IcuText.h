@@ -8,16 +8,20 @@ namespace fexora {
 class IcuText final : public Text {
  public:
   std::string lowercased(std::string_view text) override;
+  std::string folded(std::string_view text) override;
   std::string canonical(std::string_view text) override;
   std::size_t characterCount(std::string_view text) override;
   std::vector<std::size_t> characterEnds(std::string_view text) override;
   bool contains(std::string_view whole, std::string_view part) override;
   std::string decimalSeparator(std::string_view locale) override;
+  NumberMarks numberMarks(std::string_view locale) override;
   std::optional<double> parseNumber(std::string_view text, std::string_view locale,
                                     std::optional<int> maximumFractionDigits) override;
   std::string formatNumber(double value, std::string_view locale,
                            const NumberStyle& style) override;
   std::optional<std::string> currencyName(std::string_view code, std::string_view locale) override;
+  std::vector<std::string> regionNames(std::string_view region, std::string_view locale) override;
+  std::vector<std::string> locales() override;
 };
 
 }  // namespace fexora

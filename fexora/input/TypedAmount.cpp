@@ -1,0 +1,186 @@
+#include "fexora/input/TypedAmount.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "fexora/input/AmountParsing.h"
+#include "fexora/input/PlainAmount.h"
+#include "fexora/input/TypedNumber.h"
+#include "fexora/input/TypedSides.h"
+#include "fexora/input/TypedSymbols.h"
+#include "fexora/platform/base/Limits.h"
+#include "fexora/platform/text/Utf8.h"
+
+namespace fexora {
+namespace {
+
+using CurrencyBy = TypedAmount::CurrencyBy;
+
+constexpr std::string_view kTooLong = "this is too long for an amount";
+constexpr std::string_view kBroken = "this is no text in UTF-8";
+constexpr std::string_view kNoNumber = "there is no number in it";
+constexpr std::string_view kForeign = "this cannot stand within a number";
+constexpr std::string_view kTooLarge = "this number is too large";
+
+TypedAmount refused(std::string_view reason, std::size_t place) {
+  TypedAmount amount;
+  amount.reason = reason;
+  amount.place = place;
+  return amount;
+}
+
+TypedAmount exact(double value) {
+  TypedAmount amount;
+  amount.kind = TypedAmount::Kind::exact;
+  amount.value = value;
+  return amount;
+}
+
+TypedAmount amountOf(const NumberReading& number) {
+  if (!number.reason.empty()) return refused(number.reason, number.place);
+  TypedAmount amount = exact(number.value);
+  if (number.other) amount.kind = TypedAmount::Kind::ambiguous;
+  amount.other = number.other;
+  return amount;
+}
+
+// Whether it is the one form of a plain amount whose mark may stand between groups.
+bool isOpen(const PlainAmount& plain, std::string_view text) {
+  return plain.fraction == 3 && plain.whole <= 3 && text.front() != '0';
+}
+
+CurrencyBy byOf(const TypedSides& sides) {
+  if (sides.currency().empty()) return CurrencyBy::none;
+  if (sides.byCode()) return CurrencyBy::code;
+  switch (sides.why()) {
+    case SignReading::Why::region:
+      return CurrencyBy::region;
+    case SignReading::Why::trade:
+      return CurrencyBy::trade;
+    default:
+      return CurrencyBy::sign;
+  }
+}
+
+struct Parts {
+  TypedRun before;
+  TypedRun number;  // from its first digit to its last
+  TypedRun after;
+};
+
+bool isBlank(const TypedSymbol& symbol) {
+  return symbol.sign == U' ';
+}
+
+bool isLetter(const TypedSymbol& symbol) {
+  return (symbol.sign | 0x20U) >= U'a' && (symbol.sign | 0x20U) <= U'z';
+}
+
+// As in "5 1INCH": its digit is none of the number's.
+bool isCodeWithDigit(TypedRun word) {
+  return std::any_of(word.begin(), word.end(), isLetter) &&
+         std::any_of(word.begin(), word.end(), isTypedDigit) && !typedCode(spelled(word)).empty();
+}
+
+// The places of what lies between the codes with a digit at either end.
+std::pair<std::size_t, std::size_t> withoutSuchCodes(TypedRun run) {
+  const auto first =
+      static_cast<std::size_t>(std::find_if(run.begin(), run.end(), isBlank) - run.begin());
+  const auto last =
+      static_cast<std::size_t>(std::find_if(run.rbegin(), run.rend(), isBlank) - run.rbegin());
+  const bool atFront = first < run.size() && isCodeWithDigit(run.first(first));
+  const bool atBack = last < run.size() && isCodeWithDigit(run.last(last));
+  return {atFront ? first : 0, atBack ? run.size() - last : run.size()};
+}
+
+Parts partsOf(TypedRun run) {
+  const auto [begin, end] = withoutSuchCodes(run);
+  const TypedRun middle = run.subspan(begin, std::max(begin, end) - begin);
+  const auto first = static_cast<std::size_t>(
+      std::find_if(middle.begin(), middle.end(), isTypedDigit) - middle.begin());
+  const auto afterLast = static_cast<std::size_t>(
+      middle.rend() - std::find_if(middle.rbegin(), middle.rend(), isTypedDigit));
+  if (first == middle.size()) return {run, {}, {}};
+  return {run.first(begin + first), middle.subspan(first, afterLast - first),
+          run.subspan(begin + afterLast)};
+}
+
+// Each takes a mark at the number's end along, where the side is none with it. A minus after that
+// is no sign: "5,-" means five.
+bool takeBefore(Parts& parts, TypedSides& sides, const TypedMarks& marks) {
+  constexpr std::u32string_view kSigns = U"-+";
+  const TypedRun side = parts.before;
+  if (sides.takeSigned(side, kSigns)) return true;
+  if (!marks.canEnd(side.back().sign)) return false;
+  parts.number = {parts.number.data() - 1, parts.number.size() + 1};
+  return sides.takeSigned(side.first(side.size() - 1), kSigns);
+}
+
+bool takeAfter(Parts& parts, TypedSides& sides, const TypedMarks& marks) {
+  const TypedRun side = parts.after;
+  if (sides.takeSigned(side, U"-")) return true;
+  if (!marks.canEnd(side.front().sign)) return false;
+  parts.number = {parts.number.data(), parts.number.size() + 1};
+  return sides.takeCurrency(side.subspan(1));
+}
+
+std::size_t placeOf(TypedRun side) {
+  return trimmed(side).front().place;
+}
+
+// What is no row of digits and marks may be a number with an exponent.
+TypedAmount withExponent(std::string_view number, std::size_t foreign, std::string_view locale,
+                         Text& rules) {
+  const auto value = parseAmountIn(locale, number, rules);
+  if (!value) return refused(kForeign, foreign);
+  return std::isfinite(*value) ? exact(*value) : refused(kTooLarge, 0);
+}
+
+TypedAmount negated(TypedAmount amount) {
+  amount.value = -amount.value;
+  if (amount.other) amount.other = -*amount.other;
+  return amount;
+}
+
+TypedAmount readTyped(std::string_view text, std::string_view locale, Text& rules) {
+  const TypedSymbols typed = typedSymbols(text);
+  if (typed.broken) return refused(kBroken, *typed.broken);
+  Parts parts = partsOf(trimmed(typed.symbols));
+  if (parts.number.empty()) return refused(kNoNumber, 0);
+  const NumberMarks localesMarks = rules.numberMarks(locale);
+  TypedMarks marks(localesMarks, false);
+  TypedSides sides(locale);
+  if (!takeBefore(parts, sides, marks)) return refused(sides.reason(), placeOf(parts.before));
+  if (!takeAfter(parts, sides, marks)) return refused(sides.reason(), placeOf(parts.after));
+  marks = TypedMarks(localesMarks, !sides.currency().empty());
+  const auto foreign =
+      std::find_if(parts.number.begin(), parts.number.end(),
+                   [&](const TypedSymbol& s) { return !isTypedDigit(s) && !marks.isMark(s.sign); });
+  const std::size_t begin = parts.number.front().place;
+  const std::size_t last = parts.number.back().place;
+  const std::size_t end = last + utf8Length(text.substr(last));
+  TypedAmount amount = foreign == parts.number.end() ? amountOf(readNumber(parts.number, marks))
+                                                     : withExponent(text.substr(begin, end - begin),
+                                                                    foreign->place, locale, rules);
+  if (amount.kind == TypedAmount::Kind::refused) return amount;
+  if (sides.isNegative()) amount = negated(std::move(amount));
+  amount.currency = sides.currency();
+  amount.currencyBy = byOf(sides);
+  return amount;
+}
+
+}  // namespace
+
+TypedAmount readAmount(std::string_view text, std::string_view locale, Text& rules) {
+  if (text.size() > limits::kAmountBytes) return refused(kTooLong, limits::kAmountBytes);
+  const auto plain = plainAmount(text);
+  if (!plain || text.empty()) return readTyped(text, locale, rules);
+  // The mark of any other plain amount is the decimal mark everywhere.
+  if (!isOpen(*plain, text)) return exact(plain->value);
+  const auto mark = static_cast<char32_t>(text[plain->whole]);
+  const TypedMarks marks(rules.numberMarks(locale), false);
+  return amountOf(readOpen(plain->value, plain->digits, mark, marks));
+}
+
+}  // namespace fexora

@@ -1,0 +1,144 @@
+#include "fexora/input/TypedNumber.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "fexora/platform/text/NumberText.h"
+
+namespace fexora {
+namespace {
+
+constexpr std::u32string_view kDecimal = U".,\u066B";
+// The mark of the escudos, which have two digits after it.
+constexpr char32_t kEscudo = U'$';
+constexpr std::size_t kCentavoDigits = 2;
+constexpr std::u32string_view kGrouping = U".,'_ \u066C";
+
+constexpr std::string_view kWrongGroups = "the digits are not in groups of three";
+constexpr std::string_view kWrongMark = "this cannot be the decimal mark here";
+constexpr std::string_view kTooLarge = "this number is too large";
+
+constexpr std::size_t kThree = 3;
+
+bool contains(std::u32string_view all, char32_t sign) noexcept {
+  return all.find(sign) != all.npos;
+}
+
+char32_t formOf(char32_t mark) noexcept {
+  return typedForm(mark).value_or(mark);
+}
+
+void appendDigits(std::string& out, TypedRun run) {
+  for (const TypedSymbol& symbol : run) {
+    if (isTypedDigit(symbol)) out += static_cast<char>(symbol.sign);
+  }
+}
+
+NumberReading rejected(std::string_view reason, const TypedSymbol& at) {
+  return {0.0, {}, reason, at.place};
+}
+
+// The marks of `whole` stand between groups.
+NumberReading numberOf(TypedRun whole, TypedRun fraction) {
+  std::string text = "0";
+  appendDigits(text, whole);
+  text += '.';
+  appendDigits(text, fraction);
+  const double value = parseDouble(text).value_or(0.0);
+  return std::isfinite(value) ? NumberReading{value, {}, {}, 0}
+                              : rejected(kTooLarge, whole.front());
+}
+
+// Where the last group of a wrong size begins, or where another mark than `mark` stands.
+std::optional<std::size_t> wrongGroup(TypedRun whole, char32_t mark, std::size_t last,
+                                      std::size_t others) {
+  std::size_t size = last;
+  std::size_t digits = 0;
+  for (std::size_t i = whole.size(); i-- > 0;) {
+    if (isTypedDigit(whole[i])) {
+      ++digits;
+      continue;
+    }
+    if (whole[i].sign != mark || digits != size) return i;
+    digits = 0;
+    size = others;
+  }
+  const bool fits = digits > 0 && digits <= size && whole.front().sign != U'0';
+  return fits ? std::nullopt : std::optional(std::size_t{0});
+}
+
+bool isMarkSymbol(const TypedSymbol& symbol) {
+  return !isTypedDigit(symbol);
+}
+
+NumberReading readGrouped(TypedRun whole, TypedRun fraction, const TypedMarks& marks) {
+  const TypedSymbol& first = *std::find_if(whole.begin(), whole.end(), isMarkSymbol);
+  if (!marks.canGroup(first.sign)) return rejected(kWrongMark, first);
+  const auto wrong = wrongGroup(whole, first.sign, kThree, kThree);
+  if (wrong && wrongGroup(whole, first.sign, marks.lastGroup(), marks.otherGroups())) {
+    return rejected(kWrongGroups, whole[*wrong]);
+  }
+  return numberOf(whole, fraction);
+}
+
+// `at` is the only mark.
+NumberReading readWithOneMark(TypedRun run, std::size_t at, const TypedMarks& marks) {
+  const char32_t mark = run[at].sign;
+  const TypedRun fraction = run.subspan(at + 1);
+  if (!marks.canBeDecimal(mark, fraction.size())) return readGrouped(run, {}, marks);
+  const NumberReading decimal = numberOf(run.first(at), fraction);
+  const bool open = at > 0 && at <= kThree && run[0].sign != U'0' && fraction.size() == kThree;
+  if (!open || !marks.canGroup(mark)) return decimal;
+  return readOpen(decimal.value, numberOf(run, {}).value, mark, marks);
+}
+
+}  // namespace
+
+TypedMarks::TypedMarks(const NumberMarks& locale, bool money) noexcept
+    : decimal_(formOf(money ? locale.currencyDecimal : locale.decimal)),
+      grouping_(formOf(money ? locale.currencyGrouping : locale.grouping)),
+      moneyGrouping_(formOf(locale.currencyGrouping)),
+      sure_(!money || locale.decimal == locale.currencyDecimal),
+      lastGroup_(static_cast<std::size_t>(locale.lastGroup)),
+      otherGroups_(static_cast<std::size_t>(locale.otherGroups)) {}
+
+bool TypedMarks::canBeDecimal(char32_t mark, std::size_t digits) const noexcept {
+  const bool isEscudos = mark == kEscudo && digits == kCentavoDigits;
+  return contains(kDecimal, mark) || mark == decimal_ || isEscudos;
+}
+
+bool TypedMarks::canEnd(char32_t mark) const noexcept {
+  return mark != kEscudo && canBeDecimal(mark, 0);
+}
+
+bool TypedMarks::isMark(char32_t sign) const noexcept {
+  return canBeDecimal(sign, kCentavoDigits) || canGroup(sign);
+}
+
+bool TypedMarks::canGroup(char32_t mark) const noexcept {
+  return contains(kGrouping, mark) || mark == grouping_ || mark == moneyGrouping_;
+}
+
+NumberReading readOpen(double decimal, double grouped, char32_t mark, const TypedMarks& marks) {
+  if (marks.isSurelyDecimal(mark)) return {decimal, {}, {}, 0};
+  if (marks.isLocalesGrouping(mark)) return {grouped, decimal, {}, 0};
+  return {decimal, grouped, {}, 0};
+}
+
+NumberReading readNumber(TypedRun run, const TypedMarks& marks) {
+  const auto end = std::find_if(run.rbegin(), run.rend(), isMarkSymbol);
+  if (end == run.rend()) return numberOf(run, {});
+  const auto at = static_cast<std::size_t>(run.rend() - end) - 1;
+  const char32_t last = run[at].sign;
+  const TypedRun whole = run.first(at);
+  if (std::none_of(whole.begin(), whole.end(), isMarkSymbol))
+    return readWithOneMark(run, at, marks);
+  const auto isOther = [last](const TypedSymbol& s) { return isMarkSymbol(s) && s.sign != last; };
+  if (std::none_of(whole.begin(), whole.end(), isOther)) return readGrouped(run, {}, marks);
+  const TypedRun fraction = run.subspan(at + 1);
+  if (!marks.canBeDecimal(last, fraction.size())) return rejected(kWrongMark, run[at]);
+  return readGrouped(whole, fraction, marks);
+}
+
+}  // namespace fexora

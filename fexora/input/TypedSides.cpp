@@ -1,0 +1,71 @@
+#include "fexora/input/TypedSides.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "fexora/catalogue/EnglishNames.h"
+
+namespace fexora {
+namespace {
+
+bool writes(std::string_view sign, std::string_view code) {
+  const auto codes = codesOfSign(sign);
+  return std::find(codes.begin(), codes.end(), code) != codes.end();
+}
+
+}  // namespace
+
+std::string typedCode(std::string_view text) {
+  std::string code(text);
+  for (char& c : code) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+  return englishName(code) ? code : std::string();
+}
+
+bool TypedSides::takeCurrency(TypedRun run) {
+  run = trimmed(run);
+  if (run.empty()) return true;
+  const std::string text = spelled(run);
+  return takeSign(text) || takeCode(text);
+}
+
+bool TypedSides::takeSign(const std::string& sign) {
+  const auto read = readSign(sign, locale_);
+  if (!read) return false;
+  // The currency that is there already may say which of the sign's it is.
+  second_ = !currency_.empty() && !writes(sign, currency_);
+  if (!currency_.empty()) return !second_;
+  currency_ = read->code;
+  sign_ = sign;
+  why_ = read->why;
+  return true;
+}
+
+bool TypedSides::takeCode(std::string_view text) {
+  std::string code = typedCode(text);
+  if (code.empty()) return false;
+  second_ = !currency_.empty() && currency_ != code && !writes(sign_, code);
+  if (second_) return false;
+  currency_ = std::move(code);
+  sign_.clear();
+  return true;
+}
+
+bool TypedSides::takeSigned(TypedRun run, std::u32string_view signs) {
+  run = trimmed(run);
+  if (takeCurrency(run)) return true;
+  const auto isSign = [signs](const TypedSymbol& s) { return signs.find(s.sign) != signs.npos; };
+  const bool atFront = isSign(run.front());
+  if (signed_ || (!atFront && !isSign(run.back()))) return false;
+  const char32_t sign = atFront ? run.front().sign : run.back().sign;
+  if (!takeCurrency(atFront ? run.subspan(1) : run.first(run.size() - 1))) return false;
+  signed_ = true;
+  negative_ = sign == U'-';
+  return true;
+}
+
+std::string_view TypedSides::reason() const noexcept {
+  return second_ ? "this is a second currency" : "this is neither a number nor a currency";
+}
+
+}  // namespace fexora

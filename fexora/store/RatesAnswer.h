@@ -1,0 +1,29 @@
+// What the answer that brought the kept rates said of them, and its form in the store's dictionary.
+//
+// It stands under a key of its own and repeats the date of "UDUSDRatesUpdated". It counts only
+// while the two agree: rates that were stored by a program that does not know of it never wear its
+// date.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "fexora/platform/values/Value.h"
+
+namespace fexora {
+
+struct FEXORA_API RatesAnswer {
+  enum class Origin : std::uint8_t { service, file };
+
+  std::optional<Date> published;
+  std::string source;  // its own name for itself; empty when it gave none
+  Origin origin = Origin::service;
+
+  // Both may throw std::bad_alloc.
+  Value keptWith(const Date& updated) const;
+  // Nothing when `content` holds none that agrees with its own date of the rates.
+  static std::optional<RatesAnswer> from(const Dictionary& content);
+};
+
+}  // namespace fexora

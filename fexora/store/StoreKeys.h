@@ -1,0 +1,15 @@
+// The keys of the cached data in the store's dictionary and file.
+#pragma once
+
+#include <string_view>
+
+namespace fexora {
+
+inline constexpr std::string_view kUDUSDRates = "UDUSDRates";
+inline constexpr std::string_view kUDUSDRatesUpdated = "UDUSDRatesUpdated";
+inline constexpr std::string_view kUDCurrencies = "UDCurrencies";
+inline constexpr std::string_view kUDSourceCurrency = "UDSourceCurrency";
+// What the answer said that brought the rates: see RatesAnswer.h.
+inline constexpr std::string_view kUDRatesAnswer = "UDRatesAnswer";
+
+}  // namespace fexora

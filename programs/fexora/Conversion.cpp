@@ -1,0 +1,138 @@
+#include "programs/fexora/Conversion.h"
+
+#include <cmath>
+#include <set>
+#include <utility>
+
+#include "programs/fexora/Currencies.h"
+#include "programs/fexora/Failure.h"
+#include "programs/fexora/OtherRates.h"
+#include "programs/fexora/Store.h"
+#include "programs/fexora/Withdrawn.h"
+
+namespace fexora::program {
+namespace {
+
+// What is asked for: currencies, and the stored selection's codes that are none.
+struct Wanted {
+  std::vector<CurrencyRef> currencies;
+  std::vector<std::string> unknown;
+};
+
+std::string noRateText(const Currency& source, const std::vector<std::string>& destinations) {
+  const bool same = destinations.size() == 1 && destinations.front() == source.code();
+  return "there is no rate from " + source.code() + " to " + listed(destinations) +
+         (same ? ": they are the same currency" : "");
+}
+
+Wanted selection(const StoreManager& store, const CurrencyRef& source) {
+  Wanted wanted;
+  std::set<std::string> seen = {source->code()};
+  for (const std::string& code : codesOf(store.loadCurrencies())) {
+    auto currency = findCurrency(code);
+    if (!seen.insert(currency != nullptr ? currency->code() : code).second) continue;
+    if (currency != nullptr) {
+      wanted.currencies.push_back(std::move(currency));
+    } else {
+      wanted.unknown.push_back(code);
+    }
+  }
+  if (seen.size() == 1) {
+    throw Failure{Exit::noCurrency, "currency",
+                  "the stored selection has no currency but " + source->code() +
+                      "; name one, as in: fexora 100 USD EUR"};
+  }
+  if (wanted.currencies.empty()) currencyFromText(wanted.unknown.front());  // throws, with offers
+  return wanted;
+}
+
+// The lines, and the codes of those currencies for which there is no rate.
+std::vector<std::string> addLines(const std::vector<CurrencyRef>& wanted, const StoreManager& store,
+                                  Conversion& result) {
+  std::vector<std::string> noRates;
+  std::optional<OtherRates> others;
+  for (const CurrencyRef& destination : wanted) {
+    std::optional<Date> published;
+    auto rate = rateManager().rateForSourceCurrency(result.source, destination);
+    if (!rate && *result.source != *destination) {
+      if (!others) others.emplace(store);
+      if (const auto found = others->find(result.source, destination)) {
+        rate = found->rate;
+        published = found->published;
+      }
+    }
+    if (rate) {
+      result.lines.push_back({ConvertedItem(*rate, result.amount.value, result.invert), published});
+    } else {
+      noRates.push_back(destination->code());
+    }
+  }
+  return noRates;
+}
+
+// Says what cannot be converted; throws a Failure when nothing can.
+void tellMissing(const std::vector<std::string>& unknown, const std::vector<std::string>& noRates,
+                 Conversion& result) {
+  if (!unknown.empty()) {
+    result.problem = "the stored selection holds what is no currency: " + listed(unknown);
+  }
+  if (!noRates.empty()) {
+    result.problem += (unknown.empty() ? "" : "; ") + noRateText(*result.source, noRates);
+  }
+  if (result.lines.empty()) {
+    throw Failure{Exit::noCurrency, unknown.empty() ? "rate" : "currency", result.problem};
+  }
+  result.missing = unknown;
+  result.missing.insert(result.missing.end(), noRates.begin(), noRates.end());
+}
+
+void round(ConvertedItem& item, const Currency& shownIn) {
+  if (const CurrencyFacts* facts = currencyFacts(shownIn.code())) {
+    item.dstAmount = roundedToMinorUnit(item.dstAmount.doubleValue(), *facts, Rounding::halfUp);
+  }
+}
+
+void addNotices(const Request& request, Conversion& result) {
+  result.notices = request.amount.notes;
+  result.notices.insert(result.notices.end(), request.notes.begin(), request.notes.end());
+  const auto addWithdrawn = [&](const Currency& currency) {
+    if (auto notice = withdrawnNotice(currency)) result.notices.push_back(*std::move(notice));
+  };
+  addWithdrawn(*result.source);
+  for (const ConversionLine& line : result.lines) {
+    addWithdrawn(*line.item.dstCurrency);
+    if (!std::isfinite(line.item.dstAmount.doubleValue())) {
+      result.notices.push_back("the result for " + line.item.dstCurrency->code() +
+                               " is no finite number");
+    }
+  }
+}
+
+}  // namespace
+
+Conversion conversionOf(const Request& request, const CommandLine& line, StoreManager& store,
+                        bool sync) {
+  Conversion result;
+  result.amount = request.amount;
+  result.source = request.source;
+  result.invert = line.invert;
+  const Wanted wanted = request.destinations.empty() ? selection(store, result.source)
+                                                     : Wanted{request.destinations, {}};
+  seedBundledRates(store);
+  if (hasBundledRates(store)) result.origin = "bundled";
+  auto selected = wanted.currencies;
+  selected.push_back(result.source);
+  rateManager().loadStoredRates(std::move(selected));
+  // The store keeps the amount only when there is an answer.
+  tellMissing(wanted.unknown, addLines(wanted.currencies, store, result), result);
+  if (line.rounded) {
+    for (auto& [item, published] : result.lines) {
+      round(item, result.invert ? *item.srcCurrency : *item.dstCurrency);
+    }
+  }
+  addNotices(request, result);
+  store.saveSourceCurrency(result.source, result.amount.value, sync);
+  return result;
+}
+
+}  // namespace fexora::program

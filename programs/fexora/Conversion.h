@@ -1,0 +1,37 @@
+// One amount into the currencies that were asked for, from what is at hand, and its two forms.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "programs/fexora/CommandLine.h"
+#include "programs/fexora/Request.h"
+
+namespace fexora::program {
+
+struct ConversionLine {
+  ConvertedItem item;
+  std::optional<Date> published;  // of its rate, when that is of another day than the store's
+};
+
+struct Conversion {
+  Amount amount;
+  CurrencyRef source;
+  bool invert = false;
+  const char* origin = "store";
+  std::vector<ConversionLine> lines;
+  std::vector<std::string> missing;  // codes
+  std::string problem;               // says why they are, or empty
+  std::vector<std::string> notices;  // a line each
+};
+
+// Records the amount in the store, which is saved at once with `sync`, unless the line says not to.
+// Throws a Failure, with nothing recorded, when there is no line.
+Conversion conversionOf(const Request& request, const CommandLine& line, StoreManager& store,
+                        bool sync);
+
+// On standard output; the notices are messages.
+void print(const Conversion& conversion, const CommandLine& line, const StoreManager& store);
+
+}  // namespace fexora::program

@@ -1,0 +1,113 @@
+// How a conversion is shown: a table for people, an object for programs.
+#include <algorithm>
+#include <cmath>
+
+#include "programs/fexora/Conversion.h"
+#include "programs/fexora/Names.h"
+#include "programs/fexora/NumberColumn.h"
+#include "programs/fexora/Output.h"
+#include "programs/fexora/Store.h"
+#include "programs/shared/JsonText.h"
+
+namespace fexora::program {
+namespace {
+
+void addReading(JsonText& json, const TypedAmount& reading) {
+  const bool isExact = reading.kind == TypedAmount::Kind::exact;
+  json.key("reading").beginObject().key("kind").string(isExact ? "exact" : "ambiguous");
+  json.key("value").number(reading.value).key("other").numberOrNull(reading.other).endObject();
+}
+
+void addItem(JsonText& json, const ConversionLine& line, bool names) {
+  const ConvertedItem& item = line.item;
+  json.beginObject().key("currency").string(item.dstCurrency->code());
+  json.key("rate").number(item.rate.doubleValue());
+  json.key("amount").number(item.dstAmount.doubleValue());
+  if (names) json.key("name").string(nameOf(*item.dstCurrency));
+  if (line.published) json.key("published").stringOrNull(line.published->isoText());
+  json.endObject();
+}
+
+void addTexts(JsonText& json, const char* key, const std::vector<std::string>& texts) {
+  json.key(key).beginArray();
+  for (const std::string& text : texts) json.string(text);
+  json.endArray();
+}
+
+void printJson(const Conversion& conversion, bool names) {
+  JsonText json;
+  json.beginObject().key("amount").number(conversion.amount.value);
+  json.key("source").string(conversion.source->code());
+  json.key("invert").boolean(conversion.invert);
+  addRatesDate(json, ratesDate());
+  json.key("origin").string(conversion.origin);
+  addFreshness(json);
+  addReading(json, conversion.amount.reading);
+  json.key("items").beginArray();
+  for (const ConversionLine& line : conversion.lines) addItem(json, line, names);
+  json.endArray();
+  addTexts(json, "missing", conversion.missing);
+  addTexts(json, "notices", conversion.notices);
+  printLine(json.endObject().text());
+}
+
+// Rounded amounts show the digits of what they are rounded to.
+std::string shownAmount(const ConversionLine& line, const Conversion& conversion,
+                        const CommandLine& options, const StoreManager& store) {
+  const double value = line.item.dstAmount.doubleValue();
+  const Currency& of = conversion.invert ? *conversion.source : *line.item.dstCurrency;
+  const CurrencyFacts* facts = currencyFacts(of.code());
+  const bool isRounded = options.rounded && facts != nullptr && facts->digits;
+  return NumberFormat(isRounded ? *facts->digits : store.fraction(), store.seporate())
+      .amount(value);
+}
+
+std::string remarks(const ConversionLine& line) {
+  std::string text;
+  if (!std::isfinite(line.item.dstAmount.doubleValue())) text += "   (no finite number)";
+  if (line.published) text += "   (rate of " + dayText(*line.published) + ", bundled)";
+  return text;
+}
+
+void printTable(const Conversion& conversion, const CommandLine& options,
+                const StoreManager& store) {
+  const bool names = showsNames(options);
+  const NumberFormat format(store.fraction(), store.seporate());
+  NumberColumn amounts;
+  NumberColumn rates;
+  for (const ConversionLine& line : conversion.lines) {
+    amounts.add(shownAmount(line, conversion, options, store));
+    rates.add(format.rate(line.item.rate.doubleValue()));
+  }
+  const std::string& source = conversion.source->code();
+  printLine(format.exact(conversion.amount.value) + (conversion.invert ? " of each, in " : " ") +
+            codeAndName(*conversion.source, names) + (conversion.invert ? ":" : " ="));
+  for (std::size_t i = 0; i < conversion.lines.size(); ++i) {
+    const Currency& currency = *conversion.lines[i].item.dstCurrency;
+    const std::string& code = currency.code();
+    std::string row = "  ";
+    row.append(amounts.aligned(i)).append(" ");
+    if (conversion.invert) row.append(source).append(" for ");
+    row.append(code).append("   (1 ").append(source).append(" = ");
+    row.append(rates.aligned(i)).append(" ").append(code).append(")");
+    row.append(remarks(conversion.lines[i]));
+    // At the end, since names are of any width and may run from right to left.
+    if (names) row.append("   ").append(nameOf(currency));
+    printLine(row);
+  }
+  printLine(shownRatesLine());
+}
+
+}  // namespace
+
+void print(const Conversion& conversion, const CommandLine& line, const StoreManager& store) {
+  if (line.json) {
+    printJson(conversion, asksForNames(line));
+  } else {
+    printTable(conversion, line, store);
+  }
+  for (const std::string& notice : conversion.notices) printMessage(notice);
+  if (!conversion.problem.empty()) printMessage(conversion.problem);
+}
+
+}  // namespace fexora::program

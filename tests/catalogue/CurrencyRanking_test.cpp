@@ -1,0 +1,142 @@
+#include "fexora/catalogue/CurrencyRanking.h"
+
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "fexora/catalogue/CurrencyFacts.h"
+#include "fexora/catalogue/CurrencyNames.h"
+#include "fexora/catalogue/OneSlip.h"
+
+#include "tests/support/TestCatalogue.h"
+
+namespace fexora::test {
+namespace {
+
+using Codes = std::vector<std::string>;
+
+Codes codes(const std::vector<CurrencyRef>& currencies) {
+  Codes list;
+  for (const CurrencyRef& currency : currencies) list.push_back(currency->code());
+  return list;
+}
+
+TEST(CurrencyRanking, RealCatalogue_FindsWhatPeopleType) {
+  VirtualPlatform desktop;
+  CurrencyNames names;
+  desktop.platform.strings = &names;
+  const CurrencyManager manager(desktop.platform);
+  struct Case {
+    const char* language;
+    const char* typed;
+    Codes first;
+  };
+  for (const auto& [language, typed, first] : std::vector<Case>{
+           {"en", "usd", {"USD", "USDC"}},
+           {"en", " €", {"EUR"}},
+           {"en", "$", {"USD", "AUD", "CAD", "HKD", "SGD", "ARS"}},
+           {"en", "kr", {"DKK", "ISK", "NOK", "SEK", "EEK", "KRW"}},
+           {"en", "円", {"JPY"}},
+           {"en", "yen", {"JPY"}},
+           {"en", "dolar", {"USD", "AUD", "CAD", "HKD", "SGD", "BBD"}},
+           {"en", "rouble", {"BYN", "RUB"}},
+           {"en", "switz", {"CHF"}},
+           {"en", "swtizerland", {"CHF"}},
+           {"en", "germany", {"EUR", "DEM"}},
+           {"en", "Deutschland", {"EUR", "DEM"}},
+           {"en", "uk", {"UAH", "GBP"}},
+           {"en", "usa", {"USD"}},
+           {"en", "turkey", {"TRY", "TRL"}},
+           {"en", "dollar new", {"NZD", "TWD"}},
+           {"en", "ZLOTY", {"PLN"}},
+           {"en", "paanga", {"TOP"}},
+           {"en", "cote d’ivoire", {"XOF"}},
+           {"de", "Deutschland", {"EUR", "DEM"}},
+           {"de", "Schweden", {"SEK"}},
+           {"de", "oesterreich", {"EUR", "ATS"}},
+           {"de", "osterreich", {"ATS", "EUR"}},
+           {"ja", "スイス", {"CHF"}},
+           {"ja", "switz", {"CHF"}},
+           {"ja", "dollar", {"USD", "AUD"}},
+           {"ar", "الِيَابان", {"JPY"}},
+           {"el", "ελβετια", {"CHF"}},
+           {"ru", "швейцраский", {"CHF"}},
+           {"en", "", {}},
+           {"en", " \t", {}},
+           {"en", "–'", {}},
+           {"en", "qqqq", {}},
+       }) {
+    names.setLanguage(language);
+    Codes found = codes(manager.rankedCurrencies(typed, 1000));
+    if (!first.empty() && found.size() > first.size()) found.resize(first.size());
+    EXPECT_EQ(found, first) << language << ' ' << typed;
+  }
+}
+
+TEST(CurrencyRanking, Ranks_StandInOrderAndTheCatalogueWithin) {
+  TestCatalogue catalogue({"QQ8", "QQ7", "NODY", "ANODX", "NODX", "QQ5", "QQ4", "NOD", "NOD"});
+  catalogue.desktop.strings.setTable(
+      {{"QQ8", "Old Nxod"}, {"QQ7", "Panodia"}, {"QQ5", "Old nòdia"}, {"QQ4", "NODIA old"}});
+  auto& manager = catalogue.manager();
+  EXPECT_EQ(codes(manager.rankedCurrencies("nod", 100)),
+            (Codes{"NOD", "NOD", "NODY", "NODX", "QQ4", "QQ5", "QQ7", "ANODX"}));
+  EXPECT_EQ(codes(manager.rankedCurrencies("nodx", 100)),
+            (Codes{"NODX", "ANODX", "NODY", "QQ5", "QQ4", "NOD", "NOD"}));
+  EXPECT_EQ(codes(manager.rankedCurrencies("nodi", 100)),
+            (Codes{"QQ4", "QQ5", "QQ7", "NODY", "NODX", "NOD", "NOD"}));
+  EXPECT_EQ(codes(manager.rankedCurrencies("old nodia", 100)), (Codes{"QQ5", "QQ4"}));
+  const auto all = manager.rankedCurrencies("nod", 100);
+  const auto other = Currency::make("NOD");
+  EXPECT_EQ(codes(manager.rankedCurrencies("nod", 2, {other, nullptr, Currency::make()})),
+            (Codes{"NODY", "NODX"}));
+  EXPECT_TRUE(manager.rankedCurrencies("nod", 0).empty());
+
+  CurrencyFacts row;
+  row.code = "QQ8";
+  row.signs = WordList("Nod$ ₦ød");
+  row.regions = WordList("CH");
+  ASSERT_TRUE(addCurrencyFacts({&row, 1}));
+  EXPECT_EQ(codes(manager.rankedCurrencies("nod$", 100)).at(0), "QQ8");
+  EXPECT_EQ(codes(manager.rankedCurrencies("Schweiz", 100)), (Codes{"QQ8"}));
+  catalogue.desktop.strings.setTable({{"QQ7", "Schweizer"}});
+  EXPECT_EQ(codes(manager.rankedCurrencies("Schweiz", 100)), (Codes{"QQ7", "QQ8"}));
+}
+
+TEST(CurrencyRanking, OneSlip_IsOneLetterInAnyScript) {
+  for (const char* typed : {"dolar", "dolllar", "dopllar", "dillar", "odllar", "ollar", "adollar",
+                            "dol", "dollaar", "dollars"}) {
+    EXPECT_TRUE(beginsButForOneSlip("dollar", typed)) << typed;
+  }
+  for (const char* typed : {"dlr", "doalr", "daller s", "dloalr", "lolar", "dollarsx"}) {
+    EXPECT_FALSE(beginsButForOneSlip("dollar", typed)) << typed;
+  }
+  // The first bytes of the letters are the same.
+  EXPECT_TRUE(beginsButForOneSlip("рубль", "рбль"));
+  EXPECT_TRUE(beginsButForOneSlip("рубль", "рбуль"));
+  EXPECT_TRUE(beginsButForOneSlip("рубль", "ртбль"));
+  EXPECT_FALSE(beginsButForOneSlip("рубль", "рттль"));
+}
+
+TEST(CurrencyRanking, ThreadsWhileTheLanguageChanges_EachSeeOneOfThem) {
+  TestCatalogue catalogue({"USD", "JPY"});
+  CurrencyNames names;
+  catalogue.desktop.platform.strings = &names;
+  auto& manager = catalogue.manager();
+  std::vector<std::thread> threads;
+  std::vector<int> wrong(4);
+  for (std::size_t t = 0; t < wrong.size(); ++t) {
+    threads.emplace_back([&, t] {
+      for (int i = 0; i < 50; ++i) {
+        if (codes(manager.rankedCurrencies("japan", 9)) != Codes{"JPY"}) ++wrong[t];
+        if (t == 0 && i % 10 == 0) names.setLanguage(i % 20 == 0 ? "de" : "fr");
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(wrong, std::vector<int>(wrong.size()));
+}
+
+}  // namespace
+}  // namespace fexora::test
