@@ -6,7 +6,7 @@ import pathlib
 import re
 from ctypes import POINTER, byref, c_char_p, c_int, c_int32, c_int8, c_uint16, c_void_p
 
-SYMBOL, NARROW_SYMBOL = 0, 2
+SYMBOL, LONG_NAME, NARROW_SYMBOL, FORMAL_SYMBOL, VARIANT_SYMBOL = range(5)
 CASH = 1
 # Directional marks are for whoever lays text out; they are no part of a sign.
 MARKS = re.compile("[\u200e\u200f\u061c]")
@@ -22,6 +22,7 @@ def library():
     return loaded, common, version
 
 
+@functools.cache
 def function(name, result, *arguments):
     """A function of ICU whose last argument, the error code, is added and looked at."""
     _, common, version = library()
@@ -35,6 +36,14 @@ def function(name, result, *arguments):
             raise LookupError(f"{name}: ICU's error {error.value}")
         return answer
     return call
+
+
+def plain(name, result, *values):
+    """Calls a function of ICU that has no error code."""
+    _, common, version = library()
+    raw = getattr(common, f"{name}_{version}")
+    raw.restype = result
+    return raw(*values)
 
 
 def utf16(text):
@@ -56,10 +65,7 @@ class Bundle:
         return [Bundle(get(self.handle, i, None)) for i in range(self.plain("ures_getSize", c_int32))]
 
     def plain(self, name, result):
-        _, common, version = library()
-        raw = getattr(common, f"{name}_{version}")
-        raw.restype, raw.argtypes = result, (c_void_p,)
-        return raw(self.handle)
+        return plain(name, result, c_void_p(self.handle))
 
     def key(self):
         return self.plain("ures_getKey", c_char_p).decode()
@@ -117,11 +123,38 @@ def sign(code, locale, style=SYMBOL):
     return text if text != code else None
 
 
+def locales():
+    """The names of all locales that there is data for."""
+    return [plain("uloc_getAvailable", c_char_p, i).decode()
+            for i in range(plain("uloc_countAvailable", c_int32))]
+
+
+def regions():
+    """All codes of ISO 3166 part 1."""
+    listed = plain("uloc_getISOCountries", POINTER(c_char_p))
+    return [code.decode() for code in iter(iter(listed).__next__, None)]
+
+
+def currency(locale):
+    """The currency of a locale's region; empty for a locale without one."""
+    read = function("ucurr_forLocale", c_int32, c_char_p, POINTER(c_uint16), c_int32)
+    buffer = (c_uint16 * 8)()
+    try:
+        return from_utf16(buffer, read(locale.encode(), buffer, 8))
+    except LookupError:
+        return ""
+
+
+def likely(locale):
+    """The locale with the script and region that most of its people have."""
+    read = function("uloc_addLikelySubtags", c_int32, c_char_p, c_char_p, c_int32)
+    buffer = ctypes.create_string_buffer(160)
+    read(locale.encode(), buffer, 160)
+    return buffer.value.decode()
+
+
 @functools.cache
 def local(region):
     """The locale that most people of a region use, or None."""
-    read = function("uloc_addLikelySubtags", c_int32, c_char_p, c_char_p, c_int32)
-    buffer = ctypes.create_string_buffer(64)
-    read(f"und_{region}".encode(), buffer, 64)
-    locale = buffer.value.decode()
+    locale = likely(f"und_{region}")
     return locale if locale.endswith(f"_{region}") else None

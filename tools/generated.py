@@ -1,8 +1,18 @@
 """What the scripts that make source files share."""
 import pathlib
+import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
+FACTS = ROOT / "fexora" / "resources" / "currency-facts.tsv"
+FORMS = {  # fact: form of the value, form of the date
+    "successor": (r"[A-Z]{3}( [0-9.]+(:[0-9.]+)?)?", r"\d{4}(-\d\d){0,2}"),
+    "last-day": (r"", r"\d{4}-\d\d-\d\d"),
+    "cash": (r"[0-9.]+( half-down)?", r"\d{4}-\d\d-\d\d"),
+    "regions": (r"\+?[A-Z]{2}( [A-Z]{2})*", r".*"),
+    "sign": (r"\S+( \S+)*", r".*"),
+    "digits": (r"[0-4]|-", r".*"),
+}
 KINDS = ["traded", "iso", "local", "metal", "crypto", "withdrawn"]
 
 
@@ -45,3 +55,22 @@ def currency_table():
             fail(f"{path.name}:{number}: the digits {digits!r}")
         rows.append((code, kind, name, digits))
     return rows
+
+
+def currency_facts():
+    """The checked rows of currency-facts.tsv: by code and fact the value and the date."""
+    facts = {}
+    for number, line in enumerate(FACTS.read_text(encoding="utf-8").splitlines(), 1):
+        if line.startswith("#"):
+            continue
+        cells = line.split("\t")
+        if len(cells) != 5 or not cells[4]:
+            fail(f"{FACTS.name}:{number}: not five columns, the last with the source")
+        code, fact, value, date, _ = cells
+        forms = FORMS.get(fact)
+        if forms is None or not all(map(re.fullmatch, forms, (value, date))):
+            fail(f"{FACTS.name}:{number}: the {fact} {value!r} with the date {date!r}")
+        if (code, fact) in facts:
+            fail(f"{FACTS.name}:{number}: {code} has its {fact} already")
+        facts[code, fact] = value, date
+    return facts

@@ -57,19 +57,6 @@ std::vector<std::string_view> codesOfSign(std::string_view sign) {
   return codes;
 }
 
-std::vector<std::string_view> signsOfCode(std::string_view code) {
-  std::vector<std::string_view> signs;
-  std::string_view rest = kCurrencySigns.substr(1);
-  while (!rest.empty()) {
-    std::string_view codes = take(rest, '\n');
-    const std::string_view sign = take(codes, '\t');
-    while (!codes.empty()) {
-      if (take(codes, ' ') == code) signs.push_back(sign);
-    }
-  }
-  return signs;
-}
-
 std::optional<std::string_view> currencyOfLocale(std::string_view locale) {
   std::string name(locale);
   std::replace(name.begin(), name.end(), '-', '_');

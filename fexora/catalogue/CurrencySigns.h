@@ -1,9 +1,9 @@
 // Which currencies a sign stands for: "€" for one, "$" for thirty.
 //
 // The signs are those that Unicode CLDR writes for the catalogue's currencies in any language
-// (symbol, narrow, formal and variant), without directional marks and with U+0020 for every blank
-// in them. None is a code of the catalogue, case counting. Case counts in a sign, too.
-// Any thread; nothing is opened for it.
+// (symbol, narrow, formal and variant), and those of resources/currency-facts.tsv, without
+// directional marks and with U+0020 for every blank in them. None is a code of the catalogue, case
+// counting. Case counts in a sign, too. Any thread; nothing is opened for it.
 #pragma once
 
 #include <optional>
@@ -18,9 +18,6 @@ namespace fexora {
 // the Bank for International Settlements, 2022; those beyond its list by code, withdrawn ones
 // last); empty when none does. The codes live as long as the process.
 FEXORA_API std::vector<std::string_view> codesOfSign(std::string_view sign);
-
-// The signs of a currency, the one that most languages write first; empty when it has none.
-FEXORA_API std::vector<std::string_view> signsOfCode(std::string_view code);
 
 // The currency of the region that a locale's name ("de_CH", "zh-Hant-TW") ends in; of the likely
 // region of its language where it names none. Nothing for C, POSIX, an empty name, and what is no

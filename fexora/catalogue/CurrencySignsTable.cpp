@@ -1,4 +1,4 @@
-// Made by tools/make-signs from ICU's CLDR data; change the script and run it.
+// Made by tools/make-signs from ICU's CLDR data and currency-facts.tsv; change these and run it.
 #include "fexora/catalogue/CurrencySigns.h"
 
 namespace fexora {
@@ -229,6 +229,7 @@ const std::string_view kCurrencySigns =
     "Skr\tSEK\n"
     "p.\tBYN\n"
     "¥CN\tCNY\n"
+    "元\tCNY HKD TWD\n"
     "Afl\tAWG\n"
     "Cub$\tCUC\n"
     "DIP\tXDR\n"
@@ -397,7 +398,6 @@ const std::string_view kCurrencySigns =
     "सि.एल.पि\tCLP\n"
     "सि.जेद.के\tCZK\n"
     "सिएन¥\tCNY\n"
-    "元\tCNY\n"
     "Bs F\tVEF\n"
     "NKr\tNOK\n"
     "leu\tRON\n"
@@ -428,6 +428,7 @@ const std::string_view kCurrencySigns =
     "LS\tSYP\n"
     "Rs.\tLKR\n"
     "ley\tRON\n"
+    "руб\tRUB\n"
     "रू\tNPR\n"
     "$ T\tTOP\n"
     "$MN\tCUP\n"
@@ -453,7 +454,6 @@ const std::string_view kCurrencySigns =
     "лей\tRON\n"
     "ман.\tAZN\n"
     "р\tBYN\n"
-    "руб\tRUB\n"
     "руб.\tRUB\n"
     "դր.\tAMD\n"
     "आर\tZAR\n"
@@ -478,7 +478,15 @@ const std::string_view kCurrencySigns =
     "ಲೀ\tRON\n"
     "ລາຣີ\tGEL\n"
     "レイ\tRON\n"
-    "Tk\tBDT\n";
+    "Cg\tXCG\n"
+    "Fr\tCHF\n"
+    "SFr\tCHF\n"
+    "Tk\tBDT\n"
+    "ZiG\tZWG\n"
+    "₿\tBTC\n"
+    "円\tJPY\n"
+    "圆\tCNY\n"
+    "원\tKRW\n";
 
 // Each line: region, or language without one, tab, code.
 const std::string_view kRegionCurrencies =

@@ -1,7 +1,6 @@
 #include "fexora/store/StoreFile.h"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 #include <vector>
 
@@ -95,10 +94,7 @@ StoreFile::Saving StoreFile::save(const std::string& path, const Dictionary& con
 std::string StoreFile::replace(const std::string& path, const std::string& failed,
                                const Dictionary& content) {
   auto encoded = codec().encode(content);
-  if (!encoded.ok()) {
-    if (encoded.fault == PlistFault::memory) throw std::bad_alloc();
-    return failed + encoded.error;
-  }
+  if (!encoded.ok()) return failed + encoded.error;
   const auto outcome = replaceFile(*platform_.files, path, encoded.bytes, kFileMode,
                                    [&] { return keepAside(path); });
   if (outcome.error) return failed + outcome.step + ": " + outcome.error.message();

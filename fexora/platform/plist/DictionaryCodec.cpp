@@ -1,10 +1,8 @@
 #include "fexora/platform/plist/DictionaryCodec.h"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
-#include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/LaidOutPlistReader.h"
 #include "fexora/platform/plist/PropertyListReader.h"
@@ -29,17 +27,13 @@ std::string_view DictionaryCodec::bytesOf(const Segment& segment) const noexcept
 }
 
 DictionaryCodec::Encoded DictionaryCodec::encode(const Dictionary& dictionary) {
-  try {
-    std::string file;
-    std::vector<Segment> segments;
-    // The plain writer finds the words for a failure, too.
-    if (!writeSegments(dictionary, file, segments)) return encodeAnew(dictionary);
-    file_ = std::move(file);
-    segments_ = std::move(segments);
-    return {file_, {}, {}};
-  } catch (const std::bad_alloc&) {
-    return {{}, kOutOfMemory, PlistFault::memory};
-  }
+  std::string file;
+  std::vector<Segment> segments;
+  // The plain writer finds the words for a failure, too.
+  if (!writeSegments(dictionary, file, segments)) return encodeAnew(dictionary);
+  file_ = std::move(file);
+  segments_ = std::move(segments);
+  return {file_, {}, {}};
 }
 
 // False when something cannot be written, or is better written whole.
@@ -90,25 +84,21 @@ DictionaryCodec::Encoded DictionaryCodec::encodeAnew(const Dictionary& dictionar
 }
 
 DictionaryCodec::Decoded DictionaryCodec::decode(std::string bytes) {
-  try {
-    std::vector<Segment> segments;
-    Decoded result;
-    if (readSegments(bytes, segments)) {
-      std::vector<Dictionary::Entry> entries;
-      entries.reserve(segments.size());
-      for (const Segment& segment : segments) entries.emplace_back(segment.key, segment.value);
-      result.dictionary = Dictionary::fromEntries(entries);
-    } else {
-      segments.clear();
-      result = decodeAnew(bytes);
-      if (!result.ok()) return result;
-    }
-    file_ = std::move(bytes);
-    segments_ = std::move(segments);
-    return result;
-  } catch (const std::bad_alloc&) {
-    return {{}, kOutOfMemory, PlistFault::memory};
+  std::vector<Segment> segments;
+  Decoded result;
+  if (readSegments(bytes, segments)) {
+    std::vector<Dictionary::Entry> entries;
+    entries.reserve(segments.size());
+    for (const Segment& segment : segments) entries.emplace_back(segment.key, segment.value);
+    result.dictionary = Dictionary::fromEntries(entries);
+  } else {
+    segments.clear();
+    result = decodeAnew(bytes);
+    if (!result.ok()) return result;
   }
+  file_ = std::move(bytes);
+  segments_ = std::move(segments);
+  return result;
 }
 
 DictionaryCodec::Decoded DictionaryCodec::decodeAnew(std::string_view bytes) {

@@ -9,7 +9,8 @@
 // read: these keep their bytes until their value changes. A file with anything that the writer lays
 // out otherwise, or with escapes or data that it met in no earlier file, is read whole.
 //
-// Holds one copy of the last file. One thread at a time. Nothing throws.
+// Holds one copy of the last file. One thread at a time. Only std::bad_alloc is thrown, and leaves
+// the last file the last.
 #pragma once
 
 #include <cstddef>

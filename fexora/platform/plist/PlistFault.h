@@ -7,7 +7,6 @@ namespace fexora {
 
 enum class PlistFault : std::uint8_t {
   content,  // what was to be read or written is no property list, or one beyond the limits
-  memory,   // there was not enough
   module,   // the module that reads this form is not there: nothing is said about the content
 };
 

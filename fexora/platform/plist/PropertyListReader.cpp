@@ -1,21 +1,14 @@
 #include "fexora/platform/plist/PropertyListReader.h"
 
-#include <new>
-
-#include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/plist/BinaryPlistReader.h"
 #include "fexora/platform/plist/XmlPlistReader.h"
 
 namespace fexora {
 
 PlistResult readPropertyList(std::string_view bytes) {
-  try {
-    if (bytes.empty()) return {{}, "the file is empty"};
-    if (bytes.starts_with("bplist")) return readBinaryPlist(bytes);
-    return readXmlPlist(bytes);
-  } catch (const std::bad_alloc&) {
-    return {{}, kOutOfMemory, PlistFault::memory};
-  }
+  if (bytes.empty()) return {{}, "the file is empty"};
+  if (bytes.starts_with("bplist")) return readBinaryPlist(bytes);
+  return readXmlPlist(bytes);
 }
 
 }  // namespace fexora

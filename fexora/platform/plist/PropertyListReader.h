@@ -3,7 +3,7 @@
 // Strict, so that whatever is read can be written again and reads the same everywhere: one root, no
 // declarations of entities, no text that XML cannot carry, bounded depth and number of objects
 // (see Limits.h). Formats: the PropertyList-1.0 document type and "bplist00".
-// Any thread. Nothing throws; memory that cannot be had is a failure like any other.
+// Any thread. Only std::bad_alloc is thrown.
 #pragma once
 
 #include <string>

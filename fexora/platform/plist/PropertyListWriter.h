@@ -14,7 +14,7 @@
 // What is written reads back the same bit for bit, but for dates, which keep whole seconds (cut
 // towards the past), and the sign and payload of a not-a-number. Reals are in their shortest form,
 // "inf", "-inf" and "nan" included.
-// Any thread. Nothing throws; memory that cannot be had is a failure like any other.
+// Any thread. Only std::bad_alloc is thrown.
 #pragma once
 
 #include <string>

@@ -5,7 +5,6 @@
 
 #include <expat.h>
 
-#include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/base/ModuleEntries.h"
 #include "fexora/platform/plist/PlistBuilder.h"
 #include "fexora/platform/plist/XmlPlistReader.h"
@@ -125,7 +124,6 @@ void ExpatRun::onSkippedEntity(void* self, const char* /*name*/, int /*isParamet
 }
 
 std::string ExpatRun::error() const {
-  if (outOfMemory()) return kOutOfMemory;
   std::string why = builder_.error();
   if (why.empty()) {
     why = rejection_ != nullptr ? rejection_ : XML_ErrorString(XML_GetErrorCode(parser_.get()));
@@ -143,7 +141,8 @@ PlistResult readAll(std::string_view bytes) {
     const std::string_view next = bytes.substr(0, piece);
     bytes.remove_prefix(next.size());
     if (run.feed(next, bytes.empty())) continue;
-    return {{}, run.error(), run.outOfMemory() ? PlistFault::memory : PlistFault::content};
+    if (run.outOfMemory()) throw std::bad_alloc();
+    return {{}, run.error()};
   } while (!bytes.empty());
   return {run.builder().takeRoot(), {}};
 }
