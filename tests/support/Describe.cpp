@@ -15,7 +15,10 @@ template <class Bytes>
 std::string hex(const Bytes& bytes) {
   static constexpr char kDigits[] = "0123456789abcdef";
   std::string out;
-  for (const unsigned char byte : bytes) out += {kDigits[byte >> 4U], kDigits[byte & 15U]};
+  for (const auto byte : bytes) {
+    const auto value = static_cast<unsigned char>(byte);
+    out += {kDigits[value >> 4U], kDigits[value & 15U]};
+  }
   return out;
 }
 
