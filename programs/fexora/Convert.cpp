@@ -14,9 +14,7 @@ namespace {
 
 constexpr const char* kStandardInput = "-";
 
-Exit convertOne(const CommandLine& line, const std::string& amount, StoreManager& store,
-                bool sync) {
-  const Request request = requestOf(line.operands, amount);
+Exit convertOne(const Request& request, const CommandLine& line, StoreManager& store, bool sync) {
   const Conversion conversion = conversionOf(request, line, store, sync);
   print(conversion, line, store);
   return conversion.missing.empty() ? Exit::done : Exit::noCurrency;
@@ -31,7 +29,7 @@ Exit convertLines(const CommandLine& line, StoreManager& store) {
     if (amount.ends_with('\r')) amount.pop_back();
     if (amount.empty()) continue;
     try {
-      take(convertOne(line, amount, store, false));
+      take(convertOne(requestOf(line.operands, amount), line, store, false));
     } catch (const Failure& failure) {
       if (failure.exit == Exit::notWritten) throw;
       printFailure(failure, line.json);
@@ -42,9 +40,9 @@ Exit convertLines(const CommandLine& line, StoreManager& store) {
   return exit;
 }
 
-void checkWords(const std::vector<std::string>& operands) {
+Request wordsRequest(const std::vector<std::string>& operands) {
   try {
-    requestOf(operands, operands[0]);
+    return requestOf(operands, operands[0]);
   } catch (Failure& failure) {
     if (failure.exit == Exit::usage) failure.message += commandMeant(operands[0]);
     throw;
@@ -53,16 +51,16 @@ void checkWords(const std::vector<std::string>& operands) {
 
 }  // namespace
 
+// What cannot be an amount is told before a store is opened, or made.
 Exit convert(const CommandLine& line) {
   if (line.operands.empty()) {
     throw usageFailure("expected an amount and a currency, as in: fexora 100 USD EUR");
   }
-  const std::string& amount = line.operands[0];
-  // What cannot be an amount is told before a store is opened, or made.
-  if (amount != kStandardInput) checkWords(line.operands);
+  const bool isMany = line.operands[0] == kStandardInput;
+  const Request request = isMany ? Request() : wordsRequest(line.operands);
   StoreManager& store = openStore(!line.noSave);
-  const Exit exit = amount == kStandardInput ? convertLines(line, store)
-                                             : convertOne(line, amount, store, !line.noSave);
+  const Exit exit =
+      isMany ? convertLines(line, store) : convertOne(request, line, store, !line.noSave);
   if (!line.noSave) requireSaved(store);
   return exit;
 }
