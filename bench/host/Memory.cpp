@@ -4,6 +4,8 @@
 
 #include <malloc.h>
 
+#include "fexora/rates/PairRates.h"
+
 #include "bench/host/Host.h"
 #include "bench/support/Results.h"
 

@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "fexora/platform/plist/DictionaryCodec.h"
+#include "fexora/rates/PairRates.h"
 
 #include "bench/support/World.h"
 
