@@ -87,9 +87,10 @@ std::string dayOf(const Date& date) {
 Reason wrongDate(const Response& answer, const HeldRates& held, const PlausibleLimits& limits) {
   const auto published = answer.published();
   if (!published) return std::nullopt;
-  const double ahead = published->secondsSince1970() - held.now.secondsSince1970();
+  const double moment = published->secondsSince1970();
+  const double ahead = moment - held.now.secondsSince1970();
   if (ahead > limits.futureGrace) return "they are of the future, " + dayOf(*published);
-  if (held.published && *published < *held.published) {
+  if (held.published && moment < held.published->secondsSince1970()) {
     return "they are of " + dayOf(*published) + ", older than those of " + dayOf(*held.published);
   }
   return std::nullopt;
