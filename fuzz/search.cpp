@@ -9,8 +9,8 @@
 #include "fexora/catalogue/CurrencySearch.h"
 #include "fexora/platform/plist/PlistText.h"
 
+#include "fuzz/SlowSearch.h"
 #include "fuzz/Target.h"
-#include "tests/catalogue/SlowSearch.h"
 #include "tests/support/TestCatalogue.h"
 
 namespace fexora::fuzz {
