@@ -1,11 +1,11 @@
-#include "programs/fexora/Request.h"
+#include "programs/shared/Request.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
 
-#include "programs/fexora/Currencies.h"
-#include "programs/fexora/Failure.h"
+#include "programs/shared/Currencies.h"
+#include "programs/shared/Failure.h"
 
 namespace fexora::program {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "programs/fexora/Amount.h"
+#include "programs/shared/Amount.h"
 
 namespace fexora::program {
 
