@@ -12,6 +12,7 @@ bool openConverter(const std::vector<std::string>& words, std::function<void()> 
   std::vector<std::string> all = {program};
   all.insert(all.end(), words.begin(), words.end());
   std::vector<char*> arguments;
+  arguments.reserve(all.size() + 1);
   for (std::string& word : all) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   GPid child = 0;
