@@ -24,8 +24,8 @@ class Service {
   };
   explicit Service(Host host) : host_(std::move(host)) {}
 
-  // Stands at kObjectPath until the connection goes, which must be before this object does. False
-  // when the path is taken.
+  // Stands at kObjectPath as long as the connection does; the main context must not run any more
+  // once this object has gone. False when the path is taken.
   bool standOn(GDBusConnection* connection);
 
  private:

@@ -87,6 +87,8 @@ class DesktopSearch(ProgramTest):
             fexora org.kde.krunner1.Actions
             fexora org.kde.krunner1.Run "100 USD EUR" ""
             cat {data}/opened
+            {BIN}/fexora settings fraction 1 >&2
+            until fexora org.kde.krunner1.Match "100 usd in eur" | grep -q "88.0 EUR"; do :; done
             fexora $gnome.LaunchSearch "['5','usd','gbp']" 0
             cat {data}/opened
             until ask org.freedesktop.DBus / org.freedesktop.DBus.NameHasOwner org.fexora.Search |
@@ -99,6 +101,7 @@ class DesktopSearch(ProgramTest):
                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, timeout=120, check=False)
         lines = out.stdout.splitlines()
         self.assertEqual(len(lines), 12, (out.stdout, out.stderr))
+        self.store.unlink()  # the setting was followed, and the answers before were without
         answer = self.ask("100 usd in eur")[0]
         self.assertEqual(lines[:2], ["(['100 USD EUR'],)", "(['5 USD GBP'],)"])
         meta = ast.literal_eval(re.sub(r"[<>]", "", lines[2]))[0][0]
