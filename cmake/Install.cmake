@@ -20,6 +20,7 @@ foreach(header IN LISTS headers)
 endforeach()
 
 install(FILES packaging/man/fexora.1 packaging/man/fexora-publish.1
+              packaging/man/fexora-rates-update.1 packaging/man/fexora-search.1
         DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES packaging/completions/fexora.bash RENAME fexora
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)

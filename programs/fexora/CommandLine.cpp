@@ -8,8 +8,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include "programs/fexora/Failure.h"
 #include "programs/shared/EditDistance.h"
+#include "programs/shared/Failure.h"
 #include "programs/shared/Words.h"
 
 namespace fexora::program {

@@ -4,7 +4,7 @@
 #include "fexora/fexora.h"
 
 #include "programs/fexora/CommandLine.h"
-#include "programs/fexora/Failure.h"
+#include "programs/shared/Failure.h"
 #include "programs/shared/JsonText.h"
 
 namespace fexora::program {

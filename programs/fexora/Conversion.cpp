@@ -4,11 +4,11 @@
 #include <set>
 #include <utility>
 
-#include "programs/fexora/Currencies.h"
-#include "programs/fexora/Failure.h"
-#include "programs/fexora/OtherRates.h"
 #include "programs/fexora/Store.h"
 #include "programs/fexora/Withdrawn.h"
+#include "programs/shared/Currencies.h"
+#include "programs/shared/Failure.h"
+#include "programs/shared/OtherRates.h"
 
 namespace fexora::program {
 namespace {

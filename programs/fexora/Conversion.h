@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "programs/fexora/CommandLine.h"
-#include "programs/fexora/Request.h"
+#include "programs/shared/Request.h"
 
 namespace fexora::program {
 

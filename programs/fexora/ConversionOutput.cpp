@@ -8,6 +8,8 @@
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Store.h"
 #include "programs/shared/JsonText.h"
+#include "programs/shared/RatesText.h"
+#include "programs/shared/ShownNames.h"
 
 namespace fexora::program {
 namespace {

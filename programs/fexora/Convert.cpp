@@ -5,9 +5,9 @@
 
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Conversion.h"
-#include "programs/fexora/Failure.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Store.h"
+#include "programs/shared/Failure.h"
 
 namespace fexora::program {
 namespace {

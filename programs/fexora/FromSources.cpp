@@ -7,9 +7,9 @@
 #include "fexora/platform/base/Library.h"
 #include "fexora/platform/network/ShownAddress.h"
 
-#include "programs/fexora/Failure.h"
 #include "programs/fexora/Progress.h"
 #include "programs/fexora/Refresh.h"
+#include "programs/shared/Failure.h"
 #include "programs/shared/OneLine.h"
 #include "programs/sources/SourcesModule.h"
 

@@ -6,8 +6,8 @@
 
 #include "fexora/fexora.h"
 
-#include "programs/fexora/Failure.h"
 #include "programs/shared/EditDistance.h"
+#include "programs/shared/Failure.h"
 
 namespace fexora::program {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "programs/fexora/Failure.h"
+#include "programs/shared/Failure.h"
 
 namespace fexora::program {
 

@@ -11,10 +11,10 @@
 #include "fexora/platform/network/ShownAddress.h"
 
 #include "programs/fexora/Commands.h"
-#include "programs/fexora/Currencies.h"
 #include "programs/fexora/FromSources.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Progress.h"
+#include "programs/shared/Currencies.h"
 #include "programs/shared/OneLine.h"
 
 namespace fexora::program {

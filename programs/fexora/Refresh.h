@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "programs/fexora/Failure.h"
 #include "programs/fexora/Store.h"
+#include "programs/shared/Failure.h"
 
 namespace fexora::program {
 

@@ -4,10 +4,10 @@
 #include <string>
 
 #include "programs/fexora/Commands.h"
-#include "programs/fexora/Currencies.h"
-#include "programs/fexora/Failure.h"
-#include "programs/fexora/Names.h"
 #include "programs/fexora/Output.h"
+#include "programs/shared/Currencies.h"
+#include "programs/shared/Failure.h"
+#include "programs/shared/ShownNames.h"
 
 namespace fexora::program {
 namespace {

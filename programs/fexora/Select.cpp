@@ -1,9 +1,10 @@
 // Shows or replaces the stored selection.
 #include "programs/fexora/Commands.h"
-#include "programs/fexora/Currencies.h"
 #include "programs/fexora/Names.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Store.h"
+#include "programs/shared/Currencies.h"
+#include "programs/shared/ShownNames.h"
 
 namespace fexora::program {
 

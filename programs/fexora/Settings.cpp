@@ -7,10 +7,10 @@
 #include "fexora/platform/text/NumberText.h"
 
 #include "programs/fexora/Commands.h"
-#include "programs/fexora/Currencies.h"
-#include "programs/fexora/Failure.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Store.h"
+#include "programs/shared/Currencies.h"
+#include "programs/shared/Failure.h"
 
 namespace fexora::program {
 namespace {

@@ -2,9 +2,9 @@
 #include "fexora/platform/network/ShownAddress.h"
 
 #include "programs/fexora/Commands.h"
-#include "programs/fexora/Failure.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Store.h"
+#include "programs/shared/Failure.h"
 
 namespace fexora::program {
 

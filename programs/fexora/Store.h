@@ -28,9 +28,6 @@ RatesDate ratesDate();
 // Adds "updated" and "age_seconds".
 void addRatesDate(JsonText& json, const RatesDate& date);
 
-// "29 September", with the year when it is not this one.
-std::string dayText(const Date& date);
-
 // Adds "rates", an object of what is known of the store's rates.
 void addFreshness(JsonText& json);
 // The same in words: "rates of 29 September, bundled, 57 days old: fexora refresh".

@@ -6,12 +6,13 @@
 #include <vector>
 
 #include "programs/fexora/Commands.h"
-#include "programs/fexora/Currencies.h"
-#include "programs/fexora/Failure.h"
 #include "programs/fexora/KeepFresh.h"
 #include "programs/fexora/Names.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Store.h"
+#include "programs/shared/Currencies.h"
+#include "programs/shared/Failure.h"
+#include "programs/shared/ShownNames.h"
 
 namespace fexora::program {
 namespace {

@@ -11,10 +11,10 @@
 
 #include "programs/fexora/CommandLine.h"
 #include "programs/fexora/Commands.h"
-#include "programs/fexora/Failure.h"
 #include "programs/fexora/Locales.h"
-#include "programs/fexora/Names.h"
 #include "programs/fexora/Output.h"
+#include "programs/shared/Failure.h"
+#include "programs/shared/ShownNames.h"
 
 namespace fexora::program {
 namespace {
@@ -47,7 +47,7 @@ void prepareLibrary(const CommandLine& line) {
   requireLocale("--locale", line.locale);
   requireLocale("--lang", line.language);
   if (!line.locale.empty()) Locale::setCurrent(line.locale);
-  prepareNames(line);
+  useNamesOf(line.language);
   rateManager().setAnswerCheck(plausible());
 }
 

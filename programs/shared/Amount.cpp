@@ -1,4 +1,4 @@
-#include "programs/fexora/Amount.h"
+#include "programs/shared/Amount.h"
 
 #include <cmath>
 #include <optional>
@@ -6,7 +6,7 @@
 
 #include "fexora/fexora.h"
 
-#include "programs/fexora/Failure.h"
+#include "programs/shared/Failure.h"
 #include "programs/shared/Sum.h"
 
 namespace fexora::program {

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "programs/fexora/Amount.h"
+#include "programs/shared/Amount.h"
 
 namespace fexora::program {
 
@@ -19,5 +20,12 @@ struct Request {
 // as or = between source and destinations. `amount` stands in the place of the first operand.
 // Throws a Failure.
 Request requestOf(const std::vector<std::string>& operands, const std::string& amount);
+
+// Whether the word is one of those that are passed over, and no currency.
+bool isFiller(const std::string& word);
+// Whether the word is GBp or another one of hundredths, which is no code then.
+bool isHundredth(std::string_view word);
+// Whether requestOf takes the text for a currency.
+bool namesCurrency(const std::string& text);
 
 }  // namespace fexora::program

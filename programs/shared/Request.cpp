@@ -1,11 +1,11 @@
-#include "programs/fexora/Request.h"
+#include "programs/shared/Request.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
 
-#include "programs/fexora/Currencies.h"
-#include "programs/fexora/Failure.h"
+#include "programs/shared/Currencies.h"
+#include "programs/shared/Failure.h"
 
 namespace fexora::program {
 namespace {
@@ -22,15 +22,6 @@ const Hundredth* hundredth(std::string_view word) {
   const auto* at = std::find_if(kHundredths.begin(), kHundredths.end(),
                                 [&](const Hundredth& one) { return one.word == word; });
   return at != kHundredths.end() ? at : nullptr;
-}
-
-bool isFiller(const std::string& word) {
-  constexpr std::array<std::string_view, 5> kFillers = {"in", "to", "into", "as", "="};
-  std::string lower = word;
-  std::transform(lower.begin(), lower.end(), lower.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-  return std::find(kFillers.begin(), kFillers.end(), lower) != kFillers.end() &&
-         findCurrency(word) == nullptr;
 }
 
 CurrencyRef sourceNamed(const std::string& word, Request& request) {
@@ -56,6 +47,24 @@ void addDestination(const std::string& word, Request& request) {
 }
 
 }  // namespace
+
+bool isFiller(const std::string& word) {
+  constexpr std::array<std::string_view, 5> kFillers = {"in", "to", "into", "as", "="};
+  std::string lower = word;
+  std::transform(lower.begin(), lower.end(), lower.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+  return std::find(kFillers.begin(), kFillers.end(), lower) != kFillers.end() &&
+         findCurrency(word) == nullptr;
+}
+
+bool isHundredth(std::string_view word) {
+  return hundredth(word) != nullptr;
+}
+
+bool namesCurrency(const std::string& text) {
+  return isHundredth(text) || findCurrency(text) != nullptr ||
+         currencyManager().currencyMeant(text) != nullptr;
+}
 
 Request requestOf(const std::vector<std::string>& operands, const std::string& amount) {
   Request request;

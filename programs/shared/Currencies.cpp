@@ -1,12 +1,12 @@
-#include "programs/fexora/Currencies.h"
+#include "programs/shared/Currencies.h"
 
 #include <algorithm>
 #include <cctype>
 #include <utility>
 
-#include "programs/fexora/Failure.h"
-#include "programs/fexora/Names.h"
 #include "programs/shared/EditDistance.h"
+#include "programs/shared/Failure.h"
+#include "programs/shared/ShownNames.h"
 
 namespace fexora::program {
 namespace {

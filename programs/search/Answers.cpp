@@ -1,0 +1,63 @@
+#include "programs/search/Answers.h"
+
+#include <cmath>
+#include <optional>
+
+#include "programs/search/Query.h"
+#include "programs/shared/OtherRates.h"
+#include "programs/shared/RatesText.h"
+
+namespace fexora::search {
+namespace {
+
+using program::OtherRates;
+
+std::vector<CurrencyRef> destinationsOf(const program::Request& request,
+                                        const StoreManager& store) {
+  if (!request.destinations.empty()) return request.destinations;
+  return store.loadCurrencies();
+}
+
+std::string ageOf(const OtherRates::Found& found) {
+  if (!found.published) return program::ratesText(rateManager().freshness());
+  Freshness bundled;
+  bundled.published = found.published;
+  bundled.origin = Freshness::Origin::bundled;
+  return program::ratesText(bundled);
+}
+
+std::string textOf(const program::Request& request, const OtherRates::Found& found,
+                   const NumberFormat& format) {
+  const Rate& rate = found.rate;
+  std::string text = format.exact(request.amount.value) + " " + request.source->code() + ", 1 " +
+                     request.source->code() + " = " + format.rate(rate.rate().doubleValue()) + " " +
+                     rate.dst()->code() + ", " + ageOf(found);
+  for (const std::string& note : request.amount.notes) text += "; " + note;
+  for (const std::string& note : request.notes) text += "; " + note;
+  return text;
+}
+
+}  // namespace
+
+std::vector<Answer> answersTo(const std::string& query, const StoreManager& store) {
+  const auto request = requestIn(query);
+  if (!request) return {};
+  const OtherRates rates(store);
+  const NumberFormat format(store.fraction(), store.seporate());
+  const NumberFormat plain(store.fraction(), false);
+  std::vector<Answer> answers;
+  for (const CurrencyRef& destination : destinationsOf(*request, store)) {
+    if (answers.size() == kMostAnswers) break;
+    const auto found = rates.find(request->source, destination);
+    if (!found) continue;
+    const double amount = request->amount.value * found->rate.rate().doubleValue();
+    if (!std::isfinite(amount)) continue;
+    answers.push_back({plain.exact(request->amount.value) + " " + request->source->code() + " " +
+                           destination->code(),
+                       format.amount(amount) + " " + destination->code(),
+                       textOf(*request, *found, format), plain.amount(amount)});
+  }
+  return answers;
+}
+
+}  // namespace fexora::search

@@ -1,0 +1,97 @@
+// The desktop's own search: answers amounts of money where people search for everything else.
+#include <array>
+#include <cstdio>
+#include <exception>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "programs/search/Answers.h"
+#include "programs/search/ReadOnlyFiles.h"
+#include "programs/search/Session.h"
+#include "programs/shared/JsonText.h"
+#include "programs/shared/ShownNames.h"
+#include "programs/shared/Words.h"
+
+namespace fexora::search {
+namespace {
+
+constexpr double kIdleSeconds = 60;
+constexpr double kMostIdleSeconds = 86'400;
+
+// Nothing is saved and nothing sent: the store cannot be written, and nobody asks for rates.
+void prepareLibrary() {
+  static ReadOnlyFiles files;
+  Platform::process().files = &files;
+  Log::setProcessSink({});
+  program::useNamesOf("");
+}
+
+std::string jsonOf(const std::vector<Answer>& answers) {
+  program::JsonText json;
+  json.beginArray();
+  for (const Answer& answer : answers) {
+    json.beginObject().key("id").string(answer.id).key("title").string(answer.title);
+    json.key("text").string(answer.text).key("number").string(answer.number).endObject();
+  }
+  return json.endArray().text();
+}
+
+struct Options {
+  std::optional<std::string> query;
+  std::optional<double> idle;
+  std::optional<std::string> answer;  // to --help or --version: print this and end
+};
+
+// Throws a CLI::Error.
+Options optionsOf(const std::vector<std::string>& words) {
+  constexpr std::array<std::string_view, 2> kWithValue = {"--query", "--idle"};
+  CLI::App app("Answers the desktop's search on the session bus, which starts it.",
+               "fexora-search");
+  app.set_help_flag("-h,--help", "Print this help");
+  Options options;
+  bool version = false;
+  app.add_option("--query", options.query, "Print the answers to this as JSON instead")
+      ->type_name("TEXT");
+  program::addNumber(app, "--idle", options.idle, "End when nobody has asked for so long (60)")
+      ->type_name("SECONDS");
+  app.add_flag("--version", version, "Print the version");
+  program::SortedWords sorted = program::sortWords(words, kWithValue);
+  if (!sorted.operands.empty()) throw CLI::ExtrasError(sorted.operands);
+  try {
+    app.parse(std::move(sorted.options));
+  } catch (const CLI::CallForHelp&) {
+    options.answer = app.help();
+  }
+  if (version) options.answer = "fexora-search " FEXORA_VERSION "\n";
+  if (options.idle && !(*options.idle > 0 && *options.idle <= kMostIdleSeconds)) {
+    throw CLI::ValidationError("--idle takes seconds up to a day");
+  }
+  return options;
+}
+
+int runProgram(const std::vector<std::string>& words) {
+  Options options = optionsOf(words);
+  if (!options.answer) {
+    prepareLibrary();
+    if (!options.query) return serve(options.idle.value_or(kIdleSeconds)) ? 0 : 1;
+    options.answer = jsonOf(answersTo(*options.query, storeManager())) + "\n";
+  }
+  return std::fputs(options.answer->c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace fexora::search
+
+int main(int count, char** words) {
+  try {
+    return fexora::search::runProgram({words + 1, words + count});
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "fexora-search: %s\n", error.what());
+    return 2;
+  }
+}

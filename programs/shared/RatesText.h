@@ -1,0 +1,16 @@
+// How old rates are, in words.
+#pragma once
+
+#include <string>
+
+#include "fexora/fexora.h"
+
+namespace fexora::program {
+
+// "29 September", with the year when it is not this one.
+std::string dayText(const Date& date);
+
+// "rates of 29 September, bundled, 57 days old", of rates that are there.
+std::string ratesText(const Freshness& fresh);
+
+}  // namespace fexora::program
