@@ -6,9 +6,9 @@
 
 #include "programs/fexora/Currencies.h"
 #include "programs/fexora/Failure.h"
-#include "programs/fexora/OtherRates.h"
 #include "programs/fexora/Store.h"
 #include "programs/fexora/Withdrawn.h"
+#include "programs/shared/OtherRates.h"
 
 namespace fexora::program {
 namespace {

@@ -1,4 +1,4 @@
-#include "programs/fexora/OtherRates.h"
+#include "programs/shared/OtherRates.h"
 
 #include <utility>
 #include <vector>

@@ -1,0 +1,40 @@
+#include "programs/desktop/QtText.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+
+namespace fexora::desktop {
+
+QString nameOf(const Currency& currency) {
+  return toQt(localizedString(*Platform::process().strings, currency.code()));
+}
+
+QString signOf(const Currency& currency) {
+  const auto signs = signsOfCode(currency.code());
+  return signs.empty() || signs.front() == currency.code() ? QString() : toQt(signs.front());
+}
+
+QString remarkOf(const Currency& currency) {
+  const CurrencyFacts* const facts = currencyFacts(currency.code());
+  if (facts == nullptr || facts->kind != CurrencyKind::withdrawn) return {};
+  if (facts->successor.empty()) return QCoreApplication::translate("Currency", "withdrawn");
+  return QCoreApplication::translate("Currency", "replaced by %1").arg(toQt(facts->successor));
+}
+
+QString amountText(double value, const Currency& of, const StoreManager& store) {
+  const CurrencyFacts* const facts = currencyFacts(of.code());
+  std::int64_t digits = store.fraction();
+  if (facts != nullptr && facts->digits) digits = std::min<std::int64_t>(digits, *facts->digits);
+  return toQt(NumberFormat(digits, store.seporate()).amount(value));
+}
+
+QString plainNumber(double value) {
+  constexpr int kMostDigits = 15;
+  return toQt(NumberFormat(kMostDigits, false).exact(value));
+}
+
+QString leftToRight(const QString& text) {
+  return QChar(0x2066) + text + QChar(0x2069);
+}
+
+}  // namespace fexora::desktop
