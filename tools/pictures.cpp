@@ -92,7 +92,7 @@ class Pictures {
     window.notice().tell("Euro was removed.", "Undo (Ctrl+Z)");
     save(window);
   }
-  void ambiguous() { converter("1 234,567"); }
+  void ambiguous() { converter("1,234"); }
   void calculation() { converter("12+3*2"); }
   void refused() { converter("12x"); }
   void dark() {

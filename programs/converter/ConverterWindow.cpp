@@ -81,11 +81,9 @@ void ConverterWindow::buildList() {
   list_->setModel(lines_);
   list_->setItemDelegate(new LineDelegate(list_));
   list_->setUniformItemSizes(true);
-  list_->setFrameShape(QFrame::NoFrame);
+  styleList(*list_);
   list_->setDragDropMode(QAbstractItemView::InternalMove);
   list_->setDefaultDropAction(Qt::MoveAction);
-  list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   list_->setContextMenuPolicy(Qt::CustomContextMenu);
   list_->setAccessibleName(tr("Converted amounts"));
   list_->setMinimumHeight(sized(58));

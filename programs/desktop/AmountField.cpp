@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "programs/desktop/LinkButton.h"
@@ -138,7 +139,26 @@ void AmountField::showReading() {
     const double other = isOther_ ? reading_.value : *reading_.other;
     otherReading_->setText(tr("%1 instead (Alt+R)").arg(plainNumber(other)));
   }
+  fitText();
   update();
+}
+
+// A long amount is written smaller rather than cut.
+void AmountField::fitText() {
+  constexpr double kLargest = 28;
+  constexpr double kSmallest = 14;
+  QFont font = fontOf(kLargest, QFont::DemiBold);
+  const int room = std::max(1, entry_->width() - sized(12));
+  const int wanted = QFontMetrics(font).horizontalAdvance(entry_->text());
+  if (wanted > room) {
+    font.setPixelSize(std::max(sized(kSmallest), font.pixelSize() * room / wanted));
+  }
+  if (entry_->font() != font) entry_->setFont(font);
+}
+
+void AmountField::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  fitText();
 }
 
 QString AmountField::readingText() const {

@@ -55,10 +55,12 @@ class AmountField final : public QWidget {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void read();
   void showReading();
+  void fitText();
   QString readingText() const;
   void buildEntry();
   void buildLine();

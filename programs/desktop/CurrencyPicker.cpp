@@ -30,6 +30,7 @@ CurrencyPicker::CurrencyPicker(const Desk& desk, Takes takes, QWidget* parent)
   resize(sized(400), sized(460));
   entry_->setFont(fontOf(14));
   entry_->setMinimumHeight(sized(36));
+  styleEntry(*entry_);
   entry_->setPlaceholderText(tr("Code, name, sign or country"));
   entry_->setAccessibleName(tr("Search currencies"));
   entry_->setClearButtonEnabled(true);
@@ -37,7 +38,7 @@ CurrencyPicker::CurrencyPicker(const Desk& desk, Takes takes, QWidget* parent)
   list_->setModel(model_);
   list_->setItemDelegate(new PickerDelegate(list_));
   list_->setUniformItemSizes(true);
-  list_->setFrameShape(QFrame::NoFrame);
+  styleList(*list_);
   list_->setFocusPolicy(Qt::NoFocus);
   list_->setAccessibleName(tr("Currencies found"));
   hint_->setText(takes == Takes::one ? tr("Return takes it, Escape closes")

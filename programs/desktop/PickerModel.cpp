@@ -5,6 +5,16 @@
 #include "programs/desktop/QtText.h"
 
 namespace fexora::desktop {
+namespace {
+
+// What became of it, else where it is used.
+QString nameAndMore(const Currency& currency) {
+  const QString remark = remarkOf(currency);
+  const QString more = remark.isEmpty() ? placesOf(currency) : remark;
+  return more.isEmpty() ? nameOf(currency) : nameOf(currency) + " · " + more;
+}
+
+}  // namespace
 
 PickerModel::PickerModel(const Desk& desk, QObject* parent)
     : QAbstractListModel(parent), desk_(desk) {
@@ -18,13 +28,12 @@ int PickerModel::rowCount(const QModelIndex& parent) const {
 QVariant PickerModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= rowCount()) return {};
   const Currency& currency = *currencyAt(index.row());
-  const QString remark = remarkOf(currency);
   switch (role) {
     case codeRole:
     case Qt::DisplayRole:
       return codeOf(currency);
     case nameRole:
-      return remark.isEmpty() ? nameOf(currency) : nameOf(currency) + " · " + remark;
+      return nameAndMore(currency);
     case signRole:
       return signOf(currency);
     case tickedRole:

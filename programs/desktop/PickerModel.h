@@ -17,7 +17,7 @@ class PickerModel final : public QAbstractListModel {
  public:
   enum Role {
     codeRole = Qt::UserRole + 1,
-    nameRole,    // with what became of it when it was withdrawn
+    nameRole,    // and where it is used, or what became of it when it was withdrawn
     signRole,    // or empty
     tickedRole,  // a boolean
   };

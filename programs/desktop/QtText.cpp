@@ -1,6 +1,7 @@
 #include "programs/desktop/QtText.h"
 
 #include <QCoreApplication>
+#include <QStringList>
 #include <algorithm>
 
 namespace fexora::desktop {
@@ -10,8 +11,22 @@ QString nameOf(const Currency& currency) {
 }
 
 QString signOf(const Currency& currency) {
-  const auto signs = signsOfCode(currency.code());
-  return signs.empty() || signs.front() == currency.code() ? QString() : toQt(signs.front());
+  const CurrencyFacts* const facts = currencyFacts(currency.code());
+  return facts == nullptr || facts->signs.empty() ? QString() : toQt(*facts->signs.begin());
+}
+
+QString placesOf(const Currency& currency) {
+  constexpr qsizetype kMost = 3;
+  const CurrencyFacts* const facts = currencyFacts(currency.code());
+  QStringList places;
+  if (facts == nullptr) return {};
+  const std::string language = Locale::currentLanguage();
+  for (const std::string_view region : facts->regions) {
+    if (places.size() == kMost) return places.join(", ") + " …";
+    const auto names = Text::process().regionNames(region, language == "C" ? "en" : language);
+    if (!names.empty()) places << toQt(names.front());
+  }
+  return places.join(", ");
 }
 
 QString remarkOf(const Currency& currency) {

@@ -20,8 +20,11 @@ inline QString codeOf(const Currency& currency) {
 // The name in the person's language, or the code.
 QString nameOf(const Currency& currency);
 
-// The sign that most languages write, or empty where that is the code again.
+// The sign that English writes, or empty where people write the code.
 QString signOf(const Currency& currency);
+
+// Where it is used, in the person's language: "Switzerland, Liechtenstein", three places at most.
+QString placesOf(const Currency& currency);
 
 // "replaced by EUR" for a withdrawn currency, "withdrawn" without a successor, else empty.
 QString remarkOf(const Currency& currency);

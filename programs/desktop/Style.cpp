@@ -1,9 +1,11 @@
 #include "programs/desktop/Style.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QFontInfo>
+#include <QLineEdit>
+#include <QScrollBar>
 #include <QStyleFactory>
-#include <QWidget>
 #include <algorithm>
 
 namespace fexora::desktop {
@@ -79,11 +81,28 @@ QFont fontOf(double pixels, QFont::Weight weight) {
   return font;
 }
 
-void colourText(QWidget& widget, const QColor& colour) {
-  QPalette palette = QApplication::palette();
-  palette.setColor(QPalette::WindowText, colour);
-  palette.setColor(QPalette::ButtonText, colour);
-  if (widget.palette() != palette) widget.setPalette(palette);
+void styleList(QAbstractItemView& list) {
+  list.setFrameShape(QFrame::NoFrame);
+  list.setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  list.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  list.verticalScrollBar()->setStyleSheet(
+      QStringLiteral("QScrollBar { background: palette(base); width: %1px; margin: 0; }"
+                     "QScrollBar::handle { background: palette(dark); border-radius: %2px;"
+                     " min-height: %3px; margin: 2px; }"
+                     "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }"
+                     "QScrollBar::add-page, QScrollBar::sub-page { background: none; }")
+          .arg(sized(10))
+          .arg(sized(3))
+          .arg(sized(30)));
+}
+
+void styleEntry(QLineEdit& entry) {
+  entry.setStyleSheet(
+      QStringLiteral("QLineEdit { background: palette(base); border: 1px solid palette(dark);"
+                     " border-radius: %1px; padding: 0 %2px; }"
+                     "QLineEdit:focus { border-color: palette(highlight); }")
+          .arg(sized(8))
+          .arg(sized(10)));
 }
 
 }  // namespace fexora::desktop

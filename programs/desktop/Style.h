@@ -5,6 +5,8 @@
 #include <QFont>
 #include <QPalette>
 
+class QAbstractItemView;
+class QLineEdit;
 class QWidget;
 
 namespace fexora::desktop {
@@ -25,7 +27,9 @@ int sized(double pixels);
 // The application's font in such a size.
 QFont fontOf(double pixels, QFont::Weight weight = QFont::Normal);
 
-// Colours the widget's text, also after a change of theme, when called in its changeEvent.
-void colourText(QWidget& widget, const QColor& colour);
+// A list without a frame, with a thin scroll bar.
+void styleList(QAbstractItemView& list);
+// A one-line field with round corners and room around its text.
+void styleEntry(QLineEdit& entry);
 
 }  // namespace fexora::desktop

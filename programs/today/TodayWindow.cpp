@@ -78,10 +78,8 @@ void TodayWindow::build() {
   list_->setModel(lines_);
   list_->setItemDelegate(new TodayDelegate(list_));
   list_->setUniformItemSizes(true);
-  list_->setFrameShape(QFrame::NoFrame);
+  styleList(*list_);
   list_->setSelectionMode(QAbstractItemView::NoSelection);
-  list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   list_->setAccessibleName(tr("Amounts"));
   list_->viewport()->installEventFilter(this);
   list_->installEventFilter(this);
