@@ -18,6 +18,7 @@
 #include "programs/desktop/NoticeBar.h"
 #include "programs/desktop/PickerModel.h"
 #include "programs/desktop/QtText.h"
+#include "programs/desktop/Refresher.h"
 #include "programs/desktop/SettingsPage.h"
 #include "programs/desktop/Style.h"
 #include "programs/desktop/TodayModel.h"
@@ -38,6 +39,7 @@ class Pictures {
         {"ambiguous", &Pictures::ambiguous},
         {"calculation", &Pictures::calculation},
         {"refused", &Pictures::refused},
+        {"failed", &Pictures::failed},
         {"picker", &Pictures::picker},
         {"settings", &Pictures::settings},
         {"dark", &Pictures::dark},
@@ -94,6 +96,13 @@ class Pictures {
   }
   void ambiguous() { converter("1,234"); }
   void calculation() { converter("12+3*2"); }
+  void failed() {
+    desk_.rates.setRatesURL("http://127.0.0.1:1/rates.json");
+    ConverterWindow window(desk_, appearance_);
+    window.refresher().start();
+    desk_.platform.loop->runUntil([&] { return !window.refresher().isRunning(); });
+    save(window);
+  }
   void refused() { converter("12x"); }
   void dark() {
     desk_.store.setMode(StyleMode::dark);
