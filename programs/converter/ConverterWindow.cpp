@@ -95,7 +95,7 @@ QWidget* ConverterWindow::buildStrip() {
   strip->setAutoFillBackground(true);
   strip->setBackgroundRole(QPalette::Base);
   auto* const row = new QHBoxLayout(strip);
-  row->setContentsMargins(sized(14), sized(6), sized(10), sized(6));
+  row->setContentsMargins(sized(14), sized(6), sized(14), sized(6));
   auto* const add = new LinkButton(tr("+ Add currency"), nullptr, 13);
   add->setToolTip(tr("Add currencies (Ctrl+F)"));
   connect(add, &QPushButton::clicked, this, &ConverterWindow::addCurrencies);

@@ -34,12 +34,17 @@ AmountField::AmountField(QWidget* parent)
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(sized(3));
   auto* const row = new QHBoxLayout;
-  row->setContentsMargins(sized(14), sized(8), sized(8), sized(8));
+  row->setContentsMargins(0, sized(8), 0, sized(8));
+  // Margins would not change sides in a language that runs from right to left.
+  row->setSpacing(0);
+  row->addSpacing(sized(14));
   row->addWidget(entry_, 1);
   row->addWidget(source_);
+  row->addSpacing(sized(8));
   column->addLayout(row);
   auto* const line = new QHBoxLayout;
-  line->setContentsMargins(sized(4), 0, 0, 0);
+  line->setContentsMargins(0, 0, 0, 0);
+  line->addSpacing(sized(4));
   line->addWidget(said_, 1);
   line->addWidget(otherReading_);
   column->addLayout(line);
@@ -166,8 +171,8 @@ QString AmountField::readingText() const {
     case AmountReading::Kind::refused:
       return reading_.problem;
     case AmountReading::Kind::calculation:
-      return QStringLiteral("= %1 %2 · %3")
-          .arg(plainNumber(reading_.value), sourceCode_, sourceName_);
+      return leftToRight("= " + plainNumber(reading_.value) + ' ' + sourceCode_) + " · " +
+             sourceName_;
     case AmountReading::Kind::number:
       if (reading_.other) return tr("Read as %1").arg(plainNumber(*amount()));
       if (reading_.currencyIsGuess) return tr("The sign was read as %1").arg(sourceName_);

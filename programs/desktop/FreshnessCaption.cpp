@@ -31,13 +31,14 @@ FreshnessCaption::FreshnessCaption(const Desk& desk, Refresher& refresher, QWidg
       progress_(new QProgressBar),
       action_(new LinkButton) {
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(sized(kMargin), 0, sized(kMargin - 4), 0);
+  column->setContentsMargins(sized(kMargin), 0, sized(kMargin), 0);
   column->setSpacing(0);
   column->addWidget(status_);
   column->addWidget(progress_);
   auto* const row = new QHBoxLayout;
-  row->setContentsMargins(sized(kDot + 8), 0, 0, 0);
+  row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(sized(4));
+  row->addSpacing(sized(kDot + 4));
   row->addWidget(rates_);
   row->addWidget(age_);
   row->addStretch(1);
@@ -65,13 +66,27 @@ FreshnessCaption::FreshnessCaption(const Desk& desk, Refresher& refresher, QWidg
 
 void FreshnessCaption::refreshText() {
   const Freshness freshness = desk_.rates.freshness();
-  const FreshnessText words = inWords(freshness, desk_.now(), languageLocale());
-  isFresh_ = words.isFresh;
-  rates_->setText(words.age.isEmpty() ? words.rates : words.rates + tr(",", "before an age"));
-  age_->setText(words.age);
-  age_->setTone(isFresh_ ? TextLine::Tone::dim : TextLine::Tone::warning);
+  words_ = inWords(freshness, desk_.now(), languageLocale());
+  age_->setText(words_.age);
+  age_->setTone(words_.isFresh ? TextLine::Tone::dim : TextLine::Tone::warning);
   nextWords_.start(secondsToNextWords(freshness, desk_.now()) * 1000);
+  fitText();
   update();
+}
+
+// Where the rates are from is what a narrow window leaves away first.
+void FreshnessCaption::fitText() {
+  const QString mark = words_.age.isEmpty() ? QString() : tr(",", "before an age");
+  const int taken = age_->sizeHint().width() + action_->sizeHint().width() +
+                    sized(2 * kMargin + kDot + 4) + 4 * sized(4);
+  const bool fits = rates_->fontMetrics().horizontalAdvance(words_.rates + mark) + taken <= width();
+  rates_->setText((fits ? words_.rates : words_.dated) + mark);
+  rates_->setToolTip(words_.whole());
+}
+
+void FreshnessCaption::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  fitText();
 }
 
 void FreshnessCaption::setProblem(const QString& problem) {
@@ -89,6 +104,7 @@ void FreshnessCaption::showState() {
   action_->setText(isRunning ? tr("Stop") : tr("Refresh"));
   action_->setToolTip(isRunning ? tr("Stop refreshing") : tr("Ask for fresh rates (F5)"));
   action_->updateGeometry();
+  fitText();
 }
 
 void FreshnessCaption::paintEvent(QPaintEvent* /*event*/) {
@@ -97,7 +113,7 @@ void FreshnessCaption::paintEvent(QPaintEvent* /*event*/) {
   const Theme& theme = themeOf(palette());
   painter.fillRect(QRect(0, 0, width(), 1), theme.hairline);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(isFresh_ ? theme.good : theme.warning);
+  painter.setBrush(words_.isFresh ? theme.good : theme.warning);
   const double size = sized(kDot);
   const double left =
       layoutDirection() == Qt::RightToLeft ? width() - sized(kMargin) - size : sized(kMargin);

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include "programs/desktop/Desk.h"
+#include "programs/desktop/FreshnessText.h"
 
 class QProgressBar;
 
@@ -28,9 +29,11 @@ class FreshnessCaption final : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void showState();
+  void fitText();
 
   Desk desk_;
   Refresher& refresher_;
@@ -41,7 +44,7 @@ class FreshnessCaption final : public QWidget {
   LinkButton* action_;
   QTimer nextWords_;
   QString problem_;
-  bool isFresh_ = false;
+  FreshnessText words_;
 };
 
 }  // namespace fexora::desktop

@@ -37,12 +37,12 @@ QString dayText(const Date& date, const Date& now, const QLocale& locale) {
 QString ageText(double seconds) {
   if (seconds < 0) return FreshnessWords::tr("dated in the future");
   if (seconds < kHour) {
-    return FreshnessWords::tr("%n minute(s) old", nullptr, static_cast<int>(seconds / kMinute));
+    return FreshnessWords::tr("%Ln minute(s) old", nullptr, static_cast<int>(seconds / kMinute));
   }
   if (seconds < 2 * kDay) {
-    return FreshnessWords::tr("%n hour(s) old", nullptr, static_cast<int>(seconds / kHour));
+    return FreshnessWords::tr("%Ln hour(s) old", nullptr, static_cast<int>(seconds / kHour));
   }
-  return FreshnessWords::tr("%n day(s) old", nullptr, static_cast<int>(seconds / kDay));
+  return FreshnessWords::tr("%Ln day(s) old", nullptr, static_cast<int>(seconds / kDay));
 }
 
 QString sourceText(const Freshness& freshness) {
@@ -58,8 +58,7 @@ FreshnessText inWords(const Freshness& freshness, const Date& now, const QLocale
   FreshnessText text;
   const auto& date = freshness.published ? freshness.published : freshness.stored;
   if (freshness.state == Freshness::State::none) {
-    text.rates = FreshnessWords::tr("No rates yet");
-    text.day = text.rates;
+    text.rates = text.dated = text.day = FreshnessWords::tr("No rates yet");
     return text;
   }
   text.isFresh = freshness.state == Freshness::State::fresh;
@@ -67,6 +66,7 @@ FreshnessText inWords(const Freshness& freshness, const Date& now, const QLocale
   text.rates = (freshness.published ? FreshnessWords::tr("Rates of %1")
                                     : FreshnessWords::tr("Rates stored %1"))
                    .arg(text.day);
+  text.dated = text.rates;
   const QString source = sourceText(freshness);
   if (!source.isEmpty()) text.rates += FreshnessWords::tr(", ", "between parts") + source;
   const bool isToday = date && localTime(*date).date() == localTime(now).date();

@@ -10,6 +10,7 @@ namespace fexora::desktop {
 
 struct FreshnessText {
   QString rates;  // "Rates of 29 September, bundled"
+  QString dated;  // the same without where they are from
   QString age;    // "57 days old"; empty for today's
   QString day;    // "today, 16:00" or "29 September"
   bool isFresh = false;

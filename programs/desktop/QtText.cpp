@@ -18,15 +18,16 @@ QString signOf(const Currency& currency) {
 QString placesOf(const Currency& currency) {
   constexpr qsizetype kMost = 3;
   const CurrencyFacts* const facts = currencyFacts(currency.code());
+  const QString comma = QCoreApplication::translate("FreshnessWords", ", ", "between parts");
   QStringList places;
   if (facts == nullptr) return {};
   const std::string language = Locale::currentLanguage();
   for (const std::string_view region : facts->regions) {
-    if (places.size() == kMost) return places.join(", ") + " …";
+    if (places.size() == kMost) return places.join(comma) + " …";
     const auto names = Text::process().regionNames(region, language == "C" ? "en" : language);
     if (!names.empty()) places << toQt(names.front());
   }
-  return places.join(", ");
+  return places.join(comma);
 }
 
 QString remarkOf(const Currency& currency) {

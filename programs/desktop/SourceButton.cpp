@@ -32,9 +32,8 @@ void SourceButton::paintEvent(QPaintEvent* /*event*/) {
   const bool mirrored = layoutDirection() == Qt::RightToLeft;
   const QRect label = rect().adjusted(sized(12), 0, -sized(12), 0);
   painter.setPen(theme.text);
-  painter.drawText(label,
-                   static_cast<int>(Qt::AlignVCenter | (mirrored ? Qt::AlignRight : Qt::AlignLeft)),
-                   text());
+  // Left is where a text begins: the painter knows the direction.
+  painter.drawText(label, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft), text());
   const double arrow = sized(kArrow);
   const double left = mirrored ? label.left() : label.right() - arrow;
   const double top = label.center().y() - arrow / 4;

@@ -93,7 +93,7 @@ QWidget* TodayWindow::buildHead() {
   auto* const head = new QWidget;
   head->setFixedHeight(sized(kHead));
   auto* const row = new QHBoxLayout(head);
-  row->setContentsMargins(sized(kMargin), 0, sized(kMargin - 4), 0);
+  row->setContentsMargins(sized(kMargin), 0, sized(kMargin), 0);
   row->addWidget(heading_, 1);
   row->addWidget(mode_);
   heading_->setAccessibleName(tr("Converted amount"));
@@ -106,7 +106,9 @@ QWidget* TodayWindow::buildFoot() {
   foot_ = new QWidget;
   foot_->setFixedHeight(sized(kFoot));
   auto* const row = new QHBoxLayout(foot_);
-  row->setContentsMargins(sized(kMargin + kDot + 8), 0, sized(kMargin), 0);
+  row->setContentsMargins(sized(kMargin), 0, sized(kMargin), 0);
+  row->setSpacing(0);
+  row->addSpacing(sized(kDot + 8));
   row->addWidget(age_, 1);
   age_->setAccessibleName(tr("Age of the rates"));
   foot_->installEventFilter(this);

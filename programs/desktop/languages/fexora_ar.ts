@@ -285,36 +285,36 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <translation>تاريخها في المستقبل</translation>
     </message>
     <message numerus="yes">
-        <source>%n minute(s) old</source>
+        <source>%Ln minute(s) old</source>
         <translation>
             <numerusform>قبل أقل من دقيقة</numerusform>
             <numerusform>قبل دقيقة</numerusform>
             <numerusform>قبل دقيقتين</numerusform>
-            <numerusform>قبل %n دقائق</numerusform>
-            <numerusform>قبل %n دقيقة</numerusform>
-            <numerusform>قبل %n دقيقة</numerusform>
+            <numerusform>قبل %Ln دقائق</numerusform>
+            <numerusform>قبل %Ln دقيقة</numerusform>
+            <numerusform>قبل %Ln دقيقة</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n hour(s) old</source>
+        <source>%Ln hour(s) old</source>
         <translation>
             <numerusform>قبل أقل من ساعة</numerusform>
             <numerusform>قبل ساعة</numerusform>
             <numerusform>قبل ساعتين</numerusform>
-            <numerusform>قبل %n ساعات</numerusform>
-            <numerusform>قبل %n ساعة</numerusform>
-            <numerusform>قبل %n ساعة</numerusform>
+            <numerusform>قبل %Ln ساعات</numerusform>
+            <numerusform>قبل %Ln ساعة</numerusform>
+            <numerusform>قبل %Ln ساعة</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n day(s) old</source>
+        <source>%Ln day(s) old</source>
         <translation>
             <numerusform>اليوم</numerusform>
             <numerusform>قبل يوم</numerusform>
             <numerusform>قبل يومين</numerusform>
-            <numerusform>قبل %n أيام</numerusform>
-            <numerusform>قبل %n يومًا</numerusform>
-            <numerusform>قبل %n يوم</numerusform>
+            <numerusform>قبل %Ln أيام</numerusform>
+            <numerusform>قبل %Ln يومًا</numerusform>
+            <numerusform>قبل %Ln يوم</numerusform>
         </translation>
     </message>
     <message>

@@ -285,24 +285,24 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <translation>Datum in der Zukunft</translation>
     </message>
     <message numerus="yes">
-        <source>%n minute(s) old</source>
+        <source>%Ln minute(s) old</source>
         <translation>
-            <numerusform>%n Minute alt</numerusform>
-            <numerusform>%n Minuten alt</numerusform>
+            <numerusform>%Ln Minute alt</numerusform>
+            <numerusform>%Ln Minuten alt</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n hour(s) old</source>
+        <source>%Ln hour(s) old</source>
         <translation>
-            <numerusform>%n Stunde alt</numerusform>
-            <numerusform>%n Stunden alt</numerusform>
+            <numerusform>%Ln Stunde alt</numerusform>
+            <numerusform>%Ln Stunden alt</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n day(s) old</source>
+        <source>%Ln day(s) old</source>
         <translation>
-            <numerusform>%n Tag alt</numerusform>
-            <numerusform>%n Tage alt</numerusform>
+            <numerusform>%Ln Tag alt</numerusform>
+            <numerusform>%Ln Tage alt</numerusform>
         </translation>
     </message>
     <message>

@@ -4,24 +4,24 @@
 <context>
     <name>FreshnessWords</name>
     <message numerus="yes">
-        <source>%n minute(s) old</source>
+        <source>%Ln minute(s) old</source>
         <translation>
-            <numerusform>%n minute old</numerusform>
-            <numerusform>%n minutes old</numerusform>
+            <numerusform>%Ln minute old</numerusform>
+            <numerusform>%Ln minutes old</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n hour(s) old</source>
+        <source>%Ln hour(s) old</source>
         <translation>
-            <numerusform>%n hour old</numerusform>
-            <numerusform>%n hours old</numerusform>
+            <numerusform>%Ln hour old</numerusform>
+            <numerusform>%Ln hours old</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n day(s) old</source>
+        <source>%Ln day(s) old</source>
         <translation>
-            <numerusform>%n day old</numerusform>
-            <numerusform>%n days old</numerusform>
+            <numerusform>%Ln day old</numerusform>
+            <numerusform>%Ln days old</numerusform>
         </translation>
     </message>
 </context>

@@ -285,24 +285,24 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <translation>daté dans le futur</translation>
     </message>
     <message numerus="yes">
-        <source>%n minute(s) old</source>
+        <source>%Ln minute(s) old</source>
         <translation>
-            <numerusform>il y a %n minute</numerusform>
-            <numerusform>il y a %n minutes</numerusform>
+            <numerusform>il y a %Ln minute</numerusform>
+            <numerusform>il y a %Ln minutes</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n hour(s) old</source>
+        <source>%Ln hour(s) old</source>
         <translation>
-            <numerusform>il y a %n heure</numerusform>
-            <numerusform>il y a %n heures</numerusform>
+            <numerusform>il y a %Ln heure</numerusform>
+            <numerusform>il y a %Ln heures</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n day(s) old</source>
+        <source>%Ln day(s) old</source>
         <translation>
-            <numerusform>il y a %n jour</numerusform>
-            <numerusform>il y a %n jours</numerusform>
+            <numerusform>il y a %Ln jour</numerusform>
+            <numerusform>il y a %Ln jours</numerusform>
         </translation>
     </message>
     <message>

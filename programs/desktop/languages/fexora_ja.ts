@@ -285,21 +285,21 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <translation>日付が未来です</translation>
     </message>
     <message numerus="yes">
-        <source>%n minute(s) old</source>
+        <source>%Ln minute(s) old</source>
         <translation>
-            <numerusform>%n 分前</numerusform>
+            <numerusform>%Ln 分前</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n hour(s) old</source>
+        <source>%Ln hour(s) old</source>
         <translation>
-            <numerusform>%n 時間前</numerusform>
+            <numerusform>%Ln 時間前</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n day(s) old</source>
+        <source>%Ln day(s) old</source>
         <translation>
-            <numerusform>%n 日前</numerusform>
+            <numerusform>%Ln 日前</numerusform>
         </translation>
     </message>
     <message>
