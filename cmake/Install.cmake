@@ -43,6 +43,7 @@ endif()
 file(GLOB documents CONFIGURE_DEPENDS docs/*.md)
 install(FILES LICENSE README.md CHANGELOG.md SECURITY.md ${documents}
         DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs/pictures DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
 
 if(PROJECT_VERSION_MAJOR EQUAL 0)
   set(compatibility SameMinorVersion)

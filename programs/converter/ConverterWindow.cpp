@@ -187,8 +187,13 @@ void ConverterWindow::followStore() {
   appearance_.apply();
   caption_->refreshText();
   if (settings_ != nullptr) settings_->reload();
-  // What is being typed is not touched; its next key is recorded over what came.
-  if (!(isActiveWindow() && field_->entry().hasFocus() && field_->isTyped())) loadSource();
+  if (isActiveWindow() && field_->entry().hasFocus() && field_->isTyped()) {
+    // What is being typed is not touched, and what was not yet saved goes over what came.
+    const auto& pending = desk_.store.syncTimer();
+    if (pending != nullptr && pending->isValid()) lines_->record();
+  } else {
+    loadSource();
+  }
   showTitle();
   showProblem();
 }

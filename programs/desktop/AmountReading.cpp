@@ -37,7 +37,7 @@ SumResult sumOf(const std::string& text) {
   });
 }
 
-AmountReading calculated(std::string text) {
+AmountReading calculated(const std::string& text) {
   SumResult sum = sumOf(text);
   if (sum.problem == SumResult::Problem::incomplete) {
     const auto last = text.find_last_not_of("+-*/( ");

@@ -18,6 +18,7 @@ namespace {
 constexpr double kHeight = 44;
 constexpr double kDot = 8;
 constexpr double kMargin = 18;
+constexpr double kLinkPadding = 4;
 
 }  // namespace
 
@@ -31,14 +32,18 @@ FreshnessCaption::FreshnessCaption(const Desk& desk, Refresher& refresher, QWidg
       progress_(new QProgressBar),
       action_(new LinkButton) {
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(sized(kMargin), 0, sized(kMargin), 0);
+  column->setContentsMargins(sized(kMargin - kLinkPadding), 0, sized(kMargin - kLinkPadding), 0);
   column->setSpacing(0);
-  column->addWidget(status_);
+  auto* const state = new QHBoxLayout;
+  state->addSpacing(sized(kLinkPadding));
+  state->setSpacing(0);
+  state->addWidget(status_);
+  column->addLayout(state);
   column->addWidget(progress_);
   auto* const row = new QHBoxLayout;
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(sized(4));
-  row->addSpacing(sized(kDot + 4));
+  row->addSpacing(sized(kLinkPadding + kDot + 4));
   row->addWidget(rates_);
   row->addWidget(age_);
   row->addStretch(1);

@@ -26,9 +26,9 @@ QString inWords(const ResponseError& error) {
       QT_TRANSLATE_NOOP("ResponseError", "The rates service could not be reached."),
       QT_TRANSLATE_NOOP("ResponseError", "The rates service took too long to answer."),
       QT_TRANSLATE_NOOP("ResponseError", "The answer was too large to be read."),
-      QT_TRANSLATE_NOOP("ResponseError",
-                        "The answer was not from a rates service. Does this network ask for a "
-                        "login?")};
+      QT_TRANSLATE_NOOP(
+          "ResponseError",
+          "The answer was not from a rates service. Does this network ask for a login?")};
   const std::string text = error.forPeople();
   for (const char* const sentence : kSentences) {
     if (text == sentence) return QCoreApplication::translate("ResponseError", sentence);

@@ -359,7 +359,7 @@ void DesktopTest::speaksFiveLanguages() {
   for (const Row& row :
        {Row{"en_US", "Refresh", "3 days old"}, Row{"de_DE", "Aktualisieren", "3 Tage alt"},
         Row{"fr_FR", "Actualiser", "il y a 3 jours"}, Row{"ja_JP", "更新", "3 日前"},
-        Row{"ar_EG", "تحديث", "قبل 3 أيام"}}) {
+        Row{"ar_EG", "تحديث", "قبل ٣ أيام"}}) {
     Locale::setCurrent(row.locale);
     applyLanguage();
     ConverterWindow window(desk_, appearance_);
