@@ -31,9 +31,20 @@ install(FILES packaging/systemd/fexora-refresh.service packaging/systemd/fexora-
         DESTINATION lib/systemd/user)
 install(FILES packaging/nginx/fexora-rates.conf DESTINATION ${CMAKE_INSTALL_DATADIR}/fexora/nginx)
 install(PROGRAMS packaging/nginx/fexora-rates-update DESTINATION ${CMAKE_INSTALL_BINDIR})
+if(FEXORA_HAS_DESKTOP)
+  install(FILES packaging/desktop/org.fexora.Fexora.desktop packaging/desktop/org.fexora.Today.desktop
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(FILES packaging/desktop/org.fexora.Fexora.metainfo.xml
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+  install(FILES packaging/icons/org.fexora.Fexora.svg
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+  install(FILES packaging/man/fexora-converter.1 packaging/man/fexora-today.1
+          DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+endif()
 file(GLOB documents CONFIGURE_DEPENDS docs/*.md)
 install(FILES LICENSE README.md CHANGELOG.md SECURITY.md ${documents}
         DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs/pictures DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
 
 if(PROJECT_VERSION_MAJOR EQUAL 0)
   set(compatibility SameMinorVersion)

@@ -1,0 +1,13 @@
+# The windows: OFF, ON, or AUTO, which builds them where Qt is found. Sets FEXORA_HAS_DESKTOP.
+set(FEXORA_DESKTOP OFF CACHE STRING "Build the windows, which take Qt 6: ON, OFF or AUTO")
+set(FEXORA_HAS_DESKTOP OFF)
+if(FEXORA_DESKTOP)
+  if(NOT FEXORA_DESKTOP STREQUAL "AUTO")
+    set(qt_required REQUIRED)
+  endif()
+  find_package(Qt6 6.4 QUIET ${qt_required} COMPONENTS Widgets DBus Test)
+  find_program(FEXORA_LRELEASE lrelease HINTS /usr/lib/qt6/bin ${qt_required})
+  if(Qt6_FOUND AND FEXORA_LRELEASE)
+    set(FEXORA_HAS_DESKTOP ON)
+  endif()
+endif()

@@ -1,0 +1,455 @@
+#include "programs/converter/ConverterWindow.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSettings>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "programs/desktop/AmountField.h"
+#include "programs/desktop/Appearance.h"
+#include "programs/desktop/Companion.h"
+#include "programs/desktop/CurrencyPicker.h"
+#include "programs/desktop/FreshnessCaption.h"
+#include "programs/desktop/LineDelegate.h"
+#include "programs/desktop/LinesModel.h"
+#include "programs/desktop/LinkButton.h"
+#include "programs/desktop/NoticeBar.h"
+#include "programs/desktop/QtText.h"
+#include "programs/desktop/Refresher.h"
+#include "programs/desktop/SettingsPage.h"
+#include "programs/desktop/Style.h"
+
+namespace fexora::desktop {
+namespace {
+
+QString geometryKey() {
+  return QStringLiteral("converter/geometry");
+}
+
+}  // namespace
+
+ConverterWindow::ConverterWindow(const Desk& desk, Appearance& appearance)
+    : desk_(desk),
+      appearance_(appearance),
+      refresher_(new Refresher(desk, this)),
+      lines_(new LinesModel(desk, this)),
+      field_(new AmountField),
+      notice_(new NoticeBar),
+      list_(new QListView),
+      caption_(new FreshnessCaption(desk, *refresher_)),
+      menu_(new QMenu(this)) {
+  setWindowTitle(QStringLiteral("Fexora"));
+  build();
+  buildMenu();
+  connectParts();
+  loadSource();
+  showProblem();
+  following_ =
+      desk_.platform.notifications->addObserver(fileWatcherUpdate, [this] { followStore(); });
+  resize(sized(400), sized(580));
+  restoreGeometry(QSettings().value(geometryKey()).toByteArray());
+  field_->focusAndSelect();
+}
+
+void ConverterWindow::build() {
+  auto* const middle = new QWidget;
+  auto* const column = new QVBoxLayout(middle);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  auto* const top = new QVBoxLayout;
+  top->setContentsMargins(sized(18), sized(18), sized(18), sized(8));
+  top->addWidget(field_);
+  column->addLayout(top);
+  column->addWidget(notice_);
+  buildList();
+  column->addWidget(list_, 1);
+  column->addWidget(buildStrip());
+  column->addWidget(caption_);
+  setCentralWidget(middle);
+}
+
+void ConverterWindow::buildList() {
+  list_->setModel(lines_);
+  list_->setItemDelegate(new LineDelegate(list_));
+  list_->setUniformItemSizes(true);
+  styleList(*list_);
+  list_->setDragDropMode(QAbstractItemView::InternalMove);
+  list_->setDefaultDropAction(Qt::MoveAction);
+  list_->setContextMenuPolicy(Qt::CustomContextMenu);
+  list_->setAccessibleName(tr("Converted amounts"));
+  list_->setMinimumHeight(sized(58));
+  list_->installEventFilter(this);
+}
+
+QWidget* ConverterWindow::buildStrip() {
+  auto* const strip = new QWidget;
+  strip->setAutoFillBackground(true);
+  strip->setBackgroundRole(QPalette::Base);
+  auto* const row = new QHBoxLayout(strip);
+  row->setContentsMargins(sized(14), sized(6), sized(14), sized(6));
+  auto* const add = new LinkButton(tr("+ Add currency"), nullptr, 13);
+  add->setToolTip(tr("Add currencies (Ctrl+F)"));
+  connect(add, &QPushButton::clicked, this, &ConverterWindow::addCurrencies);
+  const auto tool = [&](const QString& sign, const QString& name, const QString& keys) {
+    auto* const button = new QToolButton;
+    button->setText(sign);
+    button->setFont(fontOf(16));
+    button->setAutoRaise(true);
+    button->setAccessibleName(name);
+    button->setToolTip(name + " (" + keys + ')');
+    return button;
+  };
+  auto* const swap = tool(QStringLiteral("⇅"), tr("Swap with the first line"), "Ctrl+I");
+  connect(swap, &QToolButton::clicked, this, &ConverterWindow::swapWithFirst);
+  auto* const menu = tool(QStringLiteral("☰"), tr("Menu"), "F10");
+  menu->setMenu(menu_);
+  menu->setPopupMode(QToolButton::InstantPopup);
+  menu->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }"));
+  menu->setShortcut(Qt::Key_F10);
+  row->addWidget(add);
+  row->addStretch(1);
+  row->addWidget(swap);
+  row->addWidget(menu);
+  return strip;
+}
+
+void ConverterWindow::addAction(const QString& text, const QString& keys,
+                                void (ConverterWindow::*run)()) {
+  QAction* const action = menu_->addAction(text);
+  action->setShortcuts(QKeySequence::listFromString(keys));
+  connect(action, &QAction::triggered, this, run);
+  QMainWindow::addAction(action);
+}
+
+void ConverterWindow::buildMenu() {
+  addAction(tr("&Amount"), "Ctrl+L", &ConverterWindow::focusField);
+  addAction(tr("&Other reading of the amount"), "Alt+R", &ConverterWindow::takeOtherReading);
+  addAction(tr("Convert &from…"), "Ctrl+K; Alt+Down", &ConverterWindow::chooseSource);
+  addAction(tr("&Swap with the first line"), "Ctrl+I", &ConverterWindow::swapWithFirst);
+  menu_->addSeparator();
+  addAction(tr("Add &currencies…"), "Ctrl+F; Ctrl+N", &ConverterWindow::addCurrencies);
+  addAction(tr("Copy all &lines"), "Ctrl+Shift+A", &ConverterWindow::copyTable);
+  addAction(tr("&Refresh rates"), "F5; Ctrl+R", &ConverterWindow::refreshRates);
+  menu_->addSeparator();
+  addAction(tr("Show &Today"), "Ctrl+T", &ConverterWindow::openToday);
+  addAction(tr("S&ettings…"), "Ctrl+,", &ConverterWindow::showSettings);
+  addAction(tr("A&bout Fexora"), "F1", &ConverterWindow::showAbout);
+  QAction* const quit = menu_->addAction(tr("&Quit"));
+  quit->setShortcut(QKeySequence("Ctrl+Q"));
+  connect(quit, &QAction::triggered, this, &QWidget::close);
+  QMainWindow::addAction(quit);
+}
+
+void ConverterWindow::connectParts() {
+  connect(field_, &AmountField::currencyTyped, this, &ConverterWindow::takeCurrency);
+  connect(field_, &AmountField::changed, this, &ConverterWindow::convert);
+  connect(field_, &AmountField::sourceWanted, this, &ConverterWindow::chooseSource);
+  connect(field_, &AmountField::accepted, this, &ConverterWindow::save);
+  connect(field_, &AmountField::reverted, this, &ConverterWindow::loadSource);
+  connect(field_, &AmountField::downWanted, this, [this] {
+    list_->setFocus(Qt::TabFocusReason);
+    if (!list_->currentIndex().isValid()) list_->setCurrentIndex(lines_->index(0));
+  });
+  connect(list_, &QListView::doubleClicked, this,
+          [this](const QModelIndex& index) { makeSource(index.row()); });
+  connect(list_, &QWidget::customContextMenuRequested, this, &ConverterWindow::showMenu);
+  connect(refresher_, &Refresher::refreshed, this, [this] {
+    lines_->reload();
+    showTitle();
+    notice_->tell(toQt(desk_.rates.serviceMessage()).simplified());
+  });
+}
+
+// The store's amount and source: at the start, after Escape, and when the other process changed
+// them.
+void ConverterWindow::loadSource() {
+  const StoreSourceRef last = desk_.store.loadSourceCurrency();
+  const bool isKept = last != nullptr && last->currency() != nullptr;
+  const auto known = isKept ? desk_.catalogue.currencyForCode(last->currency()->code()) : nullptr;
+  if (known != nullptr) lines_->setSource(known);
+  field_->setSource(*lines_->source());
+  field_->setAmount(isKept ? last->amount().doubleValue() : 1);
+  lines_->setAmount(field_->amount());
+  showTitle();
+}
+
+void ConverterWindow::followStore() {
+  lines_->reload();
+  appearance_.apply();
+  caption_->refreshText();
+  if (settings_ != nullptr) settings_->reload();
+  if (isActiveWindow() && field_->entry().hasFocus() && field_->isTyped()) {
+    // What is being typed is not touched, and what was not yet saved goes over what came.
+    const auto& pending = desk_.store.syncTimer();
+    if (pending != nullptr && pending->isValid()) lines_->record();
+  } else {
+    loadSource();
+  }
+  showTitle();
+  showProblem();
+}
+
+void ConverterWindow::settingsChanged() {
+  appearance_.apply();
+  lines_->setAmount(field_->amount());
+  showTitle();
+  showProblem();
+}
+
+void ConverterWindow::convert() {
+  lines_->setAmount(field_->amount());
+  lines_->record();
+  showTitle();
+}
+
+void ConverterWindow::takeCurrency(const QString& code) {
+  const auto currency = desk_.catalogue.currencyForCode(code.toStdString());
+  if (currency == nullptr) return;
+  lines_->setSource(currency);
+  field_->setSource(*currency);
+}
+
+void ConverterWindow::chooseSource() {
+  CurrencyPicker picker(desk_, CurrencyPicker::Takes::one, this);
+  picker.setFirst(lines_->selection());
+  if (picker.exec() != QDialog::Accepted) return;
+  takeCurrency(codeOf(*picker.taken().front()));
+  convert();
+  field_->focusAndSelect();
+}
+
+void ConverterWindow::addCurrencies() {
+  CurrencyPicker picker(desk_, CurrencyPicker::Takes::several, this);
+  if (picker.exec() != QDialog::Accepted) return;
+  lines_->add(picker.taken());
+  list_->scrollToBottom();
+  showTitle();
+  showProblem();
+}
+
+void ConverterWindow::swapWithFirst() {
+  const int row = currentRow();
+  makeSource(row >= 0 ? row : 0);
+}
+
+// The amount goes with it, so that what was there comes back in its line.
+void ConverterWindow::makeSource(int row) {
+  if (row < 0 || row >= lines_->rowCount()) return;
+  const auto value = lines_->valueAt(row);
+  takeCurrency(codeOf(*lines_->currencyAt(row)));
+  if (value) field_->setAmount(*value);
+  convert();
+  field_->focusAndSelect();
+}
+
+void ConverterWindow::removeCurrent() {
+  const int row = currentRow();
+  if (row < 0) return;
+  const QString name = nameOf(*lines_->currencyAt(row));
+  lines_->remove(row);
+  notice_->tell(tr("%1 was removed.").arg(name), tr("Undo (Ctrl+Z)"), [this] { undoRemove(); });
+  showTitle();
+  showProblem();
+}
+
+void ConverterWindow::undoRemove() {
+  if (lines_->restore()) notice_->tell({});
+  showTitle();
+}
+
+void ConverterWindow::moveCurrent(int by) {
+  const int row = currentRow();
+  if (row < 0) return;
+  // Rows are moved before another one, so one place down is before the one after the next.
+  lines_->moveRows({}, row, 1, {}, by > 0 ? row + 2 : row - 1);
+  list_->scrollTo(list_->currentIndex());
+}
+
+void ConverterWindow::copyNumber() {
+  const QString number = lines_->index(currentRow()).data(LinesModel::numberRole).toString();
+  if (!number.isEmpty()) QApplication::clipboard()->setText(number);
+}
+
+void ConverterWindow::copyLine() {
+  const int row = currentRow();
+  if (row < 0) return;
+  const QModelIndex index = lines_->index(row);
+  QApplication::clipboard()->setText(index.data(LinesModel::amountRole).toString() + ' ' +
+                                     index.data(LinesModel::codeRole).toString());
+}
+
+void ConverterWindow::copyTable() {
+  QApplication::clipboard()->setText(lines_->tableText());
+}
+
+void ConverterWindow::refreshRates() {
+  refresher_->start();
+}
+
+void ConverterWindow::openToday() {
+  save();
+  if (!openCompanion(Companion::today)) notice_->tell(tr("Today could not be started."));
+}
+
+void ConverterWindow::showSettings() {
+  if (settings_ == nullptr) {
+    settings_ = new SettingsPage(desk_, this);
+    connect(settings_, &SettingsPage::changed, this, &ConverterWindow::settingsChanged);
+  }
+  settings_->reload();
+  settings_->show();
+  settings_->raise();
+  settings_->activateWindow();
+}
+
+void ConverterWindow::focusField() {
+  field_->focusAndSelect();
+}
+
+void ConverterWindow::takeOtherReading() {
+  field_->takeOther();
+}
+
+void ConverterWindow::showAbout() {
+  QMessageBox::about(this, tr("About Fexora"),
+                     tr("Fexora %1\n\nConverts an amount into every currency you chose, offline, "
+                        "and says how old its rates are.")
+                         .arg(QApplication::applicationVersion()));
+}
+
+void ConverterWindow::save() {
+  if (field_->isTyped()) desk_.store.synchronize();
+  field_->setAmountKept();
+  showProblem();
+}
+
+void ConverterWindow::showMenu(const QPoint& place) {
+  const QModelIndex index = list_->indexAt(place);
+  if (!index.isValid()) return;
+  list_->setCurrentIndex(index);
+  QMenu menu;
+  const auto add = [&](const QString& text, const char* keys, auto run) {
+    menu.addAction(text, QKeySequence(QString::fromLatin1(keys)), this, run);
+  };
+  add(tr("&Convert from this"), "Return", [this] { makeSource(currentRow()); });
+  menu.addSeparator();
+  add(tr("Copy the &number"), "Ctrl+C", &ConverterWindow::copyNumber);
+  add(tr("Copy “%1”").arg(lines_->lineText(index.row())), "Ctrl+Shift+C",
+      &ConverterWindow::copyLine);
+  add(tr("Copy &all lines"), "Ctrl+Shift+A", &ConverterWindow::copyTable);
+  menu.addSeparator();
+  add(tr("Move &up"), "Alt+Up", [this] { moveCurrent(-1); });
+  add(tr("Move &down"), "Alt+Down", [this] { moveCurrent(1); });
+  add(tr("&Remove"), "Delete", &ConverterWindow::removeCurrent);
+  menu.exec(list_->viewport()->mapToGlobal(place));
+}
+
+bool ConverterWindow::listKey(const QKeyEvent& key) {
+  const bool alt = key.modifiers().testFlag(Qt::AltModifier);
+  const bool shift = key.modifiers().testFlag(Qt::ShiftModifier);
+  const bool control = key.modifiers().testFlag(Qt::ControlModifier);
+  const auto is = [&](int wanted) { return key.key() == wanted; };
+  if (alt && (is(Qt::Key_Up) || is(Qt::Key_Down))) {
+    moveCurrent(is(Qt::Key_Up) ? -1 : 1);
+  } else if (is(Qt::Key_Return) || is(Qt::Key_Enter)) {
+    makeSource(currentRow());
+  } else if (is(Qt::Key_Delete)) {
+    removeCurrent();
+  } else if (control && is(Qt::Key_Z)) {
+    undoRemove();
+  } else if (control && is(Qt::Key_C)) {
+    shift ? copyLine() : copyNumber();
+  } else if (is(Qt::Key_Up) && currentRow() <= 0) {
+    focusField();
+  } else if (!control && !alt && !key.text().isEmpty() && key.text().at(0).isPrint() &&
+             !is(Qt::Key_Space)) {
+    field_->type(key.text());
+  } else {
+    return false;
+  }
+  return true;
+}
+
+bool ConverterWindow::eventFilter(QObject* watched, QEvent* event) {
+  // Before the window's shortcuts, of which Alt+Down is another one.
+  if (watched == list_ && event->type() == QEvent::ShortcutOverride) {
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    if (key.modifiers().testFlag(Qt::AltModifier) && key.key() == Qt::Key_Down) {
+      event->accept();
+      return true;
+    }
+  }
+  if (watched == list_ && event->type() == QEvent::KeyPress &&
+      listKey(static_cast<const QKeyEvent&>(*event))) {
+    return true;
+  }
+  return QMainWindow::eventFilter(watched, event);
+}
+
+int ConverterWindow::currentRow() const {
+  return list_->currentIndex().isValid() ? list_->currentIndex().row() : -1;
+}
+
+// A window that is minimised still answers.
+void ConverterWindow::showTitle() {
+  const auto amount = field_->amount();
+  if (!amount || lines_->rowCount() == 0) return setWindowTitle(QStringLiteral("Fexora"));
+  setWindowTitle(
+      leftToRight(QStringLiteral("%1 %2 = %3")
+                      .arg(plainNumber(*amount), codeOf(*lines_->source()), lines_->lineText(0))));
+}
+
+void ConverterWindow::showProblem() {
+  const bool isLost = !desk_.store.saveProblem().empty();
+  const bool isUnread = !desk_.store.loadProblem().empty();
+  caption_->setProblem(isLost     ? tr("What you type is not kept: the store cannot be written.")
+                       : isUnread ? tr("The store could not be read; it is left as it is.")
+                                  : QString());
+}
+
+void ConverterWindow::take(const QStringList& words) {
+  QStringList unknown;
+  std::vector<CurrencyRef> found;
+  for (const QString& word : words) {
+    const AmountReading reading = readTyped(word);
+    if (reading.hasAmount()) {
+      field_->type(word);
+      continue;
+    }
+    auto currency = desk_.catalogue.currencyMeant(word.toStdString());
+    if (currency != nullptr) {
+      found.push_back(std::move(currency));
+    } else {
+      unknown << word;
+    }
+  }
+  if (!found.empty()) takeCurrency(codeOf(*found.front()));
+  if (found.size() > 1) lines_->add({found.begin() + 1, found.end()});
+  convert();
+  field_->focusAndSelect();
+  if (!unknown.isEmpty()) notice_->tell(tr("Not a currency: %1").arg(unknown.join(", ")));
+}
+
+void ConverterWindow::activate() {
+  show();
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  raise();
+  activateWindow();
+}
+
+void ConverterWindow::closeEvent(QCloseEvent* event) {
+  QSettings().setValue(geometryKey(), saveGeometry());
+  save();
+  event->accept();
+}
+
+}  // namespace fexora::desktop

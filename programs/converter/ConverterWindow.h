@@ -1,0 +1,91 @@
+// The converter's window: the amount, the selection's lines, how fresh the rates are.
+#pragma once
+
+#include <QMainWindow>
+#include <memory>
+
+#include "programs/desktop/Desk.h"
+
+class QListView;
+class QMenu;
+
+namespace fexora::desktop {
+
+class AmountField;
+class Appearance;
+class FreshnessCaption;
+class LinesModel;
+class NoticeBar;
+class Refresher;
+class SettingsPage;
+
+class ConverterWindow final : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  ConverterWindow(const Desk& desk, Appearance& appearance);
+
+  // Words of a command line: an amount, its currency, and currencies for the list.
+  void take(const QStringList& words);
+  void activate();
+
+  AmountField& field() { return *field_; }
+  LinesModel& lines() { return *lines_; }
+  QListView& list() { return *list_; }
+  NoticeBar& notice() { return *notice_; }
+  Refresher& refresher() { return *refresher_; }
+  void showSettings();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void build();
+  QWidget* buildStrip();
+  void buildList();
+  void buildMenu();
+  void addAction(const QString& text, const QString& keys, void (ConverterWindow::*run)());
+  void connectParts();
+  void loadSource();
+  void followStore();
+  void settingsChanged();
+
+  void convert();
+  void takeCurrency(const QString& code);
+  void chooseSource();
+  void addCurrencies();
+  void swapWithFirst();
+  void makeSource(int row);
+  void removeCurrent();
+  void undoRemove();
+  void moveCurrent(int by);
+  void copyNumber();
+  void copyLine();
+  void copyTable();
+  void refreshRates();
+  void openToday();
+  void focusField();
+  void takeOtherReading();
+  void showAbout();
+  void save();
+  void showMenu(const QPoint& place);
+  bool listKey(const class QKeyEvent& key);
+  int currentRow() const;
+  void showTitle();
+  void showProblem();
+
+  Desk desk_;
+  Appearance& appearance_;
+  Refresher* refresher_;
+  LinesModel* lines_;
+  AmountField* field_;
+  NoticeBar* notice_;
+  QListView* list_;
+  FreshnessCaption* caption_;
+  QMenu* menu_;
+  SettingsPage* settings_ = nullptr;
+  NotificationCenter::Token following_;
+};
+
+}  // namespace fexora::desktop

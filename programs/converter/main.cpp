@@ -1,0 +1,30 @@
+// The converter, a window on the person's store.
+#include <QApplication>
+
+#include "programs/converter/ConverterWindow.h"
+#include "programs/desktop/Appearance.h"
+#include "programs/desktop/Refresher.h"
+#include "programs/desktop/SingleInstance.h"
+#include "programs/desktop/WindowProgram.h"
+
+int main(int count, char** arguments) {
+  using namespace fexora::desktop;
+  QApplication application(count, arguments);
+  const Desk desk = Desk::process();
+  const QString id = QStringLiteral("org.fexora.Fexora");
+  prepareApplication(application, id, QStringLiteral("fexora-converter"));
+  const QStringList words = wordsOf(application, QStringLiteral("Converts an amount, in a window."),
+                                    QStringLiteral("[AMOUNT [CURRENCY [CURRENCY…]]]"));
+  SingleInstance instance(id);
+  if (instance.handOver(words)) return 0;
+  Appearance appearance(desk);
+  ConverterWindow window(desk, appearance);
+  if (!words.isEmpty()) window.take(words);
+  QObject::connect(&instance, &SingleInstance::activated, &window, [&](const QStringList& others) {
+    if (!others.isEmpty()) window.take(others);
+    window.activate();
+  });
+  window.show();
+  window.refresher().startByItself();
+  return QApplication::exec();
+}

@@ -1,0 +1,45 @@
+#include "programs/desktop/LineDelegate.h"
+
+#include "programs/desktop/LinesModel.h"
+#include "programs/desktop/RowPainting.h"
+
+namespace fexora::desktop {
+namespace {
+
+constexpr double kHeight = 58;
+constexpr double kGap = 12;
+
+}  // namespace
+
+void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+  using Side = RowPainting::Side;
+  painter->save();
+  RowPainting row(*painter, option);
+  row.ground();
+  const Theme& theme = row.theme();
+  const auto textOf = [&](LinesModel::Role role) { return index.data(role).toString(); };
+  QRect upper = row.inner();
+  upper.setBottom(upper.top() + upper.height() * 6 / 10);
+  QRect lower = row.inner().adjusted(0, upper.height() - sized(3), 0, -sized(6));
+  upper.setTop(upper.top() + sized(4));
+
+  const QString amount = textOf(LinesModel::amountRole);
+  const int codeWidth = row.text(upper, Side::start, textOf(LinesModel::codeRole),
+                                 fontOf(15, QFont::DemiBold), theme.text);
+  row.figure(row.without(upper, Side::start, codeWidth + sized(kGap)), amount, fontOf(19),
+             theme.text);
+  const QFont small = fontOf(12);
+  const int rateWidth = row.text(row.without(lower, Side::start, lower.width() / 3), Side::end,
+                                 textOf(LinesModel::rateRole), small, theme.dim);
+  row.text(row.without(lower, Side::end, rateWidth + sized(kGap)), Side::start,
+           textOf(LinesModel::nameRole), small, theme.dim);
+  painter->restore();
+}
+
+QSize LineDelegate::sizeHint(const QStyleOptionViewItem& /*option*/,
+                             const QModelIndex& /*index*/) const {
+  return {sized(200), sized(kHeight)};
+}
+
+}  // namespace fexora::desktop

@@ -1,0 +1,234 @@
+#include "programs/desktop/LinesModel.h"
+
+#include <algorithm>
+#include <cmath>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "programs/desktop/QtText.h"
+
+namespace fexora::desktop {
+namespace {
+
+auto placeOf(const std::vector<CurrencyRef>& list, const Currency& currency) {
+  return std::find_if(list.begin(), list.end(),
+                      [&](const CurrencyRef& each) { return each->code() == currency.code(); });
+}
+
+bool contains(const std::vector<CurrencyRef>& list, const Currency& currency) {
+  return placeOf(list, currency) != list.end();
+}
+
+}  // namespace
+
+LinesModel::LinesModel(const Desk& desk, QObject* parent)
+    : QAbstractListModel(parent), desk_(desk), source_(desk.catalogue.currencyForCode("USD")) {
+  if (source_ == nullptr) source_ = Currency::make("USD");
+  reload();
+}
+
+int LinesModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+QVariant LinesModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid() || index.row() >= rowCount()) return {};
+  const int row = index.row();
+  switch (role) {
+    case codeRole:
+      return codeOf(*currencyAt(row));
+    case nameRole:
+      return nameText(row);
+    case amountRole: {
+      const auto value = valueAt(row);
+      return value ? amountText(*value, *currencyAt(row), desk_.store) : QStringLiteral("–");
+    }
+    case rateRole:
+      return rateText(row);
+    case numberRole: {
+      const auto value = valueAt(row);
+      return value ? plainNumber(*value) : QString();
+    }
+    case Qt::DisplayRole:
+      return lineText(row);
+    case Qt::AccessibleTextRole:
+      return tr("%1, %2").arg(nameOf(*currencyAt(row)), data(index, amountRole).toString());
+    case Qt::AccessibleDescriptionRole:
+      return rateText(row);
+    default:
+      return {};
+  }
+}
+
+Qt::ItemFlags LinesModel::flags(const QModelIndex& index) const {
+  // Lines are dropped between lines, never on one.
+  if (!index.isValid()) return Qt::ItemIsDropEnabled;
+  return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled |
+         Qt::ItemNeverHasChildren;
+}
+
+bool LinesModel::moveRows(const QModelIndex& from, int row, int count, const QModelIndex& to,
+                          int before) {
+  if (count != 1 || row < 0 || row >= rowCount() || before < 0 || before > rowCount()) return false;
+  if (!beginMoveRows(from, row, row, to, before)) return false;
+  const CurrencyRef moved = currencyAt(row);
+  const CurrencyRef follower = before < rowCount() ? currencyAt(before) : nullptr;
+  selection_.erase(placeOf(selection_, *moved));
+  selection_.insert(follower != nullptr ? placeOf(selection_, *follower) : selection_.end(), moved);
+  rows_ = visibleLines();
+  endMoveRows();
+  saveSelection();
+  return true;
+}
+
+void LinesModel::reload() {
+  selection_ = desk_.store.loadCurrencies();
+  for (CurrencyRef& each : selection_) {
+    if (const auto known = desk_.catalogue.currencyForCode(each->code())) each = known;
+  }
+  loadRates();
+  arrange();
+}
+
+void LinesModel::setSource(const CurrencyRef& currency) {
+  if (currency == nullptr || currency->code() == source_->code()) return;
+  const auto place = placeOf(selection_, *currency);
+  // What was converted from stays in sight.
+  if (place != selection_.end() && !contains(selection_, *source_)) {
+    selection_.insert(place, source_);
+    saveSelection();
+  }
+  source_ = currency;
+  loadRates();
+  arrange();
+}
+
+void LinesModel::setAmount(std::optional<double> amount) {
+  amount_ = amount;
+  if (!rows_.empty()) emit dataChanged(index(0), index(rowCount() - 1));
+}
+
+void LinesModel::record() {
+  if (!amount_) return;
+  desk_.store.saveSourceCurrency(source_, *amount_, false);
+  desk_.store.startSyncTimer();
+}
+
+void LinesModel::add(const std::vector<CurrencyRef>& currencies) {
+  const std::size_t before = selection_.size();
+  for (const CurrencyRef& each : currencies) {
+    if (!contains(selection_, *each)) selection_.push_back(each);
+  }
+  if (selection_.size() == before) return;
+  saveSelection();
+  loadRates();
+  arrange();
+}
+
+void LinesModel::remove(int row) {
+  if (row < 0 || row >= rowCount()) return;
+  const auto place = placeOf(selection_, *currencyAt(row));
+  removed_ = {static_cast<std::size_t>(place - selection_.begin()), *place};
+  beginRemoveRows({}, row, row);
+  selection_.erase(place);
+  rows_ = visibleLines();
+  endRemoveRows();
+  saveSelection();
+}
+
+bool LinesModel::restore() {
+  if (!removed_) return false;
+  const auto [place, currency] = *std::exchange(removed_, std::nullopt);
+  if (contains(selection_, *currency)) return false;
+  const auto at = std::min(place, selection_.size());
+  selection_.insert(selection_.begin() + static_cast<std::ptrdiff_t>(at), currency);
+  saveSelection();
+  loadRates();
+  arrange();
+  return true;
+}
+
+CurrencyRef LinesModel::currencyAt(int row) const {
+  return rows_[static_cast<std::size_t>(row)];
+}
+
+std::optional<double> LinesModel::valueAt(int row) const {
+  const auto found = rateAt(row);
+  if (!found || !amount_) return std::nullopt;
+  return ConvertedItem(*found, *amount_, false).dstAmount.doubleValue();
+}
+
+QString LinesModel::lineText(int row) const {
+  return leftToRight(data(index(row), amountRole).toString() + ' ' + codeOf(*currencyAt(row)));
+}
+
+QString LinesModel::tableText() const {
+  QString text;
+  for (int row = 0; row < rowCount(); ++row) {
+    text += codeOf(*currencyAt(row)) + '\t' + data(index(row), numberRole).toString() + '\n';
+  }
+  return text;
+}
+
+std::optional<Rate> LinesModel::rateAt(int row) const {
+  const CurrencyRef currency = currencyAt(row);
+  if (auto found = desk_.rates.rateForSourceCurrency(source_, currency)) return found;
+  if (others_ == nullptr) others_ = std::make_unique<program::OtherRates>(desk_.store);
+  const auto found = others_->find(source_, currency);
+  return found ? std::optional(found->rate) : std::nullopt;
+}
+
+QString LinesModel::rateText(int row) const {
+  const auto found = rateAt(row);
+  if (!found) return tr("no rate");
+  const NumberFormat format(desk_.store.fraction(), desk_.store.seporate());
+  return leftToRight(QStringLiteral("1 %1 = %2 %3")
+                         .arg(codeOf(*source_), toQt(format.rate(found->rate().doubleValue())),
+                              codeOf(*currencyAt(row))));
+}
+
+QString LinesModel::nameText(int row) const {
+  const CurrencyRef currency = currencyAt(row);
+  const QString remark = remarkOf(*currency);
+  return remark.isEmpty() ? nameOf(*currency) : nameOf(*currency) + " · " + remark;
+}
+
+void LinesModel::loadRates() {
+  auto wanted = selection_;
+  wanted.push_back(source_);
+  others_ = nullptr;
+  desk_.rates.loadStoredRates(std::move(wanted));
+}
+
+std::vector<CurrencyRef> LinesModel::visibleLines() const {
+  std::vector<CurrencyRef> lines;
+  std::unordered_set<std::string> seen = {source_->code()};
+  for (const CurrencyRef& each : selection_) {
+    if (seen.insert(each->code()).second) lines.push_back(each);
+  }
+  return lines;
+}
+
+// Not a reset, so that the view keeps what is selected.
+void LinesModel::arrange() {
+  auto lines = visibleLines();
+  if (lines == rows_) {
+    if (!rows_.empty()) emit dataChanged(index(0), index(rowCount() - 1));
+    return;
+  }
+  emit layoutAboutToBeChanged();
+  std::unordered_map<std::string, int> rows;
+  for (const CurrencyRef& line : lines) rows.emplace(line->code(), static_cast<int>(rows.size()));
+  for (const QModelIndex& each : persistentIndexList()) {
+    const auto found = rows.find(currencyAt(each.row())->code());
+    changePersistentIndex(each, found != rows.end() ? index(found->second) : QModelIndex());
+  }
+  rows_ = std::move(lines);
+  emit layoutChanged();
+}
+
+void LinesModel::saveSelection() {
+  desk_.store.saveCurrencies(selection_);
+}
+
+}  // namespace fexora::desktop

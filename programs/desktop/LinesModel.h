@@ -1,0 +1,83 @@
+// The lines of a conversion as a list: the person's selection in its order, without the source.
+//
+// A line is worked out when it is asked for, so that a key costs what is seen, whatever the number
+// of currencies. What changes the selection is saved at once; amount and source are recorded in the
+// store, and saved together a second after the last change (startSyncTimer). Main thread.
+#pragma once
+
+#include <QAbstractListModel>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "programs/desktop/Desk.h"
+#include "programs/shared/OtherRates.h"
+
+namespace fexora::desktop {
+
+class LinesModel final : public QAbstractListModel {
+  Q_OBJECT
+
+ public:
+  enum Role {
+    codeRole = Qt::UserRole + 1,  // "EUR"
+    nameRole,                     // "Euro", with what became of it when it was withdrawn
+    amountRole,                   // "88.02", or "–" without an amount or a rate
+    rateRole,                     // "1 USD = 0.880226 EUR", or why there is none
+    numberRole,                   // "88.0226": the amount for a paste, unrounded; empty without one
+  };
+
+  explicit LinesModel(const Desk& desk, QObject* parent = nullptr);
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+  Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
+  bool moveRows(const QModelIndex& from, int row, int count, const QModelIndex& to,
+                int before) override;
+
+  // Takes selection and rates from the store anew; rows that stay the same stay selected.
+  void reload();
+
+  const CurrencyRef& source() const { return source_; }
+  // A source from outside of the selection becomes one of its lines when another takes its place.
+  void setSource(const CurrencyRef& currency);
+  // Nothing: no amount to convert.
+  void setAmount(std::optional<double> amount);
+  // Amount and source into the store.
+  void record();
+
+  // Those that are new, at the end.
+  void add(const std::vector<CurrencyRef>& currencies);
+  void remove(int row);
+  // Brings the last removed one back, to its place. False when there is none.
+  bool restore();
+
+  CurrencyRef currencyAt(int row) const;
+  // Nothing without an amount or a rate.
+  std::optional<double> valueAt(int row) const;
+  const std::vector<CurrencyRef>& selection() const { return selection_; }
+  // "88.02 EUR"
+  QString lineText(int row) const;
+  // Every line, code and number parted by a tab, for a spreadsheet.
+  QString tableText() const;
+
+ private:
+  std::optional<Rate> rateAt(int row) const;
+  QString rateText(int row) const;
+  QString nameText(int row) const;
+  void loadRates();
+  std::vector<CurrencyRef> visibleLines() const;
+  void arrange();
+  void saveSelection();
+
+  Desk desk_;
+  std::vector<CurrencyRef> selection_;
+  std::vector<CurrencyRef> rows_;
+  CurrencyRef source_;
+  std::optional<double> amount_;
+  mutable std::unique_ptr<program::OtherRates> others_;  // made for the first line without a rate
+  std::optional<std::pair<std::size_t, CurrencyRef>> removed_;
+};
+
+}  // namespace fexora::desktop

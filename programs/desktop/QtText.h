@@ -1,0 +1,41 @@
+// Texts of the library as Qt's and back, and what is shown of a currency.
+#pragma once
+
+#include <QString>
+#include <string>
+#include <string_view>
+
+#include "fexora/fexora.h"
+
+namespace fexora::desktop {
+
+inline QString toQt(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+inline QString codeOf(const Currency& currency) {
+  return toQt(currency.code());
+}
+
+// The name in the person's language, or the code.
+QString nameOf(const Currency& currency);
+
+// The sign that English writes, or empty where people write the code.
+QString signOf(const Currency& currency);
+
+// Where it is used, in the person's language: "Switzerland, Liechtenstein", three places at most.
+QString placesOf(const Currency& currency);
+
+// "replaced by EUR" for a withdrawn currency, "withdrawn" without a successor, else empty.
+QString remarkOf(const Currency& currency);
+
+// An amount in a currency: the store's digits, but no more than the currency's minor unit has.
+QString amountText(double value, const Currency& of, const StoreManager& store);
+
+// The number as a person may type it and the library reads it back: no signs between groups.
+QString plainNumber(double value);
+
+// The text keeps its order of signs wherever it stands, as in "1 USD = 0.88 EUR".
+QString leftToRight(const QString& text);
+
+}  // namespace fexora::desktop

@@ -1,0 +1,93 @@
+#include "programs/desktop/Refresher.h"
+
+#include <QCoreApplication>
+#include <QSettings>
+
+#include "programs/desktop/PowerSaver.h"
+#include "programs/desktop/QtText.h"
+
+namespace fexora::desktop {
+namespace {
+
+constexpr double kHour = 3600;
+constexpr int kLookEveryMilliseconds = 15 * 60 * 1000;
+
+QString lastTryKey() {
+  return QStringLiteral("refresh/lastTry");
+}
+
+}  // namespace
+
+QString inWords(const ResponseError& error) {
+  static const char* const kSentences[] = {
+      QT_TRANSLATE_NOOP("ResponseError", "This computer cannot ask for rates right now."),
+      QT_TRANSLATE_NOOP("ResponseError",
+                        "The rates service was not found. Is this computer online?"),
+      QT_TRANSLATE_NOOP("ResponseError", "The rates service could not be reached."),
+      QT_TRANSLATE_NOOP("ResponseError", "The rates service took too long to answer."),
+      QT_TRANSLATE_NOOP("ResponseError", "The answer was too large to be read."),
+      QT_TRANSLATE_NOOP(
+          "ResponseError",
+          "The answer was not from a rates service. Does this network ask for a login?")};
+  const std::string text = error.forPeople();
+  for (const char* const sentence : kSentences) {
+    if (text == sentence) return QCoreApplication::translate("ResponseError", sentence);
+  }
+  return toQt(text).simplified();
+}
+
+Refresher::Refresher(const Desk& desk, QObject* parent)
+    : QObject(parent), desk_(desk), isStopped_(std::make_shared<bool>(false)) {
+  timer_.setTimerType(Qt::VeryCoarseTimer);
+  timer_.setInterval(kLookEveryMilliseconds);
+  connect(&timer_, &QTimer::timeout, this, &Refresher::startIfStale);
+}
+
+void Refresher::start() {
+  if (isRunning_) return;
+  isRunning_ = true;
+  problem_.clear();
+  isStopped_ = std::make_shared<bool>(false);
+  desk_.rates.setAnswerCheck(
+      [stopped = isStopped_, check = plausible()](const Response& answer, const HeldRates& held) {
+        return *stopped ? std::optional<std::string>("stopped") : check(answer, held);
+      });
+  QSettings().setValue(lastTryKey(), desk_.now().secondsSince1970());
+  emit stateChanged();
+  // Whoever asks for fresh rates gets a request, however soon after the last.
+  desk_.rates.setLastUpdate(std::nullopt);
+  desk_.rates.loadRates(
+      std::vector<CurrencyRef>(),
+      [self = QPointer(this), stopped = isStopped_](bool fromCache, const ResponseError* error) {
+        if (!fromCache && self != nullptr && !*stopped) self->finish(error);
+      });
+}
+
+void Refresher::stop() {
+  if (!isRunning_) return;
+  *isStopped_ = true;
+  isRunning_ = false;
+  emit stateChanged();
+}
+
+void Refresher::startByItself() {
+  timer_.start();
+  startIfStale();
+}
+
+void Refresher::startIfStale() {
+  const double last = QSettings().value(lastTryKey(), 0.0).toDouble();
+  const double passed = desk_.now().secondsSince1970() - last;
+  const bool isSoon = passed >= 0 && passed < kHour;
+  if (isSoon || desk_.rates.freshness().state == Freshness::State::fresh || savesPower()) return;
+  start();
+}
+
+void Refresher::finish(const ResponseError* error) {
+  isRunning_ = false;
+  if (error != nullptr) problem_ = inWords(*error);
+  emit stateChanged();
+  if (error == nullptr) emit refreshed();
+}
+
+}  // namespace fexora::desktop

@@ -1,0 +1,53 @@
+// Brings fresh rates when asked, and by itself when the rates are stale.
+//
+// By itself at most once an hour, starts of the program counted together, and never while the
+// desktop saves power. It sets the rate manager's check of answers: one that comes after stop() is
+// not taken. Main thread.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <memory>
+
+#include "programs/desktop/Desk.h"
+
+namespace fexora::desktop {
+
+class Refresher final : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit Refresher(const Desk& desk, QObject* parent = nullptr);
+
+  bool isRunning() const { return isRunning_; }
+  // Why the last request brought nothing, one line for a person; empty when it went well.
+  const QString& problem() const { return problem_; }
+
+  void start();
+  void stop();
+  // From now on by itself, too.
+  void startByItself();
+
+ signals:
+  // Running or not, and the problem.
+  void stateChanged();
+  // New rates are in the store, and so is the service's message in the rate manager.
+  void refreshed();
+
+ private:
+  void startIfStale();
+  void finish(const ResponseError* error);
+
+  Desk desk_;
+  bool isRunning_ = false;
+  QString problem_;
+  QTimer timer_;
+  // Of the request on its way: whether it was stopped. A check that outlives this still finds it.
+  std::shared_ptr<bool> isStopped_;
+};
+
+// An error in the person's language.
+QString inWords(const ResponseError& error);
+
+}  // namespace fexora::desktop

@@ -1,0 +1,64 @@
+#include "programs/desktop/RowPainting.h"
+
+#include <QFontMetrics>
+#include <QStyle>
+#include <algorithm>
+
+namespace fexora::desktop {
+namespace {
+
+constexpr double kMargin = 18;
+constexpr double kBar = 3;
+constexpr int kSmallestFigure = 8;
+
+}  // namespace
+
+RowPainting::RowPainting(QPainter& painter, const QStyleOptionViewItem& option)
+    : painter_(painter),
+      option_(option),
+      theme_(themeOf(option.palette)),
+      inner_(option.rect.adjusted(sized(kMargin), 0, -sized(kMargin), 0)) {}
+
+void RowPainting::ground() {
+  const bool selected = option_.state.testFlag(QStyle::State_Selected);
+  painter_.fillRect(option_.rect, selected ? theme_.selected : theme_.row);
+  QRect line = option_.rect;
+  line.setTop(line.bottom());
+  painter_.fillRect(line, theme_.hairline);
+  if (!selected) return;
+  const QRect bar(option_.rect.topLeft(), QSize(sized(kBar), option_.rect.height()));
+  painter_.fillRect(QStyle::visualRect(option_.direction, option_.rect, bar), theme_.accent);
+}
+
+int RowPainting::text(const QRect& area, Side side, const QString& text, const QFont& font,
+                      const QColor& colour) {
+  const QFontMetrics metrics(font);
+  const QString shown = metrics.elidedText(text, Qt::ElideRight, area.width());
+  const auto edge = side == Side::start ? Qt::AlignLeft : Qt::AlignRight;
+  painter_.setFont(font);
+  painter_.setPen(colour);
+  // The side is the row's, whatever the direction of the text itself.
+  const auto alignment = QStyle::visualAlignment(option_.direction, edge);
+  painter_.setLayoutDirection(Qt::LeftToRight);
+  painter_.drawText(area, static_cast<int>(alignment | Qt::AlignVCenter) | Qt::TextSingleLine,
+                    shown);
+  return metrics.horizontalAdvance(shown);
+}
+
+int RowPainting::figure(const QRect& area, const QString& text, QFont font, const QColor& colour) {
+  const int wanted = QFontMetrics(font).horizontalAdvance(text);
+  if (wanted > area.width() && area.width() > 0) {
+    font.setPixelSize(std::max(kSmallestFigure, font.pixelSize() * area.width() / wanted));
+  }
+  return this->text(area, Side::end, text, font, colour);
+}
+
+QRect RowPainting::without(const QRect& area, Side side, int width) const {
+  QRect rest = area;
+  const bool atLeft = (side == Side::start) == (option_.direction == Qt::LeftToRight);
+  if (atLeft) rest.setLeft(rest.left() + width);
+  if (!atLeft) rest.setRight(rest.right() - width);
+  return rest;
+}
+
+}  // namespace fexora::desktop

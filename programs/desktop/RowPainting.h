@@ -1,0 +1,38 @@
+// What the rows of every list have in common: their ground, and texts at the start and the end.
+#pragma once
+
+#include <QFont>
+#include <QPainter>
+#include <QStyleOptionViewItem>
+
+#include "programs/desktop/Style.h"
+
+namespace fexora::desktop {
+
+class RowPainting {
+ public:
+  RowPainting(QPainter& painter, const QStyleOptionViewItem& option);
+
+  // The ground, a hairline at its foot, and where the row is current the bar at its start.
+  void ground();
+  enum class Side { start, end };
+  // Draws `text` in the part of `area`, cut with an ellipsis; gives the width it took.
+  int text(const QRect& area, Side side, const QString& text, const QFont& font,
+           const QColor& colour);
+  // The same, drawn smaller rather than cut.
+  int figure(const QRect& area, const QString& text, QFont font, const QColor& colour);
+
+  const Theme& theme() const { return theme_; }
+  // The row without its margins.
+  QRect inner() const { return inner_; }
+  // `area` without `width` at one side.
+  QRect without(const QRect& area, Side side, int width) const;
+
+ private:
+  QPainter& painter_;
+  const QStyleOptionViewItem& option_;
+  const Theme& theme_;
+  QRect inner_;
+};
+
+}  // namespace fexora::desktop

@@ -1,0 +1,95 @@
+#include "programs/desktop/TodayModel.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "programs/desktop/QtText.h"
+
+namespace fexora::desktop {
+
+TodayModel::TodayModel(const Desk& desk, QObject* parent)
+    : QAbstractListModel(parent), desk_(desk) {
+  reload();
+}
+
+int TodayModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(lines_.size());
+}
+
+QVariant TodayModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid() || index.row() >= rowCount()) return {};
+  const Currency& currency = currencyAt(index.row());
+  switch (role) {
+    case labelRole:
+      return desk_.store.namingInWidget() == Naming::codes ? codeOf(currency) : nameOf(currency);
+    case valueRole:
+      return valueText(index.row());
+    case Qt::DisplayRole:
+    case Qt::AccessibleTextRole:
+      return tr("%1, %2").arg(nameOf(currency), valueText(index.row()));
+    default:
+      return {};
+  }
+}
+
+void TodayModel::reload() {
+  const StoreManager& store = desk_.store;
+  const StoreSourceRef last = store.loadSourceCurrency();
+  beginResetModel();
+  source_ =
+      last != nullptr && last->currency() != nullptr ? last->currency() : Currency::make("USD");
+  amount_ = last != nullptr ? last->amount().doubleValue() : 1;
+  if (showsRates()) {
+    source_ = store.todayRelativeCurrency();
+    amount_ = 1;
+  }
+  auto wanted = store.todayCurrencies().empty() ? store.loadCurrencies() : store.todayCurrencies();
+  std::unordered_set<std::string> seen = {source_->code()};
+  lines_.clear();
+  const auto most =
+      static_cast<std::size_t>(std::max<std::int64_t>(store.numberOfCurrenciesInWidget(), 0));
+  for (const CurrencyRef& each : wanted) {
+    if (lines_.size() < most && seen.insert(each->code()).second) lines_.push_back(each);
+  }
+  others_.reset();
+  wanted.push_back(source_);
+  desk_.rates.loadStoredRates(std::move(wanted));
+  others_.emplace(desk_.store);
+  endResetModel();
+}
+
+void TodayModel::turn() {
+  beginResetModel();
+  isTurned_ = !isTurned_;
+  endResetModel();
+}
+
+QString TodayModel::heading() const {
+  const QString code = codeOf(*source_);
+  if (isTurned()) return tr("in %1").arg(code);
+  const NumberFormat format(desk_.store.fraction(), desk_.store.seporate());
+  return leftToRight(toQt(format.exact(amount_)) + ' ' + code);
+}
+
+bool TodayModel::showsRates() const {
+  return desk_.store.todayConversionMode() == TodayConversionMode::rate;
+}
+
+std::optional<double> TodayModel::rateAt(int row) const {
+  const CurrencyRef& currency = lines_[static_cast<std::size_t>(row)];
+  if (const auto found = desk_.rates.rateForSourceCurrency(source_, currency)) {
+    return found->rate().doubleValue();
+  }
+  const auto found = others_->find(source_, currency);
+  return found ? std::optional(found->rate.rate().doubleValue()) : std::nullopt;
+}
+
+QString TodayModel::valueText(int row) const {
+  const auto rate = rateAt(row);
+  if (!rate) return QStringLiteral("–");
+  if (!showsRates()) return amountText(amount_ * *rate, currencyAt(row), desk_.store);
+  const NumberFormat format(desk_.store.fraction(), desk_.store.seporate());
+  return toQt(format.rate(isTurned_ ? 1 / *rate : *rate));
+}
+
+}  // namespace fexora::desktop

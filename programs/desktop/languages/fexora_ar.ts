@@ -1,0 +1,551 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ar" sourcelanguage="en">
+<context>
+    <name>fexora::desktop::AmountField</name>
+    <message>
+        <source>Amount</source>
+        <translation>المبلغ</translation>
+    </message>
+    <message>
+        <source>Amount, or a calculation (Ctrl+L)</source>
+        <translation>مبلغ أو عملية حسابية (Ctrl+L)</translation>
+    </message>
+    <message>
+        <source>What was read</source>
+        <translation>ما قُرئ</translation>
+    </message>
+    <message>
+        <source>Source currency: %1</source>
+        <translation>عملة المصدر: %1</translation>
+    </message>
+    <message>
+        <source>%1 – choose another (Ctrl+K)</source>
+        <translation>%1 – اختر غيرها (Ctrl+K)</translation>
+    </message>
+    <message>
+        <source>%1 instead (Alt+R)</source>
+        <translation>بل %1 (Alt+R)</translation>
+    </message>
+    <message>
+        <source>Read as %1</source>
+        <translation>قُرئ %1</translation>
+    </message>
+    <message>
+        <source>The sign was read as %1</source>
+        <translation>قُرئت العلامة على أنها %1</translation>
+    </message>
+</context>
+<context>
+    <name>AmountReading</name>
+    <message>
+        <source>A number is missing</source>
+        <translation>ينقص عدد</translation>
+    </message>
+    <message>
+        <source>A parenthesis has no partner</source>
+        <translation>قوس بلا مقابل</translation>
+    </message>
+    <message>
+        <source>Divided by zero</source>
+        <translation>قسمة على صفر</translation>
+    </message>
+    <message>
+        <source>Too large a number</source>
+        <translation>عدد كبير جدًا</translation>
+    </message>
+    <message>
+        <source>No amount; write it like %1</source>
+        <translation>ليس مبلغًا؛ اكتبه مثل %1</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::ConverterWindow</name>
+    <message>
+        <source>Converted amounts</source>
+        <translation>المبالغ المحوّلة</translation>
+    </message>
+    <message>
+        <source>+ Add currency</source>
+        <translation>+ إضافة عملة</translation>
+    </message>
+    <message>
+        <source>Add currencies (Ctrl+F)</source>
+        <translation>إضافة عملات (Ctrl+F)</translation>
+    </message>
+    <message>
+        <source>Swap with the first line</source>
+        <translation>التبديل مع السطر الأول</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>القائمة</translation>
+    </message>
+    <message>
+        <source>&amp;Amount</source>
+        <translation>ال&amp;مبلغ</translation>
+    </message>
+    <message>
+        <source>&amp;Other reading of the amount</source>
+        <translation>ال&amp;قراءة الأخرى للمبلغ</translation>
+    </message>
+    <message>
+        <source>Convert &amp;from…</source>
+        <translation>التحويل &amp;من…</translation>
+    </message>
+    <message>
+        <source>&amp;Swap with the first line</source>
+        <translation>&amp;التبديل مع السطر الأول</translation>
+    </message>
+    <message>
+        <source>Add &amp;currencies…</source>
+        <translation>إضافة &amp;عملات…</translation>
+    </message>
+    <message>
+        <source>Copy all &amp;lines</source>
+        <translation>نسخ كل الأ&amp;سطر</translation>
+    </message>
+    <message>
+        <source>&amp;Refresh rates</source>
+        <translation>تح&amp;ديث الأسعار</translation>
+    </message>
+    <message>
+        <source>Show &amp;Today</source>
+        <translation>عرض الي&amp;وم</translation>
+    </message>
+    <message>
+        <source>S&amp;ettings…</source>
+        <translation>الإ&amp;عدادات…</translation>
+    </message>
+    <message>
+        <source>A&amp;bout Fexora</source>
+        <translation>&amp;حول Fexora</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>إن&amp;هاء</translation>
+    </message>
+    <message>
+        <source>%1 was removed.</source>
+        <translation>أُزيل %1.</translation>
+    </message>
+    <message>
+        <source>Undo (Ctrl+Z)</source>
+        <translation>تراجع (Ctrl+Z)</translation>
+    </message>
+    <message>
+        <source>Today could not be started.</source>
+        <translation>تعذّر تشغيل اليوم.</translation>
+    </message>
+    <message>
+        <source>About Fexora</source>
+        <translation>حول Fexora</translation>
+    </message>
+    <message>
+        <source>Fexora %1
+
+Converts an amount into every currency you chose, offline, and says how old its rates are.</source>
+        <translation>Fexora %1
+
+يحوّل مبلغًا إلى كل العملات المختارة دون اتصال، ويبيّن عمر الأسعار.</translation>
+    </message>
+    <message>
+        <source>&amp;Convert from this</source>
+        <translation>التحويل من ه&amp;ذه</translation>
+    </message>
+    <message>
+        <source>Copy the &amp;number</source>
+        <translation>نسخ ال&amp;عدد</translation>
+    </message>
+    <message>
+        <source>Copy “%1”</source>
+        <translation>نسخ «%1»</translation>
+    </message>
+    <message>
+        <source>Copy &amp;all lines</source>
+        <translation>نسخ &amp;كل الأسطر</translation>
+    </message>
+    <message>
+        <source>Move &amp;up</source>
+        <translation>إلى أ&amp;على</translation>
+    </message>
+    <message>
+        <source>Move &amp;down</source>
+        <translation>إلى أس&amp;فل</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>إ&amp;زالة</translation>
+    </message>
+    <message>
+        <source>What you type is not kept: the store cannot be written.</source>
+        <translation>لا يُحفظ ما تكتبه: تعذّرت الكتابة في المخزن.</translation>
+    </message>
+    <message>
+        <source>The store could not be read; it is left as it is.</source>
+        <translation>تعذّرت قراءة المخزن؛ يبقى كما هو.</translation>
+    </message>
+    <message>
+        <source>Not a currency: %1</source>
+        <translation>ليست عملة: %1</translation>
+    </message>
+</context>
+<context>
+    <name>Currency</name>
+    <message>
+        <source>withdrawn</source>
+        <translation>سُحبت</translation>
+    </message>
+    <message>
+        <source>replaced by %1</source>
+        <translation>حلّت محلها %1</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::CurrencyPicker</name>
+    <message>
+        <source>Convert from</source>
+        <translation>التحويل من</translation>
+    </message>
+    <message>
+        <source>Add currencies</source>
+        <translation>إضافة عملات</translation>
+    </message>
+    <message>
+        <source>Code, name, sign or country</source>
+        <translation>رمز أو اسم أو علامة أو بلد</translation>
+    </message>
+    <message>
+        <source>Search currencies</source>
+        <translation>البحث عن عملات</translation>
+    </message>
+    <message>
+        <source>Currencies found</source>
+        <translation>العملات الموجودة</translation>
+    </message>
+    <message>
+        <source>Return takes it, Escape closes</source>
+        <translation>الإدخال يختار، والهروب يغلق</translation>
+    </message>
+    <message>
+        <source>Return adds, Ctrl+Return or a click ticks several</source>
+        <translation>الإدخال يضيف، وCtrl+الإدخال أو النقر يحدد عدة عملات</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::FreshnessCaption</name>
+    <message>
+        <source>State of the refresh</source>
+        <translation>حالة التحديث</translation>
+    </message>
+    <message>
+        <source>Refreshing</source>
+        <translation>يجري التحديث</translation>
+    </message>
+    <message>
+        <source>,</source>
+        <comment>before an age</comment>
+        <translation>،</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>إيقاف</translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <translation>تحديث</translation>
+    </message>
+    <message>
+        <source>Stop refreshing</source>
+        <translation>إيقاف التحديث</translation>
+    </message>
+    <message>
+        <source>Ask for fresh rates (F5)</source>
+        <translation>طلب أسعار جديدة (F5)</translation>
+    </message>
+</context>
+<context>
+    <name>FreshnessWords</name>
+    <message>
+        <source>today, %1</source>
+        <translation>اليوم، %1</translation>
+    </message>
+    <message>
+        <source>d MMMM</source>
+        <comment>a day of this year</comment>
+        <translation>d MMMM</translation>
+    </message>
+    <message>
+        <source>d MMMM yyyy</source>
+        <comment>a day</comment>
+        <translation>d MMMM yyyy</translation>
+    </message>
+    <message>
+        <source>dated in the future</source>
+        <translation>تاريخها في المستقبل</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln minute(s) old</source>
+        <translation>
+            <numerusform>قبل أقل من دقيقة</numerusform>
+            <numerusform>قبل دقيقة</numerusform>
+            <numerusform>قبل دقيقتين</numerusform>
+            <numerusform>قبل %Ln دقائق</numerusform>
+            <numerusform>قبل %Ln دقيقة</numerusform>
+            <numerusform>قبل %Ln دقيقة</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln hour(s) old</source>
+        <translation>
+            <numerusform>قبل أقل من ساعة</numerusform>
+            <numerusform>قبل ساعة</numerusform>
+            <numerusform>قبل ساعتين</numerusform>
+            <numerusform>قبل %Ln ساعات</numerusform>
+            <numerusform>قبل %Ln ساعة</numerusform>
+            <numerusform>قبل %Ln ساعة</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln day(s) old</source>
+        <translation>
+            <numerusform>اليوم</numerusform>
+            <numerusform>قبل يوم</numerusform>
+            <numerusform>قبل يومين</numerusform>
+            <numerusform>قبل %Ln أيام</numerusform>
+            <numerusform>قبل %Ln يومًا</numerusform>
+            <numerusform>قبل %Ln يوم</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>bundled</source>
+        <translation>مرفقة</translation>
+    </message>
+    <message>
+        <source>from a file</source>
+        <translation>من ملف</translation>
+    </message>
+    <message>
+        <source>No rates yet</source>
+        <translation>لا أسعار بعد</translation>
+    </message>
+    <message>
+        <source>an unknown day</source>
+        <translation>يوم غير معروف</translation>
+    </message>
+    <message>
+        <source>Rates of %1</source>
+        <translation>أسعار %1</translation>
+    </message>
+    <message>
+        <source>Rates stored %1</source>
+        <translation>أسعار حُفظت %1</translation>
+    </message>
+    <message>
+        <source>, </source>
+        <comment>between parts</comment>
+        <translation>، </translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::LinesModel</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1، %2</translation>
+    </message>
+    <message>
+        <source>no rate</source>
+        <translation>لا سعر</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::NoticeBar</name>
+    <message>
+        <source>Put away</source>
+        <translation>إخفاء</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>رسالة</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::PickerModel</name>
+    <message>
+        <source>%1, ticked</source>
+        <translation>%1، محددة</translation>
+    </message>
+</context>
+<context>
+    <name>ResponseError</name>
+    <message>
+        <source>This computer cannot ask for rates right now.</source>
+        <translation>لا يستطيع هذا الحاسوب طلب الأسعار الآن.</translation>
+    </message>
+    <message>
+        <source>The rates service was not found. Is this computer online?</source>
+        <translation>لم يُعثر على خدمة الأسعار. هل الحاسوب متصل؟</translation>
+    </message>
+    <message>
+        <source>The rates service could not be reached.</source>
+        <translation>تعذّر الوصول إلى خدمة الأسعار.</translation>
+    </message>
+    <message>
+        <source>The rates service took too long to answer.</source>
+        <translation>تأخرت خدمة الأسعار في الرد.</translation>
+    </message>
+    <message>
+        <source>The answer was too large to be read.</source>
+        <translation>كان الرد أكبر من أن يُقرأ.</translation>
+    </message>
+    <message>
+        <source>The answer was not from a rates service. Does this network ask for a login?</source>
+        <translation>لم يأت الرد من خدمة أسعار. هل تطلب هذه الشبكة تسجيل الدخول؟</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::SettingsPage</name>
+    <message>
+        <source>&amp;Separate groups of digits</source>
+        <translation>&amp;فصل مجموعات الأرقام</translation>
+    </message>
+    <message>
+        <source>Light, or as the desktop</source>
+        <translation>فاتح، أو كسطح المكتب</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>داكن</translation>
+    </message>
+    <message>
+        <source>Names</source>
+        <translation>الأسماء</translation>
+    </message>
+    <message>
+        <source>Codes</source>
+        <translation>الرموز</translation>
+    </message>
+    <message>
+        <source>As in the converter</source>
+        <translation>كما في المحوّل</translation>
+    </message>
+    <message>
+        <source>The last amount</source>
+        <translation>آخر مبلغ</translation>
+    </message>
+    <message>
+        <source>Rates of one unit</source>
+        <translation>أسعار الوحدة</translation>
+    </message>
+    <message>
+        <source>&amp;Open at login</source>
+        <translation>ال&amp;فتح عند تسجيل الدخول</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>الإعدادات</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>إغلاق</translation>
+    </message>
+    <message>
+        <source>Both windows</source>
+        <translation>النافذتان</translation>
+    </message>
+    <message>
+        <source>&amp;Digits after the mark</source>
+        <translation>ال&amp;خانات العشرية</translation>
+    </message>
+    <message>
+        <source>&amp;Appearance</source>
+        <translation>ال&amp;مظهر</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>اليوم</translation>
+    </message>
+    <message>
+        <source>S&amp;hows</source>
+        <translation>ي&amp;عرض</translation>
+    </message>
+    <message>
+        <source>&amp;Unit of</source>
+        <translation>&amp;وحدة</translation>
+    </message>
+    <message>
+        <source>&amp;Currencies</source>
+        <translation>ال&amp;عملات</translation>
+    </message>
+    <message>
+        <source>&amp;Named by</source>
+        <translation>ال&amp;تسمية</translation>
+    </message>
+    <message>
+        <source>&amp;Lines at most</source>
+        <translation>أقصى عدد للأ&amp;سطر</translation>
+    </message>
+    <message>
+        <source>Choose…</source>
+        <translation>اختيار…</translation>
+    </message>
+    <message>
+        <source>Currencies in Today</source>
+        <translation>عملات اليوم</translation>
+    </message>
+    <message>
+        <source>One unit of</source>
+        <translation>وحدة من</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::TodayModel</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1، %2</translation>
+    </message>
+    <message>
+        <source>in %1</source>
+        <translation>بعملة %1</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::TodayWindow</name>
+    <message>
+        <source>Fexora Today</source>
+        <translation>Fexora اليوم</translation>
+    </message>
+    <message>
+        <source>Amounts</source>
+        <translation>المبالغ</translation>
+    </message>
+    <message>
+        <source>Converted amount</source>
+        <translation>المبلغ المحوّل</translation>
+    </message>
+    <message>
+        <source>Age of the rates</source>
+        <translation>عمر الأسعار</translation>
+    </message>
+    <message>
+        <source>rates ⇄</source>
+        <translation>أسعار ⇄</translation>
+    </message>
+    <message>
+        <source>Turn the rates around</source>
+        <translation>عكس الأسعار</translation>
+    </message>
+    <message>
+        <source>&amp;Open the converter</source>
+        <translation>&amp;فتح المحوّل</translation>
+    </message>
+    <message>
+        <source>&amp;Turn the rates around</source>
+        <translation>&amp;عكس الأسعار</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>إ&amp;غلاق</translation>
+    </message>
+</context>
+</TS>

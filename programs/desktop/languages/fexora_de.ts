@@ -1,0 +1,539 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>fexora::desktop::AmountField</name>
+    <message>
+        <source>Amount</source>
+        <translation>Betrag</translation>
+    </message>
+    <message>
+        <source>Amount, or a calculation (Ctrl+L)</source>
+        <translation>Betrag oder Rechnung (Strg+L)</translation>
+    </message>
+    <message>
+        <source>What was read</source>
+        <translation>Was gelesen wurde</translation>
+    </message>
+    <message>
+        <source>Source currency: %1</source>
+        <translation>Ausgangswährung: %1</translation>
+    </message>
+    <message>
+        <source>%1 – choose another (Ctrl+K)</source>
+        <translation>%1 – andere wählen (Strg+K)</translation>
+    </message>
+    <message>
+        <source>%1 instead (Alt+R)</source>
+        <translation>stattdessen %1 (Alt+R)</translation>
+    </message>
+    <message>
+        <source>Read as %1</source>
+        <translation>Gelesen als %1</translation>
+    </message>
+    <message>
+        <source>The sign was read as %1</source>
+        <translation>Das Zeichen wurde als %1 gelesen</translation>
+    </message>
+</context>
+<context>
+    <name>AmountReading</name>
+    <message>
+        <source>A number is missing</source>
+        <translation>Eine Zahl fehlt</translation>
+    </message>
+    <message>
+        <source>A parenthesis has no partner</source>
+        <translation>Eine Klammer hat kein Gegenstück</translation>
+    </message>
+    <message>
+        <source>Divided by zero</source>
+        <translation>Durch null geteilt</translation>
+    </message>
+    <message>
+        <source>Too large a number</source>
+        <translation>Zu große Zahl</translation>
+    </message>
+    <message>
+        <source>No amount; write it like %1</source>
+        <translation>Kein Betrag; zum Beispiel %1</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::ConverterWindow</name>
+    <message>
+        <source>Converted amounts</source>
+        <translation>Umgerechnete Beträge</translation>
+    </message>
+    <message>
+        <source>+ Add currency</source>
+        <translation>+ Währung hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add currencies (Ctrl+F)</source>
+        <translation>Währungen hinzufügen (Strg+F)</translation>
+    </message>
+    <message>
+        <source>Swap with the first line</source>
+        <translation>Mit der ersten Zeile tauschen</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+    <message>
+        <source>&amp;Amount</source>
+        <translation>&amp;Betrag</translation>
+    </message>
+    <message>
+        <source>&amp;Other reading of the amount</source>
+        <translation>&amp;Andere Lesart des Betrags</translation>
+    </message>
+    <message>
+        <source>Convert &amp;from…</source>
+        <translation>&amp;Umrechnen aus …</translation>
+    </message>
+    <message>
+        <source>&amp;Swap with the first line</source>
+        <translation>Mit erster Zeile &amp;tauschen</translation>
+    </message>
+    <message>
+        <source>Add &amp;currencies…</source>
+        <translation>&amp;Währungen hinzufügen …</translation>
+    </message>
+    <message>
+        <source>Copy all &amp;lines</source>
+        <translation>Alle &amp;Zeilen kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Refresh rates</source>
+        <translation>Kurse a&amp;ktualisieren</translation>
+    </message>
+    <message>
+        <source>Show &amp;Today</source>
+        <translation>&amp;Heute anzeigen</translation>
+    </message>
+    <message>
+        <source>S&amp;ettings…</source>
+        <translation>&amp;Einstellungen …</translation>
+    </message>
+    <message>
+        <source>A&amp;bout Fexora</source>
+        <translation>Über &amp;Fexora</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>Been&amp;den</translation>
+    </message>
+    <message>
+        <source>%1 was removed.</source>
+        <translation>%1 wurde entfernt.</translation>
+    </message>
+    <message>
+        <source>Undo (Ctrl+Z)</source>
+        <translation>Rückgängig (Strg+Z)</translation>
+    </message>
+    <message>
+        <source>Today could not be started.</source>
+        <translation>Heute konnte nicht gestartet werden.</translation>
+    </message>
+    <message>
+        <source>About Fexora</source>
+        <translation>Über Fexora</translation>
+    </message>
+    <message>
+        <source>Fexora %1
+
+Converts an amount into every currency you chose, offline, and says how old its rates are.</source>
+        <translation>Fexora %1
+
+Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie alt die Kurse sind.</translation>
+    </message>
+    <message>
+        <source>&amp;Convert from this</source>
+        <translation>&amp;Hieraus umrechnen</translation>
+    </message>
+    <message>
+        <source>Copy the &amp;number</source>
+        <translation>&amp;Zahl kopieren</translation>
+    </message>
+    <message>
+        <source>Copy “%1”</source>
+        <translation>„%1“ kopieren</translation>
+    </message>
+    <message>
+        <source>Copy &amp;all lines</source>
+        <translation>&amp;Alle Zeilen kopieren</translation>
+    </message>
+    <message>
+        <source>Move &amp;up</source>
+        <translation>Nach &amp;oben</translation>
+    </message>
+    <message>
+        <source>Move &amp;down</source>
+        <translation>Nach &amp;unten</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <source>What you type is not kept: the store cannot be written.</source>
+        <translation>Eingaben werden nicht behalten: Der Speicher ist nicht schreibbar.</translation>
+    </message>
+    <message>
+        <source>The store could not be read; it is left as it is.</source>
+        <translation>Der Speicher war nicht lesbar; er bleibt, wie er ist.</translation>
+    </message>
+    <message>
+        <source>Not a currency: %1</source>
+        <translation>Keine Währung: %1</translation>
+    </message>
+</context>
+<context>
+    <name>Currency</name>
+    <message>
+        <source>withdrawn</source>
+        <translation>aus dem Umlauf</translation>
+    </message>
+    <message>
+        <source>replaced by %1</source>
+        <translation>ersetzt durch %1</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::CurrencyPicker</name>
+    <message>
+        <source>Convert from</source>
+        <translation>Umrechnen aus</translation>
+    </message>
+    <message>
+        <source>Add currencies</source>
+        <translation>Währungen hinzufügen</translation>
+    </message>
+    <message>
+        <source>Code, name, sign or country</source>
+        <translation>Kürzel, Name, Zeichen oder Land</translation>
+    </message>
+    <message>
+        <source>Search currencies</source>
+        <translation>Währungen suchen</translation>
+    </message>
+    <message>
+        <source>Currencies found</source>
+        <translation>Gefundene Währungen</translation>
+    </message>
+    <message>
+        <source>Return takes it, Escape closes</source>
+        <translation>Eingabe übernimmt, Esc schließt</translation>
+    </message>
+    <message>
+        <source>Return adds, Ctrl+Return or a click ticks several</source>
+        <translation>Eingabe fügt hinzu, Strg+Eingabe oder Klick hakt mehrere an</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::FreshnessCaption</name>
+    <message>
+        <source>State of the refresh</source>
+        <translation>Stand der Aktualisierung</translation>
+    </message>
+    <message>
+        <source>Refreshing</source>
+        <translation>Wird aktualisiert</translation>
+    </message>
+    <message>
+        <source>,</source>
+        <comment>before an age</comment>
+        <translation>,</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Stop refreshing</source>
+        <translation>Aktualisierung anhalten</translation>
+    </message>
+    <message>
+        <source>Ask for fresh rates (F5)</source>
+        <translation>Neue Kurse holen (F5)</translation>
+    </message>
+</context>
+<context>
+    <name>FreshnessWords</name>
+    <message>
+        <source>today, %1</source>
+        <translation>heute, %1</translation>
+    </message>
+    <message>
+        <source>d MMMM</source>
+        <comment>a day of this year</comment>
+        <translation>d. MMMM</translation>
+    </message>
+    <message>
+        <source>d MMMM yyyy</source>
+        <comment>a day</comment>
+        <translation>d. MMMM yyyy</translation>
+    </message>
+    <message>
+        <source>dated in the future</source>
+        <translation>Datum in der Zukunft</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln minute(s) old</source>
+        <translation>
+            <numerusform>%Ln Minute alt</numerusform>
+            <numerusform>%Ln Minuten alt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln hour(s) old</source>
+        <translation>
+            <numerusform>%Ln Stunde alt</numerusform>
+            <numerusform>%Ln Stunden alt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln day(s) old</source>
+        <translation>
+            <numerusform>%Ln Tag alt</numerusform>
+            <numerusform>%Ln Tage alt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>bundled</source>
+        <translation>mitgeliefert</translation>
+    </message>
+    <message>
+        <source>from a file</source>
+        <translation>aus einer Datei</translation>
+    </message>
+    <message>
+        <source>No rates yet</source>
+        <translation>Noch keine Kurse</translation>
+    </message>
+    <message>
+        <source>an unknown day</source>
+        <translation>unbekanntem Tag</translation>
+    </message>
+    <message>
+        <source>Rates of %1</source>
+        <translation>Kurse: %1</translation>
+    </message>
+    <message>
+        <source>Rates stored %1</source>
+        <translation>Kurse, gespeichert %1</translation>
+    </message>
+    <message>
+        <source>, </source>
+        <comment>between parts</comment>
+        <translation>, </translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::LinesModel</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>no rate</source>
+        <translation>kein Kurs</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::NoticeBar</name>
+    <message>
+        <source>Put away</source>
+        <translation>Ausblenden</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>Meldung</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::PickerModel</name>
+    <message>
+        <source>%1, ticked</source>
+        <translation>%1, angehakt</translation>
+    </message>
+</context>
+<context>
+    <name>ResponseError</name>
+    <message>
+        <source>This computer cannot ask for rates right now.</source>
+        <translation>Dieser Rechner kann gerade keine Kurse holen.</translation>
+    </message>
+    <message>
+        <source>The rates service was not found. Is this computer online?</source>
+        <translation>Der Kursdienst wurde nicht gefunden. Ist dieser Rechner online?</translation>
+    </message>
+    <message>
+        <source>The rates service could not be reached.</source>
+        <translation>Der Kursdienst war nicht erreichbar.</translation>
+    </message>
+    <message>
+        <source>The rates service took too long to answer.</source>
+        <translation>Der Kursdienst hat zu lange gebraucht.</translation>
+    </message>
+    <message>
+        <source>The answer was too large to be read.</source>
+        <translation>Die Antwort war zu groß.</translation>
+    </message>
+    <message>
+        <source>The answer was not from a rates service. Does this network ask for a login?</source>
+        <translation>Die Antwort kam nicht von einem Kursdienst. Verlangt dieses Netz eine Anmeldung?</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::SettingsPage</name>
+    <message>
+        <source>&amp;Separate groups of digits</source>
+        <translation>Ziffern&amp;gruppen trennen</translation>
+    </message>
+    <message>
+        <source>Light, or as the desktop</source>
+        <translation>Hell oder wie der Desktop</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>Names</source>
+        <translation>Namen</translation>
+    </message>
+    <message>
+        <source>Codes</source>
+        <translation>Kürzel</translation>
+    </message>
+    <message>
+        <source>As in the converter</source>
+        <translation>Wie im Rechner</translation>
+    </message>
+    <message>
+        <source>The last amount</source>
+        <translation>Den letzten Betrag</translation>
+    </message>
+    <message>
+        <source>Rates of one unit</source>
+        <translation>Kurse einer Einheit</translation>
+    </message>
+    <message>
+        <source>&amp;Open at login</source>
+        <translation>Beim Anmelden &amp;öffnen</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Both windows</source>
+        <translation>Beide Fenster</translation>
+    </message>
+    <message>
+        <source>&amp;Digits after the mark</source>
+        <translation>Nachkomma&amp;stellen</translation>
+    </message>
+    <message>
+        <source>&amp;Appearance</source>
+        <translation>&amp;Aussehen</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Heute</translation>
+    </message>
+    <message>
+        <source>S&amp;hows</source>
+        <translation>&amp;Zeigt</translation>
+    </message>
+    <message>
+        <source>&amp;Unit of</source>
+        <translation>&amp;Einheit</translation>
+    </message>
+    <message>
+        <source>&amp;Currencies</source>
+        <translation>&amp;Währungen</translation>
+    </message>
+    <message>
+        <source>&amp;Named by</source>
+        <translation>&amp;Benannt nach</translation>
+    </message>
+    <message>
+        <source>&amp;Lines at most</source>
+        <translation>&amp;Höchstens Zeilen</translation>
+    </message>
+    <message>
+        <source>Choose…</source>
+        <translation>Wählen …</translation>
+    </message>
+    <message>
+        <source>Currencies in Today</source>
+        <translation>Währungen in Heute</translation>
+    </message>
+    <message>
+        <source>One unit of</source>
+        <translation>Eine Einheit</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::TodayModel</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>in %1</source>
+        <translation>in %1</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::TodayWindow</name>
+    <message>
+        <source>Fexora Today</source>
+        <translation>Fexora Heute</translation>
+    </message>
+    <message>
+        <source>Amounts</source>
+        <translation>Beträge</translation>
+    </message>
+    <message>
+        <source>Converted amount</source>
+        <translation>Umgerechneter Betrag</translation>
+    </message>
+    <message>
+        <source>Age of the rates</source>
+        <translation>Alter der Kurse</translation>
+    </message>
+    <message>
+        <source>rates ⇄</source>
+        <translation>Kurse ⇄</translation>
+    </message>
+    <message>
+        <source>Turn the rates around</source>
+        <translation>Kurse umdrehen</translation>
+    </message>
+    <message>
+        <source>&amp;Open the converter</source>
+        <translation>&amp;Rechner öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Turn the rates around</source>
+        <translation>Kurse &amp;umdrehen</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Schließen</translation>
+    </message>
+</context>
+</TS>

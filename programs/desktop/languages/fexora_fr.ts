@@ -1,0 +1,539 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr" sourcelanguage="en">
+<context>
+    <name>fexora::desktop::AmountField</name>
+    <message>
+        <source>Amount</source>
+        <translation>Montant</translation>
+    </message>
+    <message>
+        <source>Amount, or a calculation (Ctrl+L)</source>
+        <translation>Montant ou calcul (Ctrl+L)</translation>
+    </message>
+    <message>
+        <source>What was read</source>
+        <translation>Ce qui a été lu</translation>
+    </message>
+    <message>
+        <source>Source currency: %1</source>
+        <translation>Devise de départ : %1</translation>
+    </message>
+    <message>
+        <source>%1 – choose another (Ctrl+K)</source>
+        <translation>%1 – en choisir une autre (Ctrl+K)</translation>
+    </message>
+    <message>
+        <source>%1 instead (Alt+R)</source>
+        <translation>plutôt %1 (Alt+R)</translation>
+    </message>
+    <message>
+        <source>Read as %1</source>
+        <translation>Lu comme %1</translation>
+    </message>
+    <message>
+        <source>The sign was read as %1</source>
+        <translation>Le signe a été lu comme %1</translation>
+    </message>
+</context>
+<context>
+    <name>AmountReading</name>
+    <message>
+        <source>A number is missing</source>
+        <translation>Il manque un nombre</translation>
+    </message>
+    <message>
+        <source>A parenthesis has no partner</source>
+        <translation>Une parenthèse est seule</translation>
+    </message>
+    <message>
+        <source>Divided by zero</source>
+        <translation>Division par zéro</translation>
+    </message>
+    <message>
+        <source>Too large a number</source>
+        <translation>Nombre trop grand</translation>
+    </message>
+    <message>
+        <source>No amount; write it like %1</source>
+        <translation>Pas un montant ; par exemple %1</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::ConverterWindow</name>
+    <message>
+        <source>Converted amounts</source>
+        <translation>Montants convertis</translation>
+    </message>
+    <message>
+        <source>+ Add currency</source>
+        <translation>+ Ajouter une devise</translation>
+    </message>
+    <message>
+        <source>Add currencies (Ctrl+F)</source>
+        <translation>Ajouter des devises (Ctrl+F)</translation>
+    </message>
+    <message>
+        <source>Swap with the first line</source>
+        <translation>Échanger avec la première ligne</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menu</translation>
+    </message>
+    <message>
+        <source>&amp;Amount</source>
+        <translation>&amp;Montant</translation>
+    </message>
+    <message>
+        <source>&amp;Other reading of the amount</source>
+        <translation>&amp;Autre lecture du montant</translation>
+    </message>
+    <message>
+        <source>Convert &amp;from…</source>
+        <translation>Convertir &amp;depuis…</translation>
+    </message>
+    <message>
+        <source>&amp;Swap with the first line</source>
+        <translation>É&amp;changer avec la première ligne</translation>
+    </message>
+    <message>
+        <source>Add &amp;currencies…</source>
+        <translation>Ajouter des de&amp;vises…</translation>
+    </message>
+    <message>
+        <source>Copy all &amp;lines</source>
+        <translation>Copier toutes les &amp;lignes</translation>
+    </message>
+    <message>
+        <source>&amp;Refresh rates</source>
+        <translation>Actualise&amp;r les taux</translation>
+    </message>
+    <message>
+        <source>Show &amp;Today</source>
+        <translation>Afficher Au&amp;jourd’hui</translation>
+    </message>
+    <message>
+        <source>S&amp;ettings…</source>
+        <translation>Pa&amp;ramètres…</translation>
+    </message>
+    <message>
+        <source>A&amp;bout Fexora</source>
+        <translation>À &amp;propos de Fexora</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Quitter</translation>
+    </message>
+    <message>
+        <source>%1 was removed.</source>
+        <translation>%1 a été retiré.</translation>
+    </message>
+    <message>
+        <source>Undo (Ctrl+Z)</source>
+        <translation>Annuler (Ctrl+Z)</translation>
+    </message>
+    <message>
+        <source>Today could not be started.</source>
+        <translation>Aujourd’hui n’a pas pu être lancé.</translation>
+    </message>
+    <message>
+        <source>About Fexora</source>
+        <translation>À propos de Fexora</translation>
+    </message>
+    <message>
+        <source>Fexora %1
+
+Converts an amount into every currency you chose, offline, and says how old its rates are.</source>
+        <translation>Fexora %1
+
+Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’âge de ses taux.</translation>
+    </message>
+    <message>
+        <source>&amp;Convert from this</source>
+        <translation>&amp;Convertir depuis celle-ci</translation>
+    </message>
+    <message>
+        <source>Copy the &amp;number</source>
+        <translation>Copier le &amp;nombre</translation>
+    </message>
+    <message>
+        <source>Copy “%1”</source>
+        <translation>Copier « %1 »</translation>
+    </message>
+    <message>
+        <source>Copy &amp;all lines</source>
+        <translation>Copier &amp;toutes les lignes</translation>
+    </message>
+    <message>
+        <source>Move &amp;up</source>
+        <translation>&amp;Monter</translation>
+    </message>
+    <message>
+        <source>Move &amp;down</source>
+        <translation>&amp;Descendre</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Retirer</translation>
+    </message>
+    <message>
+        <source>What you type is not kept: the store cannot be written.</source>
+        <translation>La saisie n’est pas gardée : l’écriture est impossible.</translation>
+    </message>
+    <message>
+        <source>The store could not be read; it is left as it is.</source>
+        <translation>La lecture a échoué ; le fichier reste tel quel.</translation>
+    </message>
+    <message>
+        <source>Not a currency: %1</source>
+        <translation>Pas une devise : %1</translation>
+    </message>
+</context>
+<context>
+    <name>Currency</name>
+    <message>
+        <source>withdrawn</source>
+        <translation>retirée</translation>
+    </message>
+    <message>
+        <source>replaced by %1</source>
+        <translation>remplacé par %1</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::CurrencyPicker</name>
+    <message>
+        <source>Convert from</source>
+        <translation>Convertir depuis</translation>
+    </message>
+    <message>
+        <source>Add currencies</source>
+        <translation>Ajouter des devises</translation>
+    </message>
+    <message>
+        <source>Code, name, sign or country</source>
+        <translation>Code, nom, signe ou pays</translation>
+    </message>
+    <message>
+        <source>Search currencies</source>
+        <translation>Chercher des devises</translation>
+    </message>
+    <message>
+        <source>Currencies found</source>
+        <translation>Devises trouvées</translation>
+    </message>
+    <message>
+        <source>Return takes it, Escape closes</source>
+        <translation>Entrée la prend, Échap ferme</translation>
+    </message>
+    <message>
+        <source>Return adds, Ctrl+Return or a click ticks several</source>
+        <translation>Entrée ajoute, Ctrl+Entrée ou un clic en coche plusieurs</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::FreshnessCaption</name>
+    <message>
+        <source>State of the refresh</source>
+        <translation>État de l’actualisation</translation>
+    </message>
+    <message>
+        <source>Refreshing</source>
+        <translation>Actualisation</translation>
+    </message>
+    <message>
+        <source>,</source>
+        <comment>before an age</comment>
+        <translation>,</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Arrêter</translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <translation>Actualiser</translation>
+    </message>
+    <message>
+        <source>Stop refreshing</source>
+        <translation>Arrêter l’actualisation</translation>
+    </message>
+    <message>
+        <source>Ask for fresh rates (F5)</source>
+        <translation>Demander de nouveaux taux (F5)</translation>
+    </message>
+</context>
+<context>
+    <name>FreshnessWords</name>
+    <message>
+        <source>today, %1</source>
+        <translation>aujourd’hui, %1</translation>
+    </message>
+    <message>
+        <source>d MMMM</source>
+        <comment>a day of this year</comment>
+        <translation>d MMMM</translation>
+    </message>
+    <message>
+        <source>d MMMM yyyy</source>
+        <comment>a day</comment>
+        <translation>d MMMM yyyy</translation>
+    </message>
+    <message>
+        <source>dated in the future</source>
+        <translation>daté dans le futur</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln minute(s) old</source>
+        <translation>
+            <numerusform>il y a %Ln minute</numerusform>
+            <numerusform>il y a %Ln minutes</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln hour(s) old</source>
+        <translation>
+            <numerusform>il y a %Ln heure</numerusform>
+            <numerusform>il y a %Ln heures</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln day(s) old</source>
+        <translation>
+            <numerusform>il y a %Ln jour</numerusform>
+            <numerusform>il y a %Ln jours</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>bundled</source>
+        <translation>fournis</translation>
+    </message>
+    <message>
+        <source>from a file</source>
+        <translation>d’un fichier</translation>
+    </message>
+    <message>
+        <source>No rates yet</source>
+        <translation>Pas encore de taux</translation>
+    </message>
+    <message>
+        <source>an unknown day</source>
+        <translation>un jour inconnu</translation>
+    </message>
+    <message>
+        <source>Rates of %1</source>
+        <translation>Taux : %1</translation>
+    </message>
+    <message>
+        <source>Rates stored %1</source>
+        <translation>Taux enregistrés : %1</translation>
+    </message>
+    <message>
+        <source>, </source>
+        <comment>between parts</comment>
+        <translation>, </translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::LinesModel</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>no rate</source>
+        <translation>pas de taux</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::NoticeBar</name>
+    <message>
+        <source>Put away</source>
+        <translation>Masquer</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>Message</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::PickerModel</name>
+    <message>
+        <source>%1, ticked</source>
+        <translation>%1, cochée</translation>
+    </message>
+</context>
+<context>
+    <name>ResponseError</name>
+    <message>
+        <source>This computer cannot ask for rates right now.</source>
+        <translation>Cet ordinateur ne peut pas demander de taux pour l’instant.</translation>
+    </message>
+    <message>
+        <source>The rates service was not found. Is this computer online?</source>
+        <translation>Le service des taux est introuvable. Cet ordinateur est-il en ligne ?</translation>
+    </message>
+    <message>
+        <source>The rates service could not be reached.</source>
+        <translation>Le service des taux n’a pas pu être joint.</translation>
+    </message>
+    <message>
+        <source>The rates service took too long to answer.</source>
+        <translation>Le service des taux a mis trop de temps.</translation>
+    </message>
+    <message>
+        <source>The answer was too large to be read.</source>
+        <translation>La réponse était trop grande.</translation>
+    </message>
+    <message>
+        <source>The answer was not from a rates service. Does this network ask for a login?</source>
+        <translation>La réponse ne vient pas d’un service de taux. Ce réseau demande-t-il une connexion ?</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::SettingsPage</name>
+    <message>
+        <source>&amp;Separate groups of digits</source>
+        <translation>&amp;Séparer les groupes de chiffres</translation>
+    </message>
+    <message>
+        <source>Light, or as the desktop</source>
+        <translation>Clair, ou comme le bureau</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Sombre</translation>
+    </message>
+    <message>
+        <source>Names</source>
+        <translation>Noms</translation>
+    </message>
+    <message>
+        <source>Codes</source>
+        <translation>Codes</translation>
+    </message>
+    <message>
+        <source>As in the converter</source>
+        <translation>Comme dans le convertisseur</translation>
+    </message>
+    <message>
+        <source>The last amount</source>
+        <translation>Le dernier montant</translation>
+    </message>
+    <message>
+        <source>Rates of one unit</source>
+        <translation>Taux d’une unité</translation>
+    </message>
+    <message>
+        <source>&amp;Open at login</source>
+        <translation>&amp;Ouvrir à la connexion</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Paramètres</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Both windows</source>
+        <translation>Les deux fenêtres</translation>
+    </message>
+    <message>
+        <source>&amp;Digits after the mark</source>
+        <translation>&amp;Décimales</translation>
+    </message>
+    <message>
+        <source>&amp;Appearance</source>
+        <translation>&amp;Apparence</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Aujourd’hui</translation>
+    </message>
+    <message>
+        <source>S&amp;hows</source>
+        <translation>A&amp;ffiche</translation>
+    </message>
+    <message>
+        <source>&amp;Unit of</source>
+        <translation>&amp;Unité de</translation>
+    </message>
+    <message>
+        <source>&amp;Currencies</source>
+        <translation>De&amp;vises</translation>
+    </message>
+    <message>
+        <source>&amp;Named by</source>
+        <translation>&amp;Nommées par</translation>
+    </message>
+    <message>
+        <source>&amp;Lines at most</source>
+        <translation>&amp;Lignes au plus</translation>
+    </message>
+    <message>
+        <source>Choose…</source>
+        <translation>Choisir…</translation>
+    </message>
+    <message>
+        <source>Currencies in Today</source>
+        <translation>Devises dans Aujourd’hui</translation>
+    </message>
+    <message>
+        <source>One unit of</source>
+        <translation>Une unité de</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::TodayModel</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>in %1</source>
+        <translation>en %1</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::TodayWindow</name>
+    <message>
+        <source>Fexora Today</source>
+        <translation>Fexora Aujourd’hui</translation>
+    </message>
+    <message>
+        <source>Amounts</source>
+        <translation>Montants</translation>
+    </message>
+    <message>
+        <source>Converted amount</source>
+        <translation>Montant converti</translation>
+    </message>
+    <message>
+        <source>Age of the rates</source>
+        <translation>Âge des taux</translation>
+    </message>
+    <message>
+        <source>rates ⇄</source>
+        <translation>taux ⇄</translation>
+    </message>
+    <message>
+        <source>Turn the rates around</source>
+        <translation>Inverser les taux</translation>
+    </message>
+    <message>
+        <source>&amp;Open the converter</source>
+        <translation>&amp;Ouvrir le convertisseur</translation>
+    </message>
+    <message>
+        <source>&amp;Turn the rates around</source>
+        <translation>&amp;Inverser les taux</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Fermer</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,536 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja" sourcelanguage="en">
+<context>
+    <name>fexora::desktop::AmountField</name>
+    <message>
+        <source>Amount</source>
+        <translation>金額</translation>
+    </message>
+    <message>
+        <source>Amount, or a calculation (Ctrl+L)</source>
+        <translation>金額または計算式 (Ctrl+L)</translation>
+    </message>
+    <message>
+        <source>What was read</source>
+        <translation>読み取った内容</translation>
+    </message>
+    <message>
+        <source>Source currency: %1</source>
+        <translation>換算元の通貨: %1</translation>
+    </message>
+    <message>
+        <source>%1 – choose another (Ctrl+K)</source>
+        <translation>%1 – 変更 (Ctrl+K)</translation>
+    </message>
+    <message>
+        <source>%1 instead (Alt+R)</source>
+        <translation>%1 にする (Alt+R)</translation>
+    </message>
+    <message>
+        <source>Read as %1</source>
+        <translation>%1 と読みました</translation>
+    </message>
+    <message>
+        <source>The sign was read as %1</source>
+        <translation>記号は %1 と読みました</translation>
+    </message>
+</context>
+<context>
+    <name>AmountReading</name>
+    <message>
+        <source>A number is missing</source>
+        <translation>数がありません</translation>
+    </message>
+    <message>
+        <source>A parenthesis has no partner</source>
+        <translation>括弧が対になっていません</translation>
+    </message>
+    <message>
+        <source>Divided by zero</source>
+        <translation>0 で割っています</translation>
+    </message>
+    <message>
+        <source>Too large a number</source>
+        <translation>数が大きすぎます</translation>
+    </message>
+    <message>
+        <source>No amount; write it like %1</source>
+        <translation>金額ではありません。例: %1</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::ConverterWindow</name>
+    <message>
+        <source>Converted amounts</source>
+        <translation>換算した金額</translation>
+    </message>
+    <message>
+        <source>+ Add currency</source>
+        <translation>+ 通貨を追加</translation>
+    </message>
+    <message>
+        <source>Add currencies (Ctrl+F)</source>
+        <translation>通貨を追加 (Ctrl+F)</translation>
+    </message>
+    <message>
+        <source>Swap with the first line</source>
+        <translation>最初の行と入れ替え</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>メニュー</translation>
+    </message>
+    <message>
+        <source>&amp;Amount</source>
+        <translation>金額(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Other reading of the amount</source>
+        <translation>金額の別の読み方(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Convert &amp;from…</source>
+        <translation>換算元(&amp;F)…</translation>
+    </message>
+    <message>
+        <source>&amp;Swap with the first line</source>
+        <translation>最初の行と入れ替え(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Add &amp;currencies…</source>
+        <translation>通貨を追加(&amp;C)…</translation>
+    </message>
+    <message>
+        <source>Copy all &amp;lines</source>
+        <translation>すべての行をコピー(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Refresh rates</source>
+        <translation>レートを更新(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Show &amp;Today</source>
+        <translation>「今日」を表示(&amp;T)</translation>
+    </message>
+    <message>
+        <source>S&amp;ettings…</source>
+        <translation>設定(&amp;E)…</translation>
+    </message>
+    <message>
+        <source>A&amp;bout Fexora</source>
+        <translation>Fexora について(&amp;B)</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>終了(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>%1 was removed.</source>
+        <translation>%1 を削除しました。</translation>
+    </message>
+    <message>
+        <source>Undo (Ctrl+Z)</source>
+        <translation>元に戻す (Ctrl+Z)</translation>
+    </message>
+    <message>
+        <source>Today could not be started.</source>
+        <translation>「今日」を起動できませんでした。</translation>
+    </message>
+    <message>
+        <source>About Fexora</source>
+        <translation>Fexora について</translation>
+    </message>
+    <message>
+        <source>Fexora %1
+
+Converts an amount into every currency you chose, offline, and says how old its rates are.</source>
+        <translation>Fexora %1
+
+選んだすべての通貨にオフラインで換算し、レートの古さを示します。</translation>
+    </message>
+    <message>
+        <source>&amp;Convert from this</source>
+        <translation>この通貨から換算(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Copy the &amp;number</source>
+        <translation>数値をコピー(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Copy “%1”</source>
+        <translation>「%1」をコピー</translation>
+    </message>
+    <message>
+        <source>Copy &amp;all lines</source>
+        <translation>すべての行をコピー(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Move &amp;up</source>
+        <translation>上へ(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Move &amp;down</source>
+        <translation>下へ(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>削除(&amp;R)</translation>
+    </message>
+    <message>
+        <source>What you type is not kept: the store cannot be written.</source>
+        <translation>書き込めないため、入力は保存されません。</translation>
+    </message>
+    <message>
+        <source>The store could not be read; it is left as it is.</source>
+        <translation>保存データを読めません。そのまま残します。</translation>
+    </message>
+    <message>
+        <source>Not a currency: %1</source>
+        <translation>通貨ではありません: %1</translation>
+    </message>
+</context>
+<context>
+    <name>Currency</name>
+    <message>
+        <source>withdrawn</source>
+        <translation>廃止</translation>
+    </message>
+    <message>
+        <source>replaced by %1</source>
+        <translation>%1 に移行</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::CurrencyPicker</name>
+    <message>
+        <source>Convert from</source>
+        <translation>換算元</translation>
+    </message>
+    <message>
+        <source>Add currencies</source>
+        <translation>通貨を追加</translation>
+    </message>
+    <message>
+        <source>Code, name, sign or country</source>
+        <translation>コード、名前、記号、国</translation>
+    </message>
+    <message>
+        <source>Search currencies</source>
+        <translation>通貨を検索</translation>
+    </message>
+    <message>
+        <source>Currencies found</source>
+        <translation>見つかった通貨</translation>
+    </message>
+    <message>
+        <source>Return takes it, Escape closes</source>
+        <translation>Enter で決定、Esc で閉じる</translation>
+    </message>
+    <message>
+        <source>Return adds, Ctrl+Return or a click ticks several</source>
+        <translation>Enter で追加、Ctrl+Enter かクリックで複数選択</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::FreshnessCaption</name>
+    <message>
+        <source>State of the refresh</source>
+        <translation>更新の状態</translation>
+    </message>
+    <message>
+        <source>Refreshing</source>
+        <translation>更新中</translation>
+    </message>
+    <message>
+        <source>,</source>
+        <comment>before an age</comment>
+        <translation>、</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>中止</translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <translation>更新</translation>
+    </message>
+    <message>
+        <source>Stop refreshing</source>
+        <translation>更新を中止</translation>
+    </message>
+    <message>
+        <source>Ask for fresh rates (F5)</source>
+        <translation>新しいレートを取得 (F5)</translation>
+    </message>
+</context>
+<context>
+    <name>FreshnessWords</name>
+    <message>
+        <source>today, %1</source>
+        <translation>今日 %1</translation>
+    </message>
+    <message>
+        <source>d MMMM</source>
+        <comment>a day of this year</comment>
+        <translation>M月d日</translation>
+    </message>
+    <message>
+        <source>d MMMM yyyy</source>
+        <comment>a day</comment>
+        <translation>yyyy年M月d日</translation>
+    </message>
+    <message>
+        <source>dated in the future</source>
+        <translation>日付が未来です</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln minute(s) old</source>
+        <translation>
+            <numerusform>%Ln 分前</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln hour(s) old</source>
+        <translation>
+            <numerusform>%Ln 時間前</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln day(s) old</source>
+        <translation>
+            <numerusform>%Ln 日前</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>bundled</source>
+        <translation>同梱</translation>
+    </message>
+    <message>
+        <source>from a file</source>
+        <translation>ファイルから</translation>
+    </message>
+    <message>
+        <source>No rates yet</source>
+        <translation>レートがまだありません</translation>
+    </message>
+    <message>
+        <source>an unknown day</source>
+        <translation>日付不明</translation>
+    </message>
+    <message>
+        <source>Rates of %1</source>
+        <translation>%1 のレート</translation>
+    </message>
+    <message>
+        <source>Rates stored %1</source>
+        <translation>%1 に保存したレート</translation>
+    </message>
+    <message>
+        <source>, </source>
+        <comment>between parts</comment>
+        <translation>、</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::LinesModel</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1、%2</translation>
+    </message>
+    <message>
+        <source>no rate</source>
+        <translation>レートなし</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::NoticeBar</name>
+    <message>
+        <source>Put away</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>メッセージ</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::PickerModel</name>
+    <message>
+        <source>%1, ticked</source>
+        <translation>%1、選択済み</translation>
+    </message>
+</context>
+<context>
+    <name>ResponseError</name>
+    <message>
+        <source>This computer cannot ask for rates right now.</source>
+        <translation>このコンピューターは今レートを取得できません。</translation>
+    </message>
+    <message>
+        <source>The rates service was not found. Is this computer online?</source>
+        <translation>レートのサービスが見つかりません。オンラインですか？</translation>
+    </message>
+    <message>
+        <source>The rates service could not be reached.</source>
+        <translation>レートのサービスに接続できません。</translation>
+    </message>
+    <message>
+        <source>The rates service took too long to answer.</source>
+        <translation>レートのサービスの応答が遅すぎます。</translation>
+    </message>
+    <message>
+        <source>The answer was too large to be read.</source>
+        <translation>応答が大きすぎます。</translation>
+    </message>
+    <message>
+        <source>The answer was not from a rates service. Does this network ask for a login?</source>
+        <translation>レートのサービスからの応答ではありません。ログインが必要なネットワークですか？</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::SettingsPage</name>
+    <message>
+        <source>&amp;Separate groups of digits</source>
+        <translation>桁を区切る(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Light, or as the desktop</source>
+        <translation>ライト、またはデスクトップに従う</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>ダーク</translation>
+    </message>
+    <message>
+        <source>Names</source>
+        <translation>名前</translation>
+    </message>
+    <message>
+        <source>Codes</source>
+        <translation>コード</translation>
+    </message>
+    <message>
+        <source>As in the converter</source>
+        <translation>換算と同じ</translation>
+    </message>
+    <message>
+        <source>The last amount</source>
+        <translation>最後の金額</translation>
+    </message>
+    <message>
+        <source>Rates of one unit</source>
+        <translation>1 単位のレート</translation>
+    </message>
+    <message>
+        <source>&amp;Open at login</source>
+        <translation>ログイン時に開く(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>設定</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>Both windows</source>
+        <translation>両方のウィンドウ</translation>
+    </message>
+    <message>
+        <source>&amp;Digits after the mark</source>
+        <translation>小数の桁数(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Appearance</source>
+        <translation>外観(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>今日</translation>
+    </message>
+    <message>
+        <source>S&amp;hows</source>
+        <translation>表示(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;Unit of</source>
+        <translation>単位(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Currencies</source>
+        <translation>通貨(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Named by</source>
+        <translation>名称(&amp;N)</translation>
+    </message>
+    <message>
+        <source>&amp;Lines at most</source>
+        <translation>最大行数(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Choose…</source>
+        <translation>選択…</translation>
+    </message>
+    <message>
+        <source>Currencies in Today</source>
+        <translation>「今日」の通貨</translation>
+    </message>
+    <message>
+        <source>One unit of</source>
+        <translation>1 単位の通貨</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::TodayModel</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1、%2</translation>
+    </message>
+    <message>
+        <source>in %1</source>
+        <translation>%1 建て</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::TodayWindow</name>
+    <message>
+        <source>Fexora Today</source>
+        <translation>Fexora 今日</translation>
+    </message>
+    <message>
+        <source>Amounts</source>
+        <translation>金額</translation>
+    </message>
+    <message>
+        <source>Converted amount</source>
+        <translation>換算する金額</translation>
+    </message>
+    <message>
+        <source>Age of the rates</source>
+        <translation>レートの古さ</translation>
+    </message>
+    <message>
+        <source>rates ⇄</source>
+        <translation>レート ⇄</translation>
+    </message>
+    <message>
+        <source>Turn the rates around</source>
+        <translation>レートを逆にする</translation>
+    </message>
+    <message>
+        <source>&amp;Open the converter</source>
+        <translation>換算を開く(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Turn the rates around</source>
+        <translation>レートを逆にする(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>閉じる(&amp;C)</translation>
+    </message>
+</context>
+</TS>

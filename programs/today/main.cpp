@@ -1,0 +1,29 @@
+// The Today widget, a process of its own on the person's store. It saves nothing there.
+#include <QApplication>
+
+#include "programs/desktop/Appearance.h"
+#include "programs/desktop/Companion.h"
+#include "programs/desktop/SingleInstance.h"
+#include "programs/desktop/WindowProgram.h"
+#include "programs/today/TodayWindow.h"
+
+int main(int count, char** arguments) {
+  using namespace fexora::desktop;
+  QApplication application(count, arguments);
+  const Desk desk = Desk::process();
+  const QString id = QStringLiteral("org.fexora.Today");
+  prepareApplication(application, id, QStringLiteral("fexora-today"));
+  wordsOf(application, QStringLiteral("Shows the last amount in a small window."), {});
+  SingleInstance instance(id);
+  if (instance.handOver({})) return 0;
+  Appearance appearance(desk);
+  TodayWindow window(desk, appearance);
+  QObject::connect(&instance, &SingleInstance::activated, &window, [&] {
+    window.show();
+    window.raise();
+  });
+  QObject::connect(&window, &TodayWindow::converterWanted, &window,
+                   [] { openCompanion(Companion::converter); });
+  window.show();
+  return QApplication::exec();
+}

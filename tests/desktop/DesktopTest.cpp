@@ -1,0 +1,406 @@
+// The windows and their parts: each case is a process of its own, with a store in a folder that
+// goes.
+#include <QApplication>
+#include <QClipboard>
+#include <QFile>
+#include <QLineEdit>
+#include <QListView>
+#include <QProcess>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "programs/converter/ConverterWindow.h"
+#include "programs/desktop/AmountField.h"
+#include "programs/desktop/Appearance.h"
+#include "programs/desktop/CurrencyPicker.h"
+#include "programs/desktop/FreshnessText.h"
+#include "programs/desktop/Languages.h"
+#include "programs/desktop/LinesModel.h"
+#include "programs/desktop/NoticeBar.h"
+#include "programs/desktop/PickerModel.h"
+#include "programs/desktop/QtText.h"
+#include "programs/desktop/Refresher.h"
+#include "programs/desktop/SettingsPage.h"
+#include "programs/desktop/TodayModel.h"
+#include "programs/today/TodayWindow.h"
+
+namespace fexora::desktop {
+namespace {
+
+// Keeps the request until the test answers it.
+class HeldTransport final : public Transport {
+ public:
+  void get(const std::string& /*address*/, Reader /*read*/, Completion complete) override {
+    held = std::move(complete);
+  }
+  Completion held;
+};
+
+HeldTransport transport;
+
+Desk openDesk() {
+  Platform::process().transport = &transport;
+  return Desk::process();
+}
+
+QString storeFile() {
+  return qEnvironmentVariable("FEXORA_CONTAINER") + "/Store.plist";
+}
+
+QByteArray storeBytes() {
+  QFile file(storeFile());
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// What the bundled rates make of an amount, by themselves.
+double bundled(double amount, std::string_view from, std::string_view to) {
+  double source = 1;
+  double target = 1;
+  for (const USDRateRef& rate : bundledUSDRates()) {
+    if (rate->code() == from) source = rate->rate().doubleValue();
+    if (rate->code() == to) target = rate->rate().doubleValue();
+  }
+  return amount * (target / source);
+}
+
+QString shown(double value, int digits) {
+  return toQt(NumberFormat(digits, true).amount(value));
+}
+
+QString cell(LinesModel& lines, int row, LinesModel::Role role) {
+  return lines.index(row).data(role).toString();
+}
+
+}  // namespace
+
+class DesktopTest final : public QObject {
+  Q_OBJECT
+
+ public:
+  DesktopTest() {
+    select({"EUR", "GBP", "JPY"});
+    desk_.store.saveSourceCurrency(known("USD"), 100, true);
+  }
+
+ private:
+  CurrencyRef known(const char* code) const { return desk_.catalogue.currencyForCode(code); }
+  void select(std::initializer_list<const char*> codes) {
+    std::vector<CurrencyRef> list;
+    for (const char* code : codes) list.push_back(known(code));
+    desk_.store.saveCurrencies(list);
+  }
+  QString order() const {
+    QStringList codes;
+    for (const auto& each : desk_.store.loadCurrencies()) codes << codeOf(*each);
+    return codes.join(' ');
+  }
+  static void open(ConverterWindow& window) {
+    window.activate();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+  }
+  void runProgram(const QStringList& words) const {
+    QCOMPARE(QProcess::execute(QApplication::applicationDirPath() + "/fexora", words), 0);
+  }
+
+  Desk desk_ = openDesk();
+  Appearance appearance_{desk_};
+
+ private slots:
+  void readsWhatIsTyped();
+  void convertsEachKeyAndSavesOnce();
+  void takesTheCurrencyAndTheOtherReading();
+  void editsTheList();
+  void makesALineTheSource();
+  void picksCurrencies();
+  void saysHowOldRatesAre();
+  void refreshesStopsAndSaysWhy();
+  void followsTheOtherProcess();
+  void savesSettingsAtOnce();
+  void showsTodayInBothModes();
+  void speaksFiveLanguages();
+  void staysUpWithoutAStore();
+};
+
+void DesktopTest::readsWhatIsTyped() {
+  using Kind = AmountReading::Kind;
+  struct Row {
+    const char* text;
+    Kind kind;
+    double value;
+    double other;  // 0: none
+    const char* currency;
+  };
+  for (const Row& row : std::initializer_list<Row>{{"1,234", Kind::number, 1234, 1.234, ""},
+                                                   {"-1.5", Kind::number, -1.5, 0, ""},
+                                                   {"5 €", Kind::number, 5, 0, "EUR"},
+                                                   {"12+3×2", Kind::calculation, 18, 0, ""},
+                                                   {"12+", Kind::calculation, 12, 0, ""},
+                                                   {"(12+3", Kind::refused, 0, 0, ""},
+                                                   {"1/0", Kind::refused, 0, 0, ""},
+                                                   {"12x", Kind::refused, 0, 0, ""},
+                                                   {"  ", Kind::empty, 0, 0, ""}}) {
+    const AmountReading read = readTyped(QString::fromUtf8(row.text));
+    QCOMPARE(read.kind, row.kind);
+    QCOMPARE(read.value, row.value);
+    QCOMPARE(read.other.value_or(0), row.other);
+    QCOMPARE(read.currency, row.currency);
+    QCOMPARE(read.problem.isEmpty(), row.kind != Kind::refused);
+  }
+}
+
+void DesktopTest::convertsEachKeyAndSavesOnce() {
+  ConverterWindow window(desk_, appearance_);
+  open(window);
+  QLineEdit& entry = window.field().entry();
+  QCOMPARE(entry.selectedText(), "100");
+  const QByteArray before = storeBytes();
+  QTest::keyClicks(&entry, "12.5");
+  QCOMPARE(cell(window.lines(), 0, LinesModel::amountRole), shown(bundled(12.5, "USD", "EUR"), 2));
+  QCOMPARE(cell(window.lines(), 2, LinesModel::amountRole), shown(bundled(12.5, "USD", "JPY"), 0));
+  QCOMPARE(window.lines().index(0).data(Qt::AccessibleTextRole).toString(),
+           "Euro, " + cell(window.lines(), 0, LinesModel::amountRole));
+  QCOMPARE(storeBytes(), before);
+  QTRY_VERIFY(storeBytes() != before);
+  // One's own save comes back as another's, and does not touch what is typed.
+  QTest::keyClicks(&entry, "0");
+  desk_.store.folderUpdate();
+  QCOMPARE(entry.text(), "12.50");
+  QTest::keyClicks(&entry, "x");
+  QCOMPARE(cell(window.lines(), 0, LinesModel::amountRole), "–");
+}
+
+void DesktopTest::takesTheCurrencyAndTheOtherReading() {
+  ConverterWindow window(desk_, appearance_);
+  open(window);
+  QLineEdit& entry = window.field().entry();
+  QTest::keyClicks(&entry, "1,234");
+  QCOMPARE(*window.field().amount(), 1234.0);
+  QTest::keyClick(&window, Qt::Key_R, Qt::AltModifier);
+  QCOMPARE(*window.field().amount(), 1.234);
+  QCOMPARE(desk_.store.loadSourceCurrency()->amount().doubleValue(), 1.234);
+  entry.selectAll();
+  QTest::keyClicks(&entry, "£7");
+  QCOMPARE(window.lines().source()->code(), "GBP");
+  QCOMPARE(window.field().sourceButton().text(), "GBP");
+  // What was converted from has become a line, in the place of what is now.
+  QCOMPARE(order(), "EUR USD GBP JPY");
+  QCOMPARE(cell(window.lines(), 1, LinesModel::amountRole), shown(bundled(7, "GBP", "USD"), 2));
+}
+
+void DesktopTest::editsTheList() {
+  ConverterWindow window(desk_, appearance_);
+  open(window);
+  QListView& list = window.list();
+  QTest::keyClick(&window.field().entry(), Qt::Key_Down);
+  QVERIFY(list.hasFocus());
+  QTest::keyClick(&list, Qt::Key_Down, Qt::AltModifier);
+  QCOMPARE(order(), "GBP EUR JPY");
+  QCOMPARE(list.currentIndex().row(), 1);
+  QTest::keyClick(&list, Qt::Key_Delete);
+  QCOMPARE(order(), "GBP JPY");
+  QVERIFY(!window.notice().text().isEmpty());
+  QTest::keyClick(&list, Qt::Key_Z, Qt::ControlModifier);
+  QCOMPARE(order(), "GBP EUR JPY");
+  QVERIFY(window.lines().moveRows({}, 2, 1, {}, 0));
+  QCOMPARE(order(), "JPY GBP EUR");
+  window.lines().add({known("GBP"), known("CHF")});
+  QCOMPARE(order(), "JPY GBP EUR CHF");
+  QTest::keyClicks(&list, "5");
+  QCOMPARE(window.field().entry().text(), "5");
+}
+
+void DesktopTest::makesALineTheSource() {
+  ConverterWindow window(desk_, appearance_);
+  open(window);
+  QListView& list = window.list();
+  list.setCurrentIndex(window.lines().index(0));
+  QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
+  QCOMPARE(readTyped(QApplication::clipboard()->text()).value, bundled(100, "USD", "EUR"));
+  QTest::keyClick(&list, Qt::Key_Return);
+  QCOMPARE(window.lines().source()->code(), "EUR");
+  QCOMPARE(*window.field().amount(), bundled(100, "USD", "EUR"));
+  QCOMPARE(cell(window.lines(), 0, LinesModel::codeRole), "USD");
+  QCOMPARE(cell(window.lines(), 0, LinesModel::amountRole), "100.00");
+  window.take({"7", "yen", "Krona?", "CHF"});
+  QCOMPARE(window.lines().source()->code(), "JPY");
+  QVERIFY(order().endsWith("CHF"));
+  QVERIFY(window.notice().text().contains("Krona?"));
+}
+
+void DesktopTest::picksCurrencies() {
+  CurrencyPicker picker(desk_, CurrencyPicker::Takes::several);
+  picker.setFirst({known("JPY")});
+  QCOMPARE(picker.taken().front()->code(), "JPY");
+  QTest::keyClicks(&picker.entry(), "switz");
+  QCOMPARE(picker.taken().front()->code(), "CHF");
+  QTest::keyClick(&picker.entry(), Qt::Key_Return, Qt::ControlModifier);
+  picker.entry().clear();
+  QTest::keyClicks(&picker.entry(), "DEM");
+  QVERIFY(picker.model().index(0).data(PickerModel::nameRole).toString().endsWith("by EUR"));
+  QTest::keyClick(&picker.entry(), Qt::Key_Return, Qt::ControlModifier);
+  QTest::keyClick(&picker.entry(), Qt::Key_Return);
+  QCOMPARE(picker.result(), static_cast<int>(QDialog::Accepted));
+  QCOMPARE(picker.taken().size(), 2U);
+  QCOMPARE(picker.taken().back()->code(), "DEM");
+}
+
+void DesktopTest::saysHowOldRatesAre() {
+  const QLocale english("en_GB");
+  const Date now(static_cast<double>(QDateTime({2026, 11, 25}, {12, 0}).toSecsSinceEpoch()));
+  Freshness freshness;
+  QCOMPARE(inWords(freshness, now, english).whole(), "No rates yet");
+  freshness.origin = Freshness::Origin::bundled;
+  freshness.state = Freshness::State::old;
+  freshness.published = Date(now.secondsSince1970() - 57 * 86400.0);
+  QCOMPARE(inWords(freshness, now, english).whole(), "Rates of 29 September, bundled, 57 days old");
+  freshness.origin = Freshness::Origin::service;
+  freshness.source = "A\nbank";
+  freshness.state = Freshness::State::fresh;
+  freshness.published = Date(now.secondsSince1970() - 3600);
+  QCOMPARE(inWords(freshness, now, english).whole(), "Rates of today, 11:00, A bank");
+  freshness.published = Date(now.secondsSince1970() - 400 * 86400.0);
+  freshness.state = Freshness::State::old;
+  QVERIFY(inWords(freshness, now, english).rates.contains("2025"));
+}
+
+void DesktopTest::refreshesStopsAndSaysWhy() {
+  Refresher refresher(desk_);
+  auto answer = std::make_shared<Response>();
+  answer->setUpdated(desk_.now().secondsSince1970());
+  answer->setServiceMessage("Closed tomorrow");
+  answer->setRates(bundledUSDRates());
+  refresher.start();
+  QVERIFY(refresher.isRunning());
+  transport.held({}, ResponseError{ResponseError::Kind::timeOut, "", "", 0});
+  QCOMPARE(refresher.problem(), "The rates service took too long to answer.");
+  refresher.start();
+  QVERIFY(refresher.problem().isEmpty());
+  refresher.stop();
+  transport.held(answer, {});
+  QVERIFY(hasBundledRates(desk_.store));
+  refresher.start();
+  transport.held(answer, {});
+  QVERIFY(!refresher.isRunning());
+  QCOMPARE(desk_.rates.freshness().state, Freshness::State::fresh);
+  QCOMPARE(desk_.rates.serviceMessage(), "Closed tomorrow");
+  // By itself only where the rates are stale.
+  transport.held = {};
+  refresher.startByItself();
+  QVERIFY(transport.held == nullptr);
+}
+
+void DesktopTest::followsTheOtherProcess() {
+  ConverterWindow converter(desk_, appearance_);
+  TodayWindow today(desk_, appearance_);
+  open(converter);
+  QTest::keyClicks(&converter.field().entry(), "77");
+  desk_.store.synchronize();
+  QTRY_VERIFY(!desk_.store.skipUpdate());
+  runProgram({"250", "CHF", "EUR"});
+  QTRY_COMPARE(today.lines().source().code(), "CHF");
+  QVERIFY(today.lines().heading().contains("250"));
+  QCOMPARE(converter.field().entry().text(), "77");
+  runProgram({"settings", "mode", "dark"});
+  runProgram({"settings", "fraction", "1"});
+  QTRY_COMPARE(desk_.store.fraction(), 1);
+  QVERIFY(QApplication::palette().color(QPalette::Window).lightness() < 128);
+  QCOMPARE(cell(converter.lines(), 0, LinesModel::amountRole), shown(bundled(77, "USD", "EUR"), 1));
+}
+
+void DesktopTest::savesSettingsAtOnce() {
+  SettingsPage page(desk_);
+  int changes = 0;
+  connect(&page, &SettingsPage::changed, this, [&] { ++changes; });
+  page.reload();
+  QCOMPARE(changes, 0);
+  page.findChildren<QSpinBox*>().front()->setValue(5);
+  QCOMPARE(desk_.store.fraction() == 5 || desk_.store.numberOfCurrenciesInWidget() == 5, true);
+  QCOMPARE(changes, 1);
+  const QByteArray kept = storeBytes();
+  page.reload();
+  QCOMPARE(storeBytes(), kept);
+}
+
+void DesktopTest::showsTodayInBothModes() {
+  desk_.store.setNumberOfCurrenciesInWidget(2);
+  TodayModel lines(desk_);
+  const auto text = [&](int row, TodayModel::Role role) {
+    return lines.index(row).data(role).toString();
+  };
+  QCOMPARE(lines.rowCount(), 2);
+  QCOMPARE(text(0, TodayModel::labelRole), "Euro");
+  QCOMPARE(text(0, TodayModel::valueRole), shown(bundled(100, "USD", "EUR"), 2));
+  desk_.store.setTodayCurrencies({known("CHF"), known("EUR"), known("DEM")});
+  desk_.store.setNamingInWidget(Naming::codes);
+  desk_.store.setTodayConversionMode(TodayConversionMode::rate);
+  desk_.store.setTodayRelativeCurrency(known("EUR"));
+  lines.reload();
+  QCOMPARE(lines.rowCount(), 2);
+  QCOMPARE(text(1, TodayModel::labelRole), "DEM");
+  QCOMPARE(text(1, TodayModel::valueRole), "1.95583");
+  QCOMPARE(text(0, TodayModel::valueRole),
+           toQt(NumberFormat(3, true).rate(bundled(1, "EUR", "CHF"))));
+  lines.turn();
+  QCOMPARE(text(1, TodayModel::valueRole), toQt(NumberFormat(3, true).rate(1 / 1.95583)));
+}
+
+void DesktopTest::speaksFiveLanguages() {
+  struct Row {
+    const char* locale;
+    const char* refresh;
+    const char* age;
+  };
+  Freshness freshness;
+  freshness.origin = Freshness::Origin::bundled;
+  freshness.state = Freshness::State::old;
+  freshness.published = Date(desk_.now().secondsSince1970() - 3 * 86400.0 - 60);
+  for (const Row& row :
+       {Row{"en_US", "Refresh", "3 days old"}, Row{"de_DE", "Aktualisieren", "3 Tage alt"},
+        Row{"fr_FR", "Actualiser", "il y a 3 jours"}, Row{"ja_JP", "更新", "3 日前"},
+        Row{"ar_EG", "تحديث", "قبل ٣ أيام"}}) {
+    Locale::setCurrent(row.locale);
+    applyLanguage();
+    ConverterWindow window(desk_, appearance_);
+    QStringList texts;
+    for (const auto* button : window.findChildren<QPushButton*>()) texts << button->text();
+    QVERIFY2(texts.contains(QString::fromUtf8(row.refresh)), row.locale);
+    QCOMPARE(inWords(freshness, desk_.now(), languageLocale()).age, QString::fromUtf8(row.age));
+    const bool isArabic = QLatin1String(row.locale) == "ar_EG";
+    QCOMPARE(window.layoutDirection(), isArabic ? Qt::RightToLeft : Qt::LeftToRight);
+    QCOMPARE(*window.field().amount(), 100.0);
+  }
+}
+
+void DesktopTest::staysUpWithoutAStore() {
+  runProgram({"--version"});
+  QFile::remove(storeFile());
+  QFile file(storeFile());
+  QVERIFY(file.open(QIODevice::WriteOnly) && file.write("no property list") > 0);
+  file.close();
+  ConverterWindow window(desk_, appearance_);
+  desk_.store.setSkipUpdate(false);
+  desk_.store.folderUpdate();
+  QCOMPARE(window.lines().rowCount(), 3);
+  window.field().type("8");
+  QCOMPARE(cell(window.lines(), 0, LinesModel::amountRole), shown(bundled(8, "USD", "EUR"), 2));
+}
+
+}  // namespace fexora::desktop
+
+int main(int count, char** arguments) {
+  const QTemporaryDir folder;
+  qputenv("FEXORA_CONTAINER", folder.path().toUtf8());
+  qputenv("XDG_CONFIG_HOME", (folder.path() + "/config").toUtf8());
+  qputenv("LC_ALL", "C.UTF-8");
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+  QApplication application(count, arguments);
+  QApplication::setApplicationName("fexora-test");
+  fexora::desktop::applyLanguage();
+  fexora::desktop::DesktopTest test;
+  return QTest::qExec(&test, application.arguments());
+}
+
+#include "DesktopTest.moc"
