@@ -19,6 +19,14 @@ unsigned askBus(GDBusConnection* bus, const char* method, GVariant* parameters) 
   return answer;
 }
 
+std::vector<Answer> ask(const std::string& query) {
+  StoreManager& store = storeManager();
+  // Where there is no file yet, opening it counts as a save, and changes soon after would be
+  // missed.
+  store.setReconcilesAfterSkip(true);
+  return answersTo(query, store);
+}
+
 class Session {
  public:
   explicit Session(double idleSeconds)
@@ -73,8 +81,7 @@ class Session {
   unsigned timer_ = 0;
   int converters_ = 0;
   GMainLoop* loop_ = g_main_loop_new(nullptr, FALSE);
-  Service service_{{[](const std::string& query) { return answersTo(query, storeManager()); },
-                    [this](const std::vector<std::string>& words) { open(words); },
+  Service service_{{ask, [this](const std::vector<std::string>& words) { open(words); },
                     [this] { stayAwhile(); }}};
 };
 
