@@ -69,7 +69,7 @@ void AmountField::buildEntry() {
 }
 
 void AmountField::buildLine() {
-  said_->setAccessibleName(tr("What was read"));
+  said_->setAccessibleDescription(tr("What was read"));
   said_->setMinimumHeight(otherReading_->sizeHint().height());
   otherReading_->hide();
   connect(otherReading_, &QPushButton::clicked, this, &AmountField::takeOther);

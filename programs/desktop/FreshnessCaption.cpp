@@ -53,7 +53,7 @@ FreshnessCaption::FreshnessCaption(const Desk& desk, Refresher& refresher, QWidg
   action_->setFixedHeight(sized(kHeight));
   status_->setContentsMargins(0, 0, 0, 0);
   status_->setFixedHeight(sized(30));
-  status_->setAccessibleName(tr("State of the refresh"));
+  status_->setAccessibleDescription(tr("State of the refresh"));
   progress_->setRange(0, 0);
   progress_->setTextVisible(false);
   progress_->setFixedHeight(sized(3));

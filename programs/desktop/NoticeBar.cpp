@@ -25,7 +25,7 @@ NoticeBar::NoticeBar(QWidget* parent)
   close_->setAutoRaise(true);
   close_->setAccessibleName(tr("Put away"));
   close_->setToolTip(tr("Put away"));
-  text_->setAccessibleName(tr("Message"));
+  text_->setAccessibleDescription(tr("Message"));
   connect(close_, &QToolButton::clicked, this, &QWidget::hide);
   connect(action_, &QPushButton::clicked, this, [this] {
     hide();

@@ -1,6 +1,7 @@
 #include "programs/desktop/QtText.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QStringList>
 #include <algorithm>
 
@@ -50,6 +51,8 @@ QString plainNumber(double value) {
 }
 
 QString leftToRight(const QString& text) {
+  // Signs that say so are seen as boxes in some title bars.
+  if (QGuiApplication::isLeftToRight()) return text;
   return QChar(0x2066) + text + QChar(0x2069);
 }
 

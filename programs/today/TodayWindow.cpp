@@ -96,7 +96,7 @@ QWidget* TodayWindow::buildHead() {
   row->setContentsMargins(sized(kMargin), 0, sized(kMargin), 0);
   row->addWidget(heading_, 1);
   row->addWidget(mode_);
-  heading_->setAccessibleName(tr("Converted amount"));
+  heading_->setAccessibleDescription(tr("Converted amount"));
   connect(mode_, &QPushButton::clicked, this, &TodayWindow::turn);
   head->installEventFilter(this);
   return head;
@@ -110,7 +110,7 @@ QWidget* TodayWindow::buildFoot() {
   row->setSpacing(0);
   row->addSpacing(sized(kDot + 8));
   row->addWidget(age_, 1);
-  age_->setAccessibleName(tr("Age of the rates"));
+  age_->setAccessibleDescription(tr("Age of the rates"));
   foot_->installEventFilter(this);
   return foot_;
 }
