@@ -43,7 +43,7 @@ FreshnessCaption::FreshnessCaption(const Desk& desk, Refresher& refresher, QWidg
   auto* const row = new QHBoxLayout;
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(sized(4));
-  row->addSpacing(sized(kLinkPadding + kDot + 4));
+  row->addSpacing(sized(kLinkPadding + kDot + 8) - row->spacing());
   row->addWidget(rates_);
   row->addWidget(age_);
   row->addStretch(1);
