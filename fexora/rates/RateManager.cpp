@@ -140,7 +140,9 @@ std::optional<std::string> RateManager::reasonAgainst(const Response& answer) co
   const HeldRates held{store().loadUSDRates().value_or(USDRates_), freshness({}, now).published,
                        now};
   std::optional<std::string> reason = "the check of the rates failed";
-  quietly(*platform_.log, "A check of the rates", [&] { reason = check_(answer, held); });
+  // A copy, since it may set another one.
+  quietly(*platform_.log, "A check of the rates",
+          [&, check = check_] { reason = check(answer, held); });
   return reason;
 }
 

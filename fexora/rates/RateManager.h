@@ -91,8 +91,8 @@ class FEXORA_API RateManager : public NSObject {
   std::optional<ResponseError> takeAnswer(const Response& answer, RatesAnswer::Origin origin,
                                           bool sync);
 
-  // Looks at every answer before it is taken. One that it gives a reason against changes nothing,
-  // and is an error of kind `implausible`. None by default; see plausible().
+  // Looks at every answer before it is taken; may set another check, but not end this manager. One
+  // with a reason against it changes nothing: an error of kind `implausible`. None by default.
   void setAnswerCheck(AnswerCheck check) { check_ = std::move(check); }
 
   // How fresh the store's rates are, now or at `now`; see Freshness.h. Rates that are only in

@@ -8,12 +8,13 @@
 namespace fexora {
 
 void StoreManager::saveUSDRates(const std::vector<USDRateRef>& rates, bool sync) {
+  // Taken first: it is said of these rates alone, also where they find no memory.
+  const auto answer = std::exchange(announced_, std::nullopt);
   attempt("Keeping the rates", [&] {
     Dictionary content = ud();
     content.set(kUDUSDRates, Mapper<USDRate>::toJSONArray(rates));
     const Date now(platform().loop->wallSeconds());
     content.set(kUDUSDRatesUpdated, now);
-    const auto answer = std::exchange(announced_, std::nullopt);
     if (answer) {
       content.set(kUDRatesAnswer, answer->keptWith(now));
     } else {

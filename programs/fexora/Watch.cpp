@@ -33,14 +33,15 @@ void addSource(JsonText& json, const StoreSourceRef& source) {
   json.key("currency").string(source->currency()->code()).endObject();
 }
 
-// What a person or a program may ask about, by name, as JSON.
+// What a person or a program may ask about, by name, as people see it; empty where there is none.
 std::map<std::string, std::string> contentOf(const StoreManager& store) {
   std::map<std::string, std::string> content;
   for (const std::string& name : settingNames()) content[name] = settingText(name, store);
   content["currencies"] = listed(codesOf(store.loadCurrencies()));
+  std::string& amount = content["source"];
   const auto source = store.loadSourceCurrency();
   if (source != nullptr && source->currency() != nullptr) {
-    content["source"] = source->amount().stringValue() + " " + source->currency()->code();
+    amount = source->amount().stringValue() + " " + source->currency()->code();
   }
   content["updated"] = ratesDate().updated.value_or("");
   return content;
@@ -52,12 +53,12 @@ struct Change {
   std::string now;
 };
 
-// Both have the same names, but for "source".
-std::vector<Change> changesBetween(std::map<std::string, std::string> before,
+// Both have the same names.
+std::vector<Change> changesBetween(const std::map<std::string, std::string>& before,
                                    const std::map<std::string, std::string>& now) {
   std::vector<Change> changes;
   for (const auto& [name, value] : now) {
-    std::string& old = before[name];
+    const std::string& old = before.at(name);
     if (old != value) changes.push_back({name, old, value});
   }
   return changes;

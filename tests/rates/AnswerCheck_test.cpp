@@ -115,6 +115,12 @@ TEST(AnswerCheckTest, WhatIsHeldStays_AndTheCompletionLearnsWhy) {
   EXPECT_EQ(told, (std::vector<std::string>{"taken", "there are none"}));
   EXPECT_EQ(store.ud(), before);
   EXPECT_EQ(rates.serviceMessage(), "hello");
+  const auto kept = std::make_shared<std::string>("no more than this");
+  rates.setAnswerCheck([&rates, kept](const Response&, const HeldRates&) {
+    rates.setAnswerCheck({});
+    return std::optional(*kept);
+  });
+  EXPECT_EQ(rates.takeAnswer(Response(), RatesAnswer::Origin::file, false)->message, *kept);
   rates.setAnswerCheck([](const Response&, const HeldRates&) -> std::optional<std::string> {
     throw std::runtime_error("broken");
   });
