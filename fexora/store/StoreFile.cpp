@@ -101,9 +101,8 @@ std::string StoreFile::replace(const std::string& path, const std::string& faile
   known_ = outcome.status;
   state_ = State::usable;
   if (!outcome.doubt) return {};
-  const std::string doubt =
-      "The store " + path +
-      " is replaced, but may not survive a power cut: " + outcome.doubt.message();
+  std::string doubt = "The store " + path +
+                      " is replaced, but may not survive a power cut: " + outcome.doubt.message();
   // Where folders cannot be flushed at all, no save would ever be a success.
   if (!isNoFlushHere(outcome.doubt)) return doubt;
   platform_.log->write(doubt);

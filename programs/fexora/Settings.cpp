@@ -168,6 +168,7 @@ void print(const CommandLine& line, const StoreManager& store) {
 
 std::vector<std::string> settingNames() {
   std::vector<std::string> names;
+  names.reserve(std::size(kSettings));
   for (const Setting& setting : kSettings) names.emplace_back(setting.name);
   return names;
 }

@@ -31,6 +31,7 @@ void fexora_sources_module(const std::vector<fexora::sources::Operand>& operands
   using namespace fexora::sources;
   try {
     std::vector<Source> sources;
+    sources.reserve(operands.size());
     for (const Operand& operand : operands) sources.push_back(read(operand, today));
     reading.answer = answerOf(sources);
   } catch (const SourceProblem& problem) {
