@@ -11,7 +11,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSettings>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "programs/desktop/AmountField.h"
@@ -26,6 +25,7 @@
 #include "programs/desktop/QtText.h"
 #include "programs/desktop/Refresher.h"
 #include "programs/desktop/SettingsPage.h"
+#include "programs/desktop/SignButton.h"
 #include "programs/desktop/Style.h"
 
 namespace fexora::desktop {
@@ -99,21 +99,12 @@ QWidget* ConverterWindow::buildStrip() {
   auto* const add = new LinkButton(tr("+ Add currency"), nullptr, 13);
   add->setToolTip(tr("Add currencies (Ctrl+F)"));
   connect(add, &QPushButton::clicked, this, &ConverterWindow::addCurrencies);
-  const auto tool = [&](const QString& sign, const QString& name, const QString& keys) {
-    auto* const button = new QToolButton;
-    button->setText(sign);
-    button->setFont(fontOf(16));
-    button->setAutoRaise(true);
-    button->setAccessibleName(name);
-    button->setToolTip(name + " (" + keys + ')');
-    return button;
-  };
-  auto* const swap = tool(QStringLiteral("⇅"), tr("Swap with the first line"), "Ctrl+I");
-  connect(swap, &QToolButton::clicked, this, &ConverterWindow::swapWithFirst);
-  auto* const menu = tool(QStringLiteral("☰"), tr("Menu"), "F10");
+  auto* const swap =
+      new SignButton(SignButton::Sign::swap, tr("Swap with the first line"), "Ctrl+I");
+  connect(swap, &SignButton::clicked, this, &ConverterWindow::swapWithFirst);
+  auto* const menu = new SignButton(SignButton::Sign::menu, tr("Menu"), "F10");
   menu->setMenu(menu_);
   menu->setPopupMode(QToolButton::InstantPopup);
-  menu->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }"));
   menu->setShortcut(Qt::Key_F10);
   row->addWidget(add);
   row->addStretch(1);

@@ -2,10 +2,10 @@
 
 #include <QHBoxLayout>
 #include <QPainter>
-#include <QToolButton>
 #include <utility>
 
 #include "programs/desktop/LinkButton.h"
+#include "programs/desktop/SignButton.h"
 #include "programs/desktop/Style.h"
 #include "programs/desktop/TextLine.h"
 
@@ -15,18 +15,14 @@ NoticeBar::NoticeBar(QWidget* parent)
     : QWidget(parent),
       text_(new TextLine(12, TextLine::Tone::text)),
       action_(new LinkButton),
-      close_(new QToolButton) {
+      close_(new SignButton(SignButton::Sign::close, tr("Put away"))) {
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(sized(18), sized(4), sized(8), sized(4));
   row->addWidget(text_, 1);
   row->addWidget(action_);
   row->addWidget(close_);
-  close_->setText(QStringLiteral("✕"));
-  close_->setAutoRaise(true);
-  close_->setAccessibleName(tr("Put away"));
-  close_->setToolTip(tr("Put away"));
   text_->setAccessibleDescription(tr("Message"));
-  connect(close_, &QToolButton::clicked, this, &QWidget::hide);
+  connect(close_, &SignButton::clicked, this, &QWidget::hide);
   connect(action_, &QPushButton::clicked, this, [this] {
     hide();
     if (run_) run_();

@@ -5,11 +5,10 @@
 #include <QWidget>
 #include <functional>
 
-class QToolButton;
-
 namespace fexora::desktop {
 
 class LinkButton;
+class SignButton;
 class TextLine;
 
 class NoticeBar final : public QWidget {
@@ -28,7 +27,7 @@ class NoticeBar final : public QWidget {
  private:
   TextLine* text_;
   LinkButton* action_;
-  QToolButton* close_;
+  SignButton* close_;
   std::function<void()> run_;
 };
 
