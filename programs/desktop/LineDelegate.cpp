@@ -6,17 +6,12 @@
 namespace fexora::desktop {
 namespace {
 
-constexpr double kHeight = 58;
 constexpr double kGap = 12;
 
 }  // namespace
 
-void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
-                         const QModelIndex& index) const {
+void LineDelegate::paintRow(RowPainting& row, const QModelIndex& index) const {
   using Side = RowPainting::Side;
-  painter->save();
-  RowPainting row(*painter, option);
-  row.ground();
   const Theme& theme = row.theme();
   const auto textOf = [&](LinesModel::Role role) { return index.data(role).toString(); };
   QRect upper = row.inner();
@@ -34,12 +29,6 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                  textOf(LinesModel::rateRole), small, theme.dim);
   row.text(row.without(lower, Side::end, rateWidth + sized(kGap)), Side::start,
            textOf(LinesModel::nameRole), small, theme.dim);
-  painter->restore();
-}
-
-QSize LineDelegate::sizeHint(const QStyleOptionViewItem& /*option*/,
-                             const QModelIndex& /*index*/) const {
-  return {sized(200), sized(kHeight)};
 }
 
 }  // namespace fexora::desktop

@@ -8,18 +8,13 @@
 namespace fexora::desktop {
 namespace {
 
-constexpr double kHeight = 42;
 constexpr double kCodeColumn = 60;
 constexpr double kTickColumn = 26;
 
 }  // namespace
 
-void PickerDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
-                           const QModelIndex& index) const {
+void PickerDelegate::paintRow(RowPainting& row, const QModelIndex& index) const {
   using Side = RowPainting::Side;
-  painter->save();
-  RowPainting row(*painter, option);
-  row.ground();
   const Theme& theme = row.theme();
   QRect rest = row.inner();
   const int code = row.text(rest, Side::start, index.data(PickerModel::codeRole).toString(),
@@ -33,12 +28,6 @@ void PickerDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
                             fontOf(14), theme.dim);
   rest = row.without(rest, Side::end, sign + sized(12));
   row.text(rest, Side::start, index.data(PickerModel::nameRole).toString(), fontOf(14), theme.dim);
-  painter->restore();
-}
-
-QSize PickerDelegate::sizeHint(const QStyleOptionViewItem& /*option*/,
-                               const QModelIndex& /*index*/) const {
-  return {sized(200), sized(kHeight)};
 }
 
 }  // namespace fexora::desktop

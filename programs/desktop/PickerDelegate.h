@@ -1,19 +1,18 @@
 // Draws one row of the picker: code, name, sign, tick.
 #pragma once
 
-#include <QStyledItemDelegate>
+#include "programs/desktop/RowDelegate.h"
 
 namespace fexora::desktop {
 
-class PickerDelegate final : public QStyledItemDelegate {
+class PickerDelegate final : public RowDelegate {
   Q_OBJECT
 
  public:
-  using QStyledItemDelegate::QStyledItemDelegate;
+  explicit PickerDelegate(QObject* parent = nullptr) : RowDelegate(42, parent) {}
 
-  void paint(QPainter* painter, const QStyleOptionViewItem& option,
-             const QModelIndex& index) const override;
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+ protected:
+  void paintRow(RowPainting& row, const QModelIndex& index) const override;
 };
 
 }  // namespace fexora::desktop

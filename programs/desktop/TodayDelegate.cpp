@@ -8,30 +8,19 @@
 namespace fexora::desktop {
 namespace {
 
-constexpr double kHeight = 34;
 constexpr double kText = 13.5;
 constexpr double kGap = 12;
 
 }  // namespace
 
-void TodayDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
-                          const QModelIndex& index) const {
+void TodayDelegate::paintRow(RowPainting& row, const QModelIndex& index) const {
   using Side = RowPainting::Side;
-  painter->save();
-  RowPainting row(*painter, option);
-  row.ground();
   const Theme& theme = row.theme();
   const QFont font = fontOf(kText);
   const int width =
       row.figure(row.inner(), index.data(TodayModel::valueRole).toString(), font, theme.text);
   row.text(row.without(row.inner(), Side::end, width + sized(kGap)), Side::start,
            index.data(TodayModel::labelRole).toString(), font, theme.text);
-  painter->restore();
-}
-
-QSize TodayDelegate::sizeHint(const QStyleOptionViewItem& /*option*/,
-                              const QModelIndex& /*index*/) const {
-  return {sized(120), sized(kHeight)};
 }
 
 }  // namespace fexora::desktop

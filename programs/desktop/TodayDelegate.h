@@ -1,19 +1,18 @@
 // Draws one line of the Today widget: a name at the start, an amount at the end.
 #pragma once
 
-#include <QStyledItemDelegate>
+#include "programs/desktop/RowDelegate.h"
 
 namespace fexora::desktop {
 
-class TodayDelegate final : public QStyledItemDelegate {
+class TodayDelegate final : public RowDelegate {
   Q_OBJECT
 
  public:
-  using QStyledItemDelegate::QStyledItemDelegate;
+  explicit TodayDelegate(QObject* parent = nullptr) : RowDelegate(34, parent) {}
 
-  void paint(QPainter* painter, const QStyleOptionViewItem& option,
-             const QModelIndex& index) const override;
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+ protected:
+  void paintRow(RowPainting& row, const QModelIndex& index) const override;
 };
 
 }  // namespace fexora::desktop
