@@ -19,6 +19,7 @@
 #include "programs/desktop/CurrencyPicker.h"
 #include "programs/desktop/FreshnessCaption.h"
 #include "programs/desktop/LineDelegate.h"
+#include "programs/desktop/LinesFilter.h"
 #include "programs/desktop/LinesModel.h"
 #include "programs/desktop/LinkButton.h"
 #include "programs/desktop/NoticeBar.h"
@@ -71,6 +72,8 @@ void ConverterWindow::build() {
   column->addLayout(top);
   column->addWidget(notice_);
   buildList();
+  filter_ = new LinesFilter(desk_, *list_, middle);
+  column->addWidget(filter_);
   column->addWidget(list_, 1);
   column->addWidget(buildStrip());
   column->addWidget(caption_);
@@ -128,6 +131,7 @@ void ConverterWindow::buildMenu() {
   addAction(tr("&Swap with the first line"), "Ctrl+I", &ConverterWindow::swapWithFirst);
   menu_->addSeparator();
   addAction(tr("Add &currencies…"), "Ctrl+F; Ctrl+N", &ConverterWindow::addCurrencies);
+  addAction(tr("&Find in the list"), "Ctrl+Shift+F", &ConverterWindow::findInList);
   addAction(tr("Copy all &lines"), "Ctrl+Shift+A", &ConverterWindow::copyTable);
   addAction(tr("&Refresh rates"), "F5; Ctrl+R", &ConverterWindow::refreshRates);
   menu_->addSeparator();
@@ -146,10 +150,8 @@ void ConverterWindow::connectParts() {
   connect(field_, &AmountField::sourceWanted, this, &ConverterWindow::chooseSource);
   connect(field_, &AmountField::accepted, this, &ConverterWindow::save);
   connect(field_, &AmountField::reverted, this, &ConverterWindow::loadSource);
-  connect(field_, &AmountField::downWanted, this, [this] {
-    list_->setFocus(Qt::TabFocusReason);
-    if (!list_->currentIndex().isValid()) list_->setCurrentIndex(lines_->index(0));
-  });
+  connect(field_, &AmountField::downWanted, this, &ConverterWindow::focusList);
+  connect(filter_, &LinesFilter::left, this, &ConverterWindow::focusList);
   connect(list_, &QListView::doubleClicked, this,
           [this](const QModelIndex& index) { makeSource(index.row()); });
   connect(list_, &QWidget::customContextMenuRequested, this, &ConverterWindow::showMenu);
@@ -216,6 +218,17 @@ void ConverterWindow::chooseSource() {
   takeCurrency(codeOf(*picker.taken().front()));
   convert();
   field_->focusAndSelect();
+}
+
+void ConverterWindow::focusList() {
+  list_->setFocus(Qt::TabFocusReason);
+  int row = 0;
+  while (list_->isRowHidden(row)) ++row;
+  if (!list_->currentIndex().isValid()) list_->setCurrentIndex(lines_->index(row));
+}
+
+void ConverterWindow::findInList() {
+  if (filter_->isVisible()) filter_->entry().setFocus(Qt::ShortcutFocusReason);
 }
 
 void ConverterWindow::addCurrencies() {

@@ -14,6 +14,7 @@ namespace fexora::desktop {
 class AmountField;
 class Appearance;
 class FreshnessCaption;
+class LinesFilter;
 class LinesModel;
 class NoticeBar;
 class Refresher;
@@ -54,6 +55,8 @@ class ConverterWindow final : public QMainWindow {
   void convert();
   void takeCurrency(const QString& code);
   void chooseSource();
+  void focusList();
+  void findInList();
   void addCurrencies();
   void swapWithFirst();
   void makeSource(int row);
@@ -82,6 +85,7 @@ class ConverterWindow final : public QMainWindow {
   AmountField* field_;
   NoticeBar* notice_;
   QListView* list_;
+  LinesFilter* filter_ = nullptr;
   FreshnessCaption* caption_;
   QMenu* menu_;
   SettingsPage* settings_ = nullptr;

@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QFont>
 #include <QPalette>
+#include <optional>
 
 class QAbstractItemView;
 class QLineEdit;
@@ -19,8 +20,14 @@ struct Theme {
 // needs nothing more.
 const Theme& themeOf(const QPalette& palette);
 
-// Gives the whole application the light or the dark one. Nothing where it has it already.
-void applyTheme(bool dark);
+// Gives the whole application the light or the dark one, with the desktop's accent where there is
+// one: made darker or lighter as far as it must be to be read on the window's ground. Nothing where
+// it has it already.
+void applyTheme(bool dark, const std::optional<QColor>& accent = {});
+
+// How far apart two colours are for whoever reads one on the other, from 1 to 21: the contrast
+// ratio of the Web Content Accessibility Guidelines 2.1.
+double contrastOf(const QColor& one, const QColor& other);
 
 // A length that is given for a font of ten points, in the application's font.
 int sized(double pixels);

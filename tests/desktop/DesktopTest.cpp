@@ -2,6 +2,9 @@
 // goes.
 #include <QApplication>
 #include <QClipboard>
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusVariant>
 #include <QFile>
 #include <QLineEdit>
 #include <QListView>
@@ -17,12 +20,15 @@
 #include "programs/desktop/CurrencyPicker.h"
 #include "programs/desktop/FreshnessText.h"
 #include "programs/desktop/Languages.h"
+#include "programs/desktop/LinesFilter.h"
 #include "programs/desktop/LinesModel.h"
 #include "programs/desktop/NoticeBar.h"
 #include "programs/desktop/PickerModel.h"
+#include "programs/desktop/Portal.h"
 #include "programs/desktop/QtText.h"
 #include "programs/desktop/Refresher.h"
 #include "programs/desktop/SettingsPage.h"
+#include "programs/desktop/Style.h"
 #include "programs/desktop/TodayModel.h"
 #include "programs/today/TodayWindow.h"
 
@@ -121,6 +127,8 @@ class DesktopTest final : public QObject {
   void showsTodayInBothModes();
   void speaksFiveLanguages();
   void staysUpWithoutAStore();
+  void takesAnAccentThatCanBeRead();
+  void followsTheDesktop();
 };
 
 void DesktopTest::readsWhatIsTyped() {
@@ -209,6 +217,19 @@ void DesktopTest::editsTheList() {
   QCOMPARE(order(), "JPY GBP EUR CHF");
   QTest::keyClicks(&list, "5");
   QCOMPARE(window.field().entry().text(), "5");
+
+  auto& filter = *window.findChild<LinesFilter*>();
+  QVERIFY(filter.isHidden());
+  window.lines().add(desk_.catalogue.currencies());
+  QVERIFY(filter.isVisible());
+  list.setCurrentIndex(window.lines().index(0));
+  QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+  QTest::keyClicks(&filter.entry(), "swiss");
+  QVERIFY(!list.currentIndex().isValid());  // JPY
+  QTest::keyClick(&filter.entry(), Qt::Key_Return);
+  QCOMPARE(codeOf(*window.lines().currencyAt(list.currentIndex().row())), "CHF");
+  QTest::keyClick(&filter.entry(), Qt::Key_Escape);
+  QVERIFY(!list.isRowHidden(0));
 }
 
 void DesktopTest::makesALineTheSource() {
@@ -385,6 +406,50 @@ void DesktopTest::staysUpWithoutAStore() {
   QCOMPARE(window.lines().rowCount(), 3);
   window.field().type("8");
   QCOMPARE(cell(window.lines(), 0, LinesModel::amountRole), shown(bundled(8, "USD", "EUR"), 2));
+}
+
+void DesktopTest::takesAnAccentThatCanBeRead() {
+  for (const bool dark : {false, true}) {
+    applyTheme(dark);
+    const QColor usual = QApplication::palette().color(QPalette::Highlight);
+    for (const QColor& accent : {QColor(Qt::yellow), QColor(Qt::white), QColor(Qt::black),
+                                 QColor(0x26, 0xA2, 0x69), QColor(0x00, 0x00, 0x80)}) {
+      applyTheme(dark, accent);
+      const QPalette palette = QApplication::palette();
+      const Theme& theme = themeOf(palette);
+      QCOMPARE(palette.color(QPalette::Highlight), theme.accent);
+      QVERIFY(contrastOf(theme.accent, theme.window) >= 4.5);
+      QVERIFY(std::abs(theme.accent.hslHue() - accent.hslHue()) <= 2);
+      if (contrastOf(accent, theme.window) >= 4.5) QCOMPARE(theme.accent, accent);
+    }
+    applyTheme(dark);
+    QCOMPARE(QApplication::palette().color(QPalette::Highlight), usual);
+  }
+}
+
+// With a portal of the test's own on a bus that dbus-run-session gives it.
+void DesktopTest::followsTheDesktop() {
+  if (!hasSessionBus()) QSKIP("there is no session bus");
+  auto portal = QDBusConnection::connectToBus(QDBusConnection::SessionBus, "portal");
+  QVERIFY(portal.registerService(kPortalService));
+  const Appearance appearance(desk_);
+  const auto change = [&](const char* key, const QVariant& value) {
+    portal.send(
+        QDBusMessage::createSignal(kPortalPath, "org.freedesktop.portal.Settings", "SettingChanged")
+        << "org.freedesktop.appearance" << key << QVariant::fromValue(QDBusVariant(value)));
+  };
+  const auto colour = [](QPalette::ColorRole role) { return QApplication::palette().color(role); };
+  const QColor light = colour(QPalette::Window);
+  change("color-scheme", 1U);
+  QTRY_VERIFY(colour(QPalette::Window).lightness() < light.lightness() / 2);
+  QDBusArgument orange;
+  orange.beginStructure();
+  orange << 1.0 << 0.5 << 0.0;
+  orange.endStructure();
+  change("accent-color", QVariant::fromValue(orange));
+  QTRY_COMPARE(colour(QPalette::Highlight), QColor::fromRgbF(1.0F, 0.5F, 0.0F));
+  change("color-scheme", 2U);
+  QTRY_COMPARE(colour(QPalette::Window), light);
 }
 
 }  // namespace fexora::desktop

@@ -189,6 +189,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>Not a currency: %1</source>
         <translation>ليست عملة: %1</translation>
     </message>
+    <message>
+        <source>&amp;Find in the list</source>
+        <translation>ب&amp;حث في القائمة</translation>
+    </message>
 </context>
 <context>
     <name>Currency</name>
@@ -345,6 +349,13 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>, </source>
         <comment>between parts</comment>
         <translation>، </translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::LinesFilter</name>
+    <message>
+        <source>Find in the list</source>
+        <translation>بحث في القائمة</translation>
     </message>
 </context>
 <context>

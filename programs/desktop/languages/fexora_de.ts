@@ -189,6 +189,10 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <source>Not a currency: %1</source>
         <translation>Keine Währung: %1</translation>
     </message>
+    <message>
+        <source>&amp;Find in the list</source>
+        <translation>&amp;In der Liste suchen</translation>
+    </message>
 </context>
 <context>
     <name>Currency</name>
@@ -333,6 +337,13 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <source>, </source>
         <comment>between parts</comment>
         <translation>, </translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::LinesFilter</name>
+    <message>
+        <source>Find in the list</source>
+        <translation>In der Liste suchen</translation>
     </message>
 </context>
 <context>

@@ -189,6 +189,10 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <source>Not a currency: %1</source>
         <translation>Pas une devise : %1</translation>
     </message>
+    <message>
+        <source>&amp;Find in the list</source>
+        <translation>&amp;Rechercher dans la liste</translation>
+    </message>
 </context>
 <context>
     <name>Currency</name>
@@ -333,6 +337,13 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <source>, </source>
         <comment>between parts</comment>
         <translation>, </translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::LinesFilter</name>
+    <message>
+        <source>Find in the list</source>
+        <translation>Rechercher dans la liste</translation>
     </message>
 </context>
 <context>

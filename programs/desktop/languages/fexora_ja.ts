@@ -189,6 +189,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>Not a currency: %1</source>
         <translation>通貨ではありません: %1</translation>
     </message>
+    <message>
+        <source>&amp;Find in the list</source>
+        <translation>一覧内を検索(&amp;F)</translation>
+    </message>
 </context>
 <context>
     <name>Currency</name>
@@ -330,6 +334,13 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>, </source>
         <comment>between parts</comment>
         <translation>、</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::LinesFilter</name>
+    <message>
+        <source>Find in the list</source>
+        <translation>一覧内を検索</translation>
     </message>
 </context>
 <context>
