@@ -38,6 +38,13 @@ if(FEXORA_HAS_DESKTOP)
           DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
   install(FILES packaging/icons/org.fexora.Fexora.svg
           DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+  install(FILES packaging/icons/org.fexora.Fexora-symbolic.svg
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/symbolic/apps)
+  foreach(name Fexora Today)
+    set(service ${PROJECT_BINARY_DIR}/org.fexora.${name}.service)
+    configure_file(packaging/desktop/org.fexora.${name}.service.in ${service} @ONLY)
+    install(FILES ${service} DESTINATION ${CMAKE_INSTALL_DATADIR}/dbus-1/services)
+  endforeach()
   install(FILES packaging/man/fexora-converter.1 packaging/man/fexora-today.1
           DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endif()

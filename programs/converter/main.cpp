@@ -3,6 +3,7 @@
 
 #include "programs/converter/ConverterWindow.h"
 #include "programs/desktop/Appearance.h"
+#include "programs/desktop/Companion.h"
 #include "programs/desktop/Refresher.h"
 #include "programs/desktop/SingleInstance.h"
 #include "programs/desktop/WindowProgram.h"
@@ -13,18 +14,22 @@ int main(int count, char** arguments) {
   const Desk desk = Desk::process();
   const QString id = QStringLiteral("org.fexora.Fexora");
   prepareApplication(application, id, QStringLiteral("fexora-converter"));
-  const QStringList words = wordsOf(application, QStringLiteral("Converts an amount, in a window."),
-                                    QStringLiteral("[AMOUNT [CURRENCY [CURRENCY…]]]"));
+  const CommandLine line =
+      commandLineOf(application, QStringLiteral("Converts an amount, in a window."),
+                    QStringLiteral("[AMOUNT [CURRENCY [CURRENCY…]]]"));
   SingleInstance instance(id);
-  if (instance.handOver(words)) return 0;
+  if (instance.handOver(line.words)) return 0;
   Appearance appearance(desk);
   ConverterWindow window(desk, appearance);
-  if (!words.isEmpty()) window.take(words);
+  if (!line.words.isEmpty()) window.take(line.words);
   QObject::connect(&instance, &SingleInstance::activated, &window, [&](const QStringList& others) {
     if (!others.isEmpty()) window.take(others);
     window.activate();
   });
-  window.show();
+  QObject::connect(&instance, &SingleInstance::actionWanted, &window, [](const QString& name) {
+    if (name == QLatin1String("today")) openCompanion(Companion::today);
+  });
+  showOf(line, window);
   window.refresher().startByItself();
   return QApplication::exec();
 }

@@ -60,10 +60,12 @@ void ApplicationAdaptor::Open(const QStringList& /*uris*/, const QVariantMap& /*
 
 void ApplicationAdaptor::ActivateAction(const QString& name, const QVariantList& words,
                                         const QVariantMap& /*platformData*/) {
-  QStringList texts;
-  if (name == wordsAction()) {
-    for (const QVariant& word : words) texts << unwrapped(word).toString();
+  if (name != wordsAction()) {
+    emit instance_.actionWanted(name);
+    return;
   }
+  QStringList texts;
+  for (const QVariant& word : words) texts << unwrapped(word).toString();
   emit instance_.activated(texts);
 }
 

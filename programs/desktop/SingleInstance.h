@@ -1,7 +1,7 @@
 // One process a program and session: a second start hands its words to the first and ends.
 //
-// By the session bus, as org.freedesktop.Application under the program's id; without a bus every
-// start is a process of its own.
+// By the session bus, as org.freedesktop.Application under the program's id, so that the bus can
+// start it, too; without a bus every start is a process of its own.
 #pragma once
 
 #include <QDBusAbstractAdaptor>
@@ -25,6 +25,8 @@ class SingleInstance final : public QObject {
  signals:
   // Another start; its words, or none.
   void activated(const QStringList& words);
+  // One of the actions of the program's desktop entry, by its name there.
+  void actionWanted(const QString& name);
 
  private:
   bool activateOther(const QStringList& words);

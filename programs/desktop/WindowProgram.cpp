@@ -2,6 +2,9 @@
 
 #include <QCommandLineParser>
 #include <QIcon>
+#include <QTimer>
+#include <QWidget>
+#include <chrono>
 
 #include "programs/desktop/Languages.h"
 
@@ -16,16 +19,31 @@ void prepareApplication(QApplication& application, const QString& id, const QStr
   applyLanguage();
 }
 
-QStringList wordsOf(QApplication& application, const QString& purpose, const QString& operands) {
+CommandLine commandLineOf(QApplication& application, const QString& purpose,
+                          const QString& operands) {
   QCommandLineParser parser;
   parser.setApplicationDescription(purpose);
   parser.addHelpOption();
   parser.addVersionOption();
   if (!operands.isEmpty()) parser.addPositionalArgument(QStringLiteral("words"), {}, operands);
+  const QCommandLineOption service(
+      QStringLiteral("service"), QStringLiteral("Wait for the session bus to say what it wants."));
+  parser.addOption(service);
   // "-5" is an amount.
   parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
   parser.process(application);
-  return parser.positionalArguments();
+  return {parser.positionalArguments(), parser.isSet(service)};
+}
+
+void showOf(const CommandLine& line, QWidget& window) {
+  constexpr auto kPatience = std::chrono::seconds(10);
+  if (!line.isService) {
+    window.show();
+    return;
+  }
+  QTimer::singleShot(kPatience, &window, [&window] {
+    if (!window.isVisible()) QApplication::quit();
+  });
 }
 
 }  // namespace fexora::desktop

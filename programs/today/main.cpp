@@ -13,7 +13,8 @@ int main(int count, char** arguments) {
   const Desk desk = Desk::process();
   const QString id = QStringLiteral("org.fexora.Today");
   prepareApplication(application, id, QStringLiteral("fexora-today"));
-  wordsOf(application, QStringLiteral("Shows the last amount in a small window."), {});
+  const CommandLine line =
+      commandLineOf(application, QStringLiteral("Shows the last amount in a small window."), {});
   SingleInstance instance(id);
   if (instance.handOver({})) return 0;
   Appearance appearance(desk);
@@ -24,6 +25,6 @@ int main(int count, char** arguments) {
   });
   QObject::connect(&window, &TodayWindow::converterWanted, &window,
                    [] { openCompanion(Companion::converter); });
-  window.show();
+  showOf(line, window);
   return QApplication::exec();
 }

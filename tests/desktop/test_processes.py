@@ -14,6 +14,7 @@ import time
 import unittest
 
 BIN = pathlib.Path(os.environ["FEXORA_BIN"])
+SERVICES = pathlib.Path(__file__).resolve().parents[2] / "packaging/desktop"
 LAUNCHER = "/usr/libexec/at-spi-bus-launcher"
 INNER = "FEXORA_TEST_HAS_DISPLAY"
 PATIENCE = 60
@@ -27,6 +28,18 @@ def wait_for(condition):
             return found
         time.sleep(0.05)
     raise AssertionError("waited in vain")
+
+
+def xdotool(*words):
+    return subprocess.run(["xdotool", *map(str, words)], stdout=subprocess.PIPE, text=True).stdout
+
+
+def call(interface, method, parameters, name="org.freedesktop.DBus"):
+    """On the session bus, to a name at the path that is its own."""
+    from gi.repository import Gio, GLib
+    return Gio.bus_get_sync(Gio.BusType.SESSION).call_sync(
+        name, "/" + name.replace(".", "/"), interface, method,
+        GLib.Variant.parse(None, parameters), None, 0, PATIENCE * 1000)
 
 
 class Windows(unittest.TestCase):
@@ -52,35 +65,66 @@ class Windows(unittest.TestCase):
         self.addCleanup(process.kill)
         return process
 
-    def names(self, program, role):
-        """The names of what has the role in a program's window."""
-        names = []
+    def ask(self, name, method, parameters):
+        """Calls org.freedesktop.Application, as whoever starts programs does."""
+        wanted = {key: value for key, value in self.environment.items()
+                  if key.startswith(("FEXORA", "QT", "LC", "XDG_CONFIG"))}
+        call("org.freedesktop.DBus", "UpdateActivationEnvironment", "(@a{ss} %s,)" % wanted)
+        call("org.freedesktop.Application", method, parameters, name)
+        process, = call("org.freedesktop.DBus", "GetConnectionUnixProcessID", f"('{name}',)")
+        self.addCleanup(self.end, process)
+
+    def end(self, process):
+        """Of one that is no child of ours."""
+        if os.path.exists(f"/proc/{process}"):
+            os.kill(process, signal.SIGKILL)
+            wait_for(lambda: not os.path.exists(f"/proc/{process}"))
+
+    def nodes(self, program, role):
+        """What has the role in a program's window."""
+        nodes = []
 
         def walk(node):
             if node is None:
                 return
             if node.getRoleName() == role:
-                names.append(node.name)
+                nodes.append(node)
             for child in range(node.childCount):
                 walk(node.getChildAtIndex(child))
 
         for application in self.desktop(0):
             if application is not None and application.name == program:
                 walk(application)
-        return names
+        return nodes
+
+    def names(self, program, role):
+        return [node.name for node in self.nodes(program, role)]
 
     def shows(self, program, line):
         return wait_for(lambda: line in self.names(program, "list item"))
 
-    def window(self, process):
-        return wait_for(lambda: subprocess.run(
-            ["xdotool", "search", "--onlyvisible", "--pid", str(process.pid)],
-            stdout=subprocess.PIPE, text=True).stdout.split())[-1]
+    def windows(self, process):
+        return set(xdotool("search", "--onlyvisible", "--pid", process.pid).split())
 
     def type(self, process, text):
-        window = self.window(process)
-        subprocess.run(["xdotool", "windowfocus", "--sync", window], check=True)
-        subprocess.run(["xdotool", "type", "--window", window, text], check=True)
+        window, = wait_for(lambda: self.windows(process))
+        xdotool("windowfocus", "--sync", window)
+        xdotool("type", "--window", window, text)
+
+    def drag(self, process, node, to):
+        """Takes hold of one and lets go on the upper edge of the other."""
+        start, end = (each.queryComponent().getExtents(0) for each in (node, to))
+        x, y = start.x + start.width // 2, start.y + start.height // 2
+        before = self.windows(process)
+        xdotool("windowraise", *before)
+        xdotool("mousemove", x, y, "mousedown", 1, "mousemove", x, y - 30)
+        # What is dragged is a window under the pointer: it comes as the hand goes on, and goes along.
+        dragged, = wait_for(lambda: xdotool("mousemove_relative", "--", 0, -1) or
+                            self.windows(process) - before)
+        where = xdotool("getwindowgeometry", dragged)
+        xdotool("mousemove", x, end.y + 3)
+        wait_for(lambda: xdotool("getwindowgeometry", dragged) != where)
+        xdotool("mouseup", 1)
 
     def test_one_follows_the_other_and_nothing_is_lost(self):
         converter, today = self.open("fexora-converter"), self.open("fexora-today")
@@ -93,6 +137,10 @@ class Windows(unittest.TestCase):
         self.shows("fexora-converter", "Euro, 220.1")
         self.shows("fexora-today", "Euro, 220.1")
         self.assertIn("Source currency: US Dollar", self.names("fexora-converter", "push button"))
+        euro, yen = self.nodes("fexora-converter", "list item")
+        self.drag(converter, yen, to=euro)
+        wait_for(lambda: self.names("fexora-converter", "list item")[0].startswith("Japanese"))
+        wait_for(lambda: self.names("fexora-today", "list item")[0].startswith("Japanese"))
         # A second start hands its words over, and ends.
         self.assertEqual(subprocess.run([BIN / "fexora-converter", "7", "EUR", "CHF"],
                                         env=self.environment, timeout=PATIENCE).returncode, 0)
@@ -105,6 +153,24 @@ class Windows(unittest.TestCase):
             process.wait()
         self.open("fexora-converter")
         self.shows("fexora-converter", swiss)
+
+    def test_the_bus_starts_what_is_wanted(self):
+        self.ask("org.fexora.Fexora", "ActivateAction", "('today', @av [], @a{sv} {})")
+        self.shows("fexora-today", "Euro, 88.02")
+        self.assertEqual(self.names("fexora-converter", "list item"), [])
+        self.ask("org.fexora.Fexora", "ActivateAction", "('convert', [<'50'>, <'USD'>], @a{sv} {})")
+        self.shows("fexora-converter", "Euro, 44.01")
+        self.ask("org.fexora.Today", "Activate", "(@a{sv} {},)")
+
+
+def describe_services(folder):
+    """Tells a session bus of the folder how the windows are started."""
+    services = pathlib.Path(folder, "dbus-1/services")
+    services.mkdir(parents=True)
+    for name in ("Fexora", "Today"):
+        template = (SERVICES / f"org.fexora.{name}.service.in").read_text(encoding="utf-8")
+        (services / f"org.fexora.{name}.service").write_text(
+            template.replace("@CMAKE_INSTALL_FULL_BINDIR@", str(BIN)), encoding="utf-8")
 
 
 def main():
@@ -119,17 +185,21 @@ def main():
         return 0
     if INNER not in os.environ:
         # Into a file: what the buses have started may outlive them and would hold a pipe open.
-        with tempfile.TemporaryFile("w+") as output:
+        with tempfile.TemporaryFile("w+") as output, tempfile.TemporaryDirectory() as data:
+            describe_services(data)
             result = subprocess.run(["xvfb-run", "-a", "-s", "-screen 0 1400x1000x24",
                                      "dbus-run-session", "--", sys.executable, "-B", __file__],
-                                    env=dict(os.environ, **{INNER: "1"}), stdin=subprocess.DEVNULL,
-                                    stdout=output, stderr=subprocess.STDOUT)
+                                    env=dict(os.environ, XDG_DATA_HOME=data, **{INNER: "1"}),
+                                    stdin=subprocess.DEVNULL, stdout=output,
+                                    stderr=subprocess.STDOUT)
             output.seek(0)
             print(output.read())
         return result.returncode
     bus = subprocess.Popen([LAUNCHER, "--launch-immediately"], stdout=subprocess.DEVNULL,
                            stderr=subprocess.DEVNULL)
     try:
+        # A window that opens before would have the session bus start another of these.
+        wait_for(lambda: call("org.freedesktop.DBus", "NameHasOwner", "('org.a11y.Bus',)")[0])
         unittest.main(verbosity=0)
     finally:
         bus.terminate()
