@@ -460,7 +460,6 @@ int main(int count, char** arguments) {
   qputenv("XDG_CONFIG_HOME", (folder.path() + "/config").toUtf8());
   qputenv("LC_ALL", "C.UTF-8");
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  qunsetenv("DBUS_SESSION_BUS_ADDRESS");
   QApplication application(count, arguments);
   QApplication::setApplicationName("fexora-test");
   fexora::desktop::applyLanguage();

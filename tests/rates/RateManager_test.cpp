@@ -213,6 +213,7 @@ TEST_F(Loading, ChangedCodes_AreLookedUpAnew) {
 
 TEST_F(Loading, CodesThatComeOften_GiveABoundedConversion) {
   std::vector<USDRateRef> list;
+  list.reserve(4000);
   for (int i = 0; i < 4000; ++i) list.push_back(USDRate::make(1 + i, i % 2 == 0 ? "EUR" : "GBP"));
   store->saveUSDRates(list, false);
   rates->loadRates(std::nullopt, {});

@@ -18,7 +18,6 @@ namespace fexora {
 namespace {
 
 using test::EnvironmentVariable;
-using test::readFile;
 using test::writeFile;
 
 unsigned rightsOf(const std::string& path) {
