@@ -84,9 +84,14 @@ NumberMarks marksOf(const icu::DecimalFormat& format, const icu::Locale& locale)
 }  // namespace
 
 IcuNumbers::IcuNumbers(std::string_view localeName) {
-  const icu::Locale locale = numberLocale(localeName);
-  formatter_ = icu::number::NumberFormatter::withLocale(locale);
+  icu::Locale locale = numberLocale(localeName);
   parser_ = makeFormat(locale, UNUM_DECIMAL);
+  if (parser_ == nullptr) {
+    // A name of a known language may still be too long for a format.
+    locale = icu::Locale::getUS();
+    parser_ = makeFormat(locale, UNUM_DECIMAL);
+  }
+  formatter_ = icu::number::NumberFormatter::withLocale(locale);
   if (parser_ == nullptr) return;
   const icu::DecimalFormatSymbols* const symbols = parser_->getDecimalFormatSymbols();
   decimalSeparator_.clear();
