@@ -81,7 +81,8 @@ void AmountField::setAmount(double amount) {
   reading_ = readTyped(entry_->text());
   isOther_ = false;
   showReading();
-  if (entry_->hasFocus()) entry_->selectAll();
+  // Also while another window is in front: who comes back types over it.
+  if (window()->focusWidget() == entry_) entry_->selectAll();
 }
 
 void AmountField::setSource(const Currency& currency) {

@@ -14,7 +14,9 @@ bool savesPower() {
        << QStringLiteral("power-saver-enabled");
   const QDBusMessage answer =
       QDBusConnection::sessionBus().call(call, QDBus::Block, kPatienceMilliseconds);
-  return !answer.arguments().isEmpty() && unwrapped(answer.arguments().constFirst()).toBool();
+  // An error has arguments, too: a text, which is no "no".
+  return answer.type() == QDBusMessage::ReplyMessage && !answer.arguments().isEmpty() &&
+         unwrapped(answer.arguments().constFirst()).toBool();
 }
 
 }  // namespace fexora::desktop

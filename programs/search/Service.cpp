@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* kIcon = "org.fexora.Fexora";
 // Of KRunner's kinds of matches the one that stands above all others: Plasma::QueryMatch.
-constexpr unsigned kExactMatch = 100;
+constexpr int kExactMatch = 100;
 
 constexpr const char* kInterfaces = R"xml(
 <node>
@@ -34,7 +34,7 @@ constexpr const char* kInterfaces = R"xml(
   <interface name="org.kde.krunner1">
     <method name="Actions"><arg type="a(sss)" direction="out"/></method>
     <method name="Match">
-      <arg type="s" direction="in"/><arg type="a(sssuda{sv})" direction="out"/>
+      <arg type="s" direction="in"/><arg type="a(sssida{sv})" direction="out"/>
     </method>
     <method name="Run"><arg type="s" direction="in"/><arg type="s" direction="in"/></method>
   </interface>
@@ -149,18 +149,18 @@ GVariant* Service::metas(GVariant* parameters) const {
 
 GVariant* Service::matches(const std::string& query) const {
   GVariantBuilder list;
-  g_variant_builder_init(&list, G_VARIANT_TYPE("a(sssuda{sv})"));
+  g_variant_builder_init(&list, G_VARIANT_TYPE("a(sssida{sv})"));
   double relevance = 1.0;
   constexpr double kStep = 0.01;  // keeps the order
   for (const Answer& answer : host_.answers(query)) {
     GVariantBuilder properties;
     g_variant_builder_init(&properties, G_VARIANT_TYPE("a{sv}"));
     add(properties, "subtext", answer.text);
-    g_variant_builder_add(&list, "(sssuda{sv})", answer.id.c_str(), answer.title.c_str(), kIcon,
+    g_variant_builder_add(&list, "(sssida{sv})", answer.id.c_str(), answer.title.c_str(), kIcon,
                           kExactMatch, relevance, &properties);
     relevance -= kStep;
   }
-  return g_variant_new("(a(sssuda{sv}))", &list);
+  return g_variant_new("(a(sssida{sv}))", &list);
 }
 
 void Service::launchSearch(const std::string& query) const {

@@ -1,0 +1,68 @@
+"""The documents to the letter: their code, what their commands print, and the files that they describe."""
+
+import datetime
+import os
+import re
+import subprocess
+import textwrap
+
+from support import BIN, SNAPSHOT, SOURCE, ProgramTest
+
+DOCUMENTS = [SOURCE / "README.md", *sorted((SOURCE / "docs").glob("*.md"))]
+# The last words before the code name its file.
+CODE = re.compile(r"`(examples/[^`]+)`:\n\n```cpp\n(.*?)```", re.DOTALL)
+CONSOLE = re.compile(r"(?m)^    \$ (.*)\n((?:    [^$].*\n)*)")
+TYPES = {bool: "boolean", int: "integer", list: "array", dict: "dictionary",
+         datetime.datetime: "date"}
+
+
+def dedented(lines):
+    return textwrap.dedent("\n".join(lines)).strip()
+
+
+def without_age(text):
+    """The text as of any day after the rates' own."""
+    return re.sub(r"\d+ \w+ old", "some days old", re.sub(r"(\d+ September) \d{4}", r"\1", text))
+
+
+class Documents(ProgramTest):
+    def test_code_is_the_samples(self):
+        for document in DOCUMENTS:
+            text = document.read_text(encoding="utf-8")
+            quotes = CODE.findall(text)
+            self.assertEqual(len(quotes), text.count("```cpp\n"), f"{document}: code of no sample")
+            for sample, code in quotes:
+                lines = (SOURCE / sample).read_text(encoding="utf-8").splitlines()
+                length = code.count("\n")
+                there = {dedented(lines[i:i + length]) for i in range(len(lines))}
+                self.assertIn(code.strip(), there, f"{document}: not in {sample}")
+
+    def test_commands_print_what_is_shown(self):
+        path = f"{BIN}:{os.environ['PATH']}"
+        for document in DOCUMENTS:
+            env = self.environment(FEXORA_CONTAINER=str(self.new_folder()), PATH=path)
+            for command, shown in CONSOLE.findall(document.read_text(encoding="utf-8")):
+                command = command.replace("./run", "fexora")
+                printed = subprocess.run(["bash", "-c", command], env=env, text=True, check=True,
+                                         stdout=subprocess.PIPE, stderr=subprocess.STDOUT).stdout
+                self.assertEqual(without_age(printed), without_age(textwrap.dedent(shown)), command)
+
+    def test_store_has_the_keys_of_its_table(self):
+        text = (SOURCE / "docs/file-formats.md").read_text(encoding="utf-8")
+        table = dict(re.findall(r"(?m)^\| `([A-Z]\w+)` \| (\w+) \|", text))
+        self.succeed("select", "USD", "EUR")
+        self.succeed("settings", "fraction", "2")
+        self.succeed("refresh", "--from", SNAPSHOT, "--force")
+        self.succeed("100", "USD")
+        content = self.content()
+        self.assertEqual(table, {key: TYPES[type(value)] for key, value in content.items()})
+        for inner in (content["UDRatesAnswer"], content["UDSourceCurrency"], content["UDUSDRates"][0]):
+            for key in inner:
+                self.assertIn(f"`{key}`", text)
+
+    def test_answer_is_taken_as_it_is_described(self):
+        text = (SOURCE / "docs/file-formats.md").read_text(encoding="utf-8")
+        answer = re.search(r"```json\n(.*?)```", text, re.DOTALL)[1]
+        file = self.new_folder() / "answer.json"
+        file.write_text(answer, encoding="utf-8")
+        self.assertEqual(self.json("refresh", "--from", file, "--force")["count"], 2)
