@@ -12,8 +12,8 @@ namespace fexora::desktop {
 
 class LinesModel;
 
-// Hidden, and without effect, while there are few lines. `list` shows a LinesModel; both must outlive
-// this.
+// Hidden, and without effect, while there are few lines. `list` shows a LinesModel; both must
+// outlive this.
 class LinesFilter final : public QWidget {
   Q_OBJECT
 
