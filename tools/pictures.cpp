@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <functional>
 #include <map>
+#include <utility>
 
 #include "programs/converter/ConverterWindow.h"
 #include "programs/desktop/AmountField.h"
@@ -28,6 +29,17 @@
 namespace fexora::desktop {
 namespace {
 
+// A quarter of an answer, and no more of it.
+class SlowTransport final : public Transport {
+ public:
+  void get(const std::string& /*address*/, Reader /*read*/, Completion /*complete*/) override {}
+  void follow(const std::string& /*address*/, Reader /*read*/, Completion /*complete*/,
+              const std::shared_ptr<Transfer>& transfer) override {
+    transfer->counts()->set(12U << 10, 48U << 10);
+    transfer->tell();
+  }
+};
+
 class Pictures {
  public:
   explicit Pictures(QString folder) : folder_(std::move(folder)), desk_(Desk::process()) {}
@@ -40,6 +52,7 @@ class Pictures {
         {"calculation", &Pictures::calculation},
         {"refused", &Pictures::refused},
         {"failed", &Pictures::failed},
+        {"refreshing", &Pictures::refreshing},
         {"picker", &Pictures::picker},
         {"settings", &Pictures::settings},
         {"dark", &Pictures::dark},
@@ -102,6 +115,15 @@ class Pictures {
     window.refresher().start();
     desk_.platform.loop->runUntil([&] { return !window.refresher().isRunning(); });
     save(window);
+  }
+  void refreshing() {
+    SlowTransport slow;
+    Transport* const usual = std::exchange(desk_.platform.transport, &slow);
+    ConverterWindow window(desk_, appearance_);
+    window.refresher().start();
+    save(window);
+    window.refresher().stop();
+    desk_.platform.transport = usual;
   }
   void refused() { converter("12x"); }
   void dark() {

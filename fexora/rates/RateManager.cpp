@@ -31,7 +31,9 @@ RateManager::RateManager() : RateManager(Platform::process()) {}
 RateManager::RateManager(Platform& platform, CurrencyManager* catalogue, StoreManager* store)
     : platform_(platform), catalogue_(catalogue), store_(store) {}
 
-RateManager::~RateManager() = default;
+RateManager::~RateManager() {
+  cancelRequests();
+}
 
 CurrencyManager& RateManager::catalogue() const {
   return catalogue_ != nullptr ? *catalogue_ : currencyManager();
@@ -101,6 +103,19 @@ bool RateManager::mayRequest() const {
   return !(difference < kRequestSpacing);
 }
 
+std::shared_ptr<Transfer> RateManager::newTransfer() {
+  std::erase_if(transfers_, [](const auto& transfer) { return transfer.expired(); });
+  auto transfer = std::make_shared<Transfer>(progress_);
+  transfers_.push_back(transfer);
+  return transfer;
+}
+
+void RateManager::cancelRequests() {
+  for (const auto& weak : std::exchange(transfers_, {})) {
+    if (const auto transfer = weak.lock()) transfer->cancel();
+  }
+}
+
 void RateManager::request(bool sync, const Completion& complete) {
   lastUpdate_ = Date(platform_.loop->wallSeconds());
   NetworkManager::simpleRequest<Response>(
@@ -116,7 +131,8 @@ void RateManager::request(bool sync, const Completion& complete) {
         } else if (error) {
           self.tell(complete, false, &*error);
         }
-      });
+      },
+      newTransfer());
 }
 
 std::optional<ResponseError> RateManager::takeAnswer(const Response& answer,

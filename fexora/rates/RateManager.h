@@ -15,6 +15,7 @@
 
 #include "fexora/input/Response.h"
 #include "fexora/platform/Platform.h"
+#include "fexora/platform/network/Transfer.h"
 #include "fexora/platform/values/NSObject.h"
 #include "fexora/rates/AnswerCheck.h"
 #include "fexora/rates/Freshness.h"
@@ -85,6 +86,14 @@ class FEXORA_API RateManager : public NSObject {
   // the whole catalogue). No request and no completion. False when there are none, and without
   // memory, which the log says.
   bool loadStoredRates(std::optional<std::vector<CurrencyRef>> forCurrencies = {});
+  // Called while the answer to a request of loadRates comes; what it says and when stands in
+  // Transfer.h. Counts for requests that are sent from then on; none by default.
+  void setProgress(Transfer::Told told) { progress_ = std::move(told); }
+  // Ends the requests that are under way, as the end of this manager does. Each changes nothing,
+  // whatever has come of it by now, and later calls its complete(false, error) of kind `cancelled`
+  // (after the end of this manager none is called). `lastUpdate` stays. Nothing when none is under
+  // way.
+  void cancelRequests();
   // Takes an answer that a host has got in another way, as loadRates takes the service's: checked,
   // kept (the file is written if `sync`), derived for the last selection. Nothing when it was
   // taken; else why not, and what was held stays.
@@ -128,6 +137,7 @@ class FEXORA_API RateManager : public NSObject {
             Completion& complete);
   void tell(const Completion& complete, bool fromCache, const ResponseError* error) const;
   void request(bool sync, const Completion& complete);
+  std::shared_ptr<Transfer> newTransfer();
   std::optional<std::string> reasonAgainst(const Response& answer) const;
   void keep(const Response& answer, RatesAnswer::Origin origin, bool sync);
   CurrencyManager& catalogue() const;
@@ -142,6 +152,8 @@ class FEXORA_API RateManager : public NSObject {
   std::string serviceMessage_;
   std::optional<Date> lastUpdate_;
   AnswerCheck check_;
+  Transfer::Told progress_;
+  std::vector<std::weak_ptr<Transfer>> transfers_;
   std::string ratesURL_ = kTrelbyRatesURL;
   // What a request on its way, or a step after a completion, still finds, or no longer.
   std::shared_ptr<RateManager*> self_;

@@ -102,14 +102,38 @@ void FreshnessCaption::setProblem(const QString& problem) {
 void FreshnessCaption::showState() {
   const bool isRunning = refresher_.isRunning();
   const QString problem = refresher_.problem().isEmpty() ? problem_ : refresher_.problem();
-  progress_->setVisible(isRunning);
-  status_->setVisible(!isRunning && !problem.isEmpty());
-  status_->setText(problem);
-  status_->setToolTip(problem);
+  const QString status = isRunning ? progressText() : problem;
+  showBar();
+  status_->setVisible(!status.isEmpty());
+  status_->setTone(isRunning ? TextLine::Tone::dim : TextLine::Tone::warning);
+  status_->setText(status);
+  status_->setToolTip(status);
   action_->setText(isRunning ? tr("Stop") : tr("Refresh"));
   action_->setToolTip(isRunning ? tr("Stop refreshing") : tr("Ask for fresh rates (F5)"));
   action_->updateGeometry();
   fitText();
+}
+
+// Full at the end where that is known, else moving.
+void FreshnessCaption::showBar() {
+  const Transfer::Progress& progress = refresher_.progress();
+  progress_->setVisible(refresher_.isRunning());
+  progress_->setRange(0, static_cast<int>(progress.total.value_or(0)));
+  progress_->setValue(static_cast<int>(progress.received));
+}
+
+// Nothing for an answer that comes at once: the window's rows would only jump.
+QString FreshnessCaption::progressText() const {
+  const Transfer::Progress& progress = refresher_.progress();
+  const auto inKilobytes = [](std::uint64_t bytes) {
+    constexpr std::uint64_t kKilobyte = 1024;
+    const std::uint64_t begun = (bytes + kKilobyte - 1) / kKilobyte;
+    return languageLocale().toString(static_cast<qulonglong>(begun));
+  };
+  if (progress.received == 0) return {};
+  const QString received = inKilobytes(progress.received);
+  if (!progress.total) return tr("Refreshing… %1 KB").arg(received);
+  return tr("Refreshing… %1 of %2 KB").arg(received, inKilobytes(*progress.total));
 }
 
 void FreshnessCaption::paintEvent(QPaintEvent* /*event*/) {

@@ -33,6 +33,8 @@ class FreshnessCaption final : public QWidget {
 
  private:
   void showState();
+  void showBar();
+  QString progressText() const;
   void fitText();
 
   Desk desk_;

@@ -36,8 +36,13 @@ QString inWords(const ResponseError& error) {
   return toQt(text).simplified();
 }
 
-Refresher::Refresher(const Desk& desk, QObject* parent)
-    : QObject(parent), desk_(desk), isStopped_(std::make_shared<bool>(false)) {
+Refresher::Refresher(const Desk& desk, QObject* parent) : QObject(parent), desk_(desk) {
+  desk_.rates.setAnswerCheck(plausible());
+  desk_.rates.setProgress([self = QPointer(this)](const Transfer::Progress& progress) {
+    if (self == nullptr || !self->isRunning_) return;
+    self->progress_ = progress;
+    emit self->stateChanged();
+  });
   timer_.setTimerType(Qt::VeryCoarseTimer);
   timer_.setInterval(kLookEveryMilliseconds);
   connect(&timer_, &QTimer::timeout, this, &Refresher::startIfStale);
@@ -47,26 +52,23 @@ void Refresher::start() {
   if (isRunning_) return;
   isRunning_ = true;
   problem_.clear();
-  isStopped_ = std::make_shared<bool>(false);
-  desk_.rates.setAnswerCheck(
-      [stopped = isStopped_, check = plausible()](const Response& answer, const HeldRates& held) {
-        return *stopped ? std::optional<std::string>("stopped") : check(answer, held);
-      });
+  progress_ = {};
   QSettings().setValue(lastTryKey(), desk_.now().secondsSince1970());
   emit stateChanged();
   // Whoever asks for fresh rates gets a request, however soon after the last.
   desk_.rates.setLastUpdate(std::nullopt);
-  desk_.rates.loadRates(
-      std::vector<CurrencyRef>(),
-      [self = QPointer(this), stopped = isStopped_](bool fromCache, const ResponseError* error) {
-        if (!fromCache && self != nullptr && !*stopped) self->finish(error);
-      });
+  desk_.rates.loadRates(std::vector<CurrencyRef>(),
+                        [self = QPointer(this)](bool fromCache, const ResponseError* error) {
+                          const bool isStopped =
+                              error != nullptr && error->kind == ResponseError::Kind::cancelled;
+                          if (!fromCache && self != nullptr && !isStopped) self->finish(error);
+                        });
 }
 
 void Refresher::stop() {
   if (!isRunning_) return;
-  *isStopped_ = true;
   isRunning_ = false;
+  desk_.rates.cancelRequests();
   emit stateChanged();
 }
 

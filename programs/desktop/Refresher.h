@@ -1,14 +1,12 @@
 // Brings fresh rates when asked, and by itself when the rates are stale.
 //
 // By itself at most once an hour, starts of the program counted together, and never while the
-// desktop saves power. It sets the rate manager's check of answers: one that comes after stop() is
-// not taken. Main thread.
+// desktop saves power. It sets the rate manager's check of answers and its progress. Main thread.
 #pragma once
 
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
-#include <memory>
 
 #include "programs/desktop/Desk.h"
 
@@ -21,16 +19,19 @@ class Refresher final : public QObject {
   explicit Refresher(const Desk& desk, QObject* parent = nullptr);
 
   bool isRunning() const { return isRunning_; }
+  // Of the request that is running; nothing before the first byte of the answer.
+  const Transfer::Progress& progress() const { return progress_; }
   // Why the last request brought nothing, one line for a person; empty when it went well.
   const QString& problem() const { return problem_; }
 
   void start();
+  // Ends the request that is running; what has come of it is not taken.
   void stop();
   // From now on by itself, too.
   void startByItself();
 
  signals:
-  // Running or not, and the problem.
+  // Running or not, how far, and the problem.
   void stateChanged();
   // New rates are in the store, and so is the service's message in the rate manager.
   void refreshed();
@@ -41,10 +42,9 @@ class Refresher final : public QObject {
 
   Desk desk_;
   bool isRunning_ = false;
+  Transfer::Progress progress_;
   QString problem_;
   QTimer timer_;
-  // Of the request on its way: whether it was stopped. A check that outlives this still finds it.
-  std::shared_ptr<bool> isStopped_;
 };
 
 // An error in the person's language.

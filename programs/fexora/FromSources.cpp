@@ -1,6 +1,7 @@
 #include "programs/fexora/FromSources.h"
 
 #include <cmath>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -29,14 +30,18 @@ std::string fetch(const std::string& address) {
   bool ended = false;
   std::optional<std::string> text;
   std::optional<ResponseError> error;
+  Transfer::Progress received;
+  const auto transfer =
+      std::make_shared<Transfer>([&](const Transfer::Progress& now) { received = now; });
   NetworkManager::textRequest(
       *Platform::process().transport, address,
       [&](std::optional<std::string> answer, std::optional<ResponseError> problem) {
         text = std::move(answer);
         error = std::move(problem);
         ended = true;
-      });
-  waitFor(address, ended);
+      },
+      transfer);
+  waitFor(address, received, ended);
   if (text) return *std::move(text);
   throw Failure{Exit::network, error ? kindOf(*error) : "noTransport",
                 error ? error->message : shownAddress(address) + ": no answer"};

@@ -1,5 +1,6 @@
 #include "programs/fexora/Progress.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <utility>
 
@@ -20,10 +21,24 @@ std::size_t columns() {
   return ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUsual;
 }
 
+std::string kilobytes(std::uint64_t bytes) {
+  constexpr std::uint64_t kKilobyte = 1024;
+  return integerText(static_cast<std::int64_t>((bytes + kKilobyte - 1) / kKilobyte));
+}
+
+// ", 12 of 48 KB"
+std::string receivedText(const Transfer::Progress& progress) {
+  if (progress.received == 0) return {};
+  const std::string total = progress.total ? " of " + kilobytes(*progress.total) : "";
+  return ", " + kilobytes(progress.received) + total + " KB";
+}
+
 }  // namespace
 
-Progress::Progress(std::string text)
-    : text_(std::move(text)), begin_(Platform::process().loop->monotonicSeconds()) {
+Progress::Progress(std::string text, const Transfer::Progress& received)
+    : text_(std::move(text)),
+      received_(received),
+      begin_(Platform::process().loop->monotonicSeconds()) {
   if (::isatty(STDERR_FILENO) != 0) schedule();
 }
 
@@ -41,9 +56,9 @@ void Progress::schedule() {
 
 void Progress::show() {
   const double passed = Platform::process().loop->monotonicSeconds() - begin_;
-  const std::string time = std::string(" ").append(fixedText(passed, 1)).append(" s");
-  const std::size_t room = columns() > time.size() ? columns() - time.size() - 1 : 0;
-  std::fputs(("\r\033[K" + text_.substr(0, room) + time).c_str(), stderr);
+  const std::string rest = receivedText(received_) + ", " + fixedText(passed, 1) + " s";
+  const std::size_t room = columns() > rest.size() ? columns() - rest.size() - 1 : 0;
+  std::fputs(("\r\033[K" + text_.substr(0, room) + rest).c_str(), stderr);
   shown_ = true;
 }
 

@@ -8,12 +8,13 @@
 
 namespace fexora::program {
 
-// From half a second on, a line on standard error with the time passed, rewritten twice a second
-// and wiped in the end. Nothing where standard error is no terminal. Needs a running loop. Main
-// thread.
+// From half a second on, a line on standard error with what has come and the time passed, rewritten
+// twice a second and wiped in the end. Nothing where standard error is no terminal. Needs a running
+// loop. Main thread.
 class Progress {
  public:
-  explicit Progress(std::string text);
+  // `received` is looked at whenever the line is written, and outlives this.
+  Progress(std::string text, const Transfer::Progress& received);
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
   ~Progress();
@@ -23,6 +24,7 @@ class Progress {
   void show();
 
   std::string text_;
+  const Transfer::Progress& received_;
   double begin_ = 0;
   bool shown_ = false;
   std::shared_ptr<Timer> timer_;

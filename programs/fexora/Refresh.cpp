@@ -44,11 +44,14 @@ Failure failureOf(const StoreManager& store, const ResponseError& error) {
 void refreshFromService(const StoreManager& store) {
   bool ended = false;
   std::optional<Failure> failure;
+  Transfer::Progress received;
+  rateManager().setProgress([&](const Transfer::Progress& now) { received = now; });
   startRefresh(store, [&](std::optional<Failure> problem) {
     failure = std::move(problem);
     ended = true;
   });
-  waitFor(kTrelbyRatesURL, ended);
+  waitFor(kTrelbyRatesURL, received, ended);
+  rateManager().setProgress({});
   if (failure) throw Failure(*failure);
 }
 
@@ -114,12 +117,14 @@ const char* kindOf(const ResponseError& error) {
       return "notAnObject";
     case ResponseError::Kind::implausible:
       return "implausible";
+    case ResponseError::Kind::cancelled:
+      return "cancelled";
   }
   return "network";
 }
 
-void waitFor(const std::string& address, const bool& ended) {
-  const Progress progress(oneLine("loading rates from " + shownAddress(address)));
+void waitFor(const std::string& address, const Transfer::Progress& received, const bool& ended) {
+  const Progress progress(oneLine("loading rates from " + shownAddress(address)), received);
   Platform::process().loop->runUntil([&] { return ended; });
   if (!ended) throw Failure{Exit::network, "noLoop", "there is no loop to wait with; see the log"};
 }

@@ -6,6 +6,7 @@
 #include <QDBusConnection>
 #include <QDBusVariant>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QProcess>
@@ -18,6 +19,7 @@
 #include "programs/desktop/AmountField.h"
 #include "programs/desktop/Appearance.h"
 #include "programs/desktop/CurrencyPicker.h"
+#include "programs/desktop/FreshnessCaption.h"
 #include "programs/desktop/FreshnessText.h"
 #include "programs/desktop/Languages.h"
 #include "programs/desktop/LinesFilter.h"
@@ -38,10 +40,16 @@ namespace {
 // Keeps the request until the test answers it.
 class HeldTransport final : public Transport {
  public:
-  void get(const std::string& /*address*/, Reader /*read*/, Completion complete) override {
+  void get(const std::string& address, Reader read, Completion complete) override {
+    follow(address, read, std::move(complete), nullptr);
+  }
+  void follow(const std::string& /*address*/, Reader /*read*/, Completion complete,
+              const std::shared_ptr<Transfer>& with) override {
     held = std::move(complete);
+    transfer = with;
   }
   Completion held;
+  std::shared_ptr<Transfer> transfer;
 };
 
 HeldTransport transport;
@@ -288,6 +296,12 @@ void DesktopTest::saysHowOldRatesAre() {
 
 void DesktopTest::refreshesStopsAndSaysWhy() {
   Refresher refresher(desk_);
+  const FreshnessCaption caption(desk_, refresher);
+  const auto texts = [&] {
+    QStringList all;
+    for (const auto* label : caption.findChildren<QLabel*>()) all << label->text();
+    return all;
+  };
   auto answer = std::make_shared<Response>();
   answer->setUpdated(desk_.now().secondsSince1970());
   answer->setServiceMessage("Closed tomorrow");
@@ -298,7 +312,16 @@ void DesktopTest::refreshesStopsAndSaysWhy() {
   QCOMPARE(refresher.problem(), "The rates service took too long to answer.");
   refresher.start();
   QVERIFY(refresher.problem().isEmpty());
+  QVERIFY(!texts().contains("Refreshing… 12 KB"));
+  transport.transfer->counts()->set((11U << 10) + 1, 0);
+  transport.transfer->tell();
+  QVERIFY(texts().contains("Refreshing… 12 KB"));
+  transport.transfer->counts()->set(12U << 10, 48U << 10);
+  transport.transfer->tell();
+  QVERIFY(texts().contains("Refreshing… 12 of 48 KB"));
   refresher.stop();
+  QVERIFY(transport.transfer->isCancelled());
+  QVERIFY(!texts().contains("Refreshing… 12 of 48 KB"));
   transport.held(answer, {});
   QVERIFY(hasBundledRates(desk_.store));
   refresher.start();

@@ -1,17 +1,24 @@
 // What the transport owes the loop that it completes on, and its bounds in time. What a service can
 // answer is asked of the program: tests/programs/test_network.py.
+#include <array>
+#include <atomic>
 #include <memory>
 #include <optional>
+#include <semaphore>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "fexora/input/Response.h"
 #include "fexora/platform/network/NetworkManager.h"
 #include "fexora/platform/network/curl/CurlTransport.h"
 
+#include "tests/network/NameServer.h"
 #include "tests/support/LoopbackServer.h"
+#include "tests/support/VirtualRunLoop.h"
 
 namespace fexora::test {
 namespace {
@@ -43,14 +50,17 @@ class TransportTest : public testing::Test {
   // Made at first use, from `options` as it is then.
   CurlTransport& transport() {
     if (transport_ == nullptr) {
-      transport_ = CurlTransport::make(loop, log_, Files::process(), options);
+      transport_ = CurlTransport::make(loop, log, Files::process(), options);
     }
     return *transport_;
   }
   void endTransport() { transport_.reset(); }
 
-  // Runs the loop until the request has completed, and for a second completion that may follow.
-  Outcome ask(const std::string& address);
+  // Runs the loop until the request has completed, and for a second completion that may follow;
+  // with a transfer, cancels it over and over as soon as `isTime` says so.
+  Outcome ask(
+      const std::string& address, const std::shared_ptr<Transfer>& transfer = nullptr,
+      const std::function<bool()>& isTime = [] { return false; });
   Outcome expectError(const std::string& address, Kind kind) {
     Outcome outcome = ask(address);
     EXPECT_EQ(outcome.error ? text(outcome.error->kind) : "none", std::string(text(kind)));
@@ -66,17 +76,19 @@ class TransportTest : public testing::Test {
 
   RunLoop& loop = RunLoop::process();
   NetOptions options;
+  NoLog log;
 
  private:
-  NoLog log_;
   std::unique_ptr<CurlTransport> transport_;
 };
 
-Outcome TransportTest::ask(const std::string& address) {
+Outcome TransportTest::ask(const std::string& address, const std::shared_ptr<Transfer>& transfer,
+                           const std::function<bool()>& isTime) {
   Outcome outcome;
   std::shared_ptr<Timer> timer;
   const std::function<void()> tick = [&] {
     ++outcome.ticks;
+    if (isTime()) transfer->cancel();
     timer = loop.scheduleTimer(0.001, tick);
   };
   timer = loop.scheduleTimer(0.001, tick);
@@ -86,7 +98,9 @@ Outcome TransportTest::ask(const std::string& address) {
         ++outcome.completions;
         outcome.record = std::move(record);
         outcome.error = std::move(error);
-      });
+      },
+      transfer);
+  if (isTime()) transfer->cancel();
   EXPECT_EQ(outcome.completions, 0) << "called before the request returned";
   loop.runUntil([&] { return outcome.completions > 0; });
   timer->invalidate();
@@ -141,6 +155,103 @@ TEST_F(TransportTest, Requests_RunSideBySide) {
   endTransport();
   runQueued();
   EXPECT_EQ(completions, 0);
+}
+
+// At each moment of a request; the connection is let go.
+TEST_F(TransportTest, Cancelled_EndsAndIsToldOnce) {
+  options.connectSeconds = options.requestSeconds = 3600;  // nothing else ends it
+  const LoopbackListener silent;
+  std::atomic<bool> hasLeft = false;
+  const LoopbackServer halfway([&](int connection) {
+    sendAll(connection, "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{\"rates\": [");
+    waitForClient(connection, -1);
+    hasLeft = true;
+  });
+  std::array<int, 2> name{};  // stays open: the look-up goes on for ever
+  ASSERT_EQ(pipe(name.data()), 0);
+  silentNameAsked = name[1];
+  const auto isReadable = [](int descriptor) { return waitForClient(descriptor, 0); };
+  std::shared_ptr<Transfer> transfer;
+  struct Row {
+    std::string address;
+    std::function<bool()> isTime;
+  };
+  for (const Row& row :
+       {Row{silent.address(), [] { return true; }},
+        Row{"http://silent.test/", [&] { return isReadable(name[0]); }},
+        Row{silent.address(), [&] { return isReadable(silent.descriptor()); }},
+        Row{halfway.address(), [&] { return transfer->progress().received > 0; }}}) {
+    transfer = std::make_shared<Transfer>();
+    const Outcome outcome = ask(row.address, transfer, row.isTime);
+    ASSERT_TRUE(outcome.error.has_value());
+    EXPECT_EQ(outcome.error->kind, Kind::cancelled);
+    EXPECT_EQ(outcome.error->address, row.address);
+  }
+  while (!hasLeft) std::this_thread::yield();
+  // Before the network is open, and after the end.
+  std::optional<Kind> kind;
+  transfer = std::make_shared<Transfer>();
+  NetworkManager::textRequest(
+      Transport::process(), silent.address(),
+      [&](const auto& /*text*/, const auto& error) { kind = error->kind; }, transfer);
+  transfer->cancel();
+  loop.runUntil([&] { return kind.has_value(); });
+  EXPECT_EQ(*kind, Kind::cancelled);
+  const LoopbackServer server(kGood);
+  transfer = std::make_shared<Transfer>();
+  EXPECT_NE(ask(server.address(), transfer).record, nullptr);
+  transfer->cancel();
+  runQueued();
+}
+
+TEST_F(TransportTest, Progress_IsToldOnTheLoopAndNotTooOften) {
+  for (const bool saysTotal : {true, false}) {
+    std::binary_semaphore goOn(0);
+    const LoopbackServer server([&](int connection) {
+      sendAll(connection, "HTTP/1.1 200 OK\r\n");
+      sendAll(connection, saysTotal ? "Content-Length: 8\r\n\r\nhalf" : "\r\nhalf");
+      goOn.acquire();
+      sendAll(connection, "more");
+    });
+    VirtualRunLoop still;
+    const auto held = CurlTransport::make(still, log, Files::process(), options);
+    std::vector<Transfer::Progress> told;
+    const auto transfer = std::make_shared<Transfer>(
+        [&](const Transfer::Progress& progress) { told.push_back(progress); });
+    std::optional<std::string> answer;
+    NetworkManager::textRequest(
+        *held, server.address(), [&](const auto& text, const auto&) { answer = text; }, transfer);
+    while (transfer->progress().received == 0) std::this_thread::yield();
+    still.advance(Transfer::kTellSpacing * 0.9);
+    EXPECT_TRUE(told.empty());
+    still.advance(Transfer::kTellSpacing * 10);
+    const std::vector expected = {
+        Transfer::Progress{4, saysTotal ? std::optional<std::uint64_t>(8) : std::nullopt}};
+    EXPECT_EQ(told, expected);
+    goOn.release();
+    while (!answer) still.drain();
+    EXPECT_EQ(*answer, "halfmore");
+    EXPECT_EQ(still.timers(), 0U);
+    EXPECT_EQ(told, expected);
+  }
+}
+
+TEST_F(TransportTest, Told_MayEndTheTransport) {
+  const LoopbackServer dripping([](int connection) {
+    sendAll(connection, "HTTP/1.1 200 OK\r\n\r\n");
+    while (sendAll(connection, "X")) waitForClient(connection, 1);
+  });
+  bool isDone = false;
+  const auto transfer = std::make_shared<Transfer>([&](const Transfer::Progress& progress) {
+    EXPECT_FALSE(progress.total.has_value());
+    endTransport();
+    isDone = true;
+  });
+  NetworkManager::textRequest(
+      transport(), dripping.address(), [](auto, auto) { FAIL(); }, transfer);
+  loop.runUntil([&] { return isDone; });
+  transfer->cancel();
+  runQueued();
 }
 
 TEST_F(TransportTest, Completion_MaySendTheNextOrEndTheTransport) {

@@ -119,9 +119,11 @@ class Refresh(ServedTest):
 
     def test_progress_shows_on_a_terminal_only_and_is_wiped(self):
         go_on = threading.Event()
-        self.service.script = lambda connection: go_on.wait() and connection.sendall(answer(GOOD))
+        whole = answer(GOOD)
+        self.service.script = lambda connection: (
+            connection.sendall(whole[:-9]), go_on.wait(), connection.sendall(whole[-9:]))
         process, terminal = self.start_on_terminal("refresh")
-        self.read_until(terminal, "loading rates")
+        self.assertIn("loading rates from http", self.read_until(terminal, ", 1 of 1 KB, "))
         go_on.set()
         self.assertEqual(process.wait(timeout=60), 0)
         self.assertIn("\r\x1b[K2 rates", self.read_until(terminal, "2 rates"))

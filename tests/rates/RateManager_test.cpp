@@ -28,6 +28,12 @@ Value answer(const Array& rates = {rate("EUR", 0.9), rate("no such code", 5), ra
 }
 
 struct World {
+  World() {
+    rates->setProgress([this](const Transfer::Progress& progress) {
+      told += std::to_string(progress.received) + " of " +
+              std::to_string(progress.total.value_or(0)) + ";";
+    });
+  }
   RateManager::Completion tell() {
     return [this](bool fromCache, const ResponseError* error) {
       told += error != nullptr ? text(error->kind) : fromCache ? "cache" : "service";
@@ -50,6 +56,8 @@ struct World {
       if (step == "odd") rates->setLastUpdate(Date(std::numeric_limits<double>::quiet_NaN()));
       if (step == "gone") rates.reset();
       if (step == "back") desktop.loop.setWall(desktop.loop.wallSeconds() - 3600);
+      if (step == "cancel") rates->cancelRequests();
+      if (step == "half") tellHalf();
       if (step == "answer") desktop.transport.answer(answer());
       if (step == "empty") desktop.transport.answer(Value(Dictionary{}));
       if (step == "list") desktop.transport.answer(Value(Array{}));
@@ -60,9 +68,15 @@ struct World {
     }
   }
 
+  void tellHalf() {
+    Transfer& transfer = *desktop.transport.requests.front().transfer;
+    transfer.counts()->set(24, 48);
+    transfer.tell();
+  }
+
   test::TestContainer container;
   test::VirtualPlatform desktop;
-  std::string told;  // "cache", "service" or the error's kind
+  std::string told;  // "cache", "service", the error's kind, or how far it is
   std::unique_ptr<StoreManager> store = std::make_unique<StoreManager>(desktop.platform);
   std::unique_ptr<RateManager> rates =
       std::make_unique<RateManager>(desktop.platform, nullptr, store.get());
@@ -96,7 +110,13 @@ TEST_F(Loading, TellsAndSends) {
       {"load both", "service;", 0, "EURGBP"},
       {"load both 30 load neither", "service;cache;", 0, "EURGBP"},
       {"load list", "not an object;", 0, ""},
-      {"load gone answer", "", 0, ""},
+      {"load gone half answer", "", 0, ""},
+      // Told on its way, and ended there.
+      {"load half half answer", "24 of 48;service;", 0, "EURGBP"},
+      {"load half cancel half cancel answer", "24 of 48;cancelled;", 0, ""},
+      {"kept load forget load cancel answer refuse", "cache;cache;cancelled;cancelled;", 0, "EUR"},
+      {"load answer cancel", "service;", 0, "EURGBP"},
+      {"kept load cancel 30 load refuse answer", "cache;cache;cancelled;service;", 0, "EURGBP"},
       // From memory alone, once there are rates in it.
       {"cached", "", 1, ""},
       {"cached answer 60 cached", "service;cache;", 0, "EURGBP"},

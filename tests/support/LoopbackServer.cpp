@@ -63,9 +63,9 @@ bool sendAll(int connection, std::string_view bytes) {
   return true;
 }
 
-void waitForClient(int connection, int milliseconds) {
+bool waitForClient(int connection, int milliseconds) {
   pollfd polled{connection, POLLIN | POLLRDHUP, 0};
-  poll(&polled, 1, milliseconds);
+  return poll(&polled, 1, milliseconds) > 0;
 }
 
 }  // namespace fexora::test

@@ -46,7 +46,7 @@ class LoopbackServer : public LoopbackListener {
 
 // False once the client is gone.
 bool sendAll(int connection, std::string_view bytes);
-// Ends after that time, or when the client is gone.
-void waitForClient(int connection, int milliseconds);
+// Ends after that time (-1: never), or when the client is gone or has sent something: true.
+bool waitForClient(int connection, int milliseconds);
 
 }  // namespace fexora::test

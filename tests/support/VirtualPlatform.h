@@ -63,9 +63,14 @@ class ScriptedTransport final : public Transport {
     std::string address;
     Reader read;
     Completion complete;
+    std::shared_ptr<Transfer> transfer;
   };
   void get(const std::string& address, Reader read, Completion complete) override {
-    requests.push_back({address, read, std::move(complete)});
+    follow(address, read, std::move(complete), nullptr);
+  }
+  void follow(const std::string& address, Reader read, Completion complete,
+              const std::shared_ptr<Transfer>& transfer) override {
+    requests.push_back({address, read, std::move(complete), transfer});
   }
   // Answers the oldest request; fails the test when there is none.
   void answer(std::optional<Value> root, std::optional<ResponseError> error = {}) {

@@ -39,8 +39,9 @@ NetOptions processNetOptions() {
   return options;
 }
 
-void LazyTransport::get(const std::string& address, Reader read, Completion complete) {
-  Request request{address, read, std::move(complete)};
+void LazyTransport::follow(const std::string& address, Reader read, Completion complete,
+                           const std::shared_ptr<Transfer>& transfer) {
+  Request request{address, read, std::move(complete), transfer};
   if (state_ == State::closed) open();
   if (state_ == State::opening) {
     waiting_.push_back(std::move(request));
@@ -102,7 +103,7 @@ void LazyTransport::settle(const Request& request) {
 // The completion stays the request's when this throws.
 void LazyTransport::send(const Request& request) {
   if (transport_ != nullptr) {
-    return transport_->get(request.address, request.read, request.complete);
+    return transport_->follow(request.address, request.read, request.complete, request.transfer);
   }
   const std::string address = shownAddress(request.address);
   ResponseError error{ResponseError::Kind::noTransport, address,

@@ -9,6 +9,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,7 +35,11 @@ class LazyTransport final : public Transport {
   // `host` is called at the first request, and whenever opening is tried again.
   explicit LazyTransport(std::function<Host()> host) : makeHost_(std::move(host)) {}
 
-  void get(const std::string& address, Reader read, Completion complete) override;
+  void get(const std::string& address, Reader read, Completion complete) override {
+    follow(address, read, std::move(complete), nullptr);
+  }
+  void follow(const std::string& address, Reader read, Completion complete,
+              const std::shared_ptr<Transfer>& transfer) override;
 
  private:
   enum class State { closed, opening, open, missing };
@@ -42,6 +47,7 @@ class LazyTransport final : public Transport {
     std::string address;
     Reader read;
     Completion complete;
+    std::shared_ptr<Transfer> transfer;
   };
 
   void open();

@@ -24,6 +24,8 @@ const char* text(ResponseError::Kind kind) noexcept {
       return "not an object";
     case ResponseError::Kind::implausible:
       return "implausible";
+    case ResponseError::Kind::cancelled:
+      return "cancelled";
   }
   return "unknown";
 }
@@ -47,6 +49,8 @@ std::string ResponseError::forPeople() const {
       return "The answer was not from a rates service. Does this network ask for a login?";
     case Kind::implausible:
       return "The new rates look wrong and were not taken: " + message + ".";
+    case Kind::cancelled:
+      return "The request for rates was stopped.";
   }
   return "There are no new rates.";
 }

@@ -10,6 +10,7 @@
 #include "fexora/platform/mapping/MapSource.h"
 #include "fexora/platform/mapping/MappableModel.h"
 #include "fexora/platform/network/ResponseError.h"
+#include "fexora/platform/network/Transfer.h"
 
 namespace fexora {
 
@@ -42,6 +43,13 @@ class FEXORA_API Transport {
   // thread. An answer whose root is no object is an error of kind notAnObject. With a null reader
   // any answer is taken, and the record is a TextAnswer. Main thread.
   virtual void get(const std::string& address, Reader read, Completion complete) = 0;
+
+  // The same, with `transfer` (null: as get) told of the answer while it comes. Once it is
+  // cancelled nothing more is sent or received, and when that is so the request completes, with
+  // whatever outcome. By itself this is get(): the transport of a host that has no better neither
+  // tells nor ends anything.
+  virtual void follow(const std::string& address, Reader read, Completion complete,
+                      const std::shared_ptr<Transfer>& transfer);
 
   static Transport& process();
 };

@@ -267,6 +267,14 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>Ask for fresh rates (F5)</source>
         <translation>طلب أسعار جديدة (F5)</translation>
     </message>
+    <message>
+        <source>Refreshing… %1 KB</source>
+        <translation>يجري التحديث… %1 ك.ب</translation>
+    </message>
+    <message>
+        <source>Refreshing… %1 of %2 KB</source>
+        <translation>يجري التحديث… %1 من %2 ك.ب</translation>
+    </message>
 </context>
 <context>
     <name>FreshnessWords</name>

@@ -267,6 +267,14 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <source>Ask for fresh rates (F5)</source>
         <translation>Neue Kurse holen (F5)</translation>
     </message>
+    <message>
+        <source>Refreshing… %1 KB</source>
+        <translation>Wird aktualisiert … %1 KB</translation>
+    </message>
+    <message>
+        <source>Refreshing… %1 of %2 KB</source>
+        <translation>Wird aktualisiert … %1 von %2 KB</translation>
+    </message>
 </context>
 <context>
     <name>FreshnessWords</name>

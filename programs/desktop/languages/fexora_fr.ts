@@ -267,6 +267,14 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <source>Ask for fresh rates (F5)</source>
         <translation>Demander de nouveaux taux (F5)</translation>
     </message>
+    <message>
+        <source>Refreshing… %1 KB</source>
+        <translation>Actualisation… %1 Ko</translation>
+    </message>
+    <message>
+        <source>Refreshing… %1 of %2 KB</source>
+        <translation>Actualisation… %1 sur %2 Ko</translation>
+    </message>
 </context>
 <context>
     <name>FreshnessWords</name>

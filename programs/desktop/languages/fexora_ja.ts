@@ -267,6 +267,14 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>Ask for fresh rates (F5)</source>
         <translation>新しいレートを取得 (F5)</translation>
     </message>
+    <message>
+        <source>Refreshing… %1 KB</source>
+        <translation>更新中… %1 KB</translation>
+    </message>
+    <message>
+        <source>Refreshing… %1 of %2 KB</source>
+        <translation>更新中… %1 / %2 KB</translation>
+    </message>
 </context>
 <context>
     <name>FreshnessWords</name>

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 #include "fexora/platform/base/Log.h"
 #include "fexora/platform/files/Files.h"
@@ -23,21 +24,39 @@ class CurlTransport final : public Transport {
   // As after stop(). Main thread.
   ~CurlTransport() override = default;
 
-  void get(const std::string& address, Reader read, Completion complete) override;
+  void get(const std::string& address, Reader read, Completion complete) override {
+    follow(address, read, std::move(complete), nullptr);
+  }
+  void follow(const std::string& address, Reader read, Completion complete,
+              const std::shared_ptr<Transfer>& transfer) override;
 
   // Ends the worker; requests in flight and later ones never complete. Main thread.
   void stop() { worker_.reset(); }
 
  private:
-  // Completions stay on the main thread, where they were made; the worker knows their numbers.
-  using Pending = std::unordered_map<std::uint64_t, Completion>;
+  // What stays on the main thread, where it was made; the worker knows the number.
+  struct Request {
+    Request() = default;
+    Request(const Request&) = delete;
+    Request& operator=(const Request&) = delete;
+    ~Request() {
+      if (tellTimer != nullptr) tellTimer->invalidate();
+    }
+    Completion complete;
+    std::shared_ptr<Transfer> transfer;  // or null
+    std::shared_ptr<Timer> tellTimer;
+  };
+  using Pending = std::unordered_map<std::uint64_t, Request>;
 
-  CurlTransport() = default;
+  explicit CurlTransport(RunLoop& loop) : loop_(loop) {}
+  void send(std::uint64_t id, const std::string& address, Reader read, Request& request);
+  static void tellLater(RunLoop& loop, const std::shared_ptr<Pending>& pending, std::uint64_t id);
   static void deliver(Pending& pending, std::uint64_t id, NetOutcome outcome);
 
   std::shared_ptr<Pending> pending_ = std::make_shared<Pending>();
   std::uint64_t lastId_ = 0;
-  std::unique_ptr<NetWorker> worker_;  // null once stopped
+  RunLoop& loop_;
+  std::shared_ptr<NetWorker> worker_;  // null once stopped
 };
 
 }  // namespace fexora

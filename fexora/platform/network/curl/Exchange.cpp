@@ -46,6 +46,7 @@ Exchange::Exchange(Request request, const NetOptions& options, std::optional<Rev
 
 CURLcode Exchange::prepare() {
   // The library underneath would see only what stands before a null character.
+  if (isCancelled()) return CURLE_ABORTED_BY_CALLBACK;
   if (request_.address.find('\0') != std::string::npos) return CURLE_URL_MALFORMAT;
   handle_.reset(curl_easy_init());
   return handle_ != nullptr && setOptions() && setHeaders() ? CURLE_OK : CURLE_OUT_OF_MEMORY;
@@ -73,8 +74,16 @@ bool Exchange::setOptions() {
          set(handle, CURLOPT_HEADERDATA, static_cast<void*>(this)) &&
          set(handle, CURLOPT_WRITEFUNCTION, &Exchange::onBody) &&
          set(handle, CURLOPT_WRITEDATA, static_cast<void*>(this)) &&
+         (request_.counts == nullptr || setProgress()) &&
          set(handle, CURLOPT_ERRORBUFFER, detailText_.data()) &&
          set(handle, CURLOPT_PRIVATE, static_cast<void*>(this));
+}
+
+bool Exchange::setProgress() {
+  CURL* handle = handle_.get();
+  return set(handle, CURLOPT_NOPROGRESS, 0L) &&
+         set(handle, CURLOPT_XFERINFOFUNCTION, &Exchange::onProgress) &&
+         set(handle, CURLOPT_XFERINFODATA, static_cast<void*>(this));
 }
 
 bool Exchange::setHeaders() {
@@ -102,6 +111,17 @@ std::size_t Exchange::onHeader(char* bytes, std::size_t /*size*/, std::size_t co
 
 std::size_t Exchange::onBody(char* bytes, std::size_t /*size*/, std::size_t count, void* self) {
   return static_cast<Exchange*>(self)->takeBody(bytes, count) ? count : 0;
+}
+
+// Of what comes before the answer, as redirects do, nothing is told.
+int Exchange::onProgress(void* self, curl_off_t total, curl_off_t received, curl_off_t /*toSend*/,
+                         curl_off_t /*sent*/) {
+  const auto& exchange = *static_cast<const Exchange*>(self);
+  if (received > 0 && exchange.status() == kOk) {
+    exchange.request_.counts->set(static_cast<std::uint64_t>(received),
+                                  static_cast<std::uint64_t>(std::max<curl_off_t>(total, 0)));
+  }
+  return 0;
 }
 
 bool Exchange::takeHeader(std::string_view line) noexcept {
@@ -182,6 +202,7 @@ NetOutcome Exchange::newAnswer() {
 NetOutcome Exchange::failure(CURLcode code) const {
   using Kind = ResponseError::Kind;
   const long status = this->status();
+  if (code == CURLE_ABORTED_BY_CALLBACK) return fail(Kind::cancelled, {});
   if (tooLarge_) return fail(Kind::tooLarge, "the answer is larger than allowed");
   // A final status decides, whatever became of the body after it.
   if (status >= kOk && status != kOk && status != kNotModified && !isRedirect(status)) {

@@ -39,7 +39,8 @@ class Exchange {
   struct Request {
     std::uint64_t id = 0;
     std::string address;
-    Transport::Reader read = nullptr;  // null: any text
+    Transport::Reader read = nullptr;          // null: any text
+    std::shared_ptr<Transfer::Counts> counts;  // null: nobody follows it
   };
 
   // With `kept` the service is asked whether that answer still stands. `options` outlives this.
@@ -48,10 +49,13 @@ class Exchange {
   Exchange& operator=(const Exchange&) = delete;
 
   const Request& request() const noexcept { return request_; }
-  // Makes what is to be transferred; an error when there is no memory for it or the address cannot
-  // be one.
+  // Makes what is to be transferred; an error when there is no memory for it, the address cannot be
+  // one, or it was cancelled by now.
   CURLcode prepare();
   CURL* handle() const noexcept { return handle_.get(); }
+  bool isCancelled() const noexcept {
+    return request_.counts != nullptr && request_.counts->isCancelled();
+  }
   // The outcome once the transfer has ended with `code`, or could not begin. Once.
   NetOutcome outcome(CURLcode code);
   // What to keep after an outcome with a new answer.
@@ -64,12 +68,15 @@ class Exchange {
   };
 
   bool setOptions();
+  bool setProgress();
   bool setHeaders();
   bool addHeader(const std::string& line);
   bool takeHeader(std::string_view line) noexcept;
   bool takeBody(const char* bytes, std::size_t count) noexcept;
   static std::size_t onHeader(char* bytes, std::size_t size, std::size_t count, void* self);
   static std::size_t onBody(char* bytes, std::size_t size, std::size_t count, void* self);
+  static int onProgress(void* self, curl_off_t total, curl_off_t received, curl_off_t toSend,
+                        curl_off_t sent);
 
   long status() const noexcept;
   bool wasConnected() const noexcept;

@@ -1,5 +1,6 @@
 #include "fexora/platform/network/curl/NetWorker.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -55,6 +56,7 @@ void NetWorker::send(Exchange::Request request) {
 void NetWorker::run() {
   constexpr int kPollMilliseconds = 60'000;
   while (beginWaiting()) {
+    dropCancelled();
     int running = 0;
     curl_multi_perform(multi_.get(), &running);
     endDone();
@@ -97,6 +99,15 @@ std::optional<NetOutcome> NetWorker::tryToBegin(Exchange::Request request) {
   NetOutcome outcome = at->second->outcome(CURLE_OUT_OF_MEMORY);
   running_.erase(at);
   return outcome;
+}
+
+void NetWorker::dropCancelled() {
+  const auto isCancelled = [](const auto& each) { return each.second->isCancelled(); };
+  for (;;) {
+    const auto at = std::find_if(running_.begin(), running_.end(), isCancelled);
+    if (at == running_.end()) return;
+    end(at->first, CURLE_ABORTED_BY_CALLBACK);
+  }
 }
 
 void NetWorker::endDone() {

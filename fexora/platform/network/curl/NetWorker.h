@@ -36,6 +36,8 @@ class NetWorker {
 
   // Any thread.
   void send(Exchange::Request request);
+  // Looks for requests that were cancelled. Any thread.
+  void endCancelled() const noexcept { wake_.wake(); }
 
  private:
   struct Cleanup {
@@ -47,6 +49,7 @@ class NetWorker {
   bool beginWaiting();
   void begin(Exchange::Request request);
   std::optional<NetOutcome> tryToBegin(Exchange::Request request);
+  void dropCancelled();
   void endDone();
   void end(CURL* handle, CURLcode code);
   void deliver(std::uint64_t id, NetOutcome outcome);
