@@ -4,6 +4,7 @@
 #include <QDebug>
 #include <QLabel>
 #include <QLineEdit>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include <fexora/fexora.h>
@@ -32,6 +33,11 @@ int main(int count, char** words) {
     storeManager().startSyncTimer();  // one save, a second after the last key
   };
   QObject::connect(entry, &QLineEdit::textChanged, show);
+
+  rateManager().setProgress([&window](const Transfer::Progress& progress) {
+    window.setWindowTitle(QStringLiteral("%1 bytes have come").arg(progress.received));
+  });
+  new QShortcut(Qt::Key_Escape, &window, [] { rateManager().cancelRequests(); });
 
   storeManager().setReconcilesAfterSkip(true);  // misses nothing around its own saves
   seedBundledRates(storeManager());
