@@ -172,8 +172,7 @@ QString AmountField::readingText() const {
     case AmountReading::Kind::refused:
       return reading_.problem;
     case AmountReading::Kind::calculation:
-      return leftToRight("= " + plainNumber(reading_.value) + ' ' + sourceCode_) + " · " +
-             sourceName_;
+      return leftToRight("= " + plainNumber(*amount()) + ' ' + sourceCode_) + " · " + sourceName_;
     case AmountReading::Kind::number:
       if (reading_.other) return tr("Read as %1").arg(plainNumber(*amount()));
       if (reading_.currencyIsGuess) return tr("The sign was read as %1").arg(sourceName_);

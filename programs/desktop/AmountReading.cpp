@@ -5,7 +5,7 @@
 #include "fexora/fexora.h"
 
 #include "programs/desktop/QtText.h"
-#include "programs/shared/Sum.h"
+#include "programs/shared/Calculation.h"
 
 namespace fexora::desktop {
 namespace {
@@ -28,26 +28,19 @@ QString problemOf(SumResult::Problem problem) {
   }
 }
 
-SumResult sumOf(const std::string& text) {
-  return program::evaluateSum(text, [](std::string_view word) -> std::optional<double> {
-    const TypedAmount read = readAmount(word);
-    // One currency for one number of many would be none of the sum.
-    if (read.kind == TypedAmount::Kind::refused || !read.currency.empty()) return std::nullopt;
-    return read.value;
-  });
-}
-
 AmountReading calculated(const std::string& text) {
-  SumResult sum = sumOf(text);
-  if (sum.problem == SumResult::Problem::incomplete) {
+  program::Calculation calculation = program::calculate(text);
+  if (calculation.sum.problem == SumResult::Problem::incomplete) {
     const auto last = text.find_last_not_of("+-*/( ");
-    if (last != std::string::npos) sum = sumOf(text.substr(0, last + 1));
+    if (last != std::string::npos) calculation = program::calculate(text.substr(0, last + 1));
   }
+  const SumResult& sum = calculation.sum;
   AmountReading reading;
   const bool isRight = sum.problem == SumResult::Problem::none;
   reading.kind = isRight ? AmountReading::Kind::calculation : AmountReading::Kind::refused;
   if (isRight) reading.value = sum.value;
   if (!isRight) reading.problem = problemOf(sum.problem);
+  reading.other = calculation.other;
   return reading;
 }
 

@@ -13,7 +13,7 @@ struct AmountReading {
 
   Kind kind = Kind::empty;
   double value = 0;              // finite; of numbers and calculations
-  std::optional<double> other;   // the second reading of an ambiguous number
+  std::optional<double> other;   // with the second reading of each ambiguous number in it
   std::string currency;          // that stands beside the number, or empty
   bool currencyIsGuess = false;  // its sign is that of several
   QString problem;               // of a refused text, one line

@@ -6,8 +6,8 @@
 
 #include "fexora/fexora.h"
 
+#include "programs/shared/Calculation.h"
 #include "programs/shared/Failure.h"
-#include "programs/shared/Sum.h"
 
 namespace fexora::program {
 namespace {
@@ -79,21 +79,19 @@ const char* describe(SumResult::Problem problem) {
   return "cannot be calculated";
 }
 
-Amount calculate(const std::string& typed) {
+Amount calculated(const std::string& typed) {
   using Problem = SumResult::Problem;
   const std::string text = withPlainSigns(typed);
-  Amount amount;
-  const SumResult sum = evaluateSum(text, [&](std::string_view word) -> std::optional<double> {
-    const TypedAmount read = readAmount(word);
-    // One currency for one number of many would be none of the sum.
-    if (read.kind == TypedAmount::Kind::refused || !read.currency.empty()) return std::nullopt;
-    noteReading(word, read, amount);
-    return read.value;
-  });
+  const Calculation calculation = calculate(text);
+  const SumResult& sum = calculation.sum;
   if (sum.problem == Problem::none) {
+    Amount amount;
     amount.value = sum.value;
-    amount.reading.kind = TypedAmount::Kind::exact;
+    amount.reading.kind =
+        calculation.other ? TypedAmount::Kind::ambiguous : TypedAmount::Kind::exact;
     amount.reading.value = sum.value;
+    amount.reading.other = calculation.other;
+    for (const auto& [number, read] : calculation.ambiguous) noteReading(number, read, amount);
     return amount;
   }
   std::string why = describe(sum.problem);
@@ -113,7 +111,7 @@ std::string example() {
 Amount amountFromText(const std::string& typed) {
   const TypedAmount read = readAmount(typed);
   if (read.kind == TypedAmount::Kind::refused) {
-    if (mayBeSum(withPlainSigns(typed))) return calculate(typed);
+    if (mayBeSum(withPlainSigns(typed))) return calculated(typed);
     const bool hasPlace = read.place > 0 && read.place < typed.size();
     throw rejection(typed, "is no finite number: " + std::string(read.reason) +
                                (hasPlace ? atPlace(typed, read.place) : "") +

@@ -10,7 +10,7 @@ namespace fexora::program {
 
 struct Amount {
   double value = 0;                // always finite
-  TypedAmount reading;             // of a number; exact for a calculation
+  TypedAmount reading;             // of a number; of a calculation kind, value and other alone
   std::string currency;            // that the text carried, or empty
   std::vector<std::string> notes;  // what was read in one of several ways, a line each
 };

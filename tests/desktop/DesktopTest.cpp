@@ -152,6 +152,7 @@ void DesktopTest::readsWhatIsTyped() {
                                                    {"-1.5", Kind::number, -1.5, 0, ""},
                                                    {"5 €", Kind::number, 5, 0, "EUR"},
                                                    {"12+3×2", Kind::calculation, 18, 0, ""},
+                                                   {"1,234+1", Kind::calculation, 1235, 2.234, ""},
                                                    {"12+", Kind::calculation, 12, 0, ""},
                                                    {"(12+3", Kind::refused, 0, 0, ""},
                                                    {"1/0", Kind::refused, 0, 0, ""},
@@ -196,6 +197,10 @@ void DesktopTest::takesTheCurrencyAndTheOtherReading() {
   QTest::keyClick(&window, Qt::Key_R, Qt::AltModifier);
   QCOMPARE(*window.field().amount(), 1.234);
   QCOMPARE(desk_.store.loadSourceCurrency()->amount().doubleValue(), 1.234);
+  QTest::keyClicks(&entry, "*2");
+  QCOMPARE(*window.field().amount(), 2468.0);
+  QTest::keyClick(&window, Qt::Key_R, Qt::AltModifier);
+  QCOMPARE(*window.field().amount(), 2.468);
   entry.selectAll();
   QTest::keyClicks(&entry, "£7");
   QCOMPARE(window.lines().source()->code(), "GBP");

@@ -27,6 +27,8 @@ class Calculations(ProgramTest):
         # Each number in it that has two readings is named.
         _, out, err = self.run_program("1,234+2,500", "USD", "EUR", "--json")
         self.assertEqual(json.loads(out)["amount"], 3734)
+        self.assertEqual(json.loads(out)["reading"],
+                         {"kind": "ambiguous", "value": 3734, "other": 1.234 + 2.5})
         for note in ('"1,234" was read as 1234; write 1.234', '"2,500" was read as 2500; write 2.5 '):
             self.assertIn(note, err)
 
