@@ -73,7 +73,7 @@ std::optional<xcb_window_t> Display::mapped(std::chrono::milliseconds limit) {
 
 void Display::forget() {
   // The answer to a question comes after all that happened before it.
-  Taken<xcb_get_input_focus_reply_t>(
+  const Taken<xcb_get_input_focus_reply_t> answer(
       xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
   while (Taken<xcb_generic_event_t>(xcb_poll_for_event(connection_)) != nullptr) {
   }

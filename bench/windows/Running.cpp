@@ -44,6 +44,7 @@ std::uint64_t processorTime(pid_t process) {
 
 Running::Running(const std::vector<std::string>& given) : process_(-1) {
   std::vector<char*> words;
+  words.reserve(given.size() + 1);
   for (const std::string& word : given) words.push_back(const_cast<char*>(word.c_str()));
   words.push_back(nullptr);
   posix_spawn_file_actions_t actions;

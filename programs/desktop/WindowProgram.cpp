@@ -41,9 +41,12 @@ void showOf(const CommandLine& line, QWidget& window) {
     window.show();
     return;
   }
-  QTimer::singleShot(kPatience, &window, [&window] {
+  auto* const wait = new QTimer(&window);
+  wait->setSingleShot(true);
+  QObject::connect(wait, &QTimer::timeout, &window, [&window] {
     if (!window.isVisible()) QApplication::quit();
   });
+  wait->start(kPatience);
 }
 
 }  // namespace fexora::desktop
