@@ -1,10 +1,9 @@
 #include "programs/desktop/Refresher.h"
 
-#include <QCoreApplication>
 #include <QSettings>
 
 #include "programs/desktop/PowerSaver.h"
-#include "programs/desktop/QtText.h"
+#include "programs/desktop/ProblemText.h"
 
 namespace fexora::desktop {
 namespace {
@@ -17,24 +16,6 @@ QString lastTryKey() {
 }
 
 }  // namespace
-
-QString inWords(const ResponseError& error) {
-  static const char* const kSentences[] = {
-      QT_TRANSLATE_NOOP("ResponseError", "This computer cannot ask for rates right now."),
-      QT_TRANSLATE_NOOP("ResponseError",
-                        "The rates service was not found. Is this computer online?"),
-      QT_TRANSLATE_NOOP("ResponseError", "The rates service could not be reached."),
-      QT_TRANSLATE_NOOP("ResponseError", "The rates service took too long to answer."),
-      QT_TRANSLATE_NOOP("ResponseError", "The answer was too large to be read."),
-      QT_TRANSLATE_NOOP(
-          "ResponseError",
-          "The answer was not from a rates service. Does this network ask for a login?")};
-  const std::string text = error.forPeople();
-  for (const char* const sentence : kSentences) {
-    if (text == sentence) return QCoreApplication::translate("ResponseError", sentence);
-  }
-  return toQt(text).simplified();
-}
 
 Refresher::Refresher(const Desk& desk, QObject* parent) : QObject(parent), desk_(desk) {
   desk_.rates.setAnswerCheck(plausible());

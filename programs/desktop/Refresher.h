@@ -47,7 +47,4 @@ class Refresher final : public QObject {
   QTimer timer_;
 };
 
-// An error in the person's language.
-QString inWords(const ResponseError& error);
-
 }  // namespace fexora::desktop

@@ -27,6 +27,7 @@
 #include "programs/desktop/NoticeBar.h"
 #include "programs/desktop/PickerModel.h"
 #include "programs/desktop/Portal.h"
+#include "programs/desktop/ProblemText.h"
 #include "programs/desktop/QtText.h"
 #include "programs/desktop/Refresher.h"
 #include "programs/desktop/SettingsPage.h"
@@ -130,6 +131,7 @@ class DesktopTest final : public QObject {
   void picksCurrencies();
   void saysHowOldRatesAre();
   void refreshesStopsAndSaysWhy();
+  void saysInWordsWhatIsWrong();
   void followsTheOtherProcess();
   void savesSettingsAtOnce();
   void showsTodayInBothModes();
@@ -338,6 +340,44 @@ void DesktopTest::refreshesStopsAndSaysWhy() {
   transport.held = {};
   refresher.startByItself();
   QVERIFY(transport.held == nullptr);
+}
+
+// What the library says in English, figures and all.
+void DesktopTest::saysInWordsWhatIsWrong() {
+  using Kind = ResponseError::Kind;
+  Locale::setCurrent("de_DE");
+  applyLanguage();
+  QCOMPARE(inWords({Kind::httpStatus, "", "", 503}),
+           "Der Kursdienst hat gerade keine Kurse (503).");
+  const Date day(1'790'640'000);  // 29 September 2026
+  const HeldRates held{{USDRate::make(1, "USD"), USDRate::make(0.5, "EUR")}, day, day};
+  struct Row {
+    std::vector<USDRateRef> rates;
+    double days;  // after the held ones
+    const char* words;
+  };
+  const auto rate = [](double value, const char* code) { return USDRate::make(value, code); };
+  for (const Row& row : {
+           Row{{}, 0, "es sind keine da"},
+           Row{{rate(-1.5, "EUR")}, 0, "der Kurs von EUR ist -1,5"},
+           Row{{rate(0.5, "EUR")}, 0, "der US-Dollar fehlt"},
+           Row{{rate(1.25, "USD")}, 0, "ein US-Dollar ist 1,25 US-Dollar"},
+           Row{{rate(1, "USD")}, 0, "nur 1 der 2 Währungen sind da"},
+           Row{{rate(1, "USD"), rate(1.5, "EUR")}, 0, "EUR ging von 0,5 auf 1,5"},
+           Row{held.rates, 9, "sie sind aus der Zukunft, vom 8. Oktober 2026"},
+           Row{held.rates, -9,
+               "sie sind vom 20. September 2026, älter als die vom 29. September 2026"},
+       }) {
+    Response answer;
+    answer.setRates(row.rates);
+    answer.setUpdated(day.secondsSince1970() + row.days * 86400);
+    const auto reason = plausible()(answer, held);
+    QVERIFY(reason.has_value());
+    QCOMPARE(inWords({Kind::implausible, "", *reason, 0}),
+             "Die neuen Kurse sehen falsch aus und wurden nicht übernommen: " +
+                 QString::fromUtf8(row.words) + '.');
+  }
+  QVERIFY(inWords({Kind::implausible, "", "of a host's own", 0}).contains("of a host's own."));
 }
 
 void DesktopTest::followsTheOtherProcess() {

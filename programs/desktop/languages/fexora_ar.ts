@@ -421,6 +421,50 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>The answer was not from a rates service. Does this network ask for a login?</source>
         <translation>لم يأت الرد من خدمة أسعار. هل تطلب هذه الشبكة تسجيل الدخول؟</translation>
     </message>
+    <message>
+        <source>the rate of %1 is %2</source>
+        <translation>سعر %1 هو %2</translation>
+    </message>
+    <message>
+        <source>there are none</source>
+        <translation>لا يوجد أي سعر</translation>
+    </message>
+    <message>
+        <source>the US dollar is missing</source>
+        <translation>الدولار الأمريكي غير موجود</translation>
+    </message>
+    <message>
+        <source>one US dollar is %1 US dollars</source>
+        <translation>الدولار الأمريكي الواحد يساوي %1 دولار أمريكي</translation>
+    </message>
+    <message>
+        <source>only %1 of the %2 currencies are there</source>
+        <translation>لا توجد إلا %1 من %2 عملة</translation>
+    </message>
+    <message>
+        <source>%1 moved from %2 to %3</source>
+        <translation>انتقل %1 من %2 إلى %3</translation>
+    </message>
+    <message>
+        <source>they are of the future, %1</source>
+        <translation>تاريخها في المستقبل، %1</translation>
+    </message>
+    <message>
+        <source>they are of %1, older than those of %2</source>
+        <translation>تاريخها %1، أقدم من أسعار %2</translation>
+    </message>
+    <message>
+        <source>the check of the rates failed</source>
+        <translation>تعذّر التحقق من الأسعار</translation>
+    </message>
+    <message>
+        <source>The rates service has no rates right now (%1).</source>
+        <translation>ليست لدى خدمة الأسعار أسعار الآن (%1).</translation>
+    </message>
+    <message>
+        <source>The new rates look wrong and were not taken: %1.</source>
+        <translation>تبدو الأسعار الجديدة خاطئة ولم تؤخذ: %1.</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::SettingsPage</name>

@@ -409,6 +409,50 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <source>The answer was not from a rates service. Does this network ask for a login?</source>
         <translation>Die Antwort kam nicht von einem Kursdienst. Verlangt dieses Netz eine Anmeldung?</translation>
     </message>
+    <message>
+        <source>the rate of %1 is %2</source>
+        <translation>der Kurs von %1 ist %2</translation>
+    </message>
+    <message>
+        <source>there are none</source>
+        <translation>es sind keine da</translation>
+    </message>
+    <message>
+        <source>the US dollar is missing</source>
+        <translation>der US-Dollar fehlt</translation>
+    </message>
+    <message>
+        <source>one US dollar is %1 US dollars</source>
+        <translation>ein US-Dollar ist %1 US-Dollar</translation>
+    </message>
+    <message>
+        <source>only %1 of the %2 currencies are there</source>
+        <translation>nur %1 der %2 Währungen sind da</translation>
+    </message>
+    <message>
+        <source>%1 moved from %2 to %3</source>
+        <translation>%1 ging von %2 auf %3</translation>
+    </message>
+    <message>
+        <source>they are of the future, %1</source>
+        <translation>sie sind aus der Zukunft, vom %1</translation>
+    </message>
+    <message>
+        <source>they are of %1, older than those of %2</source>
+        <translation>sie sind vom %1, älter als die vom %2</translation>
+    </message>
+    <message>
+        <source>the check of the rates failed</source>
+        <translation>die Prüfung der Kurse ist fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>The rates service has no rates right now (%1).</source>
+        <translation>Der Kursdienst hat gerade keine Kurse (%1).</translation>
+    </message>
+    <message>
+        <source>The new rates look wrong and were not taken: %1.</source>
+        <translation>Die neuen Kurse sehen falsch aus und wurden nicht übernommen: %1.</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::SettingsPage</name>

@@ -409,6 +409,50 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <source>The answer was not from a rates service. Does this network ask for a login?</source>
         <translation>La réponse ne vient pas d’un service de taux. Ce réseau demande-t-il une connexion ?</translation>
     </message>
+    <message>
+        <source>the rate of %1 is %2</source>
+        <translation>le taux de %1 est %2</translation>
+    </message>
+    <message>
+        <source>there are none</source>
+        <translation>il n’y en a aucun</translation>
+    </message>
+    <message>
+        <source>the US dollar is missing</source>
+        <translation>le dollar américain manque</translation>
+    </message>
+    <message>
+        <source>one US dollar is %1 US dollars</source>
+        <translation>un dollar américain vaut %1 dollars américains</translation>
+    </message>
+    <message>
+        <source>only %1 of the %2 currencies are there</source>
+        <translation>seules %1 des %2 devises sont là</translation>
+    </message>
+    <message>
+        <source>%1 moved from %2 to %3</source>
+        <translation>%1 est passé de %2 à %3</translation>
+    </message>
+    <message>
+        <source>they are of the future, %1</source>
+        <translation>ils viennent du futur, du %1</translation>
+    </message>
+    <message>
+        <source>they are of %1, older than those of %2</source>
+        <translation>ils sont du %1, plus anciens que ceux du %2</translation>
+    </message>
+    <message>
+        <source>the check of the rates failed</source>
+        <translation>la vérification des taux a échoué</translation>
+    </message>
+    <message>
+        <source>The rates service has no rates right now (%1).</source>
+        <translation>Le service des taux n’a pas de taux pour l’instant (%1).</translation>
+    </message>
+    <message>
+        <source>The new rates look wrong and were not taken: %1.</source>
+        <translation>Les nouveaux taux semblent faux et n’ont pas été repris : %1.</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::SettingsPage</name>

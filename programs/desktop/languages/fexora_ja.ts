@@ -406,6 +406,50 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>The answer was not from a rates service. Does this network ask for a login?</source>
         <translation>レートのサービスからの応答ではありません。ログインが必要なネットワークですか？</translation>
     </message>
+    <message>
+        <source>the rate of %1 is %2</source>
+        <translation>%1 のレートが %2</translation>
+    </message>
+    <message>
+        <source>there are none</source>
+        <translation>一つもありません</translation>
+    </message>
+    <message>
+        <source>the US dollar is missing</source>
+        <translation>米ドルがありません</translation>
+    </message>
+    <message>
+        <source>one US dollar is %1 US dollars</source>
+        <translation>1 米ドルが %1 米ドル</translation>
+    </message>
+    <message>
+        <source>only %1 of the %2 currencies are there</source>
+        <translation>%2 通貨のうち %1 しかありません</translation>
+    </message>
+    <message>
+        <source>%1 moved from %2 to %3</source>
+        <translation>%1 が %2 から %3 に</translation>
+    </message>
+    <message>
+        <source>they are of the future, %1</source>
+        <translation>未来の日付です（%1）</translation>
+    </message>
+    <message>
+        <source>they are of %1, older than those of %2</source>
+        <translation>%1 のもので、%2 のものより古い</translation>
+    </message>
+    <message>
+        <source>the check of the rates failed</source>
+        <translation>レートの確認に失敗しました</translation>
+    </message>
+    <message>
+        <source>The rates service has no rates right now (%1).</source>
+        <translation>レートのサービスには今レートがありません（%1）。</translation>
+    </message>
+    <message>
+        <source>The new rates look wrong and were not taken: %1.</source>
+        <translation>新しいレートは正しくないようなので使いません：%1。</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::SettingsPage</name>
