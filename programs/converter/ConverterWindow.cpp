@@ -409,7 +409,7 @@ void ConverterWindow::showTitle() {
   if (!amount || lines_->rowCount() == 0) return setWindowTitle(QStringLiteral("Fexora"));
   setWindowTitle(
       leftToRight(QStringLiteral("%1 %2 = %3")
-                      .arg(plainNumber(*amount), codeOf(*lines_->source()), lines_->lineText(0))));
+                      .arg(exactText(*amount), codeOf(*lines_->source()), lines_->lineText(0))));
 }
 
 void ConverterWindow::showProblem() {

@@ -143,7 +143,7 @@ void AmountField::showReading() {
   otherReading_->setVisible(reading_.other.has_value());
   if (reading_.other) {
     const double other = isOther_ ? reading_.value : *reading_.other;
-    otherReading_->setText(tr("%1 instead (Alt+R)").arg(plainNumber(other)));
+    otherReading_->setText(tr("%1 instead (Alt+R)").arg(exactText(other)));
   }
   fitText();
   update();
@@ -172,9 +172,9 @@ QString AmountField::readingText() const {
     case AmountReading::Kind::refused:
       return reading_.problem;
     case AmountReading::Kind::calculation:
-      return leftToRight("= " + plainNumber(*amount()) + ' ' + sourceCode_) + " · " + sourceName_;
+      return leftToRight("= " + exactText(*amount()) + ' ' + sourceCode_) + " · " + sourceName_;
     case AmountReading::Kind::number:
-      if (reading_.other) return tr("Read as %1").arg(plainNumber(*amount()));
+      if (reading_.other) return tr("Read as %1").arg(exactText(*amount()));
       if (reading_.currencyIsGuess) return tr("The sign was read as %1").arg(sourceName_);
       break;
     case AmountReading::Kind::empty:

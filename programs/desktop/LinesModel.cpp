@@ -40,7 +40,7 @@ QVariant LinesModel::data(const QModelIndex& index, int role) const {
     case nameRole:
       return nameText(row);
     case amountRole: {
-      const auto value = valueAt(row);
+      const auto value = resultAt(row);
       return value ? amountText(*value, *currencyAt(row), desk_.store) : QStringLiteral("–");
     }
     case rateRole:
@@ -153,6 +153,11 @@ CurrencyRef LinesModel::currencyAt(int row) const {
 }
 
 std::optional<double> LinesModel::valueAt(int row) const {
+  const auto result = resultAt(row);
+  return result && std::isfinite(*result) ? result : std::nullopt;
+}
+
+std::optional<double> LinesModel::resultAt(int row) const {
   const auto found = rateAt(row);
   if (!found || !amount_) return std::nullopt;
   return ConvertedItem(*found, *amount_, false).dstAmount.doubleValue();
@@ -181,6 +186,7 @@ std::optional<Rate> LinesModel::rateAt(int row) const {
 QString LinesModel::rateText(int row) const {
   const auto found = rateAt(row);
   if (!found) return tr("no rate");
+  if (!std::isfinite(resultAt(row).value_or(0))) return tr("too large a number");
   const NumberFormat format(desk_.store.fraction(), desk_.store.seporate());
   return leftToRight(QStringLiteral("1 %1 = %2 %3")
                          .arg(codeOf(*source_), toQt(format.rate(found->rate().doubleValue())),

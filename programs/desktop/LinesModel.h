@@ -23,7 +23,7 @@ class LinesModel final : public QAbstractListModel {
     codeRole = Qt::UserRole + 1,  // "EUR"
     nameRole,                     // "Euro", with what became of it when it was withdrawn
     amountRole,                   // "88.02", or "–" without an amount or a rate
-    rateRole,                     // "1 USD = 0.880226 EUR", or why there is none
+    rateRole,                     // "1 USD = 0.880226 EUR", or what is wrong with the line
     numberRole,                   // "88.0226": the amount for a paste, unrounded; empty without one
   };
 
@@ -54,7 +54,7 @@ class LinesModel final : public QAbstractListModel {
   bool restore();
 
   CurrencyRef currencyAt(int row) const;
-  // Nothing without an amount or a rate.
+  // Nothing without an amount or a rate, and where the result is beyond the doubles.
   std::optional<double> valueAt(int row) const;
   const std::vector<CurrencyRef>& selection() const { return selection_; }
   // "88.02 EUR"
@@ -64,6 +64,7 @@ class LinesModel final : public QAbstractListModel {
 
  private:
   std::optional<Rate> rateAt(int row) const;
+  std::optional<double> resultAt(int row) const;
   QString rateText(int row) const;
   QString nameText(int row) const;
   void loadRates();

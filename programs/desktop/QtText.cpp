@@ -4,8 +4,43 @@
 #include <QGuiApplication>
 #include <QStringList>
 #include <algorithm>
+#include <cmath>
 
 namespace fexora::desktop {
+namespace {
+
+constexpr int kMostDigits = 15;
+
+QString superscript(QStringView number) {
+  constexpr QStringView kDigits = u"⁰¹²³⁴⁵⁶⁷⁸⁹";
+  QString text;
+  for (const QChar sign : number) {
+    if (sign == '-') text += QChar(u'⁻');
+    if (sign.isDigit()) text += kDigits[sign.digitValue()];
+  }
+  return text;
+}
+
+using Writer = std::string (NumberFormat::*)(double) const;
+
+// As `write` does it, unless it becomes a power of ten.
+QString shown(double value, std::int64_t digits, bool grouping, Writer write) {
+  constexpr double kLong = 1e21;
+  constexpr std::int64_t kFewest = 2;  // digits of a power
+  const double size = std::abs(value);
+  const bool fits = value == 0 || !std::isfinite(value) || (size < kLong && size >= 1 / kLong);
+  if (!fits) digits = std::clamp<std::int64_t>(digits, kFewest, kMostDigits);
+  const NumberFormat format(digits, grouping);
+  if (fits) return toQt((format.*write)(value));
+  const QStringList parts = QString::number(value, 'e', static_cast<int>(digits)).split('e');
+  // Marks keep the order of the two beside Arabic digits.
+  const bool isPlain = QGuiApplication::isLeftToRight();
+  return toQt((format.*write)(parts[0].toDouble())) +
+         (isPlain ? QStringLiteral("×10") : QStringLiteral("\u200E×\u200E10")) +
+         superscript(QString::number(parts[1].toInt()));
+}
+
+}  // namespace
 
 QString nameOf(const Currency& currency) {
   return toQt(localizedString(*Platform::process().strings, currency.code()));
@@ -42,11 +77,14 @@ QString amountText(double value, const Currency& of, const StoreManager& store) 
   const CurrencyFacts* const facts = currencyFacts(of.code());
   std::int64_t digits = store.fraction();
   if (facts != nullptr && facts->digits) digits = std::min<std::int64_t>(digits, *facts->digits);
-  return toQt(NumberFormat(digits, store.seporate()).amount(value));
+  return shown(value, digits, store.seporate(), &NumberFormat::amount);
+}
+
+QString exactText(double value, bool grouping) {
+  return shown(value, kMostDigits - 1, grouping, &NumberFormat::exact);
 }
 
 QString plainNumber(double value) {
-  constexpr int kMostDigits = 15;
   return toQt(NumberFormat(kMostDigits, false).exact(value));
 }
 

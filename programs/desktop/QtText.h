@@ -29,10 +29,15 @@ QString placesOf(const Currency& currency);
 // "replaced by EUR" for a withdrawn currency, "withdrawn" without a successor, else empty.
 QString remarkOf(const Currency& currency);
 
-// An amount in a currency: the store's digits, but no more than the currency's minor unit has.
+// An amount in a currency: the store's digits, but no more than the currency's minor unit has. One
+// too long for a line is a power of ten, "8.80×10³⁰⁷".
 QString amountText(double value, const Currency& of, const StoreManager& store);
 
-// The number as a person may type it and the library reads it back: no signs between groups.
+// All digits that a number has, up to fifteen, for reading: a power of ten likewise.
+QString exactText(double value, bool grouping = false);
+
+// The number as a person may type it and the library reads it back: no signs between groups, and as
+// many digits as it takes, since not every locale reads a power.
 QString plainNumber(double value);
 
 // The text keeps its order of signs wherever it stands, as in "1 USD = 0.88 EUR".

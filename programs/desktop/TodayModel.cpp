@@ -67,8 +67,7 @@ void TodayModel::turn() {
 QString TodayModel::heading() const {
   const QString code = codeOf(*source_);
   if (isTurned()) return tr("in %1").arg(code);
-  const NumberFormat format(desk_.store.fraction(), desk_.store.seporate());
-  return leftToRight(toQt(format.exact(amount_)) + ' ' + code);
+  return leftToRight(exactText(amount_, desk_.store.seporate()) + ' ' + code);
 }
 
 bool TodayModel::showsRates() const {

@@ -128,6 +128,7 @@ class DesktopTest final : public QObject {
   void takesTheCurrencyAndTheOtherReading();
   void editsTheList();
   void makesALineTheSource();
+  void showsWhatIsTooLongForALine();
   void picksCurrencies();
   void saysHowOldRatesAre();
   void refreshesStopsAndSaysWhy();
@@ -263,6 +264,31 @@ void DesktopTest::makesALineTheSource() {
   QCOMPARE(window.lines().source()->code(), "JPY");
   QVERIFY(order().endsWith("CHF"));
   QVERIFY(window.notice().text().contains("Krona?"));
+}
+
+void DesktopTest::showsWhatIsTooLongForALine() {
+  const auto power = [](double value, const char* exponent) {
+    return QString::number(value, 'e', 2).section('e', 0, 0) + "×10" + exponent;
+  };
+  ConverterWindow window(desk_, appearance_);
+  LinesModel& lines = window.lines();
+  window.field().type("1e308");
+  QCOMPARE(cell(lines, 0, LinesModel::amountRole), power(bundled(1e308, "USD", "EUR"), "³⁰⁷"));
+  QCOMPARE(cell(lines, 0, LinesModel::numberRole), plainNumber(bundled(1e308, "USD", "EUR")));
+  QCOMPARE(cell(lines, 2, LinesModel::amountRole), "∞");
+  QCOMPARE(cell(lines, 2, LinesModel::rateRole), "too large a number");
+  QCOMPARE(cell(lines, 2, LinesModel::numberRole), "");
+  QCOMPARE(window.windowTitle().section(' ', 0, 0), "1×10³⁰⁸");
+  desk_.store.synchronize();
+  QCOMPARE(TodayModel(desk_).heading(), "1×10³⁰⁸ USD");
+  window.field().type("-1e-30");
+  QCOMPARE(cell(lines, 2, LinesModel::amountRole), power(bundled(-1e-30, "USD", "JPY"), "⁻²⁸"));
+  // Of a line that has no number only the currency can be taken.
+  window.field().type("1e308");
+  window.list().setCurrentIndex(lines.index(2));
+  QTest::keyClick(&window.list(), Qt::Key_Return);
+  QCOMPARE(lines.source()->code(), "JPY");
+  QCOMPARE(*window.field().amount(), 1e308);
 }
 
 void DesktopTest::picksCurrencies() {

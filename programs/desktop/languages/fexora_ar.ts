@@ -376,6 +376,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>no rate</source>
         <translation>لا سعر</translation>
     </message>
+    <message>
+        <source>too large a number</source>
+        <translation>عدد كبير جدًا</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::NoticeBar</name>

@@ -364,6 +364,10 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <source>no rate</source>
         <translation>kein Kurs</translation>
     </message>
+    <message>
+        <source>too large a number</source>
+        <translation>zu große Zahl</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::NoticeBar</name>

@@ -364,6 +364,10 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <source>no rate</source>
         <translation>pas de taux</translation>
     </message>
+    <message>
+        <source>too large a number</source>
+        <translation>nombre trop grand</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::NoticeBar</name>

@@ -361,6 +361,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>no rate</source>
         <translation>レートなし</translation>
     </message>
+    <message>
+        <source>too large a number</source>
+        <translation>数が大きすぎます</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::NoticeBar</name>
