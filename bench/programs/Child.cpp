@@ -8,7 +8,7 @@
 
 namespace fexora::bench {
 
-Usage run(const Command& command) {
+pid_t start(const Command& command) {
   std::vector<char*> words;
   for (const std::string& word : command.words) words.push_back(const_cast<char*>(word.c_str()));
   words.push_back(nullptr);
@@ -21,9 +21,14 @@ Usage run(const Command& command) {
   pid_t child = -1;
   const int failed = posix_spawnp(&child, words[0], &actions, nullptr, words.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
+  return failed == 0 ? child : -1;
+}
+
+Usage run(const Command& command) {
+  const pid_t child = start(command);
   int status = -1;
   rusage usage{};
-  if (failed != 0 || wait4(child, &status, 0, &usage) != child) return {false, 0};
+  if (child < 0 || wait4(child, &status, 0, &usage) != child) return {false, 0};
   return {WIFEXITED(status) && WEXITSTATUS(status) == 0,
           static_cast<double>(usage.ru_maxrss) / 1024};
 }

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <sys/types.h>
+
 namespace fexora::bench {
 
 struct Command {
@@ -16,7 +18,9 @@ struct Usage {
   double peakMiB;  // the largest memory in use
 };
 
-// Waits for the end; standard output and error go nowhere.
+// Starts it and returns at once; its standard output and error go nowhere. -1: it cannot be.
+pid_t start(const Command& command);
+// The same, and waits for its end.
 Usage run(const Command& command);
 
 }  // namespace fexora::bench

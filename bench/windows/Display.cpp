@@ -104,7 +104,6 @@ void Display::watch(xcb_window_t window) {
   if (damage_ != 0) xcb_damage_destroy(connection_, damage_);
   damage_ = xcb_generate_id(connection_);
   xcb_damage_create(connection_, damage_, window, XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
-  // The pointer into its middle, for the wheel.
   const Taken<xcb_get_geometry_reply_t> size(
       xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, window), nullptr));
   if (size != nullptr) {

@@ -33,7 +33,8 @@ class Display {
   void press(Key key);
   void turnWheelDown();
 
-  // From now on this window's painting is told, and only this one's.
+  // From now on this window's painting is told, and only this one's; moves the pointer into its
+  // middle, where the wheel turns.
   void watch(xcb_window_t window);
   // When the last of what is now being painted there appeared: the first change within `limit`, or
   // a later one that follows another within `quiet`.

@@ -6,10 +6,9 @@
 #include <fstream>
 #include <thread>
 
-#include <fcntl.h>
-#include <spawn.h>
 #include <sys/wait.h>
-#include <unistd.h>
+
+#include "bench/programs/Child.h"
 
 namespace fexora::bench {
 namespace {
@@ -42,21 +41,7 @@ std::uint64_t processorTime(pid_t process) {
 
 }  // namespace
 
-Running::Running(const std::vector<std::string>& given) : process_(-1) {
-  std::vector<char*> words;
-  words.reserve(given.size() + 1);
-  for (const std::string& word : given) words.push_back(const_cast<char*>(word.c_str()));
-  words.push_back(nullptr);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-  posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO);
-  if (posix_spawnp(&process_, words[0], &actions, nullptr, words.data(), environ) != 0) {
-    process_ = -1;
-  }
-  posix_spawn_file_actions_destroy(&actions);
-}
+Running::Running(const std::vector<std::string>& words) : process_(start({words, ""})) {}
 
 Running::~Running() {
   if (process_ < 0) return;

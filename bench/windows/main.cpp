@@ -15,6 +15,7 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
+#include "bench/programs/Child.h"
 #include "bench/support/Race.h"
 #include "bench/support/Results.h"
 #include "bench/windows/Display.h"
@@ -49,16 +50,6 @@ Program today(const Places& places) {
   return {"fexora-today", {places.bin + "/fexora-today"}};
 }
 
-bool isThere(const std::string& name) {
-  const char* const path = std::getenv("PATH");  // NOLINT(concurrency-mt-unsafe): one thread
-  for (std::string folders = path == nullptr ? "" : path; !folders.empty();) {
-    const std::size_t end = std::min(folders.find(':'), folders.size());
-    if (access((folders.substr(0, end) + "/" + name).c_str(), X_OK) == 0) return true;
-    folders.erase(0, end + 1);
-  }
-  return false;
-}
-
 std::vector<Program> programs(const Places& places) {
   const std::string empty = places.bin + "/bench_empty_window";
   std::vector<Program> all = {{"an empty Qt window", {empty}},
@@ -66,7 +57,7 @@ std::vector<Program> programs(const Places& places) {
                               converter(places),
                               today(places)};
   for (const char* peer : {"qalculate-gtk", "gnome-calculator"}) {
-    if (isThere(peer)) {
+    if (run({{peer, "--version"}, ""}).ran) {
       all.push_back({peer, {peer}});
     } else {
       std::printf("  left out, does not run here: %s\n", peer);
