@@ -222,9 +222,10 @@ void ConverterWindow::chooseSource() {
 
 void ConverterWindow::focusList() {
   list_->setFocus(Qt::TabFocusReason);
+  if (list_->currentIndex().isValid()) return;
   int row = 0;
   while (list_->isRowHidden(row)) ++row;
-  if (!list_->currentIndex().isValid()) list_->setCurrentIndex(lines_->index(row));
+  list_->setCurrentIndex(lines_->index(row));
 }
 
 void ConverterWindow::findInList() {

@@ -25,11 +25,13 @@ int main(int count, char** arguments) {
   QObject::connect(&instance, &SingleInstance::activated, &window, [&](const QStringList& others) {
     if (!others.isEmpty()) window.take(others);
     window.activate();
+    window.refresher().startByItself();
   });
   QObject::connect(&instance, &SingleInstance::actionWanted, &window, [](const QString& name) {
     if (name == QLatin1String("today")) openCompanion(Companion::today);
   });
   showOf(line, window);
-  window.refresher().startByItself();
+  // A service may be wanted for Today alone, which asks nobody.
+  if (!line.isService) window.refresher().startByItself();
   return QApplication::exec();
 }

@@ -27,7 +27,7 @@ class Refresher final : public QObject {
   void start();
   // Ends the request that is running; what has come of it is not taken.
   void stop();
-  // From now on by itself, too.
+  // From now on by itself, too; called again, it looks anew.
   void startByItself();
 
  signals:

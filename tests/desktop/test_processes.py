@@ -113,6 +113,10 @@ class Windows(unittest.TestCase):
     def shows(self, program, line):
         return wait_for(lambda: line in self.names(program, "list item"))
 
+    def has_asked_for_rates(self):
+        kept = pathlib.Path(self.folder.name, "config/fexora/fexora-converter.conf")
+        return kept.exists() and "lastTry" in kept.read_text(encoding="utf-8")
+
     def windows(self, process):
         return set(xdotool("search", "--onlyvisible", "--pid", process.pid).split())
 
@@ -153,8 +157,7 @@ class Windows(unittest.TestCase):
         self.shows("fexora-today", "Euro, 220.1")
         self.assertIn("Source currency: US Dollar", self.names("fexora-converter", "push button"))
         # The bundled rates are old, and nobody here says that power is to be saved.
-        kept = pathlib.Path(self.folder.name, "config/fexora/fexora-converter.conf")
-        wait_for(lambda: kept.exists() and "lastTry" in kept.read_text(encoding="utf-8"))
+        wait_for(self.has_asked_for_rates)
         euro, yen = self.nodes("fexora-converter", "list item")
         self.drag(converter, yen, to=euro)
         wait_for(lambda: self.names("fexora-converter", "list item")[0].startswith("Japanese"))
@@ -177,8 +180,10 @@ class Windows(unittest.TestCase):
         self.ask("org.fexora.Fexora", "ActivateAction", "('today', @av [], @a{sv} {})")
         self.shows("fexora-today", "Euro, 88.02")
         self.assertEqual(self.names("fexora-converter", "list item"), [])
+        self.assertFalse(self.has_asked_for_rates())
         self.ask("org.fexora.Fexora", "ActivateAction", "('convert', [<'50'>, <'USD'>], @a{sv} {})")
         self.shows("fexora-converter", "Euro, 44.01")
+        wait_for(self.has_asked_for_rates)
         self.ask("org.fexora.Today", "Activate", "(@a{sv} {},)")
 
 

@@ -45,8 +45,8 @@ Exchange::Exchange(Request request, const NetOptions& options, std::optional<Rev
     : request_(std::move(request)), options_(options), kept_(std::move(kept)) {}
 
 CURLcode Exchange::prepare() {
-  // The library underneath would see only what stands before a null character.
   if (isCancelled()) return CURLE_ABORTED_BY_CALLBACK;
+  // The library underneath would see only what stands before a null character.
   if (request_.address.find('\0') != std::string::npos) return CURLE_URL_MALFORMAT;
   handle_.reset(curl_easy_init());
   return handle_ != nullptr && setOptions() && setHeaders() ? CURLE_OK : CURLE_OUT_OF_MEMORY;
