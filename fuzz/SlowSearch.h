@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "fexora/catalogue/Currency.h"
 #include "fexora/platform/Platform.h"
-#include "fexora/records/Currency.h"
 
 namespace fexora::test {
 

@@ -9,9 +9,9 @@
 #include <random>
 #include <string>
 
-#include "fexora/input/AmountParsing.h"
 #include "fexora/input/CalculationDetection.h"
 #include "fexora/platform/base/ModuleEntries.h"
+#include "fexora/platform/text/AmountParsing.h"
 #include "fexora/platform/text/Locale.h"
 #include "fexora/platform/text/NumberText.h"
 #include "fexora/platform/text/PlainNumbers.h"

@@ -3,13 +3,13 @@
 #include <vector>
 
 #include "fexora/catalogue/CurrencyManager.h"
-#include "fexora/input/Response.h"
 #include "fexora/platform/base/Log.h"
+#include "fexora/platform/json/simdjson/JsonDocument.h"
+#include "fexora/platform/json/simdjson/JsonScan.h"
 #include "fexora/platform/mapping/Mapper.h"
-#include "fexora/platform/network/curl/JsonDocument.h"
-#include "fexora/platform/network/curl/JsonScan.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
 #include "fexora/rates/PairRates.h"
+#include "fexora/records/Response.h"
 
 #include "fuzz/Target.h"
 #include "tests/support/Describe.h"

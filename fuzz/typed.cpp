@@ -7,9 +7,9 @@
 #include <string>
 
 #include "fexora/catalogue/EnglishNames.h"
-#include "fexora/input/AmountParsing.h"
 #include "fexora/input/TypedAmount.h"
 #include "fexora/platform/base/ModuleEntries.h"
+#include "fexora/platform/text/AmountParsing.h"
 #include "fexora/platform/text/NumberText.h"
 #include "fexora/platform/text/Utf8.h"
 

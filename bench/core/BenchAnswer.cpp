@@ -1,7 +1,7 @@
 // The service's answer read into records, against a parser that only takes the codes and doubles.
 #include <simdjson.h>
 
-#include "fexora/platform/network/curl/JsonDocument.h"
+#include "fexora/platform/json/simdjson/JsonDocument.h"
 
 #include "bench/core/Bench.h"
 #include "bench/support/Peers.h"

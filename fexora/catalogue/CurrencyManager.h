@@ -16,9 +16,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "fexora/catalogue/Currency.h"
 #include "fexora/platform/Platform.h"
 #include "fexora/platform/values/NSObject.h"
-#include "fexora/records/Currency.h"
 
 namespace fexora {
 

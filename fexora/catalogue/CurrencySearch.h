@@ -25,9 +25,9 @@
 #include <string_view>
 #include <vector>
 
+#include "fexora/catalogue/Currency.h"
 #include "fexora/platform/strings/HostStrings.h"
 #include "fexora/platform/text/Text.h"
-#include "fexora/records/Currency.h"
 
 namespace fexora {
 

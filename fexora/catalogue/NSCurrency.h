@@ -18,9 +18,9 @@
 #include <string>
 #include <string_view>
 
+#include "fexora/catalogue/Currency.h"
 #include "fexora/platform/Platform.h"
 #include "fexora/platform/values/NSObject.h"
-#include "fexora/records/Currency.h"
 
 namespace fexora {
 

@@ -4,12 +4,12 @@
 #include <cmath>
 #include <utility>
 
-#include "fexora/input/AmountParsing.h"
-#include "fexora/input/PlainAmount.h"
 #include "fexora/input/TypedNumber.h"
 #include "fexora/input/TypedSides.h"
 #include "fexora/input/TypedSymbols.h"
 #include "fexora/platform/base/Limits.h"
+#include "fexora/platform/text/AmountParsing.h"
+#include "fexora/platform/text/PlainAmount.h"
 #include "fexora/platform/text/Utf8.h"
 
 namespace fexora {

@@ -1,6 +1,7 @@
-// Typed amounts that say how sure their reading is. Beside parseAmount (input/AmountParsing.h),
-// which takes point and comma for one mark and so reads a copied "1.234" as a number close to one:
-// here that text has two readings wherever the locale leaves it open.
+// Typed amounts that say how sure their reading is. Beside parseAmount
+// (platform/text/AmountParsing.h), which takes point and comma for one mark and so reads a copied
+// "1.234" as a number close to one: here that text has two readings wherever the locale leaves it
+// open.
 //
 // A text is a number with a currency before it, after it, both or none: "1,234.50", "-$100",
 // "EUR 5", "1 234,50 zł", "US$ 7 USD". The number has

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "fexora/input/Response.h"
+#include "fexora/records/Response.h"
 
 namespace fexora {
 

@@ -13,7 +13,6 @@
 #include <utility>
 #include <vector>
 
-#include "fexora/input/Response.h"
 #include "fexora/platform/Platform.h"
 #include "fexora/platform/network/Transfer.h"
 #include "fexora/platform/values/NSObject.h"
@@ -21,6 +20,7 @@
 #include "fexora/rates/Freshness.h"
 #include "fexora/records/Converted.h"
 #include "fexora/records/Rate.h"
+#include "fexora/records/Response.h"
 #include "fexora/store/StoreManager.h"
 
 namespace fexora {

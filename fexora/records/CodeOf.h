@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "fexora/records/Currency.h"
+#include "fexora/catalogue/Currency.h"
 
 namespace fexora {
 

@@ -6,8 +6,8 @@
 
 #include <string>
 
+#include "fexora/catalogue/Currency.h"
 #include "fexora/platform/values/NSObject.h"
-#include "fexora/records/Currency.h"
 
 namespace fexora {
 

@@ -7,7 +7,7 @@
 
 #include <memory>
 
-#include "fexora/records/Currency.h"
+#include "fexora/catalogue/Currency.h"
 
 namespace fexora {
 

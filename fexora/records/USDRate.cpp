@@ -3,9 +3,9 @@
 #include <functional>
 
 #include "fexora/catalogue/CurrencyManager.h"
-#include "fexora/input/Transforms.h"
 #include "fexora/platform/mapping/Map.h"
 #include "fexora/platform/text/Text.h"
+#include "fexora/records/Transforms.h"
 
 namespace fexora {
 

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "fexora/records/Currency.h"
+#include "fexora/catalogue/Currency.h"
 
 namespace fexora {
 

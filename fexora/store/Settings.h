@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "fexora/catalogue/Currency.h"
 #include "fexora/platform/values/Value.h"
-#include "fexora/records/Currency.h"
 
 namespace fexora {
 

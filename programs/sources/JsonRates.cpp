@@ -3,7 +3,7 @@
 
 #include <simdjson.h>
 
-#include "fexora/input/Response.h"
+#include "fexora/records/Response.h"
 
 #include "programs/sources/Source.h"
 

@@ -44,7 +44,7 @@ Source readText(const std::string& name, const std::string& text, Date undated);
 // dollars by the file's own dollar figure. https://www.ecb.europa.eu/stats/eurofxref
 Source readEuroXml(const std::string& name, const std::string& text, Date undated);
 // {"date": "2026-09-29", "usd": {"eur": 0.85, …}}, or the rates service's own answer: see
-// fexora/input/Response.h.
+// fexora/records/Response.h.
 Source readJson(const std::string& name, const std::string& text, Date undated);
 // Lines of code,rate; a first line "code,rate" and empty lines are passed over.
 Source readCsv(const std::string& name, const std::string& text, Date undated);

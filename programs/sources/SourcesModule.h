@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "fexora/input/Response.h"
 #include "fexora/platform/base/Export.h"
 #include "fexora/platform/values/Date.h"
+#include "fexora/records/Response.h"
 
 namespace fexora::sources {
 

@@ -5,11 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include "fexora/input/AmountParsing.h"
 #include "fexora/input/CalculationDetection.h"
-#include "fexora/input/Transforms.h"
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/mapping/Map.h"
+#include "fexora/platform/text/AmountParsing.h"
+#include "fexora/records/Transforms.h"
 
 #include "tests/support/Describe.h"
 #include "tests/support/LocaleScope.h"

@@ -1,6 +1,6 @@
 // Fixed texts; an odd answer as a whole is read by tests/programs/test_refresh.py, and
 // fuzz/answer.cpp holds that damaged ones are counted and mapped alike.
-#include "fexora/platform/network/curl/JsonDocument.h"
+#include "fexora/platform/json/simdjson/JsonDocument.h"
 
 #include <limits>
 #include <string>

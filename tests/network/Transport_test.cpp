@@ -12,9 +12,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "fexora/input/Response.h"
 #include "fexora/platform/network/NetworkManager.h"
 #include "fexora/platform/network/curl/CurlTransport.h"
+#include "fexora/records/Response.h"
 
 #include "tests/network/NameServer.h"
 #include "tests/support/LoopbackServer.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "fexora/platform/network/curl/JsonDocument.h"
+#include "fexora/platform/json/simdjson/JsonDocument.h"
 
 namespace fexora::test {
 

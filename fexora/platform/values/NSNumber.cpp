@@ -2,9 +2,18 @@
 
 #include <cmath>
 
+#include "fexora/platform/text/AmountParsing.h"
 #include "fexora/platform/text/NumberText.h"
 
 namespace fexora {
+
+NSNumber::NSNumber(std::optional<std::string_view> string, std::optional<int> maxFractionDigints)
+    : real_(parseAmount(string.value_or(std::string_view()), maxFractionDigints).value_or(0.0)),
+      kind_(Kind::real) {}
+
+NSNumber::NSNumber(const char* string, std::optional<int> maxFractionDigints)
+    : NSNumber(string != nullptr ? std::optional<std::string_view>(string) : std::nullopt,
+               maxFractionDigints) {}
 
 float NSNumber::floatValue() const noexcept {
   // A double beyond the largest float has no defined conversion. Half a step beyond it, the nearest

@@ -54,7 +54,7 @@ class FEXORA_API NSNumber {
   // The number that a typed text denotes in the current locale, always a real; the point and the
   // comma both serve as decimal mark where the locale's own mark is one of the two. Text that is
   // absent, empty or no number gives 0.0. `maxFractionDigints` bounds the digits kept after the
-  // mark (half to even). See input/AmountParsing.h for what counts as a number.
+  // mark (half to even). See platform/text/AmountParsing.h for what counts as a number.
   NSNumber(const char* string, std::optional<int> maxFractionDigints = {});
   NSNumber(const std::string& string, std::optional<int> maxFractionDigints = {})
       : NSNumber(std::optional<std::string_view>(string), maxFractionDigints) {}

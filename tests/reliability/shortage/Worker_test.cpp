@@ -9,11 +9,11 @@
 
 #include <gtest/gtest.h>
 
-#include "fexora/input/Response.h"
 #include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/network/LazyTransport.h"
 #include "fexora/platform/network/NetworkManager.h"
 #include "fexora/platform/network/curl/CurlTransport.h"
+#include "fexora/records/Response.h"
 
 #include "tests/reliability/shortage/FailingNew.h"
 #include "tests/support/ForwardingLoop.h"

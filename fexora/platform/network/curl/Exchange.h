@@ -13,11 +13,11 @@
 
 #include <curl/curl.h>
 
+#include "fexora/platform/json/simdjson/JsonDocument.h"
+#include "fexora/platform/network/AnswerCache.h"
 #include "fexora/platform/network/NetOptions.h"
 #include "fexora/platform/network/ResponseError.h"
 #include "fexora/platform/network/Transport.h"
-#include "fexora/platform/network/curl/AnswerCache.h"
-#include "fexora/platform/network/curl/JsonDocument.h"
 
 namespace fexora {
 

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "fexora/platform/base/Guarded.h"
+#include "fexora/platform/json/simdjson/JsonDocument.h"
 #include "fexora/platform/network/RetryShortage.h"
-#include "fexora/platform/network/curl/JsonDocument.h"
 
 namespace fexora {
 namespace {

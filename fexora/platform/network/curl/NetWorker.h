@@ -13,9 +13,9 @@
 
 #include "fexora/platform/base/Log.h"
 #include "fexora/platform/loop/WakeUp.h"
+#include "fexora/platform/network/AnswerCache.h"
 #include "fexora/platform/network/NetOptions.h"
 #include "fexora/platform/network/WorkerThread.h"
-#include "fexora/platform/network/curl/AnswerCache.h"
 #include "fexora/platform/network/curl/Exchange.h"
 
 namespace fexora {

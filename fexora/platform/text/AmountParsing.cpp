@@ -1,12 +1,11 @@
-#include "fexora/input/AmountParsing.h"
+#include "fexora/platform/text/AmountParsing.h"
 
 #include <algorithm>
 #include <string>
 
-#include "fexora/input/PlainAmount.h"
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/text/Locale.h"
-#include "fexora/platform/values/NSNumber.h"
+#include "fexora/platform/text/PlainAmount.h"
 
 namespace fexora {
 namespace {
@@ -39,13 +38,5 @@ std::optional<double> parseAmountIn(std::string_view locale, std::string_view te
   const std::string separator = rules.decimalSeparator(locale);
   return rules.parseNumber(withOneDecimalMark(text, separator), locale, std::nullopt);
 }
-
-NSNumber::NSNumber(std::optional<std::string_view> string, std::optional<int> maxFractionDigints)
-    : real_(parseAmount(string.value_or(std::string_view()), maxFractionDigints).value_or(0.0)),
-      kind_(Kind::real) {}
-
-NSNumber::NSNumber(const char* string, std::optional<int> maxFractionDigints)
-    : NSNumber(string != nullptr ? std::optional<std::string_view>(string) : std::nullopt,
-               maxFractionDigints) {}
 
 }  // namespace fexora

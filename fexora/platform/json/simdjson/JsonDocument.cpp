@@ -1,11 +1,11 @@
-#include "fexora/platform/network/curl/JsonDocument.h"
+#include "fexora/platform/json/simdjson/JsonDocument.h"
 
 #include <new>
 #include <utility>
 
 #include <simdjson.h>
 
-#include "fexora/platform/network/curl/JsonScan.h"
+#include "fexora/platform/json/simdjson/JsonScan.h"
 
 namespace fexora {
 namespace {

@@ -1,4 +1,4 @@
-#include "fexora/records/Currency.h"
+#include "fexora/catalogue/Currency.h"
 
 #include <functional>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "fexora/input/NumberFormat.h"
+#include "fexora/platform/text/NumberFormat.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,5 @@
-// Typed amounts: text to number in the current locale. The text constructors of NSNumber (declared
-// there) are defined here, by the same rules.
+// Typed amounts: text to number in the current locale. The text constructors of NSNumber read by
+// these rules, too.
 //
 // Where the locale's decimal mark is the point or the comma, both serve as decimal mark: before
 // parsing, every "," becomes "." or, where the mark is a comma, every "." becomes ",". So neither

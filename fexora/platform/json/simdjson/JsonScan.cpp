@@ -1,4 +1,4 @@
-#include "fexora/platform/network/curl/JsonScan.h"
+#include "fexora/platform/json/simdjson/JsonScan.h"
 
 #include <algorithm>
 #include <array>

@@ -13,8 +13,8 @@ namespace fexora {
 
 class FEXORA_API NumberTransform {
  public:
-  // A number stays as it is; a text is read as a typed amount (input/AmountParsing.h), so one that
-  // is no number gives 0.0; nothing for any other value.
+  // A number stays as it is; a text is read as a typed amount (platform/text/AmountParsing.h), so
+  // one that is no number gives 0.0; nothing for any other value.
   std::optional<NSNumber> transformFromJSON(const Value* value) const;
   // Its argument.
   std::optional<NSNumber> transformToJSON(std::optional<NSNumber> value) const;

@@ -1,4 +1,4 @@
-#include "fexora/input/Response.h"
+#include "fexora/records/Response.h"
 
 #include "fexora/platform/mapping/Map.h"
 #include "fexora/platform/mapping/Mapper.h"

@@ -1,4 +1,4 @@
-#include "fexora/input/Transforms.h"
+#include "fexora/records/Transforms.h"
 
 #include "fexora/platform/mapping/TransformType.h"
 

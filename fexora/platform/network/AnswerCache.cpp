@@ -1,4 +1,4 @@
-#include "fexora/platform/network/curl/AnswerCache.h"
+#include "fexora/platform/network/AnswerCache.h"
 
 #include <algorithm>
 #include <cstdint>
