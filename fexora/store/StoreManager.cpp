@@ -14,6 +14,11 @@ StoreManager::StoreManager(Platform& platform, CurrencyManager* catalogue)
   start();
 }
 
+StoreManager::StoreManager(Platform& platform, CurrencyManager* catalogue, std::string folder)
+    : UserStoreManager(platform, std::move(folder)), catalogue_(catalogue) {
+  start();
+}
+
 CurrencyManager& StoreManager::catalogue() const {
   return catalogue_ != nullptr ? *catalogue_ : currencyManager();
 }

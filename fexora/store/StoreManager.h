@@ -37,6 +37,10 @@ class FEXORA_API StoreManager : public UserStoreManager {
   // is given; it is asked for at its first use.
   StoreManager();
   explicit StoreManager(Platform& platform, CurrencyManager* catalogue = nullptr);
+  // The store in a folder of its own, by its absolute path; "": in memory, where every save goes
+  // well. As many as one likes, each on its platform's loop: see docs/embedding.md. A host's thread
+  // that runs that loop counts as the main thread of all that has the platform.
+  StoreManager(Platform& platform, CurrencyManager* catalogue, std::string folder);
 
   std::string storeName() const override { return "Store.plist"; }
   void loadData() override;

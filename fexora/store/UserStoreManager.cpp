@@ -87,6 +87,10 @@ void UserStoreManager::disableSkipFileUpdate(const std::shared_ptr<Timer>& /*tim
 
 // An observer of the reload may end the store.
 void UserStoreManager::save() {
+  if (isInMemory()) {
+    skipUpdate_ = false;
+    return;
+  }
   const Dictionary content = ud_;
   startDisableSkipUpdateTimer();
   StoreFile::Saving saving{kOutOfMemory};
@@ -119,7 +123,9 @@ void UserStoreManager::tellSaved() {
 const std::string& UserStoreManager::applicationDocumentsDirectory() {
   if (hasFolder_) return applicationDocumentsDirectory_;
   attempt("Looking for the container folder", [this] {
-    auto container = containerFolder(*platform_.files, kAppGroupIdentifier);
+    auto container = named_ && named_->empty() ? ContainerFolder()
+                     : named_                  ? namedFolder(*platform_.files, *named_)
+                              : containerFolder(*platform_.files, kAppGroupIdentifier);
     if (!container.problem.empty()) log(container.problem);
     if (container.path.empty()) loadProblem_ = container.problem;
     applicationDocumentsDirectory_ = std::move(container.path);

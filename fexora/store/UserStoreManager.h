@@ -28,6 +28,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "fexora/platform/Platform.h"
 #include "fexora/platform/base/Guarded.h"
@@ -108,7 +109,10 @@ class FEXORA_API UserStoreManager : public NSObject {
   const std::string& loadProblem() const { return loadProblem_; }
 
  protected:
-  explicit UserStoreManager(Platform& platform) : platform_(platform), file_(platform) {}
+  // `folder` takes the place of the container that the environment names; empty: there is none,
+  // all stays in memory, and a save goes well with nothing written.
+  explicit UserStoreManager(Platform& platform, std::optional<std::string> folder = {})
+      : platform_(platform), named_(std::move(folder)), file_(platform) {}
   // Loads, then watches the folder. The most derived constructor's last step, since a base
   // constructor does not reach the overrides.
   void start();
@@ -138,10 +142,12 @@ class FEXORA_API UserStoreManager : public NSObject {
   void takeNothing(Dictionary before);
   void reload();
   void save();
+  bool isInMemory() const { return named_ && named_->empty() && fileURL_.empty(); }
   StoreFile::Saving write(const Dictionary& content);
   void tellSaved();
 
   Platform& platform_;
+  const std::optional<std::string> named_;
   std::unique_ptr<FolderMonitor> folderMonitor_;
   Dictionary ud_;
   bool skipUpdate_ = false;

@@ -10,8 +10,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include "fexora/platform/files/ReadOnlyFiles.h"
+
 #include "programs/search/Answers.h"
-#include "programs/search/ReadOnlyFiles.h"
 #include "programs/search/Session.h"
 #include "programs/shared/JsonText.h"
 #include "programs/shared/ShownNames.h"

@@ -9,7 +9,6 @@
 
 #include "fexora/fexora.h"
 #include "fexora/platform/base/Limits.h"
-#include "fexora/platform/network/LazyTransport.h"
 
 #include "tests/support/StoreWorld.h"
 #include "tests/support/UnflushedFiles.h"
@@ -295,6 +294,29 @@ TEST_F(UserStore, TheContainer_IsWhereTheEnvironmentSays) {
   EXPECT_EQ(desktop.log.count("container"), 1);
   EXPECT_NE(store->saveProblem(), "");
   EXPECT_EQ(store->folderMonitor(), nullptr);
+}
+
+TEST_F(UserStore, NamedFolder_IsTheStoresOwn) {
+  const test::ScratchFolder home;
+  ReadOnlyFiles readOnly;
+  test::VirtualPlatform reader(readOnly);
+  // Nothing is made by who only reads; what comes later is taken over.
+  StoreManager read(reader.platform, nullptr, home / "a/b");
+  EXPECT_FALSE(std::filesystem::exists(home / "a"));
+  StoreManager(desktop.platform, nullptr, home / "a/b").setFraction(4);
+  EXPECT_EQ(test::fractionOf(test::contentOf(home / "a/b/Store.plist")), 4);
+  reader.loop.advance(2.0);
+  reader.watch.change();
+  EXPECT_EQ(read.fraction(), 4);
+  for (const char* unfit : {"relative", "/dev/null"}) {
+    EXPECT_NE(StoreManager(desktop.platform, nullptr, unfit).loadProblem(), "") << unfit;
+  }
+  // In memory every save goes well.
+  StoreManager memory(desktop.platform, nullptr, "");
+  memory.setFraction(7);
+  EXPECT_EQ(memory.saveProblem() + memory.loadProblem() + memory.fileURL(), "");
+  EXPECT_FALSE(memory.skipUpdate());
+  EXPECT_EQ(names().size(), 0U);
 }
 
 TEST_F(UserStore, PathsThatAreSet_AreUsed) {

@@ -26,5 +26,10 @@ FEXORA_API const fexora::XmlPlistModule* fexora_xml_module();
 FEXORA_API fexora::Transport* fexora_net_module(fexora::RunLoop* loop, fexora::Log* log,
                                                 fexora::Files* files,
                                                 const fexora::NetOptions* options);
+// A transport of the caller's own, to be deleted on the thread of its loop; null as above. What it
+// is given outlives it. Any thread.
+FEXORA_API fexora::Transport* fexora_net_own(fexora::RunLoop* loop, fexora::Log* log,
+                                             fexora::Files* files,
+                                             const fexora::NetOptions* options);
 
 }  // extern "C"

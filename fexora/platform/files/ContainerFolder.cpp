@@ -41,9 +41,36 @@ ContainerFolder unusable(const std::string& path, const std::string& why) {
   return {"", "the container folder " + path + " cannot be used: " + why};
 }
 
-// A folder of somebody else's, where its user named it and it is meant to be shared.
+// Whether a folder of somebody else's is meant to be shared.
 bool isShared(Files& files, const std::string& path, const FileStatus& status) {
-  return (status.mode & kOthersWrite) != 0 && environment(kNamed) && !files.mayChange(path);
+  return (status.mode & kOthersWrite) != 0 && !files.mayChange(path);
+}
+
+ContainerFolder usable(Files& files, std::string path, bool isNamed) {
+  // With the dot, a link to a folder counts as the folder: where it lies is the user's choice.
+  auto status = files.statusOf(path + "/.");
+  if (!status.ok() && status.error() == std::errc::no_such_file_or_directory) {
+    const auto made = makePrivateFolder(files, path);
+    if (made == std::errc::read_only_file_system) {
+      std::string why = "the container folder " + path + " is not there: " + made.message();
+      return {std::move(path), std::move(why)};
+    }
+    if (made && made != std::errc::file_exists) return unusable(path, made.message());
+    status = files.statusOf(path + "/.");
+  }
+  if (!status.ok()) return unusable(path, status.error().message());
+  const bool isOurs = status->owner == files.user();
+  if (!isOurs && !(isNamed && isShared(files, path, *status))) {
+    return unusable(path, "it belongs to another user");
+  }
+  std::string warning;
+  if (!isOurs) {
+    warning =
+        "the container folder " + path + " belongs to another user and may be written by others";
+  } else if ((status->mode & kOthersWrite) != 0) {
+    warning = "the container folder " + path + " may be written by other users";
+  }
+  return {std::move(path), std::move(warning)};
 }
 
 }  // namespace
@@ -70,26 +97,12 @@ ContainerFolder containerFolder(Files& files, std::string_view groupIdentifier) 
             "there is no container folder: none of FEXORA_CONTAINER, XDG_DATA_HOME and HOME "
             "is set"};
   }
-  // With the dot, a link to a folder counts as the folder: where it lies is the user's choice.
-  auto status = files.statusOf(path + "/.");
-  if (!status.ok() && status.error() == std::errc::no_such_file_or_directory) {
-    const auto made = makePrivateFolder(files, path);
-    if (made && made != std::errc::file_exists) return unusable(path, made.message());
-    status = files.statusOf(path + "/.");
-  }
-  if (!status.ok()) return unusable(path, status.error().message());
-  const bool isOurs = status->owner == files.user();
-  if (!isOurs && !isShared(files, path, *status)) {
-    return unusable(path, "it belongs to another user");
-  }
-  std::string warning;
-  if (!isOurs) {
-    warning =
-        "the container folder " + path + " belongs to another user and may be written by others";
-  } else if ((status->mode & kOthersWrite) != 0) {
-    warning = "the container folder " + path + " may be written by other users";
-  }
-  return {std::move(path), std::move(warning)};
+  return usable(files, std::move(path), environment(kNamed).has_value());
+}
+
+ContainerFolder namedFolder(Files& files, std::string path) {
+  if (!path.starts_with('/')) return unusable(path, "expected an absolute path");
+  return usable(files, std::move(path), true);
 }
 
 }  // namespace fexora

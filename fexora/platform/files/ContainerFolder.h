@@ -27,6 +27,11 @@ FEXORA_API std::string containerPath(std::string_view groupIdentifier);
 // none when no variable says where, when it cannot be made, when it is not a folder, or when it
 // belongs to another user; one that others may write is used, and `problem` says so. Another user's
 // folder is used, too, when FEXORA_CONTAINER names it and both others and this user may write it.
+// Where `files` refuses to make a missing folder because nothing may be written, the path is given
+// all the same, with a problem: there may be one later.
 FEXORA_API ContainerFolder containerFolder(Files& files, std::string_view groupIdentifier);
+// The same for a folder that the caller names by its absolute path; he counts as who sets
+// FEXORA_CONTAINER.
+FEXORA_API ContainerFolder namedFolder(Files& files, std::string path);
 
 }  // namespace fexora

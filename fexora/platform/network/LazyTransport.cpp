@@ -1,9 +1,7 @@
 #include "fexora/platform/network/LazyTransport.h"
 
-#include "fexora/platform/base/Environment.h"
 #include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/base/Library.h"
-#include "fexora/platform/files/ContainerFolder.h"
 #include "fexora/platform/network/RetryShortage.h"
 #include "fexora/platform/network/ShownAddress.h"
 #include "fexora/platform/network/WorkerThread.h"
@@ -20,24 +18,7 @@ WorkerThread& opener() {
   return thread;
 }
 
-std::string cacheFolder() {
-  auto cache = environment("XDG_CACHE_HOME");
-  if (!cache || !cache->starts_with('/')) {
-    cache = environment("HOME");
-    if (!cache) return {};
-    cache->append("/.cache");
-  }
-  return cache->append("/fexora");
-}
-
 }  // namespace
-
-NetOptions processNetOptions() {
-  NetOptions options;
-  options.cacheFolder = cacheFolder();
-  options.container = containerPath({});
-  return options;
-}
 
 void LazyTransport::follow(const std::string& address, Reader read, Completion complete,
                            const std::shared_ptr<Transfer>& transfer) {

@@ -69,8 +69,4 @@ class LazyTransport final : public Transport {
   bool lacksMemory_ = false;
 };
 
-// The places of this process's user and container: $XDG_CACHE_HOME/fexora (when absolute), else
-// .cache/fexora under $HOME, else nowhere.
-NetOptions processNetOptions();
-
 }  // namespace fexora

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 
+#include "fexora/platform/base/Export.h"
 #include "fexora/platform/base/Limits.h"
 
 namespace fexora {
@@ -26,7 +27,11 @@ struct NetOptions {
   std::string container;
 };
 
-// The function that the net module offers as fexora_net_module.
+// The places of this process's user and container: $XDG_CACHE_HOME/fexora (when absolute), else
+// .cache/fexora under $HOME, else nowhere.
+FEXORA_API NetOptions processNetOptions();
+
+// The functions that the net module offers as fexora_net_module and fexora_net_own.
 using NetModuleEntry = Transport*(RunLoop*, Log*, Files*, const NetOptions*);
 
 }  // namespace fexora

@@ -1,5 +1,6 @@
 #include "fexora/platform/network/curl/CurlTransport.h"
 
+#include <mutex>
 #include <utility>
 
 namespace fexora {
@@ -8,7 +9,11 @@ std::unique_ptr<CurlTransport> CurlTransport::make(RunLoop& loop, Log& log, File
                                                    NetOptions options) {
   // Here, not on the worker: the libraries underneath register their own clean-up for the exit of
   // the process, which must come after the end of the worker and so be registered before it.
-  if (curl_global_init(CURL_GLOBAL_DEFAULT) != CURLE_OK) return nullptr;
+  {
+    static std::mutex mutex;  // not every libcurl takes two at once
+    const std::lock_guard lock(mutex);
+    if (curl_global_init(CURL_GLOBAL_DEFAULT) != CURLE_OK) return nullptr;
+  }
   std::unique_ptr<CurlTransport> transport(new CurlTransport(loop));
   auto finished = [&loop, pending = std::weak_ptr(transport->pending_)](std::uint64_t id,
                                                                         NetOutcome outcome) {

@@ -18,7 +18,8 @@ namespace fexora {
 
 class CurlTransport final : public Transport {
  public:
-  // Null when the machine gives no thread or descriptor. What it is given outlives it. Main thread.
+  // Null when the machine gives no thread or descriptor. What it is given outlives it. The thread
+  // that runs the loop, which "main thread" means from here on.
   static std::unique_ptr<CurlTransport> make(RunLoop& loop, Log& log, Files& files,
                                              NetOptions options);
   // As after stop(). Main thread.

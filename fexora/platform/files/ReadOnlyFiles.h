@@ -1,5 +1,5 @@
 // A file system in which nothing can be changed, so that a store that is only asked is never made
-// or written.
+// or written: every attempt fails with read_only_file_system.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 #include "fexora/platform/files/PosixFiles.h"
 
-namespace fexora::search {
+namespace fexora {
 
 class ReadOnlyFiles final : public PosixFiles {
  public:
@@ -31,4 +31,4 @@ class ReadOnlyFiles final : public PosixFiles {
   }
 };
 
-}  // namespace fexora::search
+}  // namespace fexora
