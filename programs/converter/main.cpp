@@ -7,9 +7,11 @@
 #include "programs/desktop/Refresher.h"
 #include "programs/desktop/SingleInstance.h"
 #include "programs/desktop/WindowProgram.h"
+#include "programs/shared/Process.h"
 
 int main(int count, char** arguments) {
   using namespace fexora::desktop;
+  fexora::program::prepareProcess();
   QApplication application(count, arguments);
   const Desk desk = Desk::process();
   const QString id = QStringLiteral("org.fexora.Fexora");

@@ -15,6 +15,7 @@
 #include "programs/fexora-publish/Publication.h"
 #include "programs/fexora-publish/Rejection.h"
 #include "programs/shared/OneLine.h"
+#include "programs/shared/Process.h"
 #include "programs/sources/Source.h"
 
 namespace fexora::publish {
@@ -83,9 +84,9 @@ int fail(Exit exit, std::string_view message) {
 }
 
 int run(int count, char** words) {
-  // Both then fail the write, which is reported.
+  program::prepareProcess();
+  // It then fails the write, which is reported.
   std::signal(SIGPIPE, SIG_IGN);
-  std::signal(SIGXFSZ, SIG_IGN);
   try {
     const Options options = readOptions(count, words);
     if (options.answer) {

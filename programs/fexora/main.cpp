@@ -1,5 +1,4 @@
 // The command-line host: converts offline, and shows and changes what the store holds.
-#include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <functional>
@@ -14,15 +13,11 @@
 #include "programs/fexora/Locales.h"
 #include "programs/fexora/Output.h"
 #include "programs/shared/Failure.h"
+#include "programs/shared/Process.h"
 #include "programs/shared/ShownNames.h"
 
 namespace fexora::program {
 namespace {
-
-// A file-size limit then fails the write, which is reported, instead of killing the program.
-void ignoreFileSizeSignal() {
-  std::signal(SIGXFSZ, SIG_IGN);
-}
 
 // For commands that are over before another process could save: the kernel takes some ten
 // milliseconds to end a process that has watched a folder.
@@ -78,7 +73,7 @@ Exit run(const CommandLine& line) {
 }
 
 int runProgram(const std::vector<std::string>& words) {
-  ignoreFileSizeSignal();
+  prepareProcess();
   const bool json = asksForJson(words);
   try {
     const CommandLine line = readCommandLine(words);

@@ -15,6 +15,7 @@
 #include "programs/search/Answers.h"
 #include "programs/search/Session.h"
 #include "programs/shared/JsonText.h"
+#include "programs/shared/Process.h"
 #include "programs/shared/ShownNames.h"
 #include "programs/shared/Words.h"
 
@@ -64,7 +65,7 @@ Options optionsOf(const std::vector<std::string>& words) {
   program::SortedWords sorted = program::sortWords(words, kWithValue);
   if (!sorted.operands.empty()) throw CLI::ExtrasError(sorted.operands);
   try {
-    app.parse(std::move(sorted.options));
+    program::parseOptions(app, std::move(sorted.options));
   } catch (const CLI::CallForHelp&) {
     options.answer = app.help();
   }
@@ -89,6 +90,7 @@ int runProgram(const std::vector<std::string>& words) {
 }  // namespace fexora::search
 
 int main(int count, char** words) {
+  fexora::program::prepareProcess();
   try {
     return fexora::search::runProgram({words + 1, words + count});
   } catch (const std::exception& error) {

@@ -5,10 +5,12 @@
 #include "programs/desktop/Companion.h"
 #include "programs/desktop/SingleInstance.h"
 #include "programs/desktop/WindowProgram.h"
+#include "programs/shared/Process.h"
 #include "programs/today/TodayWindow.h"
 
 int main(int count, char** arguments) {
   using namespace fexora::desktop;
+  fexora::program::prepareProcess();
   QApplication application(count, arguments);
   const Desk desk = Desk::process();
   const QString id = QStringLiteral("org.fexora.Today");

@@ -5,7 +5,7 @@ import plistlib
 import resource
 import signal
 
-from support import ProgramTest
+from support import BIN, ProgramTest
 
 DEFAULTS = {"fraction": 3, "mode": 0, "seporate": True, "namingInWidget": 0,
             "numberOfCurrenciesInWidget": 10, "todayCurrencies": [], "todayConversionMode": 0,
@@ -23,6 +23,7 @@ class Settings(ProgramTest):
             for words in ([name, typed], []):
                 self.assertEqual(self.json("settings", *words)[name], value)
         self.assertEqual(self.succeed("settings", "mode"), "1 (dark)\n")
+        self.assertEqual(self.succeed("settings", "separate"), "false\n")
         self.assertIn("\nmode = 1 (dark)\n    light or dark", self.succeed("settings"))
         # Another reader sees the types that the file's format has.
         content = self.content()
@@ -41,7 +42,12 @@ class Settings(ProgramTest):
         self.assertEqual(self.json("select"), {"currencies": ["USD", "EUR"]})
         self.assertEqual(self.json("select", "jpy", "GBP", "JPY"), {"currencies": ["JPY", "GBP"]})
         self.assertEqual(self.content()["UDCurrencies"], [{"code": "JPY"}, {"code": "GBP"}])
-        self.reject(1, "select", "nope")
+        for changes, codes in [("--add eur --add GBP", "JPY GBP EUR"), ("CHF --add usd", "CHF USD"),
+                               ("--add eur --remove chf --add CHF", "USD EUR CHF"),
+                               ("jpy GBP", "JPY GBP")]:
+            self.assertEqual(self.succeed("select", *changes.split()).split(), codes.split())
+        for words in (["nope"], ["--add", "nope"], ["--add", "CHF", "--remove", "USD"]):
+            self.reject(1, "select", *words)
         self.assertEqual([item["currency"] for item in self.json("1", "JPY")["items"]], ["GBP"])
 
     def test_status(self):
@@ -106,5 +112,8 @@ class Unusable(ProgramTest):
         self.assertEqual((self.container / names[0]).read_text(), "nonsense")
         self.assertIn("UDUSDRates", self.content())
 
-    def test_standard_output_that_is_full(self):
+    def test_standard_output_that_is_full_or_closed(self):
         self.reject_full_output("1", "USD", "EUR")
+        # Eight bytes, as much as an event's descriptor takes, which would have the number.
+        code, _, err = self.run_program("-c", '"$0" 2 USD EUR >&-', BIN / "fexora", program="/bin/sh")
+        self.assertEqual((code, "standard output" in err), (4, True), err)
