@@ -13,6 +13,12 @@ _fexora_currencies() {
   [[ ${#COMPREPLY[@]} -gt 0 ]] || COMPREPLY=($codes)
 }
 
+# Names may hold blanks, which readline then quotes.
+_fexora_paths() {
+  compopt -o filenames 2>/dev/null
+  mapfile -t COMPREPLY < <(compgen "$1" -- "$2")
+}
+
 _fexora() {
   local program=$1 word=$2 command="" operands=0 i
   local commands="select settings search refresh watch status"
@@ -20,7 +26,8 @@ _fexora() {
   COMPREPLY=()
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
-      --container | --locale | --lang | --limit | --exclude | --from | --count | --refresh) ((i++)) ;;
+      --container | --locale | --lang | --limit | --exclude | --from | --count | --refresh | --add | --remove)
+        ((i++)) ;;
       --*) ;;
       *)
         [[ $operands -gt 0 ]] || command=${COMP_WORDS[i]}
@@ -31,14 +38,15 @@ _fexora() {
   [[ " $commands " == *" $command "* ]] || command=${command:+convert}
 
   case ${COMP_WORDS[COMP_CWORD - 1]} in
-    --container) COMPREPLY=($(compgen -d -- "$word")) && return ;;
-    --from) COMPREPLY=($(compgen -f -- "$word")) && return ;;
-    --exclude) _fexora_currencies "$program" "$word" && return ;;
+    --container) _fexora_paths -d "$word" && return ;;
+    --from) _fexora_paths -f "$word" && return ;;
+    --exclude | --add | --remove) _fexora_currencies "$program" "$word" && return ;;
     --locale | --lang | --limit | --count | --refresh) return ;;
   esac
   if [[ $word == --* ]]; then
     case $command in
-      "" | convert) options+=" --invert --no-save --rounded --names" ;;
+      "" | convert) options+=" --invert --no-save --rounded --plain --names" ;;
+      select) options+=" --add --remove" ;;
       search) options+=" --limit --exclude --plain" ;;
       refresh) options+=" --from --force" ;;
       watch) options+=" --count --refresh" ;;

@@ -11,7 +11,8 @@ function __fexora_operands
     for word in $words
         if test $skip = 1
             set skip 0
-        else if contains -- $word --container --locale --lang --limit --exclude --from --count --refresh
+        else if contains -- $word --container --locale --lang --limit --exclude --from --count --refresh \
+                --add --remove
             set skip 1
         else if not string match -q -- '--*' $word
             echo -- $word
@@ -43,7 +44,7 @@ function __fexora_currencies
 end
 
 complete -c fexora -f
-complete -c fexora -n '__fexora_has_operands 0' -a select -d 'Show or replace the stored selection'
+complete -c fexora -n '__fexora_has_operands 0' -a select -d 'Show or change the stored selection'
 complete -c fexora -n '__fexora_has_operands 0' -a settings -d 'Show the settings, or set one'
 complete -c fexora -n '__fexora_has_operands 0' -a search -d 'Find currencies by code or name'
 complete -c fexora -n '__fexora_has_operands 0' -a refresh -d 'Load fresh rates from the service'
@@ -76,7 +77,12 @@ complete -c fexora -l help -d 'Print the help'
 complete -c fexora -n '__fexora_is convert' -l invert -d 'Divide by the rates'
 complete -c fexora -n '__fexora_is convert' -l no-save -d 'Do not record the amount'
 complete -c fexora -n '__fexora_is convert' -l rounded -d 'Round to the minor unit'
+complete -c fexora -n '__fexora_is convert' -l plain -d 'Print the numbers alone'
 complete -c fexora -n '__fexora_is convert' -l names -d 'Show names beside the codes'
+complete -c fexora -n '__fexora_is select' -l add -d 'Put this currency at the end' \
+    -xa '(__fexora_currencies)'
+complete -c fexora -n '__fexora_is select' -l remove -d 'Take this currency out' \
+    -xa '(__fexora_currencies)'
 complete -c fexora -n '__fexora_is search' -l limit -d 'How many at most' -x
 complete -c fexora -n '__fexora_is search' -l plain -d 'By code and name only'
 complete -c fexora -n '__fexora_is search' -l exclude -d 'Leave this currency out' \

@@ -65,7 +65,9 @@ class Zsh(ProgramTest):
                                              start_new_session=True)
         self.read_until(terminal, "READY> ")
         for line, wanted in [("100 yen", "JPY"), ("setti", "settings"),
-                             ("settings mode d", "dark"), ("search x --exc", "--exclude")]:
+                             ("settings mode d", "dark"), ("search x --exc", "--exclude"),
+                             # Several that begin otherwise are listed, and the word stays.
+                             ("100 krone", "Norwegian Krone"), ("100 krone", "\nREADY> fexora 100 krone")]:
             os.write(terminal, f"\x15fexora {line}\t".encode())  # in place of the line so far
             self.read_until(terminal, wanted)
 
