@@ -66,7 +66,7 @@ Options readOptions(int count, char** words) try {
   auto sorted = program::sortWords({words + 1, words + count}, kWithValue);
   options.sources = std::move(sorted.operands);
   try {
-    app.parse(std::move(sorted.options));
+    program::parseOptions(app, std::move(sorted.options));
   } catch (const CLI::CallForHelp&) {
     options.answer = program::helpText(app, "SOURCE…");
     return options;

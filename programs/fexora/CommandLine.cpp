@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cmath>
 #include <string_view>
 #include <utility>
 
 #include <CLI/CLI.hpp>
 
-#include "programs/shared/EditDistance.h"
 #include "programs/shared/Failure.h"
 #include "programs/shared/Words.h"
 
@@ -25,9 +25,8 @@ struct CommandEntry {
 constexpr std::array<CommandEntry, 7> kCommands = {{
     {"", Command::convert, "AMOUNT SRC [DST…]",
      "Convert AMOUNT (a number, a calculation like 12+3*2, or - for one a line of standard input) "
-     "of SRC into each DST, or into the stored selection. The amount may carry the source: $100. "
-     "Other commands: select, settings, search, refresh, watch, status."},
-    {"select", Command::select, "[CODE…]", "Show or replace the stored selection."},
+     "of SRC into each DST, or into the stored selection. The amount may carry the source: $100."},
+    {"select", Command::select, "[CODE…]", "Show, replace or change the stored selection."},
     {"settings", Command::settings, "[NAME [VALUE]]", "Show the settings, or set one."},
     {"search", Command::search, "TEXT…", "Find currencies by code, sign, name or country."},
     {"refresh", Command::refresh, "",
@@ -36,8 +35,9 @@ constexpr std::array<CommandEntry, 7> kCommands = {{
     {"status", Command::status, "", "Show where the store lies, what it holds and how old it is."},
 }};
 
-constexpr std::array<std::string_view, 8> kWithValue = {
-    "--container", "--locale", "--lang", "--limit", "--exclude", "--from", "--count", "--refresh"};
+constexpr std::array<std::string_view, 10> kWithValue = {
+    "--container", "--locale", "--lang",    "--limit", "--exclude",
+    "--from",      "--count",  "--refresh", "--add",   "--remove"};
 
 const CommandEntry& takeCommand(std::vector<std::string>& operands) {
   for (const CommandEntry& entry : kCommands) {
@@ -47,6 +47,33 @@ const CommandEntry& takeCommand(std::vector<std::string>& operands) {
     }
   }
   return kCommands.front();
+}
+
+// What each command does, below the options of a conversion.
+std::string commandsText() {
+  std::string text = "Commands (fexora COMMAND --help):";
+  for (const CommandEntry& entry : kCommands) {
+    if (*entry.name == '\0') continue;
+    constexpr std::size_t kWidth = 29;
+    std::string row = "\n  ";
+    row.append(entry.name).append(" ").append(entry.operands);
+    // The sign for more words is one character of three bytes.
+    const std::size_t width = kWidth + (row.ends_with("…") || row.ends_with("…]") ? 2 : 0);
+    row.resize(std::max(row.size(), width), ' ');
+    text.append(row).append(entry.purpose);
+  }
+  return text;
+}
+
+// Taken as they come, so that their order counts.
+void addChange(CLI::App& app, CommandLine& line, const char* name, bool adds, const char* purpose) {
+  const auto take = [&line, adds](const std::string& code) {
+    line.changes.push_back({adds, code});
+  };
+  app.add_option_function<std::string>(name, take, purpose)
+      ->type_name("CODE")
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
+      ->trigger_on_parse();
 }
 
 void addOptions(CLI::App& app, CommandLine& line, bool& version) {
@@ -61,7 +88,13 @@ void addOptions(CLI::App& app, CommandLine& line, bool& version) {
       app.add_flag("--invert", line.invert, "Divide by the rates instead of multiplying");
       app.add_flag("--no-save", line.noSave, "Do not record the amount in the store");
       app.add_flag("--rounded", line.rounded, "Round to each currency's minor unit");
+      app.add_flag("--plain", line.plain, "Print the numbers alone, one a line");
       app.add_flag("--names", line.names, "Show names beside the codes");
+      app.footer(commandsText());
+      break;
+    case Command::select:
+      addChange(app, line, "--add", true, "Put this currency at the end, unless it is there");
+      addChange(app, line, "--remove", false, "Take this currency out");
       break;
     case Command::search:
       addNumber(app, "--limit", line.limit, "How many at most")->type_name("N");
@@ -108,13 +141,14 @@ bool asksForJson(const std::vector<std::string>& words) try {
   return false;
 }
 
-std::string commandMeant(const std::string& word) {
+std::string commandMeant(std::string_view word) {
+  const bool isShort = word.size() == 2 && word[0] == '-' && std::isalpha(word[1]) != 0;
+  if (isShort) return "; options are whole words, see fexora --help";
+  std::vector<std::string> known = {"--help", "--version"};
   for (const CommandEntry& entry : kCommands) {
-    if (*entry.name != '\0' && editDistance(word, entry.name) <= 2) {
-      return std::string("; did you mean the command ") + entry.name + "?";
-    }
+    if (*entry.name != '\0') known.emplace_back(entry.name);
   }
-  return {};
+  return offerOf(word, known);
 }
 
 CommandLine readCommandLine(const std::vector<std::string>& words) try {
@@ -130,7 +164,7 @@ CommandLine readCommandLine(const std::vector<std::string>& words) try {
   bool version = false;
   addOptions(app, line, version);
   try {
-    app.parse(std::move(sorted.options));
+    parseOptions(app, std::move(sorted.options));
   } catch (const CLI::CallForHelp&) {
     line.answer = helpText(app, entry.operands);
     return line;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace fexora::program {
@@ -24,8 +25,14 @@ struct CommandLine {
   bool noSave = false;
   bool rounded = false;
   bool names = false;
+  bool plain = false;  // convert and search
+  // select: what --add and --remove name, in their order
+  struct Change {
+    bool adds = false;
+    std::string code;
+  };
+  std::vector<Change> changes;
   std::optional<std::int64_t> limit;  // search
-  bool plain = false;
   std::vector<std::string> exclude;
   std::vector<std::string> from;  // refresh
   bool force = false;
@@ -40,8 +47,8 @@ struct CommandLine {
 // cannot be read.
 bool asksForJson(const std::vector<std::string>& words);
 
-// "; did you mean the command select?" for a word that is nearly one, or nothing.
-std::string commandMeant(const std::string& word);
+// "; did you mean select?" for a word that is nearly a command or --help, or nothing.
+std::string commandMeant(std::string_view word);
 
 // Throws a Failure of kind "usage" when the words do not fit the grammar.
 CommandLine readCommandLine(const std::vector<std::string>& words);

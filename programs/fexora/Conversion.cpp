@@ -1,7 +1,6 @@
 #include "programs/fexora/Conversion.h"
 
 #include <cmath>
-#include <set>
 #include <utility>
 
 #include "programs/fexora/Store.h"
@@ -9,6 +8,7 @@
 #include "programs/shared/Currencies.h"
 #include "programs/shared/Failure.h"
 #include "programs/shared/OtherRates.h"
+#include "programs/shared/Selection.h"
 
 namespace fexora::program {
 namespace {
@@ -19,25 +19,17 @@ struct Wanted {
   std::vector<std::string> unknown;
 };
 
-std::string noRateText(const Currency& source, const std::vector<std::string>& destinations) {
-  const bool same = destinations.size() == 1 && destinations.front() == source.code();
-  return "there is no rate from " + source.code() + " to " + listed(destinations) +
-         (same ? ": they are the same currency" : "");
-}
-
 Wanted selection(const StoreManager& store, const CurrencyRef& source) {
   Wanted wanted;
-  std::set<std::string> seen = {source->code()};
-  for (const std::string& code : codesOf(store.loadCurrencies())) {
-    auto currency = findCurrency(code);
-    if (!seen.insert(currency != nullptr ? currency->code() : code).second) continue;
-    if (currency != nullptr) {
-      wanted.currencies.push_back(std::move(currency));
+  const auto lines = linesOf(store.loadCurrencies(), *source);
+  for (const CurrencyRef& line : lines) {
+    if (currencyManager().hasCurrency(line->code())) {
+      wanted.currencies.push_back(line);
     } else {
-      wanted.unknown.push_back(code);
+      wanted.unknown.push_back(line->code());
     }
   }
-  if (seen.size() == 1) {
+  if (lines.empty()) {
     throw Failure{Exit::noCurrency, "currency",
                   "the stored selection has no currency but " + source->code() +
                       "; name one, as in: fexora 100 USD EUR"};
@@ -53,8 +45,10 @@ std::vector<std::string> addLines(const std::vector<CurrencyRef>& wanted, const 
   std::optional<OtherRates> others;
   for (const CurrencyRef& destination : wanted) {
     std::optional<Date> published;
-    auto rate = rateManager().rateForSourceCurrency(result.source, destination);
-    if (!rate && *result.source != *destination) {
+    auto rate = *result.source == *destination
+                    ? std::optional(Rate(result.source, destination, 1))
+                    : rateManager().rateForSourceCurrency(result.source, destination);
+    if (!rate) {
       if (!others) others.emplace(store);
       if (const auto found = others->find(result.source, destination)) {
         rate = found->rate;
@@ -77,7 +71,8 @@ void tellMissing(const std::vector<std::string>& unknown, const std::vector<std:
     result.problem = "the stored selection holds what is no currency: " + listed(unknown);
   }
   if (!noRates.empty()) {
-    result.problem += (unknown.empty() ? "" : "; ") + noRateText(*result.source, noRates);
+    result.problem += (unknown.empty() ? "there is no rate from " : "; there is no rate from ") +
+                      result.source->code() + " to " + listed(noRates);
   }
   if (result.lines.empty()) {
     throw Failure{Exit::noCurrency, unknown.empty() ? "rate" : "currency", result.problem};

@@ -31,7 +31,8 @@ struct Conversion {
 Conversion conversionOf(const Request& request, const CommandLine& line, StoreManager& store,
                         bool sync);
 
-// On standard output; the notices are messages.
-void print(const Conversion& conversion, const CommandLine& line, const StoreManager& store);
+// On standard output; the notices are messages, each of which begins with `place`.
+void print(const Conversion& conversion, const CommandLine& line, const StoreManager& store,
+           const std::string& place);
 
 }  // namespace fexora::program

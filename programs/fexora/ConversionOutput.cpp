@@ -2,6 +2,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "fexora/platform/text/NumberText.h"
+
 #include "programs/fexora/Conversion.h"
 #include "programs/fexora/Names.h"
 #include "programs/fexora/NumberColumn.h"
@@ -53,15 +55,28 @@ void printJson(const Conversion& conversion, bool names) {
   printLine(json.endObject().text());
 }
 
-// Rounded amounts show the digits of what they are rounded to.
-std::string shownAmount(const ConversionLine& line, const Conversion& conversion,
-                        const CommandLine& options, const StoreManager& store) {
-  const double value = line.item.dstAmount.doubleValue();
+// Rounded amounts show the digits of what they are rounded to; nothing for others.
+std::optional<int> roundedDigits(const ConversionLine& line, const Conversion& conversion,
+                                 const CommandLine& options) {
   const Currency& of = conversion.invert ? *conversion.source : *line.item.dstCurrency;
   const CurrencyFacts* facts = currencyFacts(of.code());
-  const bool isRounded = options.rounded && facts != nullptr && facts->digits;
-  return NumberFormat(isRounded ? *facts->digits : store.fraction(), store.seporate())
-      .amount(value);
+  return options.rounded && facts != nullptr ? facts->digits : std::nullopt;
+}
+
+std::string shownAmount(const ConversionLine& line, const Conversion& conversion,
+                        const CommandLine& options, const StoreManager& store) {
+  const auto digits = roundedDigits(line, conversion, options);
+  return NumberFormat(digits ? *digits : store.fraction(), store.seporate())
+      .amount(line.item.dstAmount.doubleValue());
+}
+
+// For a script: whatever the locale and the settings are.
+void printNumbers(const Conversion& conversion, const CommandLine& options) {
+  for (const ConversionLine& line : conversion.lines) {
+    const double value = line.item.dstAmount.doubleValue();
+    const auto digits = roundedDigits(line, conversion, options);
+    printLine(digits ? fixedText(value, *digits) : shortestText(value));
+  }
 }
 
 std::string remarks(const ConversionLine& line) {
@@ -102,14 +117,17 @@ void printTable(const Conversion& conversion, const CommandLine& options,
 
 }  // namespace
 
-void print(const Conversion& conversion, const CommandLine& line, const StoreManager& store) {
+void print(const Conversion& conversion, const CommandLine& line, const StoreManager& store,
+           const std::string& place) {
   if (line.json) {
     printJson(conversion, asksForNames(line));
+  } else if (line.plain) {
+    printNumbers(conversion, line);
   } else {
     printTable(conversion, line, store);
   }
-  for (const std::string& notice : conversion.notices) printMessage(notice);
-  if (!conversion.problem.empty()) printMessage(conversion.problem);
+  for (const std::string& notice : conversion.notices) printMessage(place + notice);
+  if (!conversion.problem.empty()) printMessage(place + conversion.problem);
 }
 
 }  // namespace fexora::program

@@ -1,10 +1,10 @@
 // The main job: an amount, or each amount of standard input, converted and shown.
 #include <algorithm>
-#include <iostream>
 #include <string>
 
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Conversion.h"
+#include "programs/fexora/InputLines.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Store.h"
 #include "programs/shared/Failure.h"
@@ -14,27 +14,48 @@ namespace {
 
 constexpr const char* kStandardInput = "-";
 
-Exit convertOne(const Request& request, const CommandLine& line, StoreManager& store, bool sync) {
+// `place` begins each message.
+Exit convertOne(const Request& request, const CommandLine& line, StoreManager& store, bool sync,
+                const std::string& place) {
   const Conversion conversion = conversionOf(request, line, store, sync);
-  print(conversion, line, store);
+  print(conversion, line, store, place);
   return conversion.missing.empty() ? Exit::done : Exit::noCurrency;
+}
+
+Request requestOfLine(const std::string& amount, const CommandLine& line) {
+  if (amount.size() <= InputLines::kMostBytes) return requestOf(line.operands, amount);
+  throw Failure{Exit::usage, "amount",
+                "it is longer than " + std::to_string(InputLines::kMostBytes) + " bytes"};
+}
+
+Exit convertNumbered(const std::string& amount, const CommandLine& line, StoreManager& store,
+                     const std::string& place) {
+  try {
+    return convertOne(requestOfLine(amount, line), line, store, false, place);
+  } catch (Failure& failure) {
+    if (failure.exit == Exit::notWritten) throw;
+    failure.message.insert(0, place);
+    printFailure(failure, line.json);
+    return failure.exit;
+  }
 }
 
 // One amount a line, empty lines passed over. What is wrong with one costs the others nothing; the
 // exit code is the largest of theirs.
 Exit convertLines(const CommandLine& line, StoreManager& store) {
   Exit exit = Exit::done;
-  const auto take = [&](Exit of) { exit = std::max(exit, of); };
-  for (std::string amount; std::getline(std::cin, amount);) {
-    if (amount.ends_with('\r')) amount.pop_back();
-    if (amount.empty()) continue;
-    try {
-      take(convertOne(requestOf(line.operands, amount), line, store, false));
-    } catch (const Failure& failure) {
-      if (failure.exit == Exit::notWritten) throw;
-      printFailure(failure, line.json);
-      take(failure.exit);
+  InputLines lines;
+  try {
+    while (const auto amount = lines.next()) {
+      if (amount->empty()) continue;
+      const std::string place = "line " + std::to_string(lines.number()) + ": ";
+      exit = std::max(exit, convertNumbered(*amount, line, store, place));
     }
+  } catch (const Failure& failure) {
+    if (failure.exit == Exit::notWritten) throw;
+    // What was read before is done, and kept.
+    printFailure(failure, line.json);
+    exit = std::max(exit, failure.exit);
   }
   if (!line.noSave) store.synchronize();
   return exit;
@@ -54,13 +75,14 @@ Request wordsRequest(const std::vector<std::string>& operands) {
 // What cannot be an amount is told before a store is opened, or made.
 Exit convert(const CommandLine& line) {
   if (line.operands.empty()) {
-    throw usageFailure("expected an amount and a currency, as in: fexora 100 USD EUR");
+    throw usageFailure(
+        "usage: fexora AMOUNT SRC [DST…], as in: fexora 100 USD EUR; fexora --help shows the rest");
   }
   const bool isMany = line.operands[0] == kStandardInput;
   const Request request = isMany ? Request() : wordsRequest(line.operands);
   StoreManager& store = openStore(!line.noSave);
   const Exit exit =
-      isMany ? convertLines(line, store) : convertOne(request, line, store, !line.noSave);
+      isMany ? convertLines(line, store) : convertOne(request, line, store, !line.noSave, {});
   if (!line.noSave) requireSaved(store);
   return exit;
 }

@@ -11,6 +11,7 @@
 #include "programs/fexora/Store.h"
 #include "programs/shared/Currencies.h"
 #include "programs/shared/Failure.h"
+#include "programs/shared/Words.h"
 
 namespace fexora::program {
 namespace {
@@ -70,6 +71,7 @@ const std::array<Setting, 8> kSettings = {{
     {"fraction", "digits after the decimal mark",
      [](JsonText& json, const StoreManager& store) { json.integer(store.fraction()); },
      [](StoreManager& store, Text name, Text value) {
+       if (value == "0") reject(name, value, "1 to 15; for whole units: fexora --rounded");
        store.setFraction(integerIn(name, value, 1, kMostFraction));
      }},
     {"mode", "light or dark windows",
@@ -118,13 +120,15 @@ const std::array<Setting, 8> kSettings = {{
      }},
 }};
 
-const Setting& settingNamed(Text name) {
-  std::string names;
+const Setting& settingNamed(Text typed) {
+  // As it is written in English.
+  const std::string name = typed == "separate" ? "seporate" : typed;
   for (const Setting& setting : kSettings) {
     if (name == setting.name) return setting;
-    names += std::string(names.empty() ? "" : ", ") + setting.name;
   }
-  throw usageFailure("there is no setting \"" + name + "\"; expected one of " + names);
+  const std::string offer = offerOf(typed, settingNames());
+  throw usageFailure("there is no setting \"" + typed + "\"" +
+                     (offer.empty() ? "; expected one of " + listed(settingNames()) : offer));
 }
 
 // The name of the case of one of the three enums; empty for other settings.
@@ -189,7 +193,7 @@ void settings(const CommandLine& line) {
   const Setting& setting =
       line.operands.empty() ? kSettings.front() : settingNamed(line.operands[0]);
   StoreManager& store = openStoreInFolder();
-  if (line.operands.size() == 2) setting.set(store, line.operands[0], line.operands[1]);
+  if (line.operands.size() == 2) setting.set(store, setting.name, line.operands[1]);
   print(line, store);
   requireSaved(store);
 }

@@ -84,7 +84,7 @@ std::string changeText(const Change& change) {
 }
 
 std::string plainUpdate(const StoreManager& store, const std::vector<Change>& changes, bool names) {
-  std::string text = std::string(fileWatcherUpdate) + ": ";
+  std::string text = "store changed: ";
   for (const Change& change : changes) text += changeText(change) + ", ";
   text += "selection";
   for (const CurrencyRef& currency : store.loadCurrencies()) {

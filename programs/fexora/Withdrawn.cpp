@@ -1,7 +1,5 @@
 #include "programs/fexora/Withdrawn.h"
 
-#include "fexora/platform/text/NumberText.h"
-
 namespace fexora::program {
 
 std::optional<std::string> withdrawnNotice(const Currency& currency) {
@@ -19,8 +17,9 @@ std::optional<std::string> withdrawnNotice(const Currency& currency) {
         (facts->replaced.size() == kWholeDate ? " on " : " in ") + std::string(facts->replaced);
   }
   if (facts->hasRatio()) {
-    notice += " (" + shortestText(facts->successorUnits) + " " + successor + " = " +
-              shortestText(facts->units) + " " + currency.code() + ")";
+    const NumberFormat format(0, true);
+    notice += " (" + format.exact(facts->successorUnits) + " " + successor + " = " +
+              format.exact(facts->units) + " " + currency.code() + ")";
   }
   return notice;
 }

@@ -6,6 +6,7 @@
 #include "programs/search/Query.h"
 #include "programs/shared/OtherRates.h"
 #include "programs/shared/RatesText.h"
+#include "programs/shared/Selection.h"
 
 namespace fexora::search {
 namespace {
@@ -15,7 +16,7 @@ using program::OtherRates;
 std::vector<CurrencyRef> destinationsOf(const program::Request& request,
                                         const StoreManager& store) {
   if (!request.destinations.empty()) return request.destinations;
-  return store.loadCurrencies();
+  return program::linesOf(store.loadCurrencies(), *request.source);
 }
 
 std::string ageOf(const OtherRates::Found& found) {

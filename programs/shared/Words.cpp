@@ -6,6 +6,8 @@
 
 #include "fexora/platform/text/NumberText.h"
 
+#include "programs/shared/EditDistance.h"
+
 namespace fexora::program {
 namespace {
 
@@ -24,6 +26,14 @@ CLI::Option* addParsed(CLI::App& app, const char* name, std::optional<Number>& n
     if (!number) throw CLI::ConversionError(text, name);
   };
   return app.add_option_function<std::string>(name, take, purpose);
+}
+
+std::vector<std::string> optionNames(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::Option* option : app.get_options()) {
+    for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+  }
+  return names;
 }
 
 }  // namespace
@@ -57,6 +67,36 @@ SortedWords sortWords(const std::vector<std::string>& words,
   }
   std::reverse(sorted.options.begin(), sorted.options.end());
   return sorted;
+}
+
+std::string offerOf(std::string_view typed, const std::vector<std::string>& words) {
+  constexpr std::size_t kMostSlips = 2;
+  // Longer ones are no mistyped words, and the distance takes time by length.
+  constexpr std::size_t kLongest = 32;
+  if (typed.size() > kLongest) return {};
+  std::size_t fewest = kMostSlips + 1;
+  const std::string* nearest = nullptr;
+  for (const std::string& word : words) {
+    const std::size_t slips = editDistance(typed, word);
+    if (slips < fewest) nearest = &word;
+    fewest = std::min(fewest, slips);
+  }
+  return nearest == nullptr ? "" : "; did you mean " + *nearest + "?";
+}
+
+void parseOptions(CLI::App& app, std::vector<std::string> options) {
+  const auto typed = options;
+  try {
+    app.parse(std::move(options));
+  } catch (const CLI::ExtrasError&) {
+    for (auto option = typed.rbegin(); option != typed.rend(); ++option) {
+      const std::string name = option->substr(0, option->find('='));
+      if (app.get_option_no_throw(name) != nullptr) continue;
+      throw CLI::ParseError("there is no option " + name + offerOf(name, optionNames(app)),
+                            CLI::ExitCodes::ExtrasError);
+    }
+    throw;
+  }
 }
 
 CLI::Option* addNumber(CLI::App& app, const char* name, std::optional<std::int64_t>& number,

@@ -27,6 +27,14 @@ struct SortedWords {
 SortedWords sortWords(const std::vector<std::string>& words,
                       std::span<const std::string_view> withValue);
 
+// Lets CLI11 read sorted options. A name that is none of the app's is rejected with the nearest one
+// that is.
+void parseOptions(CLI::App& app, std::vector<std::string> options);
+
+// "; did you mean --help?" with the nearest of the words, at most two slips of the finger away, or
+// nothing.
+std::string offerOf(std::string_view typed, const std::vector<std::string>& words);
+
 // Options whose value is a number as NumberText.h reads it. CLI11 itself takes 010 for 8, and a
 // number that is too large for the largest.
 CLI::Option* addNumber(CLI::App& app, const char* name, std::optional<std::int64_t>& number,

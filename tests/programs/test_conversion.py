@@ -5,7 +5,7 @@ import os
 import plistlib
 import time
 
-from support import ProgramTest, snapshot_rates
+from support import BIN, ProgramTest, snapshot_rates
 
 
 class Conversion(ProgramTest):
@@ -99,11 +99,22 @@ class Conversion(ProgramTest):
                          round(2.675 * rates["EUR"], 2))
 
     def test_amounts_of_standard_input(self):
-        code, out, err = self.run_program("-", "USD", "EUR", "--json", text="1\n\n2+3\r\nx\n4\n")
+        code, out, err = self.run_program("-", "USD", "EUR", "--json",
+                                          text=f"1\n\n2+3\r\nx\n{'5' * 5000}\n1,234\n4")
         lines = [json.loads(line) for line in out.splitlines()]
-        self.assertEqual([line.get("amount") for line in lines], [1, 5, None, 4])
-        self.assertEqual((code, err.count('"x"')), (2, 1))
-        self.assertEqual(self.content()["UDSourceCurrency"]["amount"], 4)
+        self.assertEqual([line.get("amount") for line in lines], [1, 5, None, None, 1234, 4])
+        self.assertRegex(err, r'\Afexora: line 4: "x".*\n.* line 5: it is longer.*\n.* line 6: "1,234" was.*\n\Z')
+        self.assertEqual((code, self.content()["UDSourceCurrency"]["amount"]), (2, 4))
+        for unreadable in ("<.", "<&-"):
+            code, out, err = self.run_program("-c", f'"$0" - USD EUR {unreadable}', BIN / "fexora", program="/bin/sh")
+            self.assertEqual((code, out), (2, ""))
+            self.assertIn("standard input cannot be read: ", err)
+
+    def test_the_number_alone_for_scripts(self):
+        rates = snapshot_rates()
+        shown = self.succeed("1234.5", "USD", "USD", "JPY", "--plain", "--locale", "de_DE")
+        self.assertEqual([float(line) for line in shown.splitlines()], [1234.5, 1234.5 * rates["JPY"]])
+        self.assertEqual(self.succeed("2", "USD", "EUR", "--plain", "--rounded"), f"{2 * rates['EUR']:.2f}\n")
 
     def test_the_input_is_recorded_unless_told_not_to(self):
         self.succeed("--no-save", "5", "USD", "EUR")
@@ -141,13 +152,15 @@ class Conversion(ProgramTest):
 
 class Rejections(ProgramTest):
     def test_wrong_use_and_no_numbers_exit_with_2(self):
-        self.assertIn("amount", self.reject(2))
+        self.assertIn("usage: fexora AMOUNT", self.reject(2))
         self.assertIn("currency", self.reject(2, "100"))
         for text in ["abc", "1.2.3", "", "12,34,5", "--", "0x10", "1e", "½", "1e400", "-1e400", "∞"]:
             words = ["--", text] if text.startswith("--") else [text]
             self.assertIn(f'"{text}"', self.reject(2, *words, "USD", "EUR"))
-        self.assertIn("the command select?", self.reject(2, "selct"))
-        self.assertIn("--bogus", self.reject(2, "1", "USD", "--bogus"))
+        for words, offered in [(["selct"], "did you mean select?"), (["help"], "mean --help?"), (["-v"], "--help"),
+                               (["--hlep"], "mean --help?"), (["1", "USD", "--bogus=1"], "no option --bogus\n"),
+                               (["settings", "seperate"], "mean seporate?")]:
+            self.assertIn(offered, self.reject(2, *words))
         self.assertIn("--count", self.reject(2, "watch", "--count", "0"))
         self.assertFalse(self.store.exists(), "nothing is made for a wrong use")
 
