@@ -7,6 +7,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 FACTS = ROOT / "fexora" / "resources" / "currency-facts.tsv"
 FORMS = {  # fact: form of the value, form of the date
     "successor": (r"[A-Z]{3}( [0-9.]+(:[0-9.]+)?)?", r"\d{4}(-\d\d){0,2}"),
+    "ratio": (r"", r"\d{4}-\d\d-\d\d"),
     "last-day": (r"", r"\d{4}-\d\d-\d\d"),
     "cash": (r"[0-9.]+( half-down)?", r"\d{4}-\d\d-\d\d"),
     "regions": (r"\+?[A-Z]{2}( [A-Z]{2})*", r".*"),

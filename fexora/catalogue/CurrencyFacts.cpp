@@ -58,6 +58,7 @@ CurrencyFacts factsOf(std::string_view rest) noexcept {
   facts.successorUnits = number(cell());
   facts.replaced = cell();
   facts.lastDay = cell();
+  facts.ratioSince = cell();
   return facts;
 }
 
@@ -154,6 +155,7 @@ class Added {
     copy.successor = keep(row.successor);
     copy.replaced = keep(row.replaced);
     copy.lastDay = keep(row.lastDay);
+    copy.ratioSince = keep(row.ratioSince);
     return copy;
   }
 

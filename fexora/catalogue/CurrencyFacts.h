@@ -61,6 +61,9 @@ struct CurrencyFacts {
   double successorUnits = 0.0;
   // The last day on which it was legal tender anywhere, as "2001-12-31"; empty when not known.
   std::string_view lastDay{};
+  // The first day on which the ratio held, in the form of `replaced`: years before the notes came
+  // where that one was only a unit of account at first (DEM: "1999-01-01"). Empty: as `replaced`.
+  std::string_view ratioSince{};
 
   bool hasRatio() const noexcept { return units > 0.0 && successorUnits > 0.0; }
 };

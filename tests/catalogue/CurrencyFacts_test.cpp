@@ -53,13 +53,14 @@ TEST(CurrencyFacts, Successors_LeadToACurrencyThatIsInUse) {
   struct Row {
     const char *code, *successor;
     double units, successorUnits;
-    const char *replaced, *lastDay;
+    const char *replaced, *lastDay, *since;
   };
-  for (const auto& [code, successor, units, successorUnits, replaced, lastDay] : std::vector<Row>{
-           {"DEM", "EUR", 1.95583, 1.0, "2002-01-01", "2001-12-31"},
-           {"TRL", "TRY", 1e6, 1.0, "2005-01-01", "2005-12-31"},
-           {"CUC", "CUP", 1.0, 24.0, "2021-01-01", ""},
-           {"DDM", "DEM", 0.0, 0.0, "1990-07-01", "1990-10-02"},
+  for (const auto& [code, successor, units, successorUnits, replaced, lastDay, since] :
+       std::vector<Row>{
+           {"DEM", "EUR", 1.95583, 1.0, "2002-01-01", "2001-12-31", "1999-01-01"},
+           {"TRL", "TRY", 1e6, 1.0, "2005-01-01", "2005-12-31", "2005-01-01"},
+           {"CUC", "CUP", 1.0, 24.0, "2021-01-01", "", "2021-01-01"},
+           {"DDM", "DEM", 0.0, 0.0, "1990-07-01", "1990-10-02", ""},
        }) {
     const CurrencyFacts& facts = *currencyFacts(code);
     EXPECT_EQ(facts.successor, successor);
@@ -67,6 +68,7 @@ TEST(CurrencyFacts, Successors_LeadToACurrencyThatIsInUse) {
     EXPECT_EQ(facts.successorUnits, successorUnits) << code;
     EXPECT_EQ(facts.replaced, replaced) << code;
     EXPECT_EQ(facts.lastDay, lastDay) << code;
+    EXPECT_EQ(facts.ratioSince, since) << code;
   }
   int euro = 0;
   for (const CurrencyFacts* facts : allCurrencyFacts()) {
