@@ -9,7 +9,8 @@ set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/fexora)
 install(TARGETS fexora EXPORT fexora-targets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS fexora_static EXPORT fexora-static-targets
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(TARGETS fexora_loop fexora_text fexora_xml fexora_net LIBRARY DESTINATION ${private_folder})
+install(TARGETS fexora_loop fexora_text fexora_xml fexora_net fexora_history
+        LIBRARY DESTINATION ${private_folder})
 install(FILES fexora/resources/Currency.plist DESTINATION ${private_folder}/resources)
 
 # What a host reaches from the one header, and nothing else.

@@ -9,6 +9,7 @@
 #include "fexora/catalogue/CurrencySigns.h"
 #include "fexora/catalogue/MinorUnit.h"
 #include "fexora/catalogue/NSCurrency.h"
+#include "fexora/history/RateHistory.h"
 #include "fexora/input/CalculationDetection.h"
 #include "fexora/input/TypedAmount.h"
 #include "fexora/platform/Platform.h"

@@ -13,9 +13,9 @@ namespace fexora {
 // The folder of the shared library's file, or nothing in the static form. Any thread.
 std::optional<std::string> libraryFolder();
 
-// The address of `entry` in the module `name` ("loop", "text", "xml" or "net"; in the shared form
-// also one that a program has put beside these), opening it on first need; null with a reason in
-// `reason` when it cannot be had. A module is never closed. Any thread.
+// The address of `entry` in the module `name` ("loop", "text", "xml", "net" or "history"; in the
+// shared form also one that a program has put beside these), opening it on first need; null with a
+// reason in `reason` when it cannot be had. A module is never closed. Any thread.
 FEXORA_API void* moduleEntry(std::string_view name, const char* entry, std::string& reason);
 
 }  // namespace fexora

@@ -49,6 +49,18 @@ inline constexpr int kKeptAnswers = 8;
 // that they came as.
 inline constexpr std::size_t kJsonValues = std::size_t{256} << 10;
 
+// The rates of past days. How long a call waits for another process that writes them, the tables
+// that are kept at once, and days that one question brings.
+inline constexpr double kHistoryWaitSeconds = 2.0;
+inline constexpr std::size_t kHistoryTables = std::size_t{32} << 10;
+inline constexpr std::size_t kHistoryDays = std::size_t{32} << 10;
+// The figures of one table, as text.
+inline constexpr std::size_t kHistoryTableBytes = std::size_t{1} << 20;
+// Damaged files of theirs that are kept aside; the oldest goes when one more comes.
+inline constexpr int kDamagedHistories = 4;
+// Corrections that are told one by one.
+inline constexpr std::size_t kHistoryCorrections = 64;
+
 // Lines of one conversion. Codes that come twice multiply: n entries of two codes give n²/4 lines.
 inline constexpr std::size_t kConversionLines = std::size_t{256} << 10;
 

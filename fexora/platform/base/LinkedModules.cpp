@@ -16,6 +16,7 @@ void* moduleEntry(std::string_view name, const char* entry, std::string& reason)
     return reinterpret_cast<void*>(&fexora_net_own);
   }
   if (name == "net") return reinterpret_cast<void*>(&fexora_net_module);
+  if (name == "history") return reinterpret_cast<void*>(&fexora_history_module);
   reason = "there is no such module";
   return nullptr;
 }

@@ -1,11 +1,14 @@
 // The one function that each module offers. The pieces live to the end of the process.
 #pragma once
 
+#include <string>
+
 #include "fexora/platform/base/Export.h"
 
 namespace fexora {
 class Files;
 class Log;
+class RateHistory;
 struct NetOptions;
 class RunLoop;
 class Text;
@@ -31,5 +34,9 @@ FEXORA_API fexora::Transport* fexora_net_module(fexora::RunLoop* loop, fexora::L
 FEXORA_API fexora::Transport* fexora_net_own(fexora::RunLoop* loop, fexora::Log* log,
                                              fexora::Files* files,
                                              const fexora::NetOptions* options);
+// SQLite behind the RateHistory interface, in a folder that need not be there yet; the caller's to
+// delete. Never null. Any thread.
+FEXORA_API fexora::RateHistory* fexora_history_module(const std::string* folder,
+                                                      fexora::Files* files, fexora::Log* log);
 
 }  // extern "C"

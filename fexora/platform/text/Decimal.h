@@ -24,8 +24,11 @@ class FEXORA_API Decimal {
   // The shortest decimal that reads back to `finite`.
   static Decimal fromDouble(double finite);
 
-  // Keeps at most `fractionDigits` digits (0 or more) after the point.
+  // Keeps at most `fractionDigits` digits after the point; less than none cuts whole digits off.
   void round(int fractionDigits, DecimalRounding mode = DecimalRounding::halfEven);
+
+  // Keeps at most `digits` of them, from the first that is not zero.
+  void roundToDigits(int digits) { round(static_cast<int>(digits - point_)); }
 
   void multiplyBy(const Decimal& factor);
   // By any but zero, of which the first 18 digits count. An endless quotient is cut off after 40
