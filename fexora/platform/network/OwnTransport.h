@@ -19,7 +19,6 @@ namespace fexora {
 // also from inside a completion. Requests in flight then never complete. Still there at the exit of
 // the process, it sends and completes nothing more. Any thread; may throw std::bad_alloc.
 FEXORA_API std::unique_ptr<Transport> ownTransport(RunLoop& loop, Log& log, Files& files,
-                                                   const NetOptions& options,
-                                                   std::string& problem);
+                                                   const NetOptions& options, std::string& problem);
 
 }  // namespace fexora
