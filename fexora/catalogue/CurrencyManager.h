@@ -58,9 +58,8 @@ class FEXORA_API CurrencyManager : public NSObject {
   std::vector<CurrencyRef> rankedCurrencies(std::string_view text, std::int64_t limit,
                                             const std::vector<CurrencyRef>& exclude = {}) const;
   // The currency that a person means by a code, a sign, a name or a country, where that is only
-  // one: of those that match it best in the ranks 1 to 6 of rankedCurrencies(), the only one that
-  // is neither withdrawn nor a crypto currency, or the only one of these with exactly this name.
-  // Null else.
+  // one: the only one that matches it best in the ranks 1 to 8 of rankedCurrencies(), withdrawn and
+  // crypto currencies left out from rank 5 on. Otherwise null.
   CurrencyRef currencyMeant(std::string_view text) const;
 
   // Each record's display record, in order; see catalogue/NSCurrency.h, where it is defined.
@@ -72,6 +71,7 @@ class FEXORA_API CurrencyManager : public NSObject {
  private:
   friend CurrencyManager& currencyManager();
   friend class CataloguePlaces;
+  friend class CurrencyNaming;
   static constexpr std::uint32_t kNoPlace = Currency::kNoPlace;
   enum class Lifetime : std::uint8_t { counted, endless };
   CurrencyManager(Platform& platform, Lifetime lifetime);

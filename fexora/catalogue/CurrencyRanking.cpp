@@ -2,17 +2,16 @@
 
 #include <algorithm>
 #include <memory>
+#include <tuple>
 #include <utility>
 
 #include "fexora/catalogue/CurrencyFacts.h"
+#include "fexora/catalogue/MostTraded.h"
 #include "fexora/catalogue/RankingKeys.h"
 #include "fexora/platform/base/Guarded.h"
 
 namespace fexora {
 namespace {
-
-constexpr Match kRanks[] = {Match::code,      Match::sign,    Match::codeStart, Match::nameStart,
-                            Match::wordStart, Match::country, Match::inside,    Match::slip};
 
 // The codes that a search leaves out; a record without a code equals none.
 class Excluded {
@@ -56,13 +55,15 @@ std::vector<CurrencyRef> CurrencyManager::ranked(std::string_view text, std::int
   if (limit <= 0) return result;
   const auto matches = rankingKeys()->matches(*platform_.text, text);
   const Excluded excluded(*platform_.text, exclude);
-  for (const Match rank : kRanks) {
-    for (std::size_t place = 0; place < matches.size(); ++place) {
-      if (matches[place] != rank || excluded.holds(*_currencies[place])) continue;
-      result.push_back(_currencies[place]);
-      if (--limit == 0) return result;
-    }
+  std::vector<std::tuple<Match, std::size_t, std::size_t>> order;
+  for (std::size_t place = 0; place < matches.size(); ++place) {
+    if (matches[place] == Match::none || excluded.holds(*_currencies[place])) continue;
+    order.emplace_back(matches[place], tradedPlace(_currencies[place]->code()), place);
   }
+  const auto wanted = static_cast<std::uint64_t>(limit);
+  const auto end = order.size() <= wanted ? order.end() : order.begin() + limit;
+  std::partial_sort(order.begin(), end, order.end());
+  for (auto at = order.begin(); at != end; ++at) result.push_back(_currencies[std::get<2>(*at)]);
   return result;
 }
 
@@ -74,13 +75,8 @@ CurrencyRef CurrencyManager::currencyMeant(std::string_view text) const {
     std::vector<CurrencyRef> meant;
     for (std::size_t place = 0; place < matches.size(); ++place) {
       const CurrencyRef& currency = _currencies[place];
-      if (matches[place] == *best && isInUse(*currency)) meant.push_back(currency);
-    }
-    if (meant.size() > 1) {
-      std::erase_if(meant, [&, whole = platform_.text->folded(text)](const CurrencyRef& currency) {
-        const auto name = localizedString(*platform_.strings, currency->code());
-        return platform_.text->folded(name) != whole;
-      });
+      const bool counts = *best <= Match::wholeCountry || isInUse(*currency);
+      if (matches[place] == *best && counts) meant.push_back(currency);
     }
     return meant.size() == 1 ? meant.front() : CurrencyRef();
   });

@@ -13,11 +13,13 @@
 // that changed places. Eight words are looked at; with more only names that hold the whole text
 // match.
 //
-// Order, and within each the catalogue's:
-//   1. the text is the code            5. its words begin words of the name
-//   2. it is a sign                    6. its words begin words of a country's name
-//   3. the code begins with it         7. it is inside of the code, the name or a country's name
-//   4. the name begins with it         8. as 5 and 6 or the code, but for one slip
+// Order, and within each the most traded first, then the catalogue's:
+//   1. the text is the code                  6. the name begins with it
+//   2. it is a sign                          7. its words begin words of the name
+//   3. it is a whole name, in a plural form  8. its words begin words of a country's name
+//      too, or what names share ("dollar")   9. it is inside of the code or either name
+//   4. it is the whole name of a country     10. as 7 and 8 or the code, but for one slip
+//   5. the code begins with it
 //
 // At most `limit` records are given, those equal to one in `exclude` left out; none for a limit of
 // 0 or less, for an empty text, and where there is no memory. A machine without the text module

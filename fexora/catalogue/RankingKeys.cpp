@@ -6,8 +6,11 @@
 #include <utility>
 
 #include "fexora/catalogue/CurrencyFacts.h"
+#include "fexora/catalogue/CurrencySigns.h"
 #include "fexora/catalogue/EnglishNames.h"
+#include "fexora/catalogue/NameWords.h"
 #include "fexora/catalogue/OneSlip.h"
+#include "fexora/catalogue/PopularNames.h"
 #include "fexora/platform/text/WordList.h"
 
 namespace fexora {
@@ -15,50 +18,6 @@ namespace {
 
 constexpr std::size_t kMostWords = 8;  // as many bits as Fit has
 constexpr std::size_t kSlipLetters = 4;
-
-// English names that people type and the CLDR does not have.
-struct EverydayName {
-  std::string_view region, name;
-};
-constexpr EverydayName kEverydayNames[] = {
-    {"AE", "UAE"},           {"CI", "Ivory Coast"}, {"CZ", "Czech Republic"}, {"GB", "England"},
-    {"GB", "Great Britain"}, {"NL", "Holland"},     {"SZ", "Swaziland"},      {"TR", "Turkey"},
-    {"US", "America"},       {"US", "USA"},
-};
-
-bool isWordByte(char byte) noexcept {
-  const bool letter = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
-  return letter || (byte >= '0' && byte <= '9') || static_cast<unsigned char>(byte) >= 0x80;
-}
-
-// The bytes of a mark at the head of `text`, of which `joins` tells whether it stands inside of a
-// word (the apostrophe, the okina); 0 for anything else.
-std::size_t markLength(std::string_view text, bool& joins) noexcept {
-  // U+2000 to U+203F hold dashes, quotation marks and blanks.
-  const bool general = text.starts_with("\u2019") || text.substr(0, 2) == "\xE2\x80";
-  const bool modifier = text.starts_with("\u02BB") || text.starts_with("\u02BC");
-  joins = modifier || text[0] == '\'' || text.starts_with("\u2018") || text.starts_with("\u2019");
-  if (modifier) return 2;
-  if (general) return std::min(text.size(), std::size_t{3});
-  return isWordByte(text[0]) ? 0 : 1;
-}
-
-// The words of a folded text, parted by single blanks.
-std::string wordsOf(std::string_view folded) {
-  std::string words;
-  bool parted = false;
-  while (!folded.empty()) {
-    bool joins = false;
-    const std::size_t mark = markLength(folded, joins);
-    if (mark == 0) {
-      if (parted && !words.empty()) words += ' ';
-      words += folded[0];
-    }
-    parted = mark != 0 && (parted || !joins);
-    folded.remove_prefix(std::max(mark, std::size_t{1}));
-  }
-  return words;
-}
 
 std::string_view trimmed(std::string_view text) noexcept {
   const auto start = text.find_first_not_of(" \t\r\n");
@@ -72,6 +31,13 @@ std::size_t letterCount(std::string_view text) noexcept {
   }));
 }
 
+std::vector<std::string> codesOf(const std::vector<CurrencyRef>& currencies) {
+  std::vector<std::string> codes;
+  codes.reserve(currencies.size());
+  for (const CurrencyRef& currency : currencies) codes.push_back(currency->code());
+  return codes;
+}
+
 void improve(Match& best, Match found) noexcept {
   best = std::min(best, found);
 }
@@ -80,7 +46,7 @@ void improve(Match& best, Match found) noexcept {
 
 RankingKeys::RankingKeys(const std::vector<CurrencyRef>& currencies, HostStrings& strings,
                          Text& text, Version version)
-    : version_(std::move(version)) {
+    : version_(std::move(version)), whole_(codesOf(currencies)) {
   Regions regions;
   for (const CurrencyRef& currency : currencies) {
     const std::string& code = currency->code();
@@ -92,6 +58,37 @@ RankingKeys::RankingKeys(const std::vector<CurrencyRef>& currencies, HostStrings
   }
   addRegions(text, regions);
   makeWords();
+  addWholeNames(currencies, strings, text);
+}
+
+void RankingKeys::addWholeNames(const std::vector<CurrencyRef>& currencies, HostStrings& strings,
+                                Text& text) {
+  WholeNames::Names own;
+  WholeNames::Names english;
+  for (std::uint32_t place = 0; place < currencies.size(); ++place) {
+    const std::string& code = currencies[place]->code();
+    const auto add = [&](WholeNames::Names& names, std::string_view name) {
+      names.emplace_back(nameWords(text.folded(name)), place);
+    };
+    add(own, localizedString(strings, code));
+    for (const auto& name : text.currencyPlurals(code, version_.language)) add(own, name);
+    const auto name = englishName(code);
+    if (!name) continue;
+    add(english, *name);
+    const auto plurals = text.currencyPlurals(code, "en");
+    for (const auto& plural : plurals) add(english, plural);
+    if (plurals.empty()) add(english, std::string(*name) + "s");
+  }
+  whole_.addLanguage(own);
+  whole_.addLanguage(english);
+  for (const auto& [name, codes] : popularNames()) {
+    for (const std::string_view code : codes) {
+      for (std::uint32_t place = 0; place < currencies.size(); ++place) {
+        if (currencies[place]->code() == code) whole_.add(name, NameKind::popular, place);
+      }
+    }
+  }
+  whole_.complete();
 }
 
 void RankingKeys::addFacts(Text& text, std::string_view code, std::uint32_t place,
@@ -110,18 +107,34 @@ void RankingKeys::addRegions(Text& text, const Regions& regions) {
   for (const auto& [region, places] : regions) {
     for (const std::string_view language : languages) {
       for (const std::string& name : text.regionNames(region, language)) {
-        addName(text, name, true, places);
+        addCountry(text, name, region, places);
       }
     }
-    for (const auto& [of, name] : kEverydayNames) {
-      if (of == region) addName(text, name, true, places);
+    for (const auto& [of, name] : everydayNames()) {
+      if (of == region) addCountry(text, name, region, places);
     }
   }
 }
 
+// The whole name is that of the country's own currency, the beginning of any that is used there.
+void RankingKeys::addCountry(Text& text, std::string_view name, std::string_view region,
+                             const std::vector<std::uint32_t>& places) {
+  addName(text, name, true, places);
+  const auto own = currencyOfLocale("und_" + std::string(region));
+  const std::string words = nameWords(text.folded(name));
+  bool isOwn = false;
+  for (const std::uint32_t place : places) {
+    if (!own || codes_[place] != text.folded(*own)) continue;
+    whole_.add(words, NameKind::country, place);
+    isOwn = true;
+  }
+  if (isOwn) return;
+  for (const std::uint32_t place : places) whole_.add(words, NameKind::country, place);
+}
+
 void RankingKeys::addName(Text& text, std::string_view name, bool isCountry,
                           const std::vector<std::uint32_t>& places) {
-  std::string words = wordsOf(text.folded(name));
+  std::string words = nameWords(text.folded(name));
   // The names of one currency or country come in a row.
   for (auto last = names_.rbegin(); last != names_.rend() && last->places == places; ++last) {
     if (last->text == words) return;
@@ -141,13 +154,23 @@ void RankingKeys::makeWords() {
 std::vector<Match> RankingKeys::matches(Text& text, std::string_view typed) const {
   std::vector<Match> best(codes_.size(), Match::none);
   const std::string folded = text.folded(trimmed(typed));
-  const std::string words = wordsOf(folded);
+  const std::string words = nameWords(folded);
   if (!folded.empty()) matchCodes(folded, best);
+  if (const WholeName* const whole = whole_.find(words)) {
+    const bool isCountry = whole->kind == NameKind::country;
+    for (const std::uint32_t place : whole->places) {
+      improve(best[place], isCountry ? Match::wholeCountry : Match::wholeName);
+    }
+  }
   if (!words.empty()) {
     matchNames(words, best);
     matchWords(words, best);
   }
   return best;
+}
+
+const WholeName* RankingKeys::named(Text& text, std::string_view typed) const {
+  return whole_.find(nameWords(text.folded(typed)));
 }
 
 void RankingKeys::matchCodes(std::string_view folded, std::vector<Match>& best) const {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "fexora/catalogue/Currency.h"
+#include "fexora/catalogue/WholeNames.h"
 #include "fexora/platform/strings/HostStrings.h"
 #include "fexora/platform/text/Text.h"
 
@@ -18,6 +19,8 @@ namespace fexora {
 enum class Match : std::uint8_t {
   code,
   sign,
+  wholeName,
+  wholeCountry,
   codeStart,
   nameStart,
   wordStart,
@@ -47,6 +50,9 @@ class RankingKeys {
   // digit or sign.
   std::vector<Match> matches(Text& text, std::string_view typed) const;
 
+  // What a whole name stands for, or null.
+  const WholeName* named(Text& text, std::string_view typed) const;
+
  private:
   struct Sign {
     std::string text;
@@ -73,6 +79,9 @@ class RankingKeys {
   using Regions = std::map<std::string, std::vector<std::uint32_t>, std::less<>>;
   void addFacts(Text& text, std::string_view code, std::uint32_t place, Regions& regions);
   void addRegions(Text& text, const Regions& regions);
+  void addWholeNames(const std::vector<CurrencyRef>& currencies, HostStrings& strings, Text& text);
+  void addCountry(Text& text, std::string_view name, std::string_view region,
+                  const std::vector<std::uint32_t>& places);
   void addName(Text& text, std::string_view name, bool isCountry,
                const std::vector<std::uint32_t>& places);
   void makeWords();
@@ -88,6 +97,7 @@ class RankingKeys {
   std::vector<Sign> signs_;
   std::vector<Name> names_;
   std::vector<Word> words_;  // by text
+  WholeNames whole_;
 };
 
 }  // namespace fexora

@@ -83,6 +83,11 @@ bool isCodeWithDigit(TypedRun word) {
          std::any_of(word.begin(), word.end(), isTypedDigit) && !typedCode(spelled(word)).empty();
 }
 
+// As in "5K".
+bool isThousand(TypedRun side) {
+  return side.size() == 1 && side.front().sign == U'K';
+}
+
 // The places of what lies between the codes with a digit at either end.
 std::pair<std::size_t, std::size_t> withoutSuchCodes(TypedRun run) {
   const auto first =
@@ -106,19 +111,24 @@ Parts partsOf(TypedRun run) {
           run.subspan(begin + afterLast)};
 }
 
-// Each takes a mark at the number's end along, where the side is none with it. A minus after that
-// is no sign: "5,-" means five.
+// Takes a mark at the number's beginning along, where the side is none with it.
 bool takeBefore(Parts& parts, TypedSides& sides, const TypedMarks& marks) {
   constexpr std::u32string_view kSigns = U"-+";
   const TypedRun side = parts.before;
   if (sides.takeSigned(side, kSigns)) return true;
-  if (!marks.canEnd(side.back().sign)) return false;
+  const bool isNumbers = marks.canEnd(side.back().sign) &&
+                         (side.size() < 2 || !isTypedLetter(side[side.size() - 2].sign));
+  if (!isNumbers) return false;
   parts.number = {parts.number.data() - 1, parts.number.size() + 1};
   return sides.takeSigned(side.first(side.size() - 1), kSigns);
 }
 
 bool takeAfter(Parts& parts, TypedSides& sides, const TypedMarks& marks) {
   const TypedRun side = parts.after;
+  if (isThousand(side)) return false;
+  if (const std::size_t ending = evenEnding(side); ending > 0) {
+    return sides.takeCurrency(side.subspan(ending));
+  }
   if (sides.takeSigned(side, U"-")) return true;
   if (!marks.canEnd(side.front().sign)) return false;
   parts.number = {parts.number.data(), parts.number.size() + 1};
@@ -129,11 +139,28 @@ std::size_t placeOf(TypedRun side) {
   return trimmed(side).front().place;
 }
 
+// Whether it may be part of one of the locales' exponents, such as "×10^3".
+bool isOfExponent(const TypedSymbol& symbol) {
+  constexpr std::u32string_view kSigns = U"\u00D7\u00B7^+-";
+  return isTypedLetter(symbol.sign) || kSigns.find(symbol.sign) != kSigns.npos;
+}
+
 // What is no row of digits and marks may be a number with an exponent.
-TypedAmount withExponent(std::string_view number, std::size_t foreign, std::string_view locale,
-                         Text& rules) {
-  const auto value = parseAmountIn(locale, number, rules);
-  if (!value) return refused(kForeign, foreign);
+TypedAmount withExponent(const Parts& parts, std::string_view number, const TypedMarks& marks,
+                         std::string_view locale, Text& rules) {
+  const auto isForeign = [&](const TypedSymbol& s) {
+    return !isTypedDigit(s) && !marks.isMark(s.sign);
+  };
+  const TypedRun run = parts.number;
+  const auto foreign = std::find_if(run.begin(), run.end(), isForeign);
+  const auto mantissa = static_cast<std::size_t>(foreign - run.begin());
+  const auto exponent = exponentOf(run.subspan(mantissa));
+  if (mantissa > 0 && exponent) return amountOf(readNumber(run.first(mantissa), marks, *exponent));
+  const bool mayBe = std::all_of(foreign, run.end(), [&](const TypedSymbol& symbol) {
+    return !isForeign(symbol) || isOfExponent(symbol);
+  });
+  const auto value = mayBe ? parseAmountIn(locale, number, rules) : std::nullopt;
+  if (!value) return refused(kForeign, foreign->place);
   return std::isfinite(*value) ? exact(*value) : refused(kTooLarge, 0);
 }
 
@@ -143,31 +170,41 @@ TypedAmount negated(TypedAmount amount) {
   return amount;
 }
 
+TypedAmount inShares(TypedAmount amount, double share) {
+  if (share == 1.0) return amount;
+  // As a quotient, which is nearer than the product with a share that no double is.
+  const double parts = std::round(1 / share);
+  amount.share = share;
+  amount.value /= parts;
+  if (amount.other) amount.other = *amount.other / parts;
+  return amount;
+}
+
 TypedAmount readTyped(std::string_view text, std::string_view locale, Text& rules) {
   const TypedSymbols typed = typedSymbols(text);
   if (typed.broken) return refused(kBroken, *typed.broken);
   Parts parts = partsOf(trimmed(typed.symbols));
   if (parts.number.empty()) return refused(kNoNumber, 0);
   const NumberMarks localesMarks = rules.numberMarks(locale);
-  TypedMarks marks(localesMarks, false);
+  TypedMarks marks(localesMarks, {});
   TypedSides sides(locale);
   if (!takeBefore(parts, sides, marks)) return refused(sides.reason(), placeOf(parts.before));
   if (!takeAfter(parts, sides, marks)) return refused(sides.reason(), placeOf(parts.after));
-  marks = TypedMarks(localesMarks, !sides.currency().empty());
-  const auto foreign =
-      std::find_if(parts.number.begin(), parts.number.end(),
-                   [&](const TypedSymbol& s) { return !isTypedDigit(s) && !marks.isMark(s.sign); });
+  marks = TypedMarks(localesMarks, moneyOf(sides.currency()));
   const std::size_t begin = parts.number.front().place;
   const std::size_t last = parts.number.back().place;
   const std::size_t end = last + utf8Length(text.substr(last));
-  TypedAmount amount = foreign == parts.number.end() ? amountOf(readNumber(parts.number, marks))
-                                                     : withExponent(text.substr(begin, end - begin),
-                                                                    foreign->place, locale, rules);
+  const bool isPlain =
+      std::all_of(parts.number.begin(), parts.number.end(),
+                  [&](const TypedSymbol& s) { return isTypedDigit(s) || marks.isMark(s.sign); });
+  TypedAmount amount =
+      isPlain ? amountOf(readNumber(parts.number, marks))
+              : withExponent(parts, text.substr(begin, end - begin), marks, locale, rules);
   if (amount.kind == TypedAmount::Kind::refused) return amount;
   if (sides.isNegative()) amount = negated(std::move(amount));
   amount.currency = sides.currency();
   amount.currencyBy = byOf(sides);
-  return amount;
+  return inShares(std::move(amount), sides.share());
 }
 
 }  // namespace
@@ -179,7 +216,7 @@ TypedAmount readAmount(std::string_view text, std::string_view locale, Text& rul
   // The mark of any other plain amount is the decimal mark everywhere.
   if (!isOpen(*plain, text)) return exact(plain->value);
   const auto mark = static_cast<char32_t>(text[plain->whole]);
-  const TypedMarks marks(rules.numberMarks(locale), false);
+  const TypedMarks marks(rules.numberMarks(locale), {});
   return amountOf(readOpen(plain->value, plain->digits, mark, marks));
 }
 

@@ -24,12 +24,17 @@
 // zero; those of other sizes are rejected, never repaired ("1.2.3"). No blank, apostrophe or
 // underscore is a decimal mark unless the locale's is one.
 // Where the locale writes other marks in money, those count as its marks beside a currency, and
-// then no open place is exact. A number with an exponent ("1e3") is what parseAmount reads in the
-// locale.
+// then no open place is exact. Nor is one beside a currency that has fewer than three digits after
+// the mark; where it has none, the mark stands between groups ("¥1,234"). A number with "e" and a
+// power of ten opens in the same way; one with another exponent of the locale's is what parseAmount
+// reads there. After the number ",-", ".-" and "/-" mean that nothing is beyond it ("5,- €").
 //
 // A currency is a sign (catalogue/CurrencySigns.h) or a code of the library's table
-// (catalogue/EnglishNames.h) in any case; a text that is both counts as the sign. A sign that
-// several currencies share is the currency of the locale's region, else the most traded one, and
+// (catalogue/EnglishNames.h) in any case; a text that is both counts as the sign. After a letter or
+// a slash a dot belongs to the sign ("Rp.500", "S/.100"), after any other sign to the number
+// ("$.50"). Hundredths as exchanges quote them (GBp, GBX, ZAc, ILA) are told by `share`. "K" after
+// a number is none of the signs, since most mean a thousand (input/Sentence.h). A sign that several
+// currencies share is the currency of the locale's region, else the most traded one, and
 // `currencyBy` says so; a code on the other side of the number decides it ("$5 CAD").
 //
 // Values are the doubles nearest to the decimal written. Too large ones are rejected, and so is
@@ -51,7 +56,7 @@ namespace fexora {
 struct TypedAmount {
   enum class Kind {
     exact,      // nobody reads it otherwise
-    ambiguous,  // `value` is the reading of the locale, `other` the second one
+    ambiguous,  // `value` is the locale's reading, or the decimal one where it says nothing
     refused,    // no amount: see `place` and `reason`
   };
   // What the currency was taken from.
@@ -67,6 +72,7 @@ struct TypedAmount {
   double value = 0.0;  // 0.0 when refused
   std::optional<double> other;
   std::string currency;  // its code, or empty
+  double share = 1.0;    // 0.01 where hundredths of it were typed; `value` counts whole ones
   CurrencyBy currencyBy = CurrencyBy::none;
   // Of a refused text only: the byte where the trouble begins, and one line for a person, in
   // English, which lives as long as the process.

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string>
 
+#include "fexora/catalogue/CurrencyFacts.h"
 #include "fexora/platform/text/NumberText.h"
 
 namespace fexora {
@@ -39,12 +40,18 @@ NumberReading rejected(std::string_view reason, const TypedSymbol& at) {
   return {0.0, {}, reason, at.place};
 }
 
+struct Rules {
+  const TypedMarks& marks;
+  std::string_view exponent;
+};
+
 // The marks of `whole` stand between groups.
-NumberReading numberOf(TypedRun whole, TypedRun fraction) {
+NumberReading numberOf(TypedRun whole, TypedRun fraction, const Rules& rules) {
   std::string text = "0";
   appendDigits(text, whole);
   text += '.';
   appendDigits(text, fraction);
+  if (!rules.exponent.empty()) text.append("e").append(rules.exponent);
   const double value = parseDouble(text).value_or(0.0);
   return std::isfinite(value) ? NumberReading{value, {}, {}, 0}
                               : rejected(kTooLarge, whole.front());
@@ -72,34 +79,38 @@ bool isMarkSymbol(const TypedSymbol& symbol) {
   return !isTypedDigit(symbol);
 }
 
-NumberReading readGrouped(TypedRun whole, TypedRun fraction, const TypedMarks& marks) {
+NumberReading readGrouped(TypedRun whole, TypedRun fraction, const Rules& rules) {
+  const TypedMarks& marks = rules.marks;
   const TypedSymbol& first = *std::find_if(whole.begin(), whole.end(), isMarkSymbol);
   if (!marks.canGroup(first.sign)) return rejected(kWrongMark, first);
   const auto wrong = wrongGroup(whole, first.sign, kThree, kThree);
   if (wrong && wrongGroup(whole, first.sign, marks.lastGroup(), marks.otherGroups())) {
     return rejected(kWrongGroups, whole[*wrong]);
   }
-  return numberOf(whole, fraction);
+  return numberOf(whole, fraction, rules);
 }
 
 // `at` is the only mark.
-NumberReading readWithOneMark(TypedRun run, std::size_t at, const TypedMarks& marks) {
+NumberReading readWithOneMark(TypedRun run, std::size_t at, const Rules& rules) {
+  const TypedMarks& marks = rules.marks;
   const char32_t mark = run[at].sign;
   const TypedRun fraction = run.subspan(at + 1);
-  if (!marks.canBeDecimal(mark, fraction.size())) return readGrouped(run, {}, marks);
-  const NumberReading decimal = numberOf(run.first(at), fraction);
+  if (!marks.canBeDecimal(mark, fraction.size())) return readGrouped(run, {}, rules);
+  const NumberReading decimal = numberOf(run.first(at), fraction, rules);
   const bool open = at > 0 && at <= kThree && run[0].sign != U'0' && fraction.size() == kThree;
   if (!open || !marks.canGroup(mark)) return decimal;
-  return readOpen(decimal.value, numberOf(run, {}).value, mark, marks);
+  return readOpen(decimal.value, numberOf(run, {}, rules).value, mark, marks);
 }
 
 }  // namespace
 
-TypedMarks::TypedMarks(const NumberMarks& locale, bool money) noexcept
-    : decimal_(formOf(money ? locale.currencyDecimal : locale.decimal)),
-      grouping_(formOf(money ? locale.currencyGrouping : locale.grouping)),
+TypedMarks::TypedMarks(const NumberMarks& locale, Money money) noexcept
+    : decimal_(formOf(money.isMoney ? locale.currencyDecimal : locale.decimal)),
+      grouping_(formOf(money.isMoney ? locale.currencyGrouping : locale.grouping)),
       moneyGrouping_(formOf(locale.currencyGrouping)),
-      sure_(!money || locale.decimal == locale.currencyDecimal),
+      sure_(!money.isMoney ||
+            (locale.decimal == locale.currencyDecimal && money.digits.value_or(3) >= 3)),
+      whole_(money.digits == 0),
       lastGroup_(static_cast<std::size_t>(locale.lastGroup)),
       otherGroups_(static_cast<std::size_t>(locale.otherGroups)) {}
 
@@ -121,24 +132,56 @@ bool TypedMarks::canGroup(char32_t mark) const noexcept {
 }
 
 NumberReading readOpen(double decimal, double grouped, char32_t mark, const TypedMarks& marks) {
+  if (marks.isWhole()) return {grouped, {}, {}, 0};
   if (marks.isSurelyDecimal(mark)) return {decimal, {}, {}, 0};
   if (marks.isLocalesGrouping(mark)) return {grouped, decimal, {}, 0};
   return {decimal, grouped, {}, 0};
 }
 
-NumberReading readNumber(TypedRun run, const TypedMarks& marks) {
+NumberReading readNumber(TypedRun run, const TypedMarks& marks, std::string_view exponent) {
+  const Rules rules{marks, exponent};
   const auto end = std::find_if(run.rbegin(), run.rend(), isMarkSymbol);
-  if (end == run.rend()) return numberOf(run, {});
+  if (end == run.rend()) return numberOf(run, {}, rules);
   const auto at = static_cast<std::size_t>(run.rend() - end) - 1;
   const char32_t last = run[at].sign;
   const TypedRun whole = run.first(at);
   if (std::none_of(whole.begin(), whole.end(), isMarkSymbol))
-    return readWithOneMark(run, at, marks);
+    return readWithOneMark(run, at, rules);
   const auto isOther = [last](const TypedSymbol& s) { return isMarkSymbol(s) && s.sign != last; };
-  if (std::none_of(whole.begin(), whole.end(), isOther)) return readGrouped(run, {}, marks);
+  if (std::none_of(whole.begin(), whole.end(), isOther)) return readGrouped(run, {}, rules);
   const TypedRun fraction = run.subspan(at + 1);
   if (!marks.canBeDecimal(last, fraction.size())) return rejected(kWrongMark, run[at]);
-  return readGrouped(whole, fraction, marks);
+  return readGrouped(whole, fraction, rules);
+}
+
+std::optional<std::string> exponentOf(TypedRun run) {
+  constexpr std::size_t kMostDigits = 9;
+  std::string exponent;
+  if (run.empty() || (run[0].sign | 0x20U) != U'e') return std::nullopt;
+  run = run.subspan(1);
+  const bool isSigned = !run.empty() && (run[0].sign == U'-' || run[0].sign == U'+');
+  if (isSigned && run[0].sign == U'-') exponent = "-";
+  run = run.subspan(isSigned ? 1 : 0);
+  if (run.empty() || run.size() > kMostDigits ||
+      !std::all_of(run.begin(), run.end(), isTypedDigit)) {
+    return std::nullopt;
+  }
+  appendDigits(exponent, run);
+  return exponent;
+}
+
+std::size_t evenEnding(TypedRun run) noexcept {
+  constexpr std::u32string_view kFirst = U".,/";
+  constexpr std::u32string_view kDashes = U"-\u2013\u2014";
+  const bool isEnding =
+      run.size() >= 2 && contains(kFirst, run[0].sign) && contains(kDashes, run[1].sign);
+  return isEnding && (run.size() == 2 || !isTypedDigit(run[2])) ? 2 : 0;
+}
+
+TypedMarks::Money moneyOf(std::string_view code) noexcept {
+  if (code.empty()) return {};
+  const CurrencyFacts* const facts = currencyFacts(code);
+  return {true, facts != nullptr ? facts->digits : std::nullopt};
 }
 
 }  // namespace fexora

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "fexora/catalogue/EnglishNames.h"
+#include "fexora/input/Hundredths.h"
 
 namespace fexora {
 namespace {
@@ -22,11 +23,27 @@ std::string typedCode(std::string_view text) {
   return englishName(code) ? code : std::string();
 }
 
+bool endsShortened(TypedRun run) noexcept {
+  if (run.size() < 2 || run.back().sign != U'.') return false;
+  const char32_t before = run[run.size() - 2].sign;
+  return before == U'/' || isTypedLetter(before);
+}
+
 bool TypedSides::takeCurrency(TypedRun run) {
   run = trimmed(run);
-  if (run.empty()) return true;
+  if (run.empty() || takeOne(run)) return true;
+  const auto blank = std::find_if(run.begin(), run.end(),
+                                  [](const TypedSymbol& symbol) { return symbol.sign == U' '; });
+  const auto length = static_cast<std::size_t>(blank - run.begin());
+  return blank != run.end() && !second_ && takeOne(run.first(length)) &&
+         takeOne(trimmed(run.subspan(length)));
+}
+
+bool TypedSides::takeOne(TypedRun run) {
   const std::string text = spelled(run);
-  return takeSign(text) || takeCode(text);
+  if (takeSign(text) || takeCode(text)) return true;
+  // The dot of an abbreviation.
+  return endsShortened(run) && takeOne(run.first(run.size() - 1));
 }
 
 bool TypedSides::takeSign(const std::string& sign) {
@@ -42,8 +59,10 @@ bool TypedSides::takeSign(const std::string& sign) {
 }
 
 bool TypedSides::takeCode(std::string_view text) {
-  std::string code = typedCode(text);
+  const auto whole = hundredthsOf(text);
+  std::string code = whole ? std::string(*whole) : typedCode(text);
   if (code.empty()) return false;
+  if (whole) share_ = kHundredth;
   second_ = !currency_.empty() && currency_ != code && !writes(sign_, code);
   if (second_) return false;
   currency_ = std::move(code);

@@ -22,6 +22,8 @@ using TypedRun = std::span<const TypedSymbol>;
 std::optional<char32_t> typedForm(char32_t character) noexcept;
 
 bool isTypedDigit(const TypedSymbol& symbol) noexcept;
+// Whether it is a letter, or in any case no sign of money, no punctuation and no operator.
+bool isTypedLetter(char32_t character) noexcept;
 
 // Ends before the first byte that is no UTF-8, which `broken` then is.
 struct TypedSymbols {

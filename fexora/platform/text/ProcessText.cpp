@@ -76,6 +76,17 @@ std::optional<std::string> ProcessText::currencyName(std::string_view code,
   return data != nullptr ? data->currencyName(code, locale) : std::nullopt;
 }
 
+std::vector<std::string> ProcessText::currencyPlurals(std::string_view code,
+                                                      std::string_view locale) {
+  Text* const data = module();
+  return data != nullptr ? data->currencyPlurals(code, locale) : std::vector<std::string>();
+}
+
+std::vector<NumberWord> ProcessText::numberWords(std::string_view locale) {
+  Text* const data = module();
+  return data != nullptr ? data->numberWords(locale) : std::vector<NumberWord>();
+}
+
 std::vector<std::string> ProcessText::regionNames(std::string_view region,
                                                   std::string_view locale) {
   Text* const data = module();

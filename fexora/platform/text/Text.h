@@ -36,6 +36,12 @@ struct NumberMarks {
   int otherGroups = 3;
 };
 
+// A word for a power of ten beside a number, as a language writes it: "Mio." and 1e6.
+struct NumberWord {
+  std::string text;
+  double factor;
+};
+
 class FEXORA_API Text {
  public:
   Text() = default;
@@ -84,6 +90,15 @@ class FEXORA_API Text {
   // language data has none.
   virtual std::optional<std::string> currencyName(std::string_view code,
                                                   std::string_view locale) = 0;
+
+  // Its names beside numbers, in every plural form of the language ("US dollar", "US dollars");
+  // empty where the language data has none.
+  virtual std::vector<std::string> currencyPlurals(std::string_view code,
+                                                   std::string_view locale) = 0;
+
+  // The words after a shortened number in `locale`, short and long ones ("Tsd.", "Millionen");
+  // empty where there is no language data.
+  virtual std::vector<NumberWord> numberWords(std::string_view locale) = 0;
 
   // The names of a country or territory (ISO 3166) in `locale`'s language, or in that of most
   // people there when `locale` is empty: the usual one, then a shorter one if there is one ("United

@@ -1,5 +1,6 @@
 #include "fexora/platform/text/icu/IcuText.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <utility>
@@ -17,6 +18,7 @@
 #include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/text/icu/CharacterBreaks.h"
 #include "fexora/platform/text/icu/IcuLocale.h"
+#include "fexora/platform/text/icu/IcuNumberWords.h"
 #include "fexora/platform/text/icu/IcuNumbers.h"
 
 namespace fexora {
@@ -183,6 +185,29 @@ std::optional<std::string> IcuText::currencyName(std::string_view code, std::str
   std::string out;
   found.toUTF8String(out);
   return out;
+}
+
+std::vector<std::string> IcuText::currencyPlurals(std::string_view code, std::string_view locale) {
+  const auto language = languageLocale(locale);
+  std::vector<std::string> names;
+  if (!language || !isIsoForm(code, 3)) return names;
+  auto key = icu::UnicodeString::fromUTF8(piece(code));
+  for (const char* count : {"one", "other", "two", "few", "many", "zero"}) {
+    UErrorCode error = U_ZERO_ERROR;
+    UBool isChoice = 0;
+    std::int32_t length = 0;
+    const char16_t* const name = ucurr_getPluralName(key.getTerminatedBuffer(), language->getName(),
+                                                     &isChoice, count, &length, &error);
+    const icu::UnicodeString found(false, name, U_SUCCESS(error) != 0 ? length : 0);
+    std::string text;
+    if (found == key || found.toUTF8String(text).empty()) continue;
+    if (std::find(names.begin(), names.end(), text) == names.end()) names.push_back(text);
+  }
+  return names;
+}
+
+std::vector<NumberWord> IcuText::numberWords(std::string_view locale) {
+  return shortNumberWords(numberLocale(locale));
 }
 
 std::vector<std::string> IcuText::regionNames(std::string_view region, std::string_view locale) {

@@ -20,6 +20,8 @@ class IcuText final : public Text {
   std::string formatNumber(double value, std::string_view locale,
                            const NumberStyle& style) override;
   std::optional<std::string> currencyName(std::string_view code, std::string_view locale) override;
+  std::vector<std::string> currencyPlurals(std::string_view code, std::string_view locale) override;
+  std::vector<NumberWord> numberWords(std::string_view locale) override;
   std::vector<std::string> regionNames(std::string_view region, std::string_view locale) override;
   std::vector<std::string> locales() override;
 };
