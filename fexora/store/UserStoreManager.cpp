@@ -85,13 +85,22 @@ void UserStoreManager::disableSkipFileUpdate(const std::shared_ptr<Timer>& /*tim
   if (reconcilesAfterSkip_ && file_.isReplaced(fileURL())) folderUpdate();
 }
 
-// An observer of the reload may end the store.
+void UserStoreManager::setAfterSave(std::function<void()> afterSave) {
+  attempt("Following the saves", [&] {
+    afterSave_ =
+        afterSave ? std::make_shared<const std::function<void()>>(std::move(afterSave)) : nullptr;
+  });
+}
+
+// An observer of the reload may end the store, and so may whoever is told of the save.
 void UserStoreManager::save() {
   if (isInMemory()) {
     skipUpdate_ = false;
     return;
   }
   const Dictionary content = ud_;
+  const auto afterSave = afterSave_;
+  Log& log = *platform_.log;
   startDisableSkipUpdateTimer();
   StoreFile::Saving saving{kOutOfMemory};
   try {
@@ -101,6 +110,7 @@ void UserStoreManager::save() {
   saveProblem_ = std::move(saving.problem);
   tellSaved();
   if (saving.isUnread) reload();
+  if (afterSave != nullptr) quietly(log, "A function called after a save", *afterSave);
 }
 
 StoreFile::Saving UserStoreManager::write(const Dictionary& content) {

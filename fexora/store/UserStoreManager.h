@@ -24,6 +24,7 @@
 // Main thread only. No timer and no folder event is delivered after the destructor.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -104,6 +105,10 @@ class FEXORA_API UserStoreManager : public NSObject {
   bool reconcilesAfterSkip() const { return reconcilesAfterSkip_; }
   void setReconcilesAfterSkip(bool reconciles) { reconcilesAfterSkip_ = reconciles; }
 
+  // Called after each save, also the timer's: `saveProblem` says how it went. The last function set
+  // counts, an empty one ends it. It may end the store, but saves nothing itself.
+  void setAfterSave(std::function<void()> afterSave);
+
   // One line that says why the last save or load went wrong; empty when it went well.
   const std::string& saveProblem() const { return saveProblem_; }
   const std::string& loadProblem() const { return loadProblem_; }
@@ -163,6 +168,7 @@ class FEXORA_API UserStoreManager : public NSObject {
   bool hasPath_ = false;
   StoreFile file_;
   bool reconcilesAfterSkip_ = false;
+  std::shared_ptr<const std::function<void()>> afterSave_;
   std::string saveProblem_;
   std::string loadProblem_;
 };
