@@ -21,6 +21,10 @@ CurrencyRef defaultRelativeCurrency();
 struct Settings {
   static constexpr std::int64_t kDefaultFraction = 3;
   static constexpr std::int64_t kDefaultNumberOfCurrencies = 10;
+  // What programs offer a person, from 1 on: 0 would read back as the default. Nothing here holds
+  // to it.
+  static constexpr std::int64_t kMostFraction = 15;
+  static constexpr std::int64_t kMostNumberOfCurrencies = 100'000;
 
   std::int64_t fraction = kDefaultFraction;
   StyleMode mode = StyleMode::light;

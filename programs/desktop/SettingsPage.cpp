@@ -18,10 +18,6 @@
 namespace fexora::desktop {
 namespace {
 
-// Zero means the default in the store, so it cannot be chosen.
-constexpr int kMostDigits = 9;
-constexpr int kMostLines = 100;
-
 QLabel* heading(const QString& text) {
   auto* const label = new QLabel(text);
   label->setFont(fontOf(15, QFont::DemiBold));
@@ -56,8 +52,8 @@ SettingsPage::SettingsPage(const Desk& desk, QWidget* parent)
 }
 
 void SettingsPage::buildFields() {
-  fraction_->setRange(1, kMostDigits);
-  number_->setRange(1, kMostLines);
+  fraction_->setRange(1, static_cast<int>(Settings::kMostFraction));
+  number_->setRange(1, static_cast<int>(Settings::kMostNumberOfCurrencies));
   auto* const form = new QFormLayout(this);
   form->setContentsMargins(sized(22), sized(18), sized(22), sized(18));
   form->setVerticalSpacing(sized(10));
@@ -71,9 +67,10 @@ void SettingsPage::buildFields() {
 }
 
 void SettingsPage::addFields(QFormLayout& form) {
-  form.addRow(heading(tr("Both windows")));
+  form.addRow(heading(tr("Amounts, also in the terminal")));
   form.addRow(tr("&Digits after the mark"), fraction_);
   form.addRow(QString(), separators_);
+  form.addRow(heading(tr("Both windows")));
   form.addRow(tr("&Appearance"), mode_);
   form.addRow(heading(tr("Today")));
   form.addRow(tr("S&hows"), conversion_);

@@ -18,10 +18,6 @@ namespace {
 
 using Text = const std::string&;
 
-// A range that stores and reads back: 0 would read as the default.
-constexpr std::int64_t kMostFraction = 15;
-constexpr std::int64_t kMostCurrencies = 100'000;
-
 [[noreturn]] void reject(Text name, Text value, Text expected) {
   throw Failure{Exit::usage, "value",
                 "the setting " + name + " cannot be \"" + value + "\"; expected " + expected};
@@ -72,7 +68,7 @@ const std::array<Setting, 8> kSettings = {{
      [](JsonText& json, const StoreManager& store) { json.integer(store.fraction()); },
      [](StoreManager& store, Text name, Text value) {
        if (value == "0") reject(name, value, "1 to 15; for whole units: fexora --rounded");
-       store.setFraction(integerIn(name, value, 1, kMostFraction));
+       store.setFraction(integerIn(name, value, 1, Settings::kMostFraction));
      }},
     {"mode", "light or dark windows",
      [](JsonText& json, const StoreManager& store) { json.integer(raw(store.mode())); },
@@ -92,7 +88,8 @@ const std::array<Setting, 8> kSettings = {{
        json.integer(store.numberOfCurrenciesInWidget());
      },
      [](StoreManager& store, Text name, Text value) {
-       store.setNumberOfCurrenciesInWidget(integerIn(name, value, 1, kMostCurrencies));
+       store.setNumberOfCurrenciesInWidget(
+           integerIn(name, value, 1, Settings::kMostNumberOfCurrencies));
      }},
     {"todayCurrencies", "currencies of the widget; empty: the selection",
      [](JsonText& json, const StoreManager& store) {
