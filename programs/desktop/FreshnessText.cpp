@@ -1,53 +1,62 @@
 #include "programs/desktop/FreshnessText.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
-#include <algorithm>
+#include <QDate>
+#include <QTime>
 
 #include "programs/desktop/QtText.h"
+#include "programs/shared/RatesDay.h"
 
 namespace fexora::desktop {
 namespace {
 
 constexpr double kMinute = 60;
 constexpr double kHour = 60 * kMinute;
-constexpr double kDay = 24 * kHour;
 
 struct FreshnessWords {
   Q_DECLARE_TR_FUNCTIONS(FreshnessWords)
 };
 
-QDateTime localTime(const Date& date) {
-  return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(date.secondsSince1970() * 1000));
+bool isToday(const program::RatesDay& day, const Date& now) {
+  return day.day == program::dayAt(now);
 }
 
-QString dayText(const Date& date, const Date& now, const QLocale& locale) {
-  const QDateTime moment = localTime(date);
-  const QDateTime today = localTime(now);
-  if (moment.date() == today.date()) {
-    return FreshnessWords::tr("today, %1")
-        .arg(locale.toString(moment.time(), QLocale::ShortFormat));
+QString dayText(const program::RatesDay& of, const Date& now, const QLocale& locale) {
+  if (isToday(of, now)) {
+    if (!of.time) return FreshnessWords::tr("today");
+    const QTime time = QTime::fromMSecsSinceStartOfDay(
+        static_cast<int>(std::chrono::milliseconds(*of.time).count()));
+    return FreshnessWords::tr("today, %1").arg(locale.toString(time, QLocale::ShortFormat));
   }
-  const bool isThisYear = moment.date().year() == today.date().year();
-  return locale.toString(moment.date(), isThisYear
-                                            ? FreshnessWords::tr("d MMMM", "a day of this year")
-                                            : FreshnessWords::tr("d MMMM yyyy", "a day"));
+  const bool isThisYear = of.day.year() == program::dayAt(now).year();
+  const QDate day(static_cast<int>(of.day.year()),
+                  static_cast<int>(static_cast<unsigned>(of.day.month())),
+                  static_cast<int>(static_cast<unsigned>(of.day.day())));
+  return locale.toString(day, isThisYear ? FreshnessWords::tr("d MMMM", "a day of this year")
+                                         : FreshnessWords::tr("d MMMM yyyy", "a day"));
 }
 
-QString ageText(double seconds) {
-  if (seconds < 0) return FreshnessWords::tr("dated in the future");
-  if (seconds < kHour) {
-    return FreshnessWords::tr("%Ln minute(s) old", nullptr, static_cast<int>(seconds / kMinute));
+QString ageText(const program::Age& age) {
+  using Unit = program::Age::Unit;
+  const int count = static_cast<int>(age.count);
+  switch (age.unit) {
+    case Unit::future:
+      return FreshnessWords::tr("dated in the future");
+    case Unit::moments:
+      break;
+    case Unit::minutes:
+      return FreshnessWords::tr("%Ln minute(s) old", nullptr, count);
+    case Unit::hours:
+      return FreshnessWords::tr("%Ln hour(s) old", nullptr, count);
+    case Unit::days:
+      return FreshnessWords::tr("%Ln day(s) old", nullptr, count);
   }
-  if (seconds < 2 * kDay) {
-    return FreshnessWords::tr("%Ln hour(s) old", nullptr, static_cast<int>(seconds / kHour));
-  }
-  return FreshnessWords::tr("%Ln day(s) old", nullptr, static_cast<int>(seconds / kDay));
+  return FreshnessWords::tr("less than a minute old");
 }
 
 QString sourceText(const Freshness& freshness) {
   if (freshness.origin == Freshness::Origin::bundled) return FreshnessWords::tr("bundled");
-  if (!freshness.source.empty()) return toQt(freshness.source).simplified();
+  if (!freshness.source.empty()) return lineOf(freshness.source);
   return freshness.origin == Freshness::Origin::file ? FreshnessWords::tr("from a file")
                                                      : QString();
 }
@@ -62,23 +71,25 @@ FreshnessText inWords(const Freshness& freshness, const Date& now, const QLocale
     return text;
   }
   text.isFresh = freshness.state == Freshness::State::fresh;
-  text.day = date ? dayText(*date, now, locale) : FreshnessWords::tr("an unknown day");
+  text.day = FreshnessWords::tr("an unknown day");
+  bool saysEnough = false;
+  if (const auto day = date ? program::ratesDay(*date) : std::nullopt) {
+    text.day = dayText(*day, now, locale);
+    saysEnough = isToday(*day, now) && text.isFresh;
+  }
   text.rates = (freshness.published ? FreshnessWords::tr("Rates of %1")
                                     : FreshnessWords::tr("Rates stored %1"))
                    .arg(text.day);
   text.dated = text.rates;
   const QString source = sourceText(freshness);
   if (!source.isEmpty()) text.rates += FreshnessWords::tr(", ", "between parts") + source;
-  const bool isToday = date && localTime(*date).date() == localTime(now).date();
-  if (date && !(isToday && text.isFresh)) {
-    text.age = ageText(now.secondsSince1970() - date->secondsSince1970());
-  }
+  if (date && !saysEnough) text.age = ageText(program::ageAt(now, *date));
   return text;
 }
 
 int secondsToNextWords(const Freshness& freshness, const Date& now) {
   const auto& date = freshness.published ? freshness.published : freshness.stored;
-  const double age = date ? now.secondsSince1970() - date->secondsSince1970() : kDay;
+  const double age = date ? now.secondsSince1970() - date->secondsSince1970() : kHour;
   return static_cast<int>(age >= 0 && age < kHour ? kMinute : kHour);
 }
 

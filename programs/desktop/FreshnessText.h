@@ -12,13 +12,13 @@ struct FreshnessText {
   QString rates;  // "Rates of 29 September, bundled"
   QString dated;  // the same without where they are from
   QString age;    // "57 days old"; empty for today's
-  QString day;    // "today, 16:00" or "29 September"
+  QString day;    // "today", "today, 16:00" or "29 September"
   bool isFresh = false;
 
   QString whole() const { return age.isEmpty() ? rates : rates + ", " + age; }
 };
 
-// Days are those of the person's calendar and clock.
+// Days as in programs/shared/RatesDay.h.
 FreshnessText inWords(const Freshness& freshness, const Date& now, const QLocale& locale);
 
 // Seconds after which the words may have changed: up to an hour.

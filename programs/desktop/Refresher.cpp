@@ -4,6 +4,7 @@
 
 #include "programs/desktop/PowerSaver.h"
 #include "programs/desktop/ProblemText.h"
+#include "programs/shared/FreshRates.h"
 
 namespace fexora::desktop {
 namespace {
@@ -36,14 +37,10 @@ void Refresher::start() {
   progress_ = {};
   QSettings().setValue(lastTryKey(), desk_.now().secondsSince1970());
   emit stateChanged();
-  // Whoever asks for fresh rates gets a request, however soon after the last.
-  desk_.rates.setLastUpdate(std::nullopt);
-  desk_.rates.loadRates(std::vector<CurrencyRef>(),
-                        [self = QPointer(this)](bool fromCache, const ResponseError* error) {
-                          const bool isStopped =
-                              error != nullptr && error->kind == ResponseError::Kind::cancelled;
-                          if (!fromCache && self != nullptr && !isStopped) self->finish(error);
-                        });
+  program::askForFreshRates(desk_.rates, [self = QPointer(this)](const ResponseError* error) {
+    const bool isStopped = error != nullptr && error->kind == ResponseError::Kind::cancelled;
+    if (self != nullptr && !isStopped) self->finish(error);
+  });
 }
 
 void Refresher::stop() {

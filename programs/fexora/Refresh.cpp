@@ -15,6 +15,7 @@
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Progress.h"
 #include "programs/shared/Currencies.h"
+#include "programs/shared/FreshRates.h"
 #include "programs/shared/OneLine.h"
 
 namespace fexora::program {
@@ -130,15 +131,9 @@ void waitFor(const std::string& address, const Transfer::Progress& received, con
 }
 
 void startRefresh(const StoreManager& store, std::function<void(std::optional<Failure>)> done) {
-  RateManager& rates = rateManager();
-  // Whoever asks for fresh rates gets a request, however soon after the last.
-  rates.setLastUpdate(std::nullopt);
-  // No pair is derived: nothing is converted here.
-  rates.loadRates(std::vector<CurrencyRef>(),
-                  [&store, done = std::move(done)](bool fromCache, const ResponseError* error) {
-                    if (fromCache) return;
-                    done(error != nullptr ? std::optional(failureOf(store, *error)) : std::nullopt);
-                  });
+  askForFreshRates(rateManager(), [&store, done = std::move(done)](const ResponseError* error) {
+    done(error != nullptr ? std::optional(failureOf(store, *error)) : std::nullopt);
+  });
 }
 
 void refresh(const CommandLine& line) {

@@ -1,36 +1,36 @@
 #include "programs/shared/RatesText.h"
 
 #include <array>
-#include <cstdint>
+#include <cstddef>
+
+#include "programs/shared/RatesDay.h"
 
 namespace fexora::program {
 namespace {
 
-struct Unit {
-  double seconds;
-  const char* name;
-};
-
-constexpr std::array<Unit, 3> kUnits = {{{86400, "day"}, {3600, "hour"}, {60, "minute"}}};
-
-// "3 hours"
-std::string durationText(double seconds) {
-  for (const Unit& unit : kUnits) {
-    if (seconds < unit.seconds) continue;
-    const auto count = static_cast<std::int64_t>(seconds / unit.seconds);
-    return std::to_string(count) + " " + unit.name + (count == 1 ? "" : "s");
-  }
-  return "less than a minute";
-}
-
-double now() {
-  return Platform::process().loop->wallSeconds();
+Date now() {
+  return Date(Platform::process().loop->wallSeconds());
 }
 
 // "3 hours old" and "3 hours ago"
-std::string ageText(const Date& since, const char* word) {
-  const double seconds = now() - since.secondsSince1970();
-  return seconds < 0 ? "dated in the future" : durationText(seconds) + word;
+std::string ageText(const Date& since, const std::string& word) {
+  const Age age = ageAt(now(), since);
+  const auto counted = [&](const char* unit) {
+    return std::to_string(age.count) + " " + unit + (age.count == 1 ? "" : "s") + word;
+  };
+  switch (age.unit) {
+    case Age::Unit::future:
+      return "dated in the future";
+    case Age::Unit::moments:
+      break;
+    case Age::Unit::minutes:
+      return counted("minute");
+    case Age::Unit::hours:
+      return counted("hour");
+    case Age::Unit::days:
+      return counted("day");
+  }
+  return "less than a minute" + word;
 }
 
 const char* originText(Freshness::Origin origin) {
@@ -53,13 +53,13 @@ std::string dayText(const Date& date) {
   constexpr std::array kMonths = {"January",   "February", "March",    "April",
                                   "May",       "June",     "July",     "August",
                                   "September", "October",  "November", "December"};
-  const std::string text = date.isoText().value_or("");
-  if (text.empty()) return "an unknown day";
-  const auto month = static_cast<std::size_t>(std::stoi(text.substr(5, 2))) - 1;
-  const std::string year = text.substr(0, 4);
-  const std::string day = std::to_string(std::stoi(text.substr(8, 2)));
-  const bool isThisYear = Date(now()).isoText().value_or("").starts_with(year);
-  return day + " " + kMonths[month] + (isThisYear ? "" : " " + year);
+  const auto found = ratesDay(date);
+  if (!found) return "an unknown day";
+  const auto& day = found->day;
+  const auto month = static_cast<std::size_t>(static_cast<unsigned>(day.month())) - 1;
+  const std::string text = std::to_string(static_cast<unsigned>(day.day())) + " " + kMonths[month];
+  if (day.year() == dayAt(now()).year()) return text;
+  return text + " " + std::to_string(static_cast<int>(day.year()));
 }
 
 std::string ratesText(const Freshness& fresh) {

@@ -1,4 +1,5 @@
-// The lines that a stored list of currencies makes.
+// The lines that a list of currencies in the store makes, where codes may come twice, in any case,
+// or be none.
 #pragma once
 
 #include <vector>
@@ -7,8 +8,11 @@
 
 namespace fexora::program {
 
-// The currencies of the list in its order, each once and without the source: the catalogue's own
-// for codes in any case, and as they are those that the catalogue does not know.
+// The currencies of the list in its order, each once: the catalogue's own, and as they are those
+// that the catalogue does not know.
+std::vector<CurrencyRef> withoutDoubles(const std::vector<CurrencyRef>& list);
+
+// The same without the source.
 std::vector<CurrencyRef> linesOf(const std::vector<CurrencyRef>& list, const Currency& source);
 
 }  // namespace fexora::program
