@@ -1,35 +1,18 @@
 #include "programs/search/Converter.h"
 
-#include <memory>
-#include <utility>
-
-#include <glib.h>
-
 namespace fexora::search {
 
-bool openConverter(const std::vector<std::string>& words, std::function<void()> ended) {
-  std::string program = "fexora-converter";
-  std::vector<std::string> all = {program};
-  all.insert(all.end(), words.begin(), words.end());
-  std::vector<char*> arguments;
-  arguments.reserve(all.size() + 1);
-  for (std::string& word : all) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
-  GPid child = 0;
-  constexpr auto kFlags = static_cast<GSpawnFlags>(G_SPAWN_SEARCH_PATH | G_SPAWN_DO_NOT_REAP_CHILD);
-  if (g_spawn_async(nullptr, arguments.data(), nullptr, kFlags, nullptr, nullptr, &child,
-                    nullptr) == FALSE) {
-    return false;
+void openConverter(GDBusConnection* bus, const std::vector<std::string>& words) {
+  // As the converter's desktop entry has it: DBusActivatable.
+  GVariantBuilder list;
+  g_variant_builder_init(&list, G_VARIANT_TYPE("av"));
+  for (const std::string& word : words) {
+    g_variant_builder_add(&list, "v", g_variant_new_string(word.c_str()));
   }
-  auto call = std::make_unique<std::function<void()>>(std::move(ended));
-  g_child_watch_add_full(
-      G_PRIORITY_DEFAULT, child,
-      [](GPid pid, gint /*status*/, gpointer data) {
-        g_spawn_close_pid(pid);
-        (*static_cast<std::function<void()>*>(data))();
-      },
-      call.release(), [](gpointer data) { delete static_cast<std::function<void()>*>(data); });
-  return true;
+  g_dbus_connection_call(bus, "org.fexora.Fexora", "/org/fexora/Fexora",
+                         "org.freedesktop.Application", "ActivateAction",
+                         g_variant_new("(sava{sv})", "convert", &list, nullptr), nullptr,
+                         G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr, nullptr);
 }
 
 }  // namespace fexora::search

@@ -1,15 +1,15 @@
 // The converter's window.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
+#include <gio/gio.h>
+
 namespace fexora::search {
 
-// Starts fexora-converter with these words; false when it is not there or cannot be started.
-// `ended` is called on the main context when that process is over: a session that counts processes
-// by who started them would end it with this one.
-bool openConverter(const std::vector<std::string>& words, std::function<void()> ended);
+// Has the session bus start the converter, where none is open, and gives it these words. Waits for
+// nothing; without the converter's service nothing happens.
+void openConverter(GDBusConnection* bus, const std::vector<std::string>& words);
 
 }  // namespace fexora::search

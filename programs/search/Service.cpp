@@ -81,7 +81,7 @@ void add(GVariantBuilder& properties, const char* name, const std::string& value
 
 }  // namespace
 
-bool Service::standOn(GDBusConnection* connection) {
+bool Service::exportOn(GDBusConnection* connection) {
   static GDBusNodeInfo* const node = g_dbus_node_info_new_for_xml(kInterfaces, nullptr);
   static const GDBusInterfaceVTable calls = {&Service::onCall, nullptr, nullptr, {}};
   for (GDBusInterfaceInfo** interface = node->interfaces; *interface != nullptr; ++interface) {

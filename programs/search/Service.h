@@ -26,7 +26,7 @@ class Service {
 
   // Stands at kObjectPath as long as the connection does; the main context must not run any more
   // once this object has gone. False when the path is taken.
-  bool standOn(GDBusConnection* connection);
+  bool exportOn(GDBusConnection* connection);
 
  private:
   static void onCall(GDBusConnection* connection, const char* sender, const char* path,

@@ -29,67 +29,60 @@ std::vector<Answer> ask(const std::string& query) {
 
 class Session {
  public:
-  explicit Session(double idleSeconds)
-      : idleMilliseconds_(static_cast<unsigned>(idleSeconds * 1000)) {}
+  Session(GDBusConnection* bus, double idleSeconds)
+      : bus_(bus), idleMilliseconds_(static_cast<unsigned>(idleSeconds * 1000)) {}
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
   ~Session() { g_main_loop_unref(loop_); }
 
-  bool run(GDBusConnection* bus) {
+  bool run() {
     constexpr unsigned kDoNotQueue = 4;
     constexpr unsigned kIsOwner = 1;
     // The object stands before the name is there: its first call may wait already.
     const bool serves =
-        service_.standOn(bus) &&
-        askBus(bus, "RequestName", g_variant_new("(su)", kBusName, kDoNotQueue)) == kIsOwner;
+        service_.exportOn(bus_) &&
+        askBus(bus_, "RequestName", g_variant_new("(su)", kBusName, kDoNotQueue)) == kIsOwner;
     if (!serves) return false;
-    stayAwhile();
+    restartIdleTimer();
     g_main_loop_run(loop_);
     // What was asked before the name was given back is answered still.
-    askBus(bus, "ReleaseName", g_variant_new("(s)", kBusName));
+    askBus(bus_, "ReleaseName", g_variant_new("(s)", kBusName));
     while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
     }
-    g_dbus_connection_flush_sync(bus, nullptr, nullptr);
+    g_dbus_connection_flush_sync(bus_, nullptr, nullptr);
     return true;
   }
 
  private:
-  void stayAwhile() {
+  void restartIdleTimer() {
     if (timer_ != 0) g_source_remove(timer_);
-    timer_ = converters_ > 0 ? 0
-                             : g_timeout_add(
-                                   idleMilliseconds_,
-                                   [](gpointer self) {
-                                     static_cast<Session*>(self)->end();
-                                     return G_SOURCE_REMOVE;
-                                   },
-                                   this);
+    timer_ = g_timeout_add(
+        idleMilliseconds_,
+        [](gpointer self) {
+          static_cast<Session*>(self)->end();
+          return G_SOURCE_REMOVE;
+        },
+        this);
   }
   void end() {
     timer_ = 0;
     g_main_loop_quit(loop_);
   }
-  void open(const std::vector<std::string>& words) {
-    const bool isOpen = openConverter(words, [this] {
-      --converters_;
-      stayAwhile();
-    });
-    if (isOpen) ++converters_;
-  }
 
+  GDBusConnection* bus_;
   unsigned idleMilliseconds_;
   unsigned timer_ = 0;
-  int converters_ = 0;
   GMainLoop* loop_ = g_main_loop_new(nullptr, FALSE);
-  Service service_{{ask, [this](const std::vector<std::string>& words) { open(words); },
-                    [this] { stayAwhile(); }}};
+  Service service_{{ask,
+                    [this](const std::vector<std::string>& words) { openConverter(bus_, words); },
+                    [this] { restartIdleTimer(); }}};
 };
 
 }  // namespace
 
 bool serve(double idleSeconds) {
   GDBusConnection* bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
-  return bus != nullptr && std::make_unique<Session>(idleSeconds)->run(bus);
+  return bus != nullptr && std::make_unique<Session>(bus, idleSeconds)->run();
 }
 
 }  // namespace fexora::search
