@@ -11,6 +11,8 @@
 #include <map>
 #include <utility>
 
+#include "fexora/platform/files/ReadOnlyFiles.h"
+
 #include "programs/converter/ConverterWindow.h"
 #include "programs/desktop/AmountField.h"
 #include "programs/desktop/Appearance.h"
@@ -52,6 +54,7 @@ class Pictures {
         {"calculation", &Pictures::calculation},
         {"refused", &Pictures::refused},
         {"failed", &Pictures::failed},
+        {"lost", &Pictures::lost},
         {"refreshing", &Pictures::refreshing},
         {"picker", &Pictures::picker},
         {"settings", &Pictures::settings},
@@ -116,6 +119,18 @@ class Pictures {
     desk_.platform.loop->runUntil([&] { return !window.refresher().isRunning(); });
     save(window);
   }
+  void lost() {
+    ReadOnlyFiles refusing;
+    Files* const usual = std::exchange(desk_.platform.files, &refusing);
+    desk_.rates.setRatesURL("http://127.0.0.1:1/rates.json");
+    ConverterWindow window(desk_, appearance_);
+    window.field().type("555");
+    window.refresher().start();
+    desk_.platform.loop->runUntil(
+        [&] { return !window.refresher().isRunning() && !desk_.store.saveProblem().empty(); });
+    save(window);
+    desk_.platform.files = usual;
+  }
   void refreshing() {
     SlowTransport slow;
     Transport* const usual = std::exchange(desk_.platform.transport, &slow);
@@ -134,7 +149,7 @@ class Pictures {
   void narrow() {
     ConverterWindow window(desk_, appearance_);
     window.field().type("123456789.25");
-    window.resize(sized(270), sized(480));
+    window.resize(window.minimumWidth(), sized(480));
     save(window);
   }
   void picker() {
