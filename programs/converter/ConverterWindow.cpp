@@ -28,6 +28,7 @@
 #include "programs/desktop/SettingsPage.h"
 #include "programs/desktop/SignButton.h"
 #include "programs/desktop/Style.h"
+#include "programs/shared/Selection.h"
 
 namespace fexora::desktop {
 namespace {
@@ -56,9 +57,19 @@ ConverterWindow::ConverterWindow(const Desk& desk, Appearance& appearance)
   showProblem();
   following_ =
       desk_.platform.notifications->addObserver(fileWatcherUpdate, [this] { followStore(); });
+  desk_.store.setAfterSave([this] {
+    if (desk_.store.saveProblem().empty()) isKept_ = true;
+    showProblem();
+  });
+  // Narrower ones cut what matters.
+  setMinimumWidth(sized(240));
   resize(sized(400), sized(580));
   restoreGeometry(QSettings().value(geometryKey()).toByteArray());
   field_->focusAndSelect();
+}
+
+ConverterWindow::~ConverterWindow() {
+  desk_.store.setAfterSave({});
 }
 
 void ConverterWindow::build() {
@@ -145,7 +156,9 @@ void ConverterWindow::buildMenu() {
 }
 
 void ConverterWindow::connectParts() {
-  connect(field_, &AmountField::currencyTyped, this, &ConverterWindow::takeCurrency);
+  connect(field_, &AmountField::currencyTyped, this, [this](const QString& code) {
+    takeCurrency(desk_.catalogue.currencyForCode(code.toStdString()));
+  });
   connect(field_, &AmountField::changed, this, &ConverterWindow::convert);
   connect(field_, &AmountField::sourceWanted, this, &ConverterWindow::chooseSource);
   connect(field_, &AmountField::accepted, this, &ConverterWindow::save);
@@ -158,7 +171,7 @@ void ConverterWindow::connectParts() {
   connect(refresher_, &Refresher::refreshed, this, [this] {
     lines_->reload();
     showTitle();
-    notice_->tell(toQt(desk_.rates.serviceMessage()).simplified());
+    notice_->tell(lineOf(desk_.rates.serviceMessage()));
   });
 }
 
@@ -166,11 +179,10 @@ void ConverterWindow::connectParts() {
 // them.
 void ConverterWindow::loadSource() {
   const StoreSourceRef last = desk_.store.loadSourceCurrency();
-  const bool isKept = last != nullptr && last->currency() != nullptr;
-  const auto known = isKept ? desk_.catalogue.currencyForCode(last->currency()->code()) : nullptr;
-  if (known != nullptr) lines_->setSource(known);
+  const CurrencyRef source = last != nullptr ? last->currency() : nullptr;
+  if (source != nullptr) lines_->setSource(program::withoutDoubles({source}).front());
   field_->setSource(*lines_->source());
-  field_->setAmount(isKept ? last->amount().doubleValue() : 1);
+  field_->setAmount(source != nullptr ? last->amount().doubleValue() : 1);
   lines_->setAmount(field_->amount());
   showTitle();
 }
@@ -180,12 +192,12 @@ void ConverterWindow::followStore() {
   appearance_.apply();
   caption_->refreshText();
   if (settings_ != nullptr) settings_->reload();
-  if (isActiveWindow() && field_->entry().hasFocus() && field_->isTyped()) {
-    // What is being typed is not touched, and what was not yet saved goes over what came.
-    const auto& pending = desk_.store.syncTimer();
-    if (pending != nullptr && pending->isValid()) lines_->record();
-  } else {
+  if (isActiveWindow() && !isKept_) {
+    // What was not yet saved goes over what came.
+    lines_->record();
+  } else if (!isActiveWindow() || !field_->entry().hasFocus() || !field_->isTyped()) {
     loadSource();
+    isKept_ = true;
   }
   showTitle();
   showProblem();
@@ -195,17 +207,16 @@ void ConverterWindow::settingsChanged() {
   appearance_.apply();
   lines_->setAmount(field_->amount());
   showTitle();
-  showProblem();
 }
 
 void ConverterWindow::convert() {
   lines_->setAmount(field_->amount());
+  if (field_->amount()) isKept_ = false;
   lines_->record();
   showTitle();
 }
 
-void ConverterWindow::takeCurrency(const QString& code) {
-  const auto currency = desk_.catalogue.currencyForCode(code.toStdString());
+void ConverterWindow::takeCurrency(const CurrencyRef& currency) {
   if (currency == nullptr) return;
   lines_->setSource(currency);
   field_->setSource(*currency);
@@ -215,7 +226,7 @@ void ConverterWindow::chooseSource() {
   CurrencyPicker picker(desk_, CurrencyPicker::Takes::one, this);
   picker.setFirst(lines_->selection());
   if (picker.exec() != QDialog::Accepted) return;
-  takeCurrency(codeOf(*picker.taken().front()));
+  takeCurrency(picker.taken().front());
   convert();
   field_->focusAndSelect();
 }
@@ -238,7 +249,6 @@ void ConverterWindow::addCurrencies() {
   lines_->add(picker.taken());
   list_->scrollToBottom();
   showTitle();
-  showProblem();
 }
 
 void ConverterWindow::swapWithFirst() {
@@ -250,7 +260,7 @@ void ConverterWindow::swapWithFirst() {
 void ConverterWindow::makeSource(int row) {
   if (row < 0 || row >= lines_->rowCount()) return;
   const auto value = lines_->valueAt(row);
-  takeCurrency(codeOf(*lines_->currencyAt(row)));
+  takeCurrency(lines_->currencyAt(row));
   if (value) field_->setAmount(*value);
   convert();
   field_->focusAndSelect();
@@ -263,7 +273,6 @@ void ConverterWindow::removeCurrent() {
   lines_->remove(row);
   notice_->tell(tr("%1 was removed.").arg(name), tr("Undo (Ctrl+Z)"), [this] { undoRemove(); });
   showTitle();
-  showProblem();
 }
 
 void ConverterWindow::undoRemove() {
@@ -332,13 +341,12 @@ void ConverterWindow::showAbout() {
 }
 
 void ConverterWindow::save() {
-  if (field_->isTyped()) desk_.store.synchronize();
+  if (!isKept_) lines_->keep();
   field_->setAmountKept();
-  showProblem();
 }
 
-void ConverterWindow::showMenu(const QPoint& place) {
-  const QModelIndex index = list_->indexAt(place);
+void ConverterWindow::showMenu(const QPoint& position) {
+  const QModelIndex index = list_->indexAt(position);
   if (!index.isValid()) return;
   list_->setCurrentIndex(index);
   QMenu menu;
@@ -355,7 +363,7 @@ void ConverterWindow::showMenu(const QPoint& place) {
   add(tr("Move &up"), "Alt+Up", [this] { moveCurrent(-1); });
   add(tr("Move &down"), "Alt+Down", [this] { moveCurrent(1); });
   add(tr("&Remove"), "Delete", &ConverterWindow::removeCurrent);
-  menu.exec(list_->viewport()->mapToGlobal(place));
+  menu.exec(list_->viewport()->mapToGlobal(position));
 }
 
 bool ConverterWindow::listKey(const QKeyEvent& key) {
@@ -416,9 +424,9 @@ void ConverterWindow::showTitle() {
 void ConverterWindow::showProblem() {
   const bool isLost = !desk_.store.saveProblem().empty();
   const bool isUnread = !desk_.store.loadProblem().empty();
-  caption_->setProblem(isLost     ? tr("What you type is not kept: the store cannot be written.")
-                       : isUnread ? tr("The store could not be read; it is left as it is.")
-                                  : QString());
+  caption_->setStoreProblem(isLost     ? tr("Nothing new is kept: the store cannot be written.")
+                            : isUnread ? tr("The store could not be read; it is left as it is.")
+                                       : QString());
 }
 
 void ConverterWindow::take(const QStringList& words) {
@@ -437,7 +445,7 @@ void ConverterWindow::take(const QStringList& words) {
       unknown << word;
     }
   }
-  if (!found.empty()) takeCurrency(codeOf(*found.front()));
+  if (!found.empty()) takeCurrency(found.front());
   if (found.size() > 1) lines_->add({found.begin() + 1, found.end()});
   convert();
   field_->focusAndSelect();

@@ -25,6 +25,7 @@ class ConverterWindow final : public QMainWindow {
 
  public:
   ConverterWindow(const Desk& desk, Appearance& appearance);
+  ~ConverterWindow() override;
 
   // Words of a command line: an amount, its currency, and currencies for the list.
   void take(const QStringList& words);
@@ -53,7 +54,7 @@ class ConverterWindow final : public QMainWindow {
   void settingsChanged();
 
   void convert();
-  void takeCurrency(const QString& code);
+  void takeCurrency(const CurrencyRef& currency);
   void chooseSource();
   void focusList();
   void findInList();
@@ -72,7 +73,7 @@ class ConverterWindow final : public QMainWindow {
   void takeOtherReading();
   void showAbout();
   void save();
-  void showMenu(const QPoint& place);
+  void showMenu(const QPoint& position);
   bool listKey(const class QKeyEvent& key);
   int currentRow() const;
   void showTitle();
@@ -89,6 +90,7 @@ class ConverterWindow final : public QMainWindow {
   FreshnessCaption* caption_;
   QMenu* menu_;
   SettingsPage* settings_ = nullptr;
+  bool isKept_ = true;  // what is shown is in the store, or is no amount
   NotificationCenter::Token following_;
 };
 

@@ -32,8 +32,7 @@ int main(int count, char** arguments) {
   QObject::connect(&instance, &SingleInstance::actionWanted, &window, [](const QString& name) {
     if (name == QLatin1String("today")) openCompanion(Companion::today);
   });
-  showOf(line, window);
   // A service may be wanted for Today alone, which asks nobody.
   if (!line.isService) window.refresher().startByItself();
-  return QApplication::exec();
+  return run(line, window);
 }

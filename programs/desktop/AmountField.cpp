@@ -28,7 +28,7 @@ AmountField::AmountField(QWidget* parent)
     : QWidget(parent),
       entry_(new QLineEdit(this)),
       source_(new SourceButton(this)),
-      said_(new TextLine(12, TextLine::Tone::dim)),
+      statusLine_(new TextLine(12, TextLine::Tone::dim)),
       otherReading_(new LinkButton) {
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
@@ -45,7 +45,7 @@ AmountField::AmountField(QWidget* parent)
   auto* const line = new QHBoxLayout;
   line->setContentsMargins(0, 0, 0, 0);
   line->addSpacing(sized(4));
-  line->addWidget(said_, 1);
+  line->addWidget(statusLine_, 1);
   line->addWidget(otherReading_);
   column->addLayout(line);
   buildEntry();
@@ -69,8 +69,8 @@ void AmountField::buildEntry() {
 }
 
 void AmountField::buildLine() {
-  said_->setAccessibleDescription(tr("What was read"));
-  said_->setMinimumHeight(otherReading_->sizeHint().height());
+  statusLine_->setAccessibleDescription(tr("What was read"));
+  statusLine_->setMinimumHeight(otherReading_->sizeHint().height());
   otherReading_->hide();
   connect(otherReading_, &QPushButton::clicked, this, &AmountField::takeOther);
 }
@@ -82,7 +82,7 @@ void AmountField::setAmount(double amount) {
   isOther_ = false;
   showReading();
   // Also while another window is in front: who comes back types over it.
-  if (window()->focusWidget() == entry_) entry_->selectAll();
+  if (window()->focusWidget() == entry_) selectText();
 }
 
 void AmountField::setSource(const Currency& currency) {
@@ -105,17 +105,23 @@ bool AmountField::isTyped() const {
 
 void AmountField::setAmountKept() {
   entry_->setModified(false);
-  entry_->selectAll();
+  selectText();
+}
+
+// The cursor stands at the start: a number too long for the field is cut at its last digits.
+void AmountField::selectText() {
+  const auto length = static_cast<int>(entry_->text().size());
+  entry_->setSelection(length, -length);
 }
 
 void AmountField::focusAndSelect() {
   entry_->setFocus(Qt::ShortcutFocusReason);
-  entry_->selectAll();
+  selectText();
 }
 
 void AmountField::type(const QString& text) {
   entry_->setFocus(Qt::ShortcutFocusReason);
-  entry_->selectAll();
+  selectText();
   entry_->insert(text);
   entry_->setModified(true);
   read();
@@ -137,34 +143,39 @@ void AmountField::read() {
 }
 
 void AmountField::showReading() {
+  fitText();
   const bool refused = reading_.kind == AmountReading::Kind::refused;
-  said_->setTone(refused ? TextLine::Tone::warning : TextLine::Tone::dim);
-  said_->setText(readingText());
+  statusLine_->setTone(refused ? TextLine::Tone::warning : TextLine::Tone::dim);
+  statusLine_->setText(readingText());
   otherReading_->setVisible(reading_.other.has_value());
   if (reading_.other) {
     const double other = isOther_ ? reading_.value : *reading_.other;
     otherReading_->setText(tr("%1 instead (Alt+R)").arg(exactText(other)));
   }
-  fitText();
   update();
 }
 
-// A long amount is written smaller rather than cut.
+// A long amount is written smaller; one that is cut all the same is said below.
 void AmountField::fitText() {
   constexpr double kLargest = 28;
-  constexpr double kSmallest = 14;
+  constexpr double kSmallest = 10;
   QFont font = fontOf(kLargest, QFont::DemiBold);
   const int room = std::max(1, entry_->width() - sized(12));
   const int wanted = QFontMetrics(font).horizontalAdvance(entry_->text());
   if (wanted > room) {
     font.setPixelSize(std::max(sized(kSmallest), font.pixelSize() * room / wanted));
   }
+  isCut_ = QFontMetrics(font).horizontalAdvance(entry_->text()) > room;
   if (entry_->font() != font) entry_->setFont(font);
 }
 
 void AmountField::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  fitText();
+  showReading();
+}
+
+QString AmountField::amountInWords() const {
+  return leftToRight("= " + exactText(*amount()) + ' ' + sourceCode_) + " · " + sourceName_;
 }
 
 QString AmountField::readingText() const {
@@ -172,8 +183,9 @@ QString AmountField::readingText() const {
     case AmountReading::Kind::refused:
       return reading_.problem;
     case AmountReading::Kind::calculation:
-      return leftToRight("= " + exactText(*amount()) + ' ' + sourceCode_) + " · " + sourceName_;
+      return amountInWords();
     case AmountReading::Kind::number:
+      if (isCut_) return amountInWords();
       if (reading_.other) return tr("Read as %1").arg(exactText(*amount()));
       if (reading_.currencyIsGuess) return tr("The sign was read as %1").arg(sourceName_);
       break;

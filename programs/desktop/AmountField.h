@@ -27,7 +27,7 @@ class AmountField final : public QWidget {
   void setAmount(double amount);
   void setSource(const Currency& currency);
 
-  // Nothing for a text that is none, and for an empty one.
+  // Empty when the text is no amount.
   std::optional<double> amount() const;
   const AmountReading& reading() const { return reading_; }
   // Whether a person has typed since the last setAmount() or setAmountKept().
@@ -61,17 +61,20 @@ class AmountField final : public QWidget {
   void read();
   void showReading();
   void fitText();
+  void selectText();
   QString readingText() const;
+  QString amountInWords() const;
   void buildEntry();
   void buildLine();
   QRect frame() const;
 
   QLineEdit* entry_;
   QPushButton* source_;
-  TextLine* said_;
+  TextLine* statusLine_;
   LinkButton* otherReading_;
   AmountReading reading_;
   bool isOther_ = false;
+  bool isCut_ = false;
   QString sourceName_;
   QString sourceCode_;
 };

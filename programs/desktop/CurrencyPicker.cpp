@@ -1,9 +1,11 @@
 #include "programs/desktop/CurrencyPicker.h"
 
 #include <QEvent>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
+#include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -25,7 +27,7 @@ CurrencyPicker::CurrencyPicker(const Desk& desk, Takes takes, QWidget* parent)
       model_(new PickerModel(desk, this)),
       entry_(new QLineEdit),
       list_(new QListView),
-      hint_(new TextLine(12)) {
+      take_(new QPushButton) {
   setWindowTitle(takes == Takes::one ? tr("Convert from") : tr("Add currencies"));
   resize(sized(400), sized(460));
   entry_->setFont(fontOf(14));
@@ -41,8 +43,6 @@ CurrencyPicker::CurrencyPicker(const Desk& desk, Takes takes, QWidget* parent)
   styleList(*list_);
   list_->setFocusPolicy(Qt::NoFocus);
   list_->setAccessibleName(tr("Currencies found"));
-  hint_->setText(takes == Takes::one ? tr("Return takes it, Escape closes")
-                                     : tr("Return adds, Ctrl+Return or a click ticks several"));
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
@@ -54,10 +54,44 @@ CurrencyPicker::CurrencyPicker(const Desk& desk, Takes takes, QWidget* parent)
   };
   add(entry_, 10);
   column->addWidget(list_, 1);
-  add(hint_, 8);
+  add(buildFoot(), 8);
   connect(entry_, &QLineEdit::textChanged, this, &CurrencyPicker::search);
   connect(list_, &QListView::clicked, this, &CurrencyPicker::click);
+  connect(list_, &QListView::doubleClicked, this, &CurrencyPicker::takeWith);
+  connect(model_, &QAbstractItemModel::dataChanged, this, &CurrencyPicker::showCount);
   search({});
+}
+
+QWidget* CurrencyPicker::buildFoot() {
+  auto* const foot = new QWidget;
+  auto* const column = new QVBoxLayout(foot);
+  column->setContentsMargins(0, 0, 0, 0);
+  auto* const row = new QHBoxLayout;
+  if (takes_ == Takes::several) {
+    auto* const hint = new TextLine(12);
+    hint->setText(tr("A click or Ctrl+Return ticks several"));
+    column->addWidget(hint);
+  }
+  column->addLayout(row);
+  auto* const cancel = new QPushButton(tr("Cancel"));
+  row->addStretch(1);
+  row->addWidget(cancel);
+  row->addWidget(take_);
+  // Return means what is current, wherever the focus is not on a button.
+  for (QPushButton* const button : {cancel, take_}) button->setAutoDefault(false);
+  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+  connect(take_, &QPushButton::clicked, this, &QDialog::accept);
+  return foot;
+}
+
+void CurrencyPicker::showCount() {
+  const QString verb = takes_ == Takes::one || replaces_ ? tr("Choose") : tr("Add");
+  const auto count = model_->ticked().size();
+  take_->setText(count == 0 ? verb
+                            : tr("%1 (%L2)", "a button, as in Add (2)")
+                                  .arg(verb)
+                                  .arg(static_cast<qulonglong>(count)));
+  take_->setEnabled(!taken().empty());
 }
 
 void CurrencyPicker::setFirst(const std::vector<CurrencyRef>& first) {
@@ -66,6 +100,7 @@ void CurrencyPicker::setFirst(const std::vector<CurrencyRef>& first) {
 }
 
 void CurrencyPicker::setTicked(const std::vector<CurrencyRef>& ticked) {
+  replaces_ = true;
   model_->setTicked(ticked);
 }
 
@@ -79,6 +114,7 @@ std::vector<CurrencyRef> CurrencyPicker::taken() const {
 void CurrencyPicker::search(const QString& text) {
   model_->setSearch(text);
   select(0);
+  showCount();
 }
 
 void CurrencyPicker::select(int row) {
@@ -89,6 +125,11 @@ void CurrencyPicker::select(int row) {
 void CurrencyPicker::click(const QModelIndex& index) {
   if (takes_ == Takes::one) return accept();
   model_->toggle(index.row());
+}
+
+void CurrencyPicker::takeWith(const QModelIndex& index) {
+  if (!index.data(PickerModel::tickedRole).toBool()) model_->toggle(index.row());
+  accept();
 }
 
 bool CurrencyPicker::handle(const QKeyEvent& key) {

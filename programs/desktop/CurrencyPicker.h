@@ -8,11 +8,11 @@
 
 class QLineEdit;
 class QListView;
+class QPushButton;
 
 namespace fexora::desktop {
 
 class PickerModel;
-class TextLine;
 
 class CurrencyPicker final : public QDialog {
   Q_OBJECT
@@ -23,7 +23,7 @@ class CurrencyPicker final : public QDialog {
 
   // What stands first in the list.
   void setFirst(const std::vector<CurrencyRef>& first);
-  // What has its tick at the beginning.
+  // What has its tick at the beginning; what is ticked at the end then takes its place.
   void setTicked(const std::vector<CurrencyRef>& ticked);
   // Once accepted: the one, or the ticked ones, or without a tick the current one.
   std::vector<CurrencyRef> taken() const;
@@ -39,12 +39,16 @@ class CurrencyPicker final : public QDialog {
   void select(int row);
   bool handle(const class QKeyEvent& key);
   void click(const QModelIndex& index);
+  void takeWith(const QModelIndex& index);
+  QWidget* buildFoot();
+  void showCount();
 
   Takes takes_;
   PickerModel* model_;
   QLineEdit* entry_;
   QListView* list_;
-  TextLine* hint_;
+  QPushButton* take_;
+  bool replaces_ = false;
 };
 
 }  // namespace fexora::desktop

@@ -1,10 +1,11 @@
 #include "programs/desktop/Desk.h"
 
+#include "programs/shared/ShownNames.h"
+
 namespace fexora::desktop {
 
 Desk Desk::process() {
-  static auto* const names = new CurrencyNames();
-  Platform::process().strings = names;
+  program::useNamesOf("");
   Log::setProcessSink({});
   Desk desk{Platform::process(), currencyManager(), storeManager(), rateManager()};
   desk.store.setReconcilesAfterSkip(true);

@@ -5,6 +5,7 @@
 #include <QProgressBar>
 #include <QVBoxLayout>
 
+#include "programs/desktop/FreshnessDot.h"
 #include "programs/desktop/FreshnessText.h"
 #include "programs/desktop/Languages.h"
 #include "programs/desktop/LinkButton.h"
@@ -16,8 +17,9 @@ namespace fexora::desktop {
 namespace {
 
 constexpr double kHeight = 44;
-constexpr double kDot = 8;
+constexpr double kLine = 30;
 constexpr double kMargin = 18;
+constexpr double kGap = 4;
 constexpr double kLinkPadding = 4;
 
 }  // namespace
@@ -26,24 +28,43 @@ FreshnessCaption::FreshnessCaption(const Desk& desk, Refresher& refresher, QWidg
     : QWidget(parent),
       desk_(desk),
       refresher_(refresher),
+      dot_(new FreshnessDot),
       rates_(new TextLine(12)),
       age_(new TextLine(12, TextLine::Tone::warning, QFont::DemiBold)),
+      store_(new TextLine(12, TextLine::Tone::warning)),
       status_(new TextLine(12, TextLine::Tone::warning)),
       progress_(new QProgressBar),
       action_(new LinkButton) {
+  build();
+  connectParts();
+  setStoreProblem({});
+  refreshText();
+  showState();
+}
+
+void FreshnessCaption::build() {
+  const int margin = sized(kMargin);
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(sized(kMargin - kLinkPadding), 0, sized(kMargin - kLinkPadding), 0);
+  column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
-  auto* const state = new QHBoxLayout;
-  state->addSpacing(sized(kLinkPadding));
-  state->setSpacing(0);
-  state->addWidget(status_);
-  column->addLayout(state);
+  for (TextLine* const line : {store_, status_}) {
+    line->setFixedHeight(sized(kLine));
+    line->setContentsMargins(margin, 0, margin, 0);
+    column->addWidget(line);
+  }
+  store_->setAccessibleDescription(tr("State of the store"));
+  status_->setAccessibleDescription(tr("State of the refresh"));
   column->addWidget(progress_);
+  progress_->setTextVisible(false);
+  progress_->setFixedHeight(sized(3));
+  progress_->setAccessibleName(tr("Refreshing"));
   auto* const row = new QHBoxLayout;
-  row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(sized(4));
-  row->addSpacing(sized(kLinkPadding + kDot + 8) - row->spacing());
+  // Margins would not change sides in a language that runs from right to left.
+  row->setContentsMargins(margin - sized(kLinkPadding), 0, margin - sized(kLinkPadding), 0);
+  row->setSpacing(sized(kGap));
+  row->addSpacing(sized(kLinkPadding));
+  row->addWidget(dot_);
+  row->addSpacing(sized(kGap));
   row->addWidget(rates_);
   row->addWidget(age_);
   row->addStretch(1);
@@ -51,13 +72,9 @@ FreshnessCaption::FreshnessCaption(const Desk& desk, Refresher& refresher, QWidg
   column->addLayout(row);
   age_->setKeepsWhole(true);
   action_->setFixedHeight(sized(kHeight));
-  status_->setContentsMargins(0, 0, 0, 0);
-  status_->setFixedHeight(sized(30));
-  status_->setAccessibleDescription(tr("State of the refresh"));
-  progress_->setRange(0, 0);
-  progress_->setTextVisible(false);
-  progress_->setFixedHeight(sized(3));
-  progress_->setAccessibleName(tr("Refreshing"));
+}
+
+void FreshnessCaption::connectParts() {
   nextWords_.setSingleShot(true);
   nextWords_.setTimerType(Qt::VeryCoarseTimer);
   connect(&nextWords_, &QTimer::timeout, this, &FreshnessCaption::refreshText);
@@ -65,28 +82,26 @@ FreshnessCaption::FreshnessCaption(const Desk& desk, Refresher& refresher, QWidg
           [this] { refresher_.isRunning() ? refresher_.stop() : refresher_.start(); });
   connect(&refresher_, &Refresher::stateChanged, this, &FreshnessCaption::showState);
   connect(&refresher_, &Refresher::refreshed, this, &FreshnessCaption::refreshText);
-  refreshText();
-  showState();
 }
 
 void FreshnessCaption::refreshText() {
   const Freshness freshness = desk_.rates.freshness();
   words_ = inWords(freshness, desk_.now(), languageLocale());
+  dot_->setFresh(words_.isFresh);
   age_->setText(words_.age);
   age_->setTone(words_.isFresh ? TextLine::Tone::dim : TextLine::Tone::warning);
   nextWords_.start(secondsToNextWords(freshness, desk_.now()) * 1000);
   fitText();
-  update();
 }
 
-// Where the rates are from is what a narrow window leaves away first.
+// A narrow window drops first where the rates are from.
 void FreshnessCaption::fitText() {
   const QString mark = words_.age.isEmpty() ? QString() : tr(",", "before an age");
-  const int taken = age_->sizeHint().width() + action_->sizeHint().width() +
-                    sized(2 * kMargin + kDot + 4) + 4 * sized(4);
+  const int taken = age_->sizeHint().width() + action_->sizeHint().width() + dot_->width() +
+                    sized(2 * kMargin) + 5 * sized(kGap);
   const bool fits = rates_->fontMetrics().horizontalAdvance(words_.rates + mark) + taken <= width();
   rates_->setText((fits ? words_.rates : words_.dated) + mark);
-  rates_->setToolTip(words_.whole());
+  rates_->setWhole(words_.whole());
 }
 
 void FreshnessCaption::resizeEvent(QResizeEvent* event) {
@@ -94,20 +109,18 @@ void FreshnessCaption::resizeEvent(QResizeEvent* event) {
   fitText();
 }
 
-void FreshnessCaption::setProblem(const QString& problem) {
-  problem_ = problem;
-  showState();
+void FreshnessCaption::setStoreProblem(const QString& problem) {
+  store_->setText(problem);
+  store_->setVisible(!problem.isEmpty());
 }
 
 void FreshnessCaption::showState() {
   const bool isRunning = refresher_.isRunning();
-  const QString problem = refresher_.problem().isEmpty() ? problem_ : refresher_.problem();
-  const QString status = isRunning ? progressText() : problem;
+  const QString status = isRunning ? progressText() : refresher_.problem();
   showBar();
   status_->setVisible(!status.isEmpty());
   status_->setTone(isRunning ? TextLine::Tone::dim : TextLine::Tone::warning);
   status_->setText(status);
-  status_->setToolTip(status);
   action_->setText(isRunning ? tr("Stop") : tr("Refresh"));
   action_->setToolTip(isRunning ? tr("Stop refreshing") : tr("Ask for fresh rates (F5)"));
   action_->updateGeometry();
@@ -138,16 +151,7 @@ QString FreshnessCaption::progressText() const {
 
 void FreshnessCaption::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  const Theme& theme = themeOf(palette());
-  painter.fillRect(QRect(0, 0, width(), 1), theme.hairline);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(words_.isFresh ? theme.good : theme.warning);
-  const double size = sized(kDot);
-  const double left =
-      layoutDirection() == Qt::RightToLeft ? width() - sized(kMargin) - size : sized(kMargin);
-  const QRect line = rates_->geometry();
-  painter.drawEllipse(QRectF(left, line.center().y() + 1 - size / 2, size, size));
+  painter.fillRect(QRect(0, 0, width(), 1), themeOf(palette()).hairline);
 }
 
 }  // namespace fexora::desktop

@@ -1,5 +1,5 @@
 // The footer: a dot, how fresh the rates are, Refresh; above it a line for a refresh that is under
-// way or has failed.
+// way or has failed, and one for a store that is in trouble.
 #pragma once
 
 #include <QTimer>
@@ -12,6 +12,7 @@ class QProgressBar;
 
 namespace fexora::desktop {
 
+class FreshnessDot;
 class LinkButton;
 class Refresher;
 class TextLine;
@@ -24,14 +25,16 @@ class FreshnessCaption final : public QWidget {
 
   // Looks at the store's rates anew.
   void refreshText();
-  // A line that stays until the next refresh or an empty text: a store that cannot be written.
-  void setProblem(const QString& problem);
+  // Of the store, beside whatever a refresh says; stays until it is set to none.
+  void setStoreProblem(const QString& problem);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  void build();
+  void connectParts();
   void showState();
   void showBar();
   QString progressText() const;
@@ -39,13 +42,14 @@ class FreshnessCaption final : public QWidget {
 
   Desk desk_;
   Refresher& refresher_;
+  FreshnessDot* dot_;
   TextLine* rates_;
   TextLine* age_;
+  TextLine* store_;
   TextLine* status_;
   QProgressBar* progress_;
   LinkButton* action_;
   QTimer nextWords_;
-  QString problem_;
   FreshnessText words_;
 };
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <unordered_map>
-#include <unordered_set>
 
 #include "programs/desktop/QtText.h"
+#include "programs/shared/Selection.h"
 
 namespace fexora::desktop {
 namespace {
@@ -41,7 +41,7 @@ QVariant LinesModel::data(const QModelIndex& index, int role) const {
       return nameText(row);
     case amountRole: {
       const auto value = resultAt(row);
-      return value ? amountText(*value, *currencyAt(row), desk_.store) : QStringLiteral("–");
+      return value ? amountText(*value, desk_.store) : QStringLiteral("–");
     }
     case rateRole:
       return rateText(row);
@@ -75,17 +75,14 @@ bool LinesModel::moveRows(const QModelIndex& from, int row, int count, const QMo
   const CurrencyRef follower = before < rowCount() ? currencyAt(before) : nullptr;
   selection_.erase(placeOf(selection_, *moved));
   selection_.insert(follower != nullptr ? placeOf(selection_, *follower) : selection_.end(), moved);
-  rows_ = visibleLines();
+  rows_ = program::linesOf(selection_, *source_);
   endMoveRows();
   saveSelection();
   return true;
 }
 
 void LinesModel::reload() {
-  selection_ = desk_.store.loadCurrencies();
-  for (CurrencyRef& each : selection_) {
-    if (const auto known = desk_.catalogue.currencyForCode(each->code())) each = known;
-  }
+  selection_ = program::withoutDoubles(desk_.store.loadCurrencies());
   loadRates();
   arrange();
 }
@@ -114,6 +111,12 @@ void LinesModel::record() {
   desk_.store.startSyncTimer();
 }
 
+void LinesModel::keep() {
+  if (const auto& later = desk_.store.syncTimer()) later->invalidate();
+  if (amount_) desk_.store.saveSourceCurrency(source_, *amount_, false);
+  desk_.store.synchronize();
+}
+
 void LinesModel::add(const std::vector<CurrencyRef>& currencies) {
   const std::size_t before = selection_.size();
   for (const CurrencyRef& each : currencies) {
@@ -131,7 +134,7 @@ void LinesModel::remove(int row) {
   removed_ = {static_cast<std::size_t>(place - selection_.begin()), *place};
   beginRemoveRows({}, row, row);
   selection_.erase(place);
-  rows_ = visibleLines();
+  rows_ = program::linesOf(selection_, *source_);
   endRemoveRows();
   saveSelection();
 }
@@ -206,18 +209,9 @@ void LinesModel::loadRates() {
   desk_.rates.loadStoredRates(std::move(wanted));
 }
 
-std::vector<CurrencyRef> LinesModel::visibleLines() const {
-  std::vector<CurrencyRef> lines;
-  std::unordered_set<std::string> seen = {source_->code()};
-  for (const CurrencyRef& each : selection_) {
-    if (seen.insert(each->code()).second) lines.push_back(each);
-  }
-  return lines;
-}
-
 // Not a reset, so that the view keeps what is selected.
 void LinesModel::arrange() {
-  auto lines = visibleLines();
+  auto lines = program::linesOf(selection_, *source_);
   if (lines == rows_) {
     if (!rows_.empty()) emit dataChanged(index(0), index(rowCount() - 1));
     return;

@@ -44,8 +44,10 @@ class LinesModel final : public QAbstractListModel {
   void setSource(const CurrencyRef& currency);
   // Nothing: no amount to convert.
   void setAmount(std::optional<double> amount);
-  // Amount and source into the store.
+  // Amount and source into the store, which saves them a second after the last call.
   void record();
+  // The same, saved at once.
+  void keep();
 
   // Those that are new, at the end.
   void add(const std::vector<CurrencyRef>& currencies);
@@ -68,7 +70,6 @@ class LinesModel final : public QAbstractListModel {
   QString rateText(int row) const;
   QString nameText(int row) const;
   void loadRates();
-  std::vector<CurrencyRef> visibleLines() const;
   void arrange();
   void saveSelection();
 

@@ -32,7 +32,6 @@ NoticeBar::NoticeBar(QWidget* parent)
 
 void NoticeBar::tell(const QString& text, const QString& action, std::function<void()> run) {
   text_->setText(text);
-  text_->setToolTip(text);
   action_->setText(action);
   action_->setVisible(!action.isEmpty());
   run_ = std::move(run);

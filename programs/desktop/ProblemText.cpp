@@ -80,13 +80,13 @@ QString inWords(const ResponseError& error) {
   if (error.kind == Kind::implausible) {
     return translated(QT_TRANSLATE_NOOP("ResponseError",
                                         "The new rates look wrong and were not taken: %1."))
-        .arg(reasonInWords(toQt(error.message).simplified()));
+        .arg(reasonInWords(lineOf(error.message)));
   }
   const std::string text = error.forPeople();
   for (const char* const sentence : kSentences) {
     if (text == sentence) return translated(sentence);
   }
-  return toQt(text).simplified();
+  return lineOf(text);
 }
 
 }  // namespace fexora::desktop

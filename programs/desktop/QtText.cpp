@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "programs/shared/OneLine.h"
+#include "programs/shared/ShownNames.h"
+
 namespace fexora::desktop {
 namespace {
 
@@ -42,8 +45,12 @@ QString shown(double value, std::int64_t digits, bool grouping, Writer write) {
 
 }  // namespace
 
+QString lineOf(std::string_view text) {
+  return toQt(program::oneLine(text)).simplified();
+}
+
 QString nameOf(const Currency& currency) {
-  return toQt(localizedString(*Platform::process().strings, currency.code()));
+  return toQt(program::nameOf(currency));
 }
 
 QString signOf(const Currency& currency) {
@@ -73,11 +80,8 @@ QString remarkOf(const Currency& currency) {
   return QCoreApplication::translate("Currency", "replaced by %1").arg(toQt(facts->successor));
 }
 
-QString amountText(double value, const Currency& of, const StoreManager& store) {
-  const CurrencyFacts* const facts = currencyFacts(of.code());
-  std::int64_t digits = store.fraction();
-  if (facts != nullptr && facts->digits) digits = std::min<std::int64_t>(digits, *facts->digits);
-  return shown(value, digits, store.seporate(), &NumberFormat::amount);
+QString amountText(double value, const StoreManager& store) {
+  return shown(value, store.fraction(), store.seporate(), &NumberFormat::amount);
 }
 
 QString exactText(double value, bool grouping) {

@@ -13,6 +13,9 @@ inline QString toQt(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+// A text from outside in one line, cut where it is very long.
+QString lineOf(std::string_view text);
+
 inline QString codeOf(const Currency& currency) {
   return toQt(currency.code());
 }
@@ -29,9 +32,9 @@ QString placesOf(const Currency& currency);
 // "replaced by EUR" for a withdrawn currency, "withdrawn" without a successor, else empty.
 QString remarkOf(const Currency& currency);
 
-// An amount in a currency: the store's digits, but no more than the currency's minor unit has. One
-// too long for a line is a power of ten, "8.80×10³⁰⁷".
-QString amountText(double value, const Currency& of, const StoreManager& store);
+// An amount with the digits that the person has set, as the terminal shows it. One too long for a
+// line is a power of ten, "8.803×10³⁰⁷".
+QString amountText(double value, const StoreManager& store);
 
 // All digits that a number has, up to fifteen, for reading: a power of ten likewise.
 QString exactText(double value, bool grouping = false);

@@ -1,4 +1,4 @@
-// One process a program and session: a second start hands its words to the first and ends.
+// One process per program and session: a second start hands its words to the first and ends.
 //
 // By the session bus, as org.freedesktop.Application under the program's id, so that the bus can
 // start it, too; without a bus every start is a process of its own.

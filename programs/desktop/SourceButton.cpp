@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <algorithm>
 
 #include "programs/desktop/Style.h"
 
@@ -9,6 +10,8 @@ namespace fexora::desktop {
 namespace {
 
 constexpr double kArrow = 8;
+// A store may hold any text for a code.
+constexpr double kLongestCode = 80;
 
 }  // namespace
 
@@ -17,7 +20,8 @@ SourceButton::SourceButton(QWidget* parent) : QPushButton(parent) {
 }
 
 QSize SourceButton::sizeHint() const {
-  return {fontMetrics().horizontalAdvance(text()) + sized(24 + 6 + kArrow), sized(36)};
+  const int wanted = fontMetrics().horizontalAdvance(text());
+  return {std::min(wanted, sized(kLongestCode)) + sized(24 + 6 + kArrow), sized(36)};
 }
 
 void SourceButton::paintEvent(QPaintEvent* /*event*/) {
@@ -33,7 +37,8 @@ void SourceButton::paintEvent(QPaintEvent* /*event*/) {
   const QRect label = rect().adjusted(sized(12), 0, -sized(12), 0);
   painter.setPen(theme.text);
   // Left is where a text begins: the painter knows the direction.
-  painter.drawText(label, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft), text());
+  const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, sized(kLongestCode));
+  painter.drawText(label, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft), shown);
   const double arrow = sized(kArrow);
   const double left = mirrored ? label.left() : label.right() - arrow;
   const double top = label.center().y() - arrow / 4;

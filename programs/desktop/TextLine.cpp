@@ -1,8 +1,11 @@
 #include "programs/desktop/TextLine.h"
 
+#include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QToolTip>
 
+#include "programs/desktop/PlainLabels.h"
 #include "programs/desktop/Style.h"
 
 namespace fexora::desktop {
@@ -30,14 +33,20 @@ QSize TextLine::minimumSizeHint() const {
 void TextLine::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setPen(colour());
-  const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+  const QRect area = contentsRect();
+  const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, area.width());
   const auto where = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
-  painter.drawText(rect(), static_cast<int>(where) | Qt::TextSingleLine, shown);
+  painter.drawText(area, static_cast<int>(where) | Qt::TextSingleLine, shown);
 }
 
-void TextLine::resizeEvent(QResizeEvent* event) {
-  QLabel::resizeEvent(event);
-  setToolTip(fontMetrics().horizontalAdvance(text()) > width() ? text() : QString());
+bool TextLine::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QLabel::event(event);
+  const bool isCut = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+  const QString whole = whole_.isEmpty() ? text() : whole_;
+  // The window's own, if it has one, where nothing is left out.
+  if (!isCut && whole == text()) return false;
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), wrapped(whole), this);
+  return true;
 }
 
 QColor TextLine::colour() const {

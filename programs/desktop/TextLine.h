@@ -1,4 +1,5 @@
-// One line of text in a colour of the theme, cut with an ellipsis where it must be.
+// One line of text in a colour of the theme, cut with an ellipsis where it must be. What is cut, or
+// said more shortly, comes whole in a tooltip.
 #pragma once
 
 #include <QLabel>
@@ -14,19 +15,21 @@ class TextLine final : public QLabel {
                     QWidget* parent = nullptr);
 
   void setTone(Tone tone);
-  // A cut text comes whole in a tooltip.
+  // What the text stands for; without it, the text itself.
+  void setWhole(const QString& whole) { whole_ = whole; }
   QSize minimumSizeHint() const override;
   // Never shorter than its text; off by default.
   void setKeepsWhole(bool keeps);
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
 
  private:
   QColor colour() const;
 
   Tone tone_;
+  QString whole_;
   bool keepsWhole_ = false;
 };
 

@@ -1,9 +1,9 @@
 #include "programs/desktop/TodayModel.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 #include "programs/desktop/QtText.h"
+#include "programs/shared/Selection.h"
 
 namespace fexora::desktop {
 
@@ -44,13 +44,10 @@ void TodayModel::reload() {
     amount_ = 1;
   }
   auto wanted = store.todayCurrencies().empty() ? store.loadCurrencies() : store.todayCurrencies();
-  std::unordered_set<std::string> seen = {source_->code()};
-  lines_.clear();
+  lines_ = program::linesOf(wanted, *source_);
   const auto most =
       static_cast<std::size_t>(std::max<std::int64_t>(store.numberOfCurrenciesInWidget(), 0));
-  for (const CurrencyRef& each : wanted) {
-    if (lines_.size() < most && seen.insert(each->code()).second) lines_.push_back(each);
-  }
+  if (lines_.size() > most) lines_.resize(most);
   others_.reset();
   wanted.push_back(source_);
   desk_.rates.loadStoredRates(std::move(wanted));
@@ -86,7 +83,7 @@ std::optional<double> TodayModel::rateAt(int row) const {
 QString TodayModel::valueText(int row) const {
   const auto rate = rateAt(row);
   if (!rate) return QStringLiteral("–");
-  if (!showsRates()) return amountText(amount_ * *rate, currencyAt(row), desk_.store);
+  if (!showsRates()) return amountText(amount_ * *rate, desk_.store);
   const NumberFormat format(desk_.store.fraction(), desk_.store.seporate());
   return toQt(format.rate(isTurned_ ? 1 / *rate : *rate));
 }

@@ -3,7 +3,6 @@
 
 #include <QAbstractListModel>
 #include <optional>
-#include <unordered_map>
 #include <vector>
 
 #include "programs/desktop/Desk.h"

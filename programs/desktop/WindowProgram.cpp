@@ -4,11 +4,27 @@
 #include <QIcon>
 #include <QTimer>
 #include <QWidget>
+#include <algorithm>
 #include <chrono>
 
+#include "programs/desktop/EndSignals.h"
 #include "programs/desktop/Languages.h"
+#include "programs/desktop/PlainLabels.h"
 
 namespace fexora::desktop {
+namespace {
+
+// With the mark after which everything is an operand.
+QStringList withOperandsMarked(QStringList arguments) {
+  const auto isOption = [](const QString& word) {
+    return word.startsWith("--") || word == "-h" || word == "-v";
+  };
+  const auto operand = std::find_if_not(arguments.begin() + 1, arguments.end(), isOption);
+  if (operand != arguments.end()) arguments.insert(operand, QStringLiteral("--"));
+  return arguments;
+}
+
+}  // namespace
 
 void prepareApplication(QApplication& application, const QString& id, const QString& name) {
   QApplication::setOrganizationName(QStringLiteral("fexora"));
@@ -16,6 +32,7 @@ void prepareApplication(QApplication& application, const QString& id, const QStr
   QApplication::setApplicationVersion(QStringLiteral(FEXORA_VERSION));
   QGuiApplication::setDesktopFileName(id);
   application.setWindowIcon(QIcon(QStringLiteral(":/icons/org.fexora.Fexora.svg")));
+  keepLabelsPlain(application);
   applyLanguage();
 }
 
@@ -29,24 +46,21 @@ CommandLine commandLineOf(QApplication& application, const QString& purpose,
   const QCommandLineOption service(
       QStringLiteral("service"), QStringLiteral("Wait for the session bus to say what it wants."));
   parser.addOption(service);
-  // "-5" is an amount.
-  parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
-  parser.process(application);
+  parser.process(withOperandsMarked(application.arguments()));
   return {parser.positionalArguments(), parser.isSet(service)};
 }
 
-void showOf(const CommandLine& line, QWidget& window) {
+int run(const CommandLine& line, QWidget& window) {
   constexpr auto kPatience = std::chrono::seconds(10);
+  endOnSignals();
   if (!line.isService) {
     window.show();
-    return;
+    return QApplication::exec();
   }
-  auto* const wait = new QTimer(&window);
-  wait->setSingleShot(true);
-  QObject::connect(wait, &QTimer::timeout, &window, [&window] {
+  QTimer::singleShot(kPatience, &window, [&window] {
     if (!window.isVisible()) QApplication::quit();
   });
-  wait->start(kPatience);
+  return QApplication::exec();
 }
 
 }  // namespace fexora::desktop

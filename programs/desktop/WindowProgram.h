@@ -13,12 +13,13 @@ struct CommandLine {
   bool isService;  // the session bus started the program, and says what it wants
 };
 
-// Ends the process after --help or --version; else what stands on the command line.
+// Ends the process after --help or --version; else what stands on the command line. Options begin
+// with two hyphens, but for -h and -v: "-5" is an amount.
 CommandLine commandLineOf(QApplication& application, const QString& purpose,
                           const QString& operands);
 
-// Shows the window; of a service only when it is wanted. One that nobody wants for ten seconds
-// ends.
-void showOf(const CommandLine& line, QWidget& window);
+// Shows the window, of a service only when it is wanted, and runs until it is closed or a signal
+// asks for the end. A service that nobody wants for ten seconds ends. What main() returns.
+int run(const CommandLine& line, QWidget& window);
 
 }  // namespace fexora::desktop

@@ -17,9 +17,11 @@
 
 #include "programs/desktop/Appearance.h"
 #include "programs/desktop/Companion.h"
+#include "programs/desktop/FreshnessDot.h"
 #include "programs/desktop/FreshnessText.h"
 #include "programs/desktop/Languages.h"
 #include "programs/desktop/LinkButton.h"
+#include "programs/desktop/PlainLabels.h"
 #include "programs/desktop/QtText.h"
 #include "programs/desktop/Style.h"
 #include "programs/desktop/TextLine.h"
@@ -35,16 +37,15 @@ constexpr double kHead = 48;
 constexpr double kFoot = 34;
 constexpr double kRow = 34;
 constexpr double kMargin = 18;
-constexpr double kDot = 8;
 
-QString placeKey() {
+QString positionKey() {
   return QStringLiteral("today/place");
 }
 
-bool isOnAScreen(const QPoint& place) {
+bool isOnAScreen(const QPoint& position) {
   const auto screens = QGuiApplication::screens();
   return std::any_of(screens.begin(), screens.end(), [&](const QScreen* screen) {
-    return screen->availableGeometry().contains(place);
+    return screen->availableGeometry().contains(position);
   });
 }
 
@@ -58,14 +59,15 @@ TodayWindow::TodayWindow(const Desk& desk, Appearance& appearance)
       heading_(new TextLine(17, TextLine::Tone::text, QFont::DemiBold)),
       mode_(new LinkButton({}, nullptr, 11)),
       list_(new QListView),
+      dot_(new FreshnessDot),
       age_(new TextLine(11)) {
   setWindowTitle(tr("Fexora Today"));
   setAttribute(Qt::WA_TranslucentBackground);
   setAttribute(Qt::WA_QuitOnClose);
   build();
   reload();
-  const QPoint place = QSettings().value(placeKey()).toPoint();
-  if (!place.isNull() && isOnAScreen(place)) move(place);
+  const QPoint position = QSettings().value(positionKey()).toPoint();
+  if (!position.isNull() && isOnAScreen(position)) move(position);
   following_ = desk_.platform.notifications->addObserver(fileWatcherUpdate, [this] { reload(); });
 }
 
@@ -103,16 +105,16 @@ QWidget* TodayWindow::buildHead() {
 }
 
 QWidget* TodayWindow::buildFoot() {
-  foot_ = new QWidget;
-  foot_->setFixedHeight(sized(kFoot));
-  auto* const row = new QHBoxLayout(foot_);
+  auto* const foot = new QWidget;
+  foot->setFixedHeight(sized(kFoot));
+  auto* const row = new QHBoxLayout(foot);
   row->setContentsMargins(sized(kMargin), 0, sized(kMargin), 0);
-  row->setSpacing(0);
-  row->addSpacing(sized(kDot + 8));
+  row->setSpacing(sized(8));
+  row->addWidget(dot_);
   row->addWidget(age_, 1);
   age_->setAccessibleDescription(tr("Age of the rates"));
-  foot_->installEventFilter(this);
-  return foot_;
+  foot->installEventFilter(this);
+  return foot;
 }
 
 void TodayWindow::reload() {
@@ -129,10 +131,10 @@ void TodayWindow::showWords() {
   mode_->setToolTip(tr("Turn the rates around"));
   const Freshness freshness = desk_.rates.freshness();
   const FreshnessText words = inWords(freshness, desk_.now(), languageLocale());
-  isFresh_ = words.isFresh;
+  dot_->setFresh(words.isFresh);
   age_->setText(words.isFresh || words.age.isEmpty() ? words.day : words.age);
   age_->setTone(words.isFresh ? TextLine::Tone::dim : TextLine::Tone::warning);
-  setToolTip(words.whole());
+  setToolTip(wrapped(words.whole()));
   if (wordsTimer_ != 0) killTimer(wordsTimer_);
   wordsTimer_ = startTimer(secondsToNextWords(freshness, desk_.now()) * 1000, Qt::VeryCoarseTimer);
   update();
@@ -156,20 +158,21 @@ void TodayWindow::openConverter() {
 
 bool TodayWindow::drag(const QMouseEvent& mouse) {
   const QEvent::Type type = mouse.type();
-  const QPoint place = mouse.globalPosition().toPoint();
+  const QPoint position = mouse.globalPosition().toPoint();
   if (type == QEvent::MouseButtonPress && mouse.button() == Qt::LeftButton) {
-    pressed_ = place;
-    grip_ = place - pos();
+    pressed_ = position;
+    grip_ = position - pos();
   } else if (type == QEvent::MouseMove && pressed_) {
-    if ((place - *pressed_).manhattanLength() < QApplication::startDragDistance()) return false;
+    if ((position - *pressed_).manhattanLength() < QApplication::startDragDistance()) return false;
     // The desktop moves it where it can: the only way there is on Wayland.
     if (windowHandle() == nullptr || !windowHandle()->startSystemMove()) {
-      move(place - grip_);
+      move(position - grip_);
       return true;
     }
     pressed_.reset();
   } else if (type == QEvent::MouseButtonRelease && pressed_) {
-    const bool isClick = (place - *pressed_).manhattanLength() < QApplication::startDragDistance();
+    const bool isClick =
+        (position - *pressed_).manhattanLength() < QApplication::startDragDistance();
     pressed_.reset();
     if (isClick) openConverter();
   }
@@ -222,7 +225,7 @@ void TodayWindow::timerEvent(QTimerEvent* event) {
 }
 
 void TodayWindow::moveEvent(QMoveEvent* event) {
-  if (isVisible()) QSettings().setValue(placeKey(), event->pos());
+  if (isVisible()) QSettings().setValue(positionKey(), event->pos());
 }
 
 void TodayWindow::resizeEvent(QResizeEvent* event) {
@@ -242,12 +245,6 @@ void TodayWindow::paintEvent(QPaintEvent* /*event*/) {
   painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), sized(kRadius),
                           sized(kRadius));
   painter.fillRect(QRect(0, sized(kHead) - 1, width(), 1), theme.hairline);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(isFresh_ ? theme.good : theme.warning);
-  const double size = sized(kDot);
-  const bool mirrored = layoutDirection() == Qt::RightToLeft;
-  const double left = mirrored ? width() - sized(kMargin) - size : sized(kMargin);
-  painter.drawEllipse(QRectF(left, foot_->geometry().center().y() - size / 2, size, size));
 }
 
 }  // namespace fexora::desktop

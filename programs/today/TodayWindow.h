@@ -1,5 +1,5 @@
 // The Today widget: a small window without a frame, that is dragged by its body and keeps its
-// place.
+// position.
 #pragma once
 
 #include <QMainWindow>
@@ -13,6 +13,7 @@ class QListView;
 namespace fexora::desktop {
 
 class Appearance;
+class FreshnessDot;
 class LinkButton;
 class TextLine;
 class TodayModel;
@@ -56,11 +57,10 @@ class TodayWindow final : public QMainWindow {
   TextLine* heading_;
   LinkButton* mode_;
   QListView* list_;
+  FreshnessDot* dot_;
   TextLine* age_;
-  QWidget* foot_ = nullptr;
   std::optional<QPoint> pressed_;
   QPoint grip_;
-  bool isFresh_ = false;
   int wordsTimer_ = 0;
   NotificationCenter::Token following_;
 };

@@ -27,6 +27,5 @@ int main(int count, char** arguments) {
   });
   QObject::connect(&window, &TodayWindow::converterWanted, &window,
                    [] { openCompanion(Companion::converter); });
-  showOf(line, window);
-  return QApplication::exec();
+  return run(line, window);
 }

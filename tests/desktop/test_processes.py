@@ -6,6 +6,7 @@ What is on the screen is read as a screen reader reads it.
 import importlib.util
 import os
 import pathlib
+import plistlib
 import shutil
 import signal
 import subprocess
@@ -140,15 +141,13 @@ class Windows(unittest.TestCase):
         wait_for(lambda: xdotool("getwindowgeometry", dragged) != where)
         xdotool("mouseup", 1)
 
-    def quit(self, process):
-        window, = wait_for(lambda: self.windows(process))
-        xdotool("windowfocus", "--sync", window, "key", "ctrl+q")
-        self.assertEqual(process.wait(PATIENCE), 0)
+    def title(self, process):
+        return "".join(xdotool("getwindowname", window) for window in self.windows(process))
 
     def test_one_follows_the_other_and_nothing_is_lost(self):
         converter, today = self.open("fexora-converter"), self.open("fexora-today")
-        self.shows("fexora-converter", "Euro, 88.02")
-        self.shows("fexora-today", "Euro, 88.02")
+        self.shows("fexora-converter", "Euro, 88.023")
+        self.shows("fexora-today", "Euro, 88.023")
         # What comes from elsewhere, also to a window behind others, is typed over.
         self.run_program("settings", "fraction", "1")
         self.shows("fexora-converter", "Euro, 88.0")
@@ -163,7 +162,7 @@ class Windows(unittest.TestCase):
         wait_for(lambda: self.names("fexora-converter", "list item")[0].startswith("Japanese"))
         wait_for(lambda: self.names("fexora-today", "list item")[0].startswith("Japanese"))
         # A second start hands its words over, and ends.
-        self.assertEqual(subprocess.run([BIN / "fexora-converter", "7", "EUR", "CHF"],
+        self.assertEqual(subprocess.run([BIN / "fexora-converter", "-7", "EUR", "CHF"],
                                         env=self.environment, timeout=PATIENCE).returncode, 0)
         wait_for(lambda: "Source currency: Euro" in self.names("fexora-converter", "push button"))
         swiss = next(name for name in self.names("fexora-converter", "list item")
@@ -172,17 +171,24 @@ class Windows(unittest.TestCase):
         for process in (converter, today):
             process.send_signal(signal.SIGKILL)
             process.wait()
+        # What is typed within the second before the session ends is kept.
         converter = self.open("fexora-converter")
         self.shows("fexora-converter", swiss)
-        self.quit(converter)
+        self.type(converter, "31")
+        wait_for(lambda: self.title(converter).startswith("31 EUR"))
+        converter.terminate()
+        self.assertEqual(converter.wait(PATIENCE), 0)
+        with open(f"{self.folder.name}/store/Store.plist", "rb") as store:
+            self.assertEqual(plistlib.load(store)["UDSourceCurrency"]["amount"], 31)
 
     def test_the_bus_starts_what_is_wanted(self):
         self.ask("org.fexora.Fexora", "ActivateAction", "('today', @av [], @a{sv} {})")
-        self.shows("fexora-today", "Euro, 88.02")
+        self.shows("fexora-today", "Euro, 88.023")
         self.assertEqual(self.names("fexora-converter", "list item"), [])
         self.assertFalse(self.has_asked_for_rates())
-        self.ask("org.fexora.Fexora", "ActivateAction", "('convert', [<'50'>, <'USD'>], @a{sv} {})")
-        self.shows("fexora-converter", "Euro, 44.01")
+        # As a result of the desktop's search is opened.
+        call("org.kde.krunner1", "Run", "('-50 USD EUR', '')", "org.fexora.Search")
+        self.shows("fexora-converter", "Euro, -44.011")
         wait_for(self.has_asked_for_rates)
         self.ask("org.fexora.Today", "Activate", "(@a{sv} {},)")
 
@@ -191,10 +197,11 @@ def describe_services(folder):
     """Tells a session bus of the folder how the windows are started."""
     services = pathlib.Path(folder, "dbus-1/services")
     services.mkdir(parents=True)
-    for name in ("Fexora", "Today"):
-        template = pathlib.Path(SERVICES, f"org.fexora.{name}.service.in").read_text(encoding="utf-8")
-        (services / f"org.fexora.{name}.service").write_text(
-            template.replace("@CMAKE_INSTALL_FULL_BINDIR@", str(BIN)), encoding="utf-8")
+    for template in pathlib.Path(SERVICES).glob("*/org.fexora.*.service.in"):
+        text = template.read_text(encoding="utf-8")
+        text = text.replace("@CMAKE_INSTALL_FULL_BINDIR@", str(BIN))
+        (services / template.stem).write_text(
+            text.replace("@FEXORA_SEARCH_PROGRAM@", f"{BIN}/fexora-search"), encoding="utf-8")
 
 
 def main():

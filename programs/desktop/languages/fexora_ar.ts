@@ -178,10 +178,6 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <translation>إ&amp;زالة</translation>
     </message>
     <message>
-        <source>What you type is not kept: the store cannot be written.</source>
-        <translation>لا يُحفظ ما تكتبه: تعذّرت الكتابة في المخزن.</translation>
-    </message>
-    <message>
         <source>The store could not be read; it is left as it is.</source>
         <translation>تعذّرت قراءة المخزن؛ يبقى كما هو.</translation>
     </message>
@@ -192,6 +188,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>&amp;Find in the list</source>
         <translation>ب&amp;حث في القائمة</translation>
+    </message>
+    <message>
+        <source>Nothing new is kept: the store cannot be written.</source>
+        <translation>لا يُحفظ أي جديد: تعذّرت الكتابة في المخزن.</translation>
     </message>
 </context>
 <context>
@@ -228,12 +228,25 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <translation>العملات الموجودة</translation>
     </message>
     <message>
-        <source>Return takes it, Escape closes</source>
-        <translation>الإدخال يختار، والهروب يغلق</translation>
+        <source>A click or Ctrl+Return ticks several</source>
+        <translation>النقر أو Ctrl+الإدخال يحدد عدة عملات</translation>
     </message>
     <message>
-        <source>Return adds, Ctrl+Return or a click ticks several</source>
-        <translation>الإدخال يضيف، وCtrl+الإدخال أو النقر يحدد عدة عملات</translation>
+        <source>Cancel</source>
+        <translation>إلغاء</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>اختيار</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>إضافة</translation>
+    </message>
+    <message>
+        <source>%1 (%L2)</source>
+        <comment>a button, as in Add (2)</comment>
+        <translation>%1 (%L2)</translation>
     </message>
 </context>
 <context>
@@ -274,6 +287,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>Refreshing… %1 of %2 KB</source>
         <translation>يجري التحديث… %1 من %2 ك.ب</translation>
+    </message>
+    <message>
+        <source>State of the store</source>
+        <translation>حالة المخزن</translation>
     </message>
 </context>
 <context>
@@ -357,6 +374,14 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>, </source>
         <comment>between parts</comment>
         <translation>، </translation>
+    </message>
+    <message>
+        <source>today</source>
+        <translation>اليوم</translation>
+    </message>
+    <message>
+        <source>less than a minute old</source>
+        <translation>قبل أقل من دقيقة</translation>
     </message>
 </context>
 <context>
@@ -563,6 +588,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>One unit of</source>
         <translation>وحدة من</translation>
+    </message>
+    <message>
+        <source>Amounts, also in the terminal</source>
+        <translation>المبالغ، وفي الطرفية أيضًا</translation>
     </message>
 </context>
 <context>

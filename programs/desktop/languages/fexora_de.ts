@@ -178,10 +178,6 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <translation>&amp;Entfernen</translation>
     </message>
     <message>
-        <source>What you type is not kept: the store cannot be written.</source>
-        <translation>Eingaben werden nicht behalten: Der Speicher ist nicht schreibbar.</translation>
-    </message>
-    <message>
         <source>The store could not be read; it is left as it is.</source>
         <translation>Der Speicher war nicht lesbar; er bleibt, wie er ist.</translation>
     </message>
@@ -192,6 +188,10 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
     <message>
         <source>&amp;Find in the list</source>
         <translation>&amp;In der Liste suchen</translation>
+    </message>
+    <message>
+        <source>Nothing new is kept: the store cannot be written.</source>
+        <translation>Nichts Neues wird behalten: Der Speicher ist nicht schreibbar.</translation>
     </message>
 </context>
 <context>
@@ -228,12 +228,25 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <translation>Gefundene Währungen</translation>
     </message>
     <message>
-        <source>Return takes it, Escape closes</source>
-        <translation>Eingabe übernimmt, Esc schließt</translation>
+        <source>A click or Ctrl+Return ticks several</source>
+        <translation>Klick oder Strg+Eingabe hakt mehrere an</translation>
     </message>
     <message>
-        <source>Return adds, Ctrl+Return or a click ticks several</source>
-        <translation>Eingabe fügt hinzu, Strg+Eingabe oder Klick hakt mehrere an</translation>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Wählen</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>%1 (%L2)</source>
+        <comment>a button, as in Add (2)</comment>
+        <translation>%1 (%L2)</translation>
     </message>
 </context>
 <context>
@@ -274,6 +287,10 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
     <message>
         <source>Refreshing… %1 of %2 KB</source>
         <translation>Wird aktualisiert … %1 von %2 KB</translation>
+    </message>
+    <message>
+        <source>State of the store</source>
+        <translation>Zustand des Speichers</translation>
     </message>
 </context>
 <context>
@@ -345,6 +362,14 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <source>, </source>
         <comment>between parts</comment>
         <translation>, </translation>
+    </message>
+    <message>
+        <source>today</source>
+        <translation>heute</translation>
+    </message>
+    <message>
+        <source>less than a minute old</source>
+        <translation>unter einer Minute alt</translation>
     </message>
 </context>
 <context>
@@ -551,6 +576,10 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
     <message>
         <source>One unit of</source>
         <translation>Eine Einheit</translation>
+    </message>
+    <message>
+        <source>Amounts, also in the terminal</source>
+        <translation>Beträge, auch im Terminal</translation>
     </message>
 </context>
 <context>

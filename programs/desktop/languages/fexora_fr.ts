@@ -178,10 +178,6 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <translation>&amp;Retirer</translation>
     </message>
     <message>
-        <source>What you type is not kept: the store cannot be written.</source>
-        <translation>La saisie n’est pas gardée : l’écriture est impossible.</translation>
-    </message>
-    <message>
         <source>The store could not be read; it is left as it is.</source>
         <translation>La lecture a échoué ; le fichier reste tel quel.</translation>
     </message>
@@ -192,6 +188,10 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
     <message>
         <source>&amp;Find in the list</source>
         <translation>&amp;Rechercher dans la liste</translation>
+    </message>
+    <message>
+        <source>Nothing new is kept: the store cannot be written.</source>
+        <translation>Rien de nouveau n’est gardé : l’écriture est impossible.</translation>
     </message>
 </context>
 <context>
@@ -228,12 +228,25 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <translation>Devises trouvées</translation>
     </message>
     <message>
-        <source>Return takes it, Escape closes</source>
-        <translation>Entrée la prend, Échap ferme</translation>
+        <source>A click or Ctrl+Return ticks several</source>
+        <translation>Un clic ou Ctrl+Entrée en coche plusieurs</translation>
     </message>
     <message>
-        <source>Return adds, Ctrl+Return or a click ticks several</source>
-        <translation>Entrée ajoute, Ctrl+Entrée ou un clic en coche plusieurs</translation>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Choisir</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Ajouter</translation>
+    </message>
+    <message>
+        <source>%1 (%L2)</source>
+        <comment>a button, as in Add (2)</comment>
+        <translation>%1 (%L2)</translation>
     </message>
 </context>
 <context>
@@ -274,6 +287,10 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
     <message>
         <source>Refreshing… %1 of %2 KB</source>
         <translation>Actualisation… %1 sur %2 Ko</translation>
+    </message>
+    <message>
+        <source>State of the store</source>
+        <translation>État du stockage</translation>
     </message>
 </context>
 <context>
@@ -345,6 +362,14 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <source>, </source>
         <comment>between parts</comment>
         <translation>, </translation>
+    </message>
+    <message>
+        <source>today</source>
+        <translation>aujourd’hui</translation>
+    </message>
+    <message>
+        <source>less than a minute old</source>
+        <translation>il y a moins d’une minute</translation>
     </message>
 </context>
 <context>
@@ -551,6 +576,10 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
     <message>
         <source>One unit of</source>
         <translation>Une unité de</translation>
+    </message>
+    <message>
+        <source>Amounts, also in the terminal</source>
+        <translation>Montants, aussi dans le terminal</translation>
     </message>
 </context>
 <context>

@@ -178,10 +178,6 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <translation>削除(&amp;R)</translation>
     </message>
     <message>
-        <source>What you type is not kept: the store cannot be written.</source>
-        <translation>書き込めないため、入力は保存されません。</translation>
-    </message>
-    <message>
         <source>The store could not be read; it is left as it is.</source>
         <translation>保存データを読めません。そのまま残します。</translation>
     </message>
@@ -192,6 +188,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>&amp;Find in the list</source>
         <translation>一覧内を検索(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Nothing new is kept: the store cannot be written.</source>
+        <translation>書き込めないため、新しい内容は保存されません。</translation>
     </message>
 </context>
 <context>
@@ -228,12 +228,25 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <translation>見つかった通貨</translation>
     </message>
     <message>
-        <source>Return takes it, Escape closes</source>
-        <translation>Enter で決定、Esc で閉じる</translation>
+        <source>A click or Ctrl+Return ticks several</source>
+        <translation>クリックか Ctrl+Enter で複数選択</translation>
     </message>
     <message>
-        <source>Return adds, Ctrl+Return or a click ticks several</source>
-        <translation>Enter で追加、Ctrl+Enter かクリックで複数選択</translation>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>選択</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>追加</translation>
+    </message>
+    <message>
+        <source>%1 (%L2)</source>
+        <comment>a button, as in Add (2)</comment>
+        <translation>%1 (%L2)</translation>
     </message>
 </context>
 <context>
@@ -274,6 +287,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>Refreshing… %1 of %2 KB</source>
         <translation>更新中… %1 / %2 KB</translation>
+    </message>
+    <message>
+        <source>State of the store</source>
+        <translation>保存先の状態</translation>
     </message>
 </context>
 <context>
@@ -342,6 +359,14 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>, </source>
         <comment>between parts</comment>
         <translation>、</translation>
+    </message>
+    <message>
+        <source>today</source>
+        <translation>今日</translation>
+    </message>
+    <message>
+        <source>less than a minute old</source>
+        <translation>1 分未満前</translation>
     </message>
 </context>
 <context>
@@ -548,6 +573,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>One unit of</source>
         <translation>1 単位の通貨</translation>
+    </message>
+    <message>
+        <source>Amounts, also in the terminal</source>
+        <translation>金額 (端末でも)</translation>
     </message>
 </context>
 <context>

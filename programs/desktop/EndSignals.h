@@ -1,0 +1,10 @@
+// The signals that ask a process to end: at the end of a session, and Ctrl+C.
+#pragma once
+
+namespace fexora::desktop {
+
+// From now on they close the windows, which save what they hold, instead of ending the process
+// where it stands. Once, before exec().
+void endOnSignals();
+
+}  // namespace fexora::desktop
