@@ -4,7 +4,7 @@
 
 #include "programs/desktop/PowerSaver.h"
 #include "programs/desktop/ProblemText.h"
-#include "programs/shared/FreshRates.h"
+#include "programs/shared/RatesRequest.h"
 
 namespace fexora::desktop {
 namespace {

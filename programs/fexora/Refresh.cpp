@@ -15,8 +15,8 @@
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Progress.h"
 #include "programs/shared/Currencies.h"
-#include "programs/shared/FreshRates.h"
 #include "programs/shared/OneLine.h"
+#include "programs/shared/RatesRequest.h"
 
 namespace fexora::program {
 namespace {

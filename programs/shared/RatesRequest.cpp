@@ -1,4 +1,4 @@
-#include "programs/shared/FreshRates.h"
+#include "programs/shared/RatesRequest.h"
 
 #include <optional>
 #include <utility>
