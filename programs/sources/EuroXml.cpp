@@ -3,6 +3,8 @@
 
 #include <expat.h>
 
+#include "fexora/platform/plist/expat/ExpatLine.h"
+
 #include "programs/sources/Source.h"
 
 namespace fexora::sources {
@@ -77,7 +79,7 @@ class EuroParser {
     }
   }
 
-  std::size_t line() const { return XML_GetCurrentLineNumber(parser_.get()); }
+  std::size_t line() const { return currentLine(parser_.get()); }
 
   RateCollector rates_;
   std::unique_ptr<XML_ParserStruct, Free> parser_;

@@ -121,6 +121,11 @@ class JsonDocument::Parsed {
 JsonDocument::JsonDocument(std::string_view text, std::size_t values)
     : parsed_(std::make_unique<Parsed>()) {
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  // A parser of today would skip one more.
+  if (text.starts_with(kByteOrderMark)) {
+    reason_ = "it begins with two byte order marks";
+    return;
+  }
   read(text, values);
 }
 
@@ -135,7 +140,8 @@ void JsonDocument::read(std::string_view text, std::size_t values) {
     return;
   }
   auto error = parsed_->parse(text);
-  if (error == simdjson::NUMBER_ERROR) error = parsed_->parse(scanJson(text).text);
+  // How the parser says that a number does not fit depends on its version; a fault stays one.
+  if (error && error != simdjson::MEMALLOC) error = parsed_->parse(scanJson(text).text);
   if (error == simdjson::MEMALLOC) throw std::bad_alloc();
   if (error) {
     reason_ = simdjson::error_message(error);

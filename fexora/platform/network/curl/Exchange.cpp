@@ -223,7 +223,10 @@ NetOutcome Exchange::failure(CURLcode code) const {
     case CURLE_OPERATION_TIMEDOUT:
       return fail(Kind::timeOut, detail(code));
     case CURLE_FILESIZE_EXCEEDED:
-    case CURLE_OUT_OF_MEMORY:  // also one header line without end
+    case CURLE_OUT_OF_MEMORY:  // before 8.6 also one header line without end
+#if LIBCURL_VERSION_NUM >= 0x080600
+    case CURLE_TOO_LARGE:
+#endif
       return fail(Kind::tooLarge, detail(code));
     case CURLE_BAD_CONTENT_ENCODING:
       return fail(Kind::notJson, detail(code));

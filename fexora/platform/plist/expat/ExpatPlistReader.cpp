@@ -8,6 +8,7 @@
 #include "fexora/platform/base/ModuleEntries.h"
 #include "fexora/platform/plist/PlistBuilder.h"
 #include "fexora/platform/plist/XmlPlistReader.h"
+#include "fexora/platform/plist/expat/ExpatLine.h"
 #include "fexora/platform/text/NumberText.h"
 
 namespace fexora {
@@ -128,7 +129,7 @@ std::string ExpatRun::error() const {
   if (why.empty()) {
     why = rejection_ != nullptr ? rejection_ : XML_ErrorString(XML_GetErrorCode(parser_.get()));
   }
-  const auto line = static_cast<std::int64_t>(XML_GetCurrentLineNumber(parser_.get()));
+  const auto line = static_cast<std::int64_t>(currentLine(parser_.get()));
   return "line " + integerText(line) + ": " + why;
 }
 
