@@ -37,6 +37,18 @@ class Documents(ProgramTest):
                 there = {dedented(lines[i:i + length]) for i in range(len(lines))}
                 self.assertIn(code.strip(), there, f"{document}: not in {sample}")
 
+    def test_what_they_name_is_there(self):
+        for document in {*DOCUMENTS, *SOURCE.glob("*.md")}:
+            text = document.read_text(encoding="utf-8")
+            links = re.findall(r"\]\(([\w./-]+)[#)]", text)
+            names = re.findall(r"`([A-Za-z-]+\.md)`", text)
+            names += re.findall(r"`((?:docs|examples|packaging|tools|tests|fuzz|bench)/[\w./-]+)`", text)
+            for name in links:
+                self.assertTrue((document.parent / name).exists(), f"{document} links to {name}")
+            for name in names:
+                there = [(folder / name).exists() for folder in (SOURCE, SOURCE / "docs")]
+                self.assertTrue(any(there), f"{document} names {name}")
+
     def test_commands_print_what_is_shown(self):
         path = f"{BIN}:{os.environ['PATH']}"
         for document in DOCUMENTS:
