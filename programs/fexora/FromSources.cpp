@@ -1,5 +1,6 @@
 #include "programs/fexora/FromSources.h"
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <optional>
@@ -60,6 +61,9 @@ bool isAddress(const std::string& operand) {
 }
 
 std::shared_ptr<Response> answerFromSources(const std::vector<std::string>& operands) {
+  if (std::count(operands.begin(), operands.end(), "-") > 1) {
+    throw usageFailure("--from -: standard input can be read once only");
+  }
   sources::ReadSources& read = module();
   std::vector<sources::Operand> sources;
   for (const std::string& operand : operands) {

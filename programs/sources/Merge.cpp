@@ -1,6 +1,21 @@
 #include "programs/sources/Merge.h"
 
+#include <algorithm>
+
 namespace fexora::sources {
+
+namespace {
+
+// The last part of a path; of an address without its query, and its host where it has no path.
+std::string shortName(std::string name) {
+  if (name.find("://") != std::string::npos) {
+    name.resize(std::min(name.find('?'), name.size()));
+    while (name.ends_with('/')) name.pop_back();
+  }
+  return name.substr(name.rfind('/') + 1);  // npos + 1 is 0
+}
+
+}  // namespace
 
 MergedRates merge(const std::vector<Source>& sources) {
   MergedRates rates;
@@ -16,8 +31,7 @@ std::string namesOf(const std::vector<Source>& sources) {
   std::string names;
   for (const Source& source : sources) {
     names += names.empty() ? "" : ", ";
-    names += source.name.substr(source.name.rfind('/') + 1);  // npos + 1 is 0
-    names += " " + dayText(source.date);
+    names += shortName(source.name) + " " + dayText(source.date);
   }
   return names;
 }

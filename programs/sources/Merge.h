@@ -23,8 +23,8 @@ using MergedRates = std::map<std::string, MergedRate>;
 // sources.
 MergedRates merge(const std::vector<Source>& sources);
 
-// "eur-reference.xml 2026-09-11, usd.json 2026-09-29", without folders: what an answer says as its
-// source.
+// "eur-reference.xml 2026-09-11, usd.json 2026-09-29", without folders and queries: what an answer
+// says as its source.
 std::string namesOf(const std::vector<Source>& sources);
 
 // "2026-09-29"

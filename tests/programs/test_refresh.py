@@ -2,6 +2,8 @@
 
 import datetime
 import json
+import pathlib
+import plistlib
 import signal
 import threading
 import time
@@ -100,20 +102,33 @@ class Refresh(ServedTest):
             self.assertIn("75 days old: fexora refresh", self.succeed("refresh"))
         self.assertEqual(self.json("1", "USD", "EUR")["rates"]["state"], "old")
 
-    def test_user_and_secret_of_the_address_never_show(self):
+    def test_user_secret_and_query_of_an_address_are_neither_shown_nor_kept(self):
+        for address, name in ((f"{self.service.base}/own?key=s3cret", "own"), (f"{self.service.base}/?s3cret", "127.0.0.1")):
+            self.service.paths[address.removeprefix(self.service.base)] = answer("USD,1\nEUR,0.5\n", 'ETag: "1"')
+            out = self.succeed("refresh", "--force", "--from", address)
+            self.assertIn(f" from {name}", out)
+        self.url = f"{self.service.base}/good?key=s3cret"
+        self.service.script = answer(GOOD, 'ETag: "1"')
+        self.run_program("refresh", "--force")
+        kept = [*self.container.glob("*"), *pathlib.Path(f"{self.container}-cache").glob("*/*")]
+        self.assertEqual(len(kept), 2)
+        for file in kept:
+            self.assertNotIn("cret", repr(plistlib.loads(file.read_bytes())))
         self.service.script = b""
         for secret in ("s3cret", "s3@cret"):
             self.url = self.service.url.replace("//", f"//us3r:{secret}@")
+            self.url += "?s3cret"
             for words in (["refresh"], ["refresh", "--json", "--verbose"], ["status"],
                           ["status", "--json"]):
                 _, out, err = self.run_program(*words)
                 self.assertNotRegex(out + err, "us3r|cret", words)
                 self.assertIn("//***@127.0.0.1:", out + err, words)
-        for head in self.service.requests:
+        for head in self.service.requests[3:]:
             self.assertIn("\r\nAuthorization: Basic ", head)
 
     def test_wrong_use_and_a_failure_without_cached_rates(self):
         self.reject(2, "refresh", "EUR")
+        self.reject(2, "refresh", "--from", "-", "--from", "-")
         self.service.script = b""
         self.assertIn("no rates are cached", self.reject(3, "refresh"))
 

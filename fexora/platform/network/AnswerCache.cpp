@@ -9,6 +9,7 @@
 #include "fexora/platform/files/AtomicWriter.h"
 #include "fexora/platform/files/PrivateFolder.h"
 #include "fexora/platform/files/ReadFile.h"
+#include "fexora/platform/network/ShownAddress.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
 
@@ -22,7 +23,7 @@ constexpr std::size_t kValidatorBytes = 1024;
 // Container, address and validators are shorter than this together.
 constexpr std::size_t kHeadBytes = std::size_t{64} << 10;
 
-// FNV-1a: names a file, and no more; whose it is stands within.
+// FNV-1a: tells the addresses of one user apart, and says none.
 std::string hashOf(std::string_view bytes) {
   std::uint64_t hash = 0xcbf29ce484222325;
   for (const char byte : bytes) {
@@ -56,7 +57,7 @@ bool takeHeader(const Dictionary& content, std::string_view key, std::string& he
 std::optional<StoredAnswer> answerIn(const Dictionary& content, std::string_view container,
                                      std::string_view address) {
   if (!holds(content, "container", dataOf(container))) return std::nullopt;
-  if (!holds(content, "address", dataOf(address))) return std::nullopt;
+  if (!holds(content, "address", dataOf(shownAddress(address)))) return std::nullopt;
   StoredAnswer answer;
   if (!takeHeader(content, "etag", answer.etag)) return std::nullopt;
   if (!takeHeader(content, "lastModified", answer.lastModified)) return std::nullopt;
@@ -94,7 +95,7 @@ bool AnswerCache::save(const std::string& address, const StoredAnswer& answer) {
   if (!folderIsOurs()) return false;
   removeDeadTemporaries(files_, folder_);
   const PlistBytes file = writePropertyList(Dictionary{{"container", dataOf(container_)},
-                                                       {"address", dataOf(address)},
+                                                       {"address", dataOf(shownAddress(address))},
                                                        {"etag", answer.etag},
                                                        {"lastModified", answer.lastModified},
                                                        {"body", dataOf(answer.body)}});

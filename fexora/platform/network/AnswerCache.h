@@ -1,9 +1,10 @@
 // The last answer to each request, kept on disk for its revalidation.
 //
 // One file an address and container, the last limits::kKeptAnswers of them, in a folder that only
-// its user may write. A file is a property list of `container`, `address` and `body` as data,
-// `etag` and `lastModified` as text; one that is not (cut off, of other kinds, for another address,
-// too large, a link) counts as none. Nothing here ever matters to the outcome of a request but for
+// its user may write. A file is a property list of `container`, `address` (without user, secret and
+// query: see ShownAddress.h; the file's name tells the whole ones apart) and `body` as data, `etag`
+// and `lastModified` as text; one that is not (cut off, of other kinds, for another address, too
+// large, a link) counts as none. Nothing here ever matters to the outcome of a request but for
 // what need not be sent again. One thread at a time. Nothing throws but for memory that cannot be
 // had.
 #pragma once

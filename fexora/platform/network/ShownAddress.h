@@ -8,10 +8,10 @@
 
 namespace fexora {
 
-// An address, or a text with addresses in it, without user and secret: "http://***@host/rates".
-// Whatever stands between the first "://" (the beginning, where there is none) and the last "@" is
-// hidden, so that no sign within a secret can end it early; an "@" further on hides more than need
-// be.
+// An address, or a text with addresses in it, without user, secret and query, which often is a key:
+// three asterisks stand for each. What stands between the first "://" (the beginning, where there
+// is none) and the last "@" is hidden, so that no sign within a secret can end it early; an "@"
+// further on hides more than need be. So does a question mark anywhere, up to the next blank.
 FEXORA_API std::string shownAddress(std::string_view text);
 
 }  // namespace fexora
