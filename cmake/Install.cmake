@@ -49,10 +49,10 @@ if(FEXORA_HAS_DESKTOP)
   install(FILES packaging/man/fexora-converter.1 packaging/man/fexora-today.1
           DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endif()
-file(GLOB documents CONFIGURE_DEPENDS docs/*.md)
-install(FILES LICENSE README.md CHANGELOG.md SECURITY.md ${documents}
-        DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs/pictures DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
+# As they lie in the tree, since they name each other.
+file(GLOB documents CONFIGURE_DEPENDS *.md)
+install(FILES LICENSE ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} USE_SOURCE_PERMISSIONS)
 
 if(PROJECT_VERSION_MAJOR EQUAL 0)
   set(compatibility SameMinorVersion)

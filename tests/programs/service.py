@@ -97,6 +97,7 @@ http {{
         self.url = f"http://127.0.0.1:{port}/rates.json"
         site = site.read_text(encoding="utf-8")
         for old, new in (("listen 80 ", f"listen 127.0.0.1:{port} "),
+                         ("listen [::]:80 default_server;", ""),
                          ("root /var/www/fexora;", f"root {folder};")):
             test.assertEqual(site.count(old), 1)
             site = site.replace(old, new)
@@ -122,8 +123,8 @@ http {{
         return int(status), int(size), tag, name
 
 
-def update_rates(folder, *words):
+def update_rates(folder, *words, tools=BIN):
     """Runs the shipped script with the built publisher; the exit code."""
-    env = dict(os.environ, PATH=f"{BIN}:{os.environ['PATH']}")
+    env = dict(os.environ, PATH=f"{tools}:{BIN}:{os.environ['PATH']}")
     command = [SHIPPED / "fexora-rates-update", folder, *words]
     return subprocess.run(command, env=env, stderr=subprocess.DEVNULL).returncode

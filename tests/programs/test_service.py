@@ -104,4 +104,16 @@ class ShippedService(ProgramTest):
         bad.write_text("eur,0\n", encoding="utf-8")
         self.assertEqual(update_rates(self.web, bad), 2)
         self.assertEqual(update_rates(self.web, "--max-jump", "1", SNAPSHOT, EURO), 2)
+        # So does a packer that writes a part, and a name that cannot be replaced.
+        good = self.folder / "good.csv"
+        good.write_text("usd,1\neur,0.5\n", encoding="utf-8")
+        gzip_stub = self.folder / "gzip"
+        gzip_stub.write_text("#!/bin/sh\nhead -c 9 /dev/zero\nexit 1\n", encoding="utf-8")
+        gzip_stub.chmod(0o755)
+        self.assertEqual(update_rates(self.web, good, tools=self.folder), 4)
         self.assertEqual(state(), before)
+        (self.web / "rates.json.gz").unlink()
+        (self.web / "rates.json.gz").mkdir()
+        self.assertEqual(update_rates(self.web, good), 4)
+        self.assertEqual(state()["rates.json"], before["rates.json"])
+        self.assertEqual(sorted(state()), sorted(before))
