@@ -132,8 +132,11 @@ void TodayWindow::showWords() {
   const Freshness freshness = desk_.rates.freshness();
   const FreshnessText words = inWords(freshness, desk_.now(), languageLocale());
   dot_->setFresh(words.isFresh);
-  age_->setText(words.isFresh || words.age.isEmpty() ? words.day : words.age);
-  age_->setTone(words.isFresh ? TextLine::Tone::dim : TextLine::Tone::warning);
+  const bool isUnread = !desk_.store.loadProblem().empty();
+  age_->setText(isUnread                               ? tr("The store could not be read.")
+                : words.isFresh || words.age.isEmpty() ? words.day
+                                                       : words.age);
+  age_->setTone(words.isFresh && !isUnread ? TextLine::Tone::dim : TextLine::Tone::warning);
   setToolTip(wrapped(words.whole()));
   if (wordsTimer_ != 0) killTimer(wordsTimer_);
   wordsTimer_ = startTimer(secondsToNextWords(freshness, desk_.now()) * 1000, Qt::VeryCoarseTimer);

@@ -592,6 +592,7 @@ void DesktopTest::staysUpWithoutAStore() {
   desk_.store.setSkipUpdate(false);
   desk_.store.folderUpdate();
   QCOMPARE(window.lines().rowCount(), 3);
+  QVERIFY(texts(TodayWindow(desk_, appearance_)).contains("The store could not be read."));
   window.field().type("8");
   QCOMPARE(cell(window.lines(), 0, LinesModel::amountRole), shown(bundled(8, "USD", "EUR"), 3));
 }

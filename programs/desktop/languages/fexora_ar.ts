@@ -643,5 +643,9 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>&amp;Close</source>
         <translation>إ&amp;غلاق</translation>
     </message>
+    <message>
+        <source>The store could not be read.</source>
+        <translation>تعذّرت قراءة المخزن.</translation>
+    </message>
 </context>
 </TS>

@@ -631,5 +631,9 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <source>&amp;Close</source>
         <translation>&amp;Schließen</translation>
     </message>
+    <message>
+        <source>The store could not be read.</source>
+        <translation>Der Speicher war nicht lesbar.</translation>
+    </message>
 </context>
 </TS>

@@ -631,5 +631,9 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <source>&amp;Close</source>
         <translation>&amp;Fermer</translation>
     </message>
+    <message>
+        <source>The store could not be read.</source>
+        <translation>La lecture a échoué.</translation>
+    </message>
 </context>
 </TS>

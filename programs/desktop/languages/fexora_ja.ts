@@ -628,5 +628,9 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>&amp;Close</source>
         <translation>閉じる(&amp;C)</translation>
     </message>
+    <message>
+        <source>The store could not be read.</source>
+        <translation>保存データを読めません。</translation>
+    </message>
 </context>
 </TS>
