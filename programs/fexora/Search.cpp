@@ -8,6 +8,7 @@
 #include "programs/shared/Currencies.h"
 #include "programs/shared/Failure.h"
 #include "programs/shared/ShownNames.h"
+#include "programs/shared/Words.h"
 
 namespace fexora::program {
 namespace {
@@ -29,12 +30,6 @@ void printTable(const std::vector<CurrencyRef>& found) {
     const std::string& code = currency->code();
     printLine(code + std::string(widest - code.size() + 2, ' ') + nameOf(*currency));
   }
-}
-
-std::string joined(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
-  return text;
 }
 
 std::vector<CurrencyRef> find(const CommandLine& line, const std::string& text) {

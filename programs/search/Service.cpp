@@ -4,8 +4,12 @@
 #include <exception>
 #include <memory>
 
+#include "programs/shared/Words.h"
+
 namespace fexora::search {
 namespace {
+
+using program::joined;
 
 constexpr const char* kIcon = "org.fexora.Fexora";
 // Of KRunner's kinds of matches the one that stands above all others: Plasma::QueryMatch.
@@ -56,12 +60,6 @@ std::string text(GVariant* parameters, gsize index) {
   const char* found = nullptr;
   g_variant_get_child(parameters, index, "&s", &found);
   return found;
-}
-
-std::string joined(const std::vector<std::string>& words) {
-  std::string all;
-  for (const std::string& word : words) all += (all.empty() ? "" : " ") + word;
-  return all;
 }
 
 // An identifier holds no blanks but those between its words.

@@ -69,6 +69,12 @@ SortedWords sortWords(const std::vector<std::string>& words,
   return sorted;
 }
 
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
+  return text;
+}
+
 std::string offerOf(std::string_view typed, const std::vector<std::string>& words) {
   constexpr std::size_t kMostSlips = 2;
   // Longer ones are no mistyped words, and the distance takes time by length.

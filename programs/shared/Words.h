@@ -27,6 +27,9 @@ struct SortedWords {
 SortedWords sortWords(const std::vector<std::string>& words,
                       std::span<const std::string_view> withValue);
 
+// "swiss franc"
+std::string joined(const std::vector<std::string>& words);
+
 // Lets CLI11 read sorted options. A name that is none of the app's is rejected with the nearest one
 // that is.
 void parseOptions(CLI::App& app, std::vector<std::string> options);
