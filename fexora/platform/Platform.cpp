@@ -61,35 +61,63 @@ class ProcessFolderWatch final : public FolderWatch {
 
 }  // namespace
 
-// The process's own pieces are defined here, since each takes its partners from the record, in
-// which a host may have set others, when it first needs them.
-Text& Text::process() {
+// These are defined here, since each takes its partners from the record, in which a host may have
+// set others, when it first needs them.
+Text& Text::builtIn() {
   static NoDestructor<ProcessText> text(&openText);
   return *text;
 }
 
-RunLoop& RunLoop::process() {
+RunLoop& RunLoop::builtIn() {
   static NoDestructor<LazyRunLoop> loop(&openLoop);
   return *loop;
 }
 
-FolderWatch& FolderWatch::process() {
+FolderWatch& FolderWatch::builtIn() {
   static NoDestructor<ProcessFolderWatch> watch;
   return *watch;
 }
 
-Transport& Transport::process() {
+Transport& Transport::builtIn() {
   static NoDestructor<LazyTransport> transport(transportHost);
   return *transport;
 }
 
 Platform& Platform::process() {
-  static Platform platform{&Files::process(),    &FolderWatch::process(),
-                           &RunLoop::process(),  &Transport::process(),
-                           &Text::process(),     &NotificationCenter::defaultCenter(),
-                           &Log::process(),      &noStrings(),
-                           &Resources::process()};
+  static Platform platform{&Files::builtIn(),    &FolderWatch::builtIn(),
+                           &RunLoop::builtIn(),  &Transport::builtIn(),
+                           &Text::builtIn(),     &NotificationCenter::defaultCenter(),
+                           &Log::builtIn(),      &noStrings(),
+                           &Resources::builtIn()};
   return platform;
+}
+
+Files& Files::process() {
+  return *Platform::process().files;
+}
+
+FolderWatch& FolderWatch::process() {
+  return *Platform::process().folderWatch;
+}
+
+RunLoop& RunLoop::process() {
+  return *Platform::process().loop;
+}
+
+Transport& Transport::process() {
+  return *Platform::process().transport;
+}
+
+Text& Text::process() {
+  return *Platform::process().text;
+}
+
+Log& Log::process() {
+  return *Platform::process().log;
+}
+
+Resources& Resources::process() {
+  return *Platform::process().resources;
 }
 
 }  // namespace fexora

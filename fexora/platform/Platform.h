@@ -26,10 +26,15 @@ struct FEXORA_API Platform {
   HostStrings* strings;
   Resources* resources;
 
-  // The process's own pieces, which the shared instances use. A host that brings pieces of its own
-  // sets them here on the main thread before it first uses the library; they then live to the end
-  // of the process. The pieces that it leaves take their partners from here too, at their first
-  // use: with a loop of the host's, none of ours is opened. For a record of one's own, copy this
+  // The pieces that the process uses: the shared instances, and whatever is given none (records,
+  // NSNumber's texts, parseAmount() and readAmount(), facts and names, what an observer or a
+  // function of the loop throws), which asks by Text::process(), Log::process() and so on.
+  //
+  // At first they are the library's own: Text::builtIn() and so on. A host that brings pieces of
+  // its own sets them here on the main thread before it first uses the library; they then live to
+  // the end of the process. The pieces that it leaves take their partners from here too, at their
+  // first use: with a loop of the host's, none of ours is opened. A piece that wraps the library's
+  // own wraps `builtIn()`, since `process()` is then itself. For a record of one's own, copy this
   // one and change fields.
   static Platform& process();
 };

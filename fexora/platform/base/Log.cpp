@@ -45,7 +45,7 @@ ProcessLog& processLog() {
 
 Log::~Log() = default;
 
-Log& Log::process() {
+Log& Log::builtIn() {
   return processLog();
 }
 

@@ -18,10 +18,12 @@ class FEXORA_API Log {
   // One line, without its end. Any thread; must not throw and must not call back into the library.
   virtual void write(std::string_view line) = 0;
 
-  // The process's log. By default each line goes to standard error in one write.
+  // The library's own, which sends each line to standard error in one write, and the one that the
+  // process uses: see Platform::process().
+  static Log& builtIn();
   static Log& process();
-  // Sends the process's lines to `sink` instead; an empty function silences them. Main thread,
-  // before other threads use the library.
+  // Sends the lines of the library's own log to `sink` instead; an empty function silences them.
+  // Main thread, before other threads use the library.
   static void setProcessSink(std::function<void(std::string_view)> sink);
 };
 

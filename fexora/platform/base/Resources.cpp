@@ -23,7 +23,7 @@ class LibraryResources final : public Resources {
 
 Resources::~Resources() = default;
 
-Resources& Resources::process() {
+Resources& Resources::builtIn() {
   static NoDestructor<LibraryResources> resources;
   return *resources;
 }

@@ -20,8 +20,10 @@ class FEXORA_API Resources {
   // nothing where the library has no place of its own (linked statically). Any thread.
   virtual std::optional<std::string> path(std::string_view name, std::string_view extension) = 0;
 
-  // In "resources/" of the library's private folder, which lies beside the shared library in the
-  // build and the installed tree alike.
+  // The library's own, "resources/" of its private folder, which lies beside the shared library in
+  // the build and the installed tree alike; and the one that the process uses: see
+  // Platform::process().
+  static Resources& builtIn();
   static Resources& process();
 };
 

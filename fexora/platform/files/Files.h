@@ -5,7 +5,7 @@
 // path, and reports failure as an error code (POSIX numbers, std::generic_category). An interrupted
 // call it makes again itself, limits::kInterruptedRetries times at most, but not in flush() and
 // close(): there, too, being interrupted is a failure. Paths are bytes.
-// Any thread. Nothing throws.
+// Any thread. Nothing throws but for memory that cannot be had.
 #pragma once
 
 #include <cstddef>
@@ -96,6 +96,8 @@ class FEXORA_API Files {
   // The user that this process acts as.
   virtual std::uint32_t user() = 0;
 
+  // The library's own, and the one that the process uses: see Platform::process().
+  static Files& builtIn();
   static Files& process();
 };
 

@@ -72,7 +72,7 @@ FileStatus statusFrom(const struct stat& from) {
 
 Files::~Files() = default;
 
-Files& Files::process() {
+Files& Files::builtIn() {
   static NoDestructor<PosixFiles> files;
   return *files;
 }

@@ -64,6 +64,8 @@ class FEXORA_API RunLoop {
   // their own. Main thread.
   virtual void runUntil(const std::function<bool()>& done) = 0;
 
+  // The library's own, and the one that the process uses: see Platform::process().
+  static RunLoop& builtIn();
   static RunLoop& process();
 };
 

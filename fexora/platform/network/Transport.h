@@ -51,6 +51,8 @@ class FEXORA_API Transport {
   virtual void follow(const std::string& address, Reader read, Completion complete,
                       const std::shared_ptr<Transfer>& transfer);
 
+  // The library's own, and the one that the process uses: see Platform::process().
+  static Transport& builtIn();
   static Transport& process();
 };
 

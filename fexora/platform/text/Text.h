@@ -2,8 +2,10 @@
 //
 // The process's implementation answers plain ASCII itself and opens the text module (ICU) at the
 // first text that needs it; where that module is missing it says so once in the log and goes on
-// with ASCII rules. Text is UTF-8; broken UTF-8 is treated as U+FFFD.
-// Any thread, several at once. Nothing throws.
+// with ASCII rules. Text is UTF-8; broken UTF-8 is treated as U+FFFD. What an operation takes grows
+// with the text alone, whatever is in it.
+// Any thread, several at once. What answers with a text or a list may throw std::bad_alloc; nothing
+// else is thrown.
 #pragma once
 
 #include <cstddef>
@@ -54,10 +56,12 @@ class FEXORA_API Text {
 
   // What is left for a lenient search: case and accents folded in all scripts, compatible forms
   // taken for one (full width, ligatures), and the Latin letters with a stroke, or of two, for the
-  // plain ones ("ł", "æ"). Vowel signs and the voice marks of kana stay.
+  // plain ones ("ł", "æ"). Vowel signs and the voice marks of kana stay; of more than thirty marks
+  // on one letter, which no writing has, only thirty.
   virtual std::string folded(std::string_view text) = 0;
 
   // One text for all canonically equivalent ones (NFD): equal texts have equal forms byte for byte.
+  // Of more than thirty marks on one letter, which no writing has, the order counts.
   virtual std::string canonical(std::string_view text) = 0;
 
   // User-perceived characters (extended grapheme clusters).
@@ -110,6 +114,8 @@ class FEXORA_API Text {
   // empty where there is none at all.
   virtual std::vector<std::string> locales() = 0;
 
+  // The library's own, and the one that the process uses: see Platform::process().
+  static Text& builtIn();
   static Text& process();
 };
 

@@ -33,6 +33,8 @@ class FEXORA_API FolderWatch {
   virtual std::unique_ptr<Watch> watch(const std::string& folder, const std::string& ignoredPrefix,
                                        std::function<void()> changed) = 0;
 
+  // The library's own, and the one that the process uses: see Platform::process().
+  static FolderWatch& builtIn();
   static FolderWatch& process();
 };
 
