@@ -21,6 +21,7 @@
 #include "fexora/platform/text/AmountParsing.h"
 #include "fexora/platform/text/Locale.h"
 #include "fexora/platform/text/NumberFormat.h"
+#include "fexora/platform/text/OneLine.h"
 #include "fexora/platform/watch/InotifyFolderWatch.h"
 #include "fexora/rates/AnswerCheck.h"
 #include "fexora/rates/BundledRates.h"

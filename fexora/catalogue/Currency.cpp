@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "fexora/platform/mapping/Map.h"
+#include "fexora/platform/text/OneLine.h"
 #include "fexora/platform/text/Text.h"
 
 namespace fexora {
@@ -45,7 +46,9 @@ std::string Currency::description() const {
 void Currency::mapping(Map& map) {
   std::string code = code_;
   map.bind("code", code);
-  if (map.isReading()) setCode(std::move(code));
+  if (!map.isReading()) return;
+  makeOneLine(code, limits::kCodeCharacters);
+  setCode(std::move(code));
 }
 
 bool Currency::isEqualTo(const MappableModel& object) const {

@@ -3,7 +3,8 @@
 // The shared catalogue's records live to the end of the process, and their references carry no
 // count, so that copying one costs nothing (see CurrencyManager::currencies for what that means to
 // a host). Two records are equal when their codes are equal and not empty, whichever objects hold
-// them; a record with an empty code equals none, itself included. JSON form: {"code": text}. One
+// them; a record with an empty code equals none, itself included. JSON form: {"code": text}; the
+// code is read as one line of at most limits::kCodeCharacters (see platform/text/OneLine.h). One
 // thread at a time, but any number may read while nobody writes.
 #pragma once
 

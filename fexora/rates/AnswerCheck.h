@@ -18,7 +18,8 @@ struct HeldRates {
 };
 
 // Nothing when the answer may be taken, else why not: one line without a full stop, fit for a
-// person. What it throws counts as a reason. Main thread.
+// person; the rate manager makes it one if it is not (platform/text/OneLine.h). What it throws
+// counts as a reason. Main thread.
 using AnswerCheck =
     std::function<std::optional<std::string>(const Response& answer, const HeldRates& held)>;
 

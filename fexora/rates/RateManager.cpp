@@ -6,6 +6,7 @@
 #include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/network/NetworkManager.h"
 #include "fexora/platform/text/NumberText.h"
+#include "fexora/platform/text/OneLine.h"
 #include "fexora/rates/PairRates.h"
 
 namespace fexora {
@@ -140,6 +141,8 @@ std::optional<ResponseError> RateManager::takeAnswer(const Response& answer,
   std::optional<ResponseError> rejected;
   const bool isDone = guarded(*platform_.log, "Taking new rates", [&] {
     if (auto reason = reasonAgainst(answer)) {
+      // Any check's: it may quote the answer.
+      makeOneLine(*reason);
       platform_.log->write("New rates were not taken: " + *reason);
       rejected.emplace(ResponseError{ResponseError::Kind::implausible, {}, *std::move(reason), 0});
     } else {
@@ -163,7 +166,8 @@ std::optional<std::string> RateManager::reasonAgainst(const Response& answer) co
 }
 
 void RateManager::keep(const Response& answer, RatesAnswer::Origin origin, bool sync) {
-  auto message = answer.serviceMessage();
+  // A host may have made the answer itself.
+  auto message = oneLine(answer.serviceMessage());
   RatesAnswer said{answer.published(), answer.source(), origin};
   filterRatesForLocalCurrencies(answer.rates());
   serviceMessage_ = std::move(message);

@@ -2,6 +2,7 @@
 
 #include "fexora/platform/mapping/Map.h"
 #include "fexora/platform/mapping/Mapper.h"
+#include "fexora/platform/text/OneLine.h"
 
 namespace fexora {
 namespace {
@@ -24,6 +25,9 @@ void Response::mapping(Map& map) {
   map.bind("source", source_);
   map.bind("count", count_);
   map.bind("rates", rates_);
+  if (!map.isReading()) return;
+  makeOneLine(serviceMessage_);
+  makeOneLine(source_);
 }
 
 }  // namespace fexora

@@ -3,8 +3,9 @@
 // JSON form: {"serviceMessage": text, "updated": number, "source": text, "count": number,
 // "rates": [{"code", "rate"}…]}; other keys are ignored. A key that is missing or of another type
 // leaves its field at the initial value; one element of "rates" that is no object leaves the whole
-// list empty. The library uses the message and the rates; the date and the source go into what it
-// says of their age (rates/Freshness.h).
+// list empty. Each of the two texts is read as one line: see platform/text/OneLine.h. The library
+// uses the message and the rates; the date and the source go into what it says of their age
+// (rates/Freshness.h).
 #pragma once
 
 #include <optional>

@@ -4,6 +4,7 @@
 
 #include "fexora/catalogue/CurrencyManager.h"
 #include "fexora/platform/mapping/Map.h"
+#include "fexora/platform/text/OneLine.h"
 #include "fexora/platform/text/Text.h"
 #include "fexora/records/Transforms.h"
 
@@ -24,6 +25,7 @@ std::size_t USDRate::hashValue() const {
 void USDRate::mapping(Map& map) {
   map.bind("rate", rate_, NumberTransform());
   map.bind("code", code_);
+  if (map.isReading()) makeOneLine(code_, limits::kCodeCharacters);
 }
 
 bool USDRate::isEqualTo(const MappableModel& object) const {

@@ -1,8 +1,11 @@
 // The rate of one currency against the US dollar: the only kind of rate that enters the system.
 //
 // `rate` says how many units of the currency one US dollar buys.
-// JSON form: {"rate": number (a text that holds one is read too), "code": text}.
-// One thread at a time.
+// JSON form: {"rate": number, "code": text}. A text under "rate" is read as a typed amount of the
+// current locale (records/Transforms.h): "0.9" is 0.9 where the decimal mark is the point or the
+// comma, and 0.0, like any text that is no number, where it is another sign (as in Arabic). A code
+// is read as one line of at most limits::kCodeCharacters: see platform/text/OneLine.h. One thread
+// at a time.
 #pragma once
 
 #include <memory>

@@ -1,5 +1,6 @@
 #include "fexora/store/RatesAnswer.h"
 
+#include "fexora/platform/text/OneLine.h"
 #include "fexora/store/StoreKeys.h"
 
 namespace fexora {
@@ -26,7 +27,7 @@ std::string text(const Dictionary& content, std::string_view key) {
 Value RatesAnswer::keptWith(const Date& updated) const {
   Dictionary kept;
   kept.set(kUpdated, updated);
-  kept.set(kSource, source);
+  kept.set(kSource, oneLine(source));
   if (published) kept.set(kPublished, *published);
   kept.set(kOrigin, origin == Origin::file ? kFile : "service");
   return kept;
@@ -40,7 +41,7 @@ std::optional<RatesAnswer> RatesAnswer::from(const Dictionary& content) {
   if (updated == nullptr || same == nullptr || *updated != *same) return std::nullopt;
   RatesAnswer answer;
   if (const Date* published = date(*kept, kPublished)) answer.published = *published;
-  answer.source = text(*kept, kSource);
+  answer.source = oneLine(text(*kept, kSource));
   if (text(*kept, kOrigin) == kFile) answer.origin = Origin::file;
   return answer;
 }

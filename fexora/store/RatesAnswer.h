@@ -17,7 +17,9 @@ struct FEXORA_API RatesAnswer {
   enum class Origin : std::uint8_t { service, file };
 
   std::optional<Date> published;
-  std::string source;  // its own name for itself; empty when it gave none
+  // Its own name for itself, kept and read as one line (platform/text/OneLine.h); empty when it
+  // gave none.
+  std::string source;
   Origin origin = Origin::service;
 
   // Both may throw std::bad_alloc.

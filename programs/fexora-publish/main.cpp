@@ -10,11 +10,11 @@
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/files/AtomicWriter.h"
 #include "fexora/platform/files/ReadFile.h"
+#include "fexora/platform/text/OneLine.h"
 
 #include "programs/fexora-publish/Options.h"
 #include "programs/fexora-publish/Publication.h"
 #include "programs/fexora-publish/Rejection.h"
-#include "programs/shared/OneLine.h"
 #include "programs/shared/Process.h"
 #include "programs/sources/Source.h"
 
@@ -79,7 +79,7 @@ void publish(const Options& options) {
 }
 
 int fail(Exit exit, std::string_view message) {
-  std::fprintf(stderr, "fexora-publish: %s\n", program::oneLine(message).c_str());
+  std::fprintf(stderr, "fexora-publish: %s\n", oneLine(message).c_str());
   return static_cast<int>(exit);
 }
 

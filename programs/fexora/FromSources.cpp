@@ -12,7 +12,6 @@
 #include "programs/fexora/Progress.h"
 #include "programs/fexora/Refresh.h"
 #include "programs/shared/Failure.h"
-#include "programs/shared/OneLine.h"
 #include "programs/sources/SourcesModule.h"
 
 namespace fexora::program {

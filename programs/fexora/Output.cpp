@@ -4,8 +4,9 @@
 #include <cstdio>
 #include <cstring>
 
+#include "fexora/platform/text/OneLine.h"
+
 #include "programs/shared/JsonText.h"
-#include "programs/shared/OneLine.h"
 
 namespace fexora::program {
 namespace {

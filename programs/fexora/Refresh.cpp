@@ -9,13 +9,13 @@
 #include <vector>
 
 #include "fexora/platform/network/ShownAddress.h"
+#include "fexora/platform/text/OneLine.h"
 
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/FromSources.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Progress.h"
 #include "programs/shared/Currencies.h"
-#include "programs/shared/OneLine.h"
 #include "programs/shared/RatesRequest.h"
 
 namespace fexora::program {
@@ -91,9 +91,9 @@ void printRefresh(const CommandLine& line, std::size_t count) {
     json.key("updated").stringOrNull(ratesDate().updated).endObject();
     return printLine(json.text());
   }
-  const std::string from = line.from.empty() ? "the service" : oneLine(fresh.source);
+  const std::string from = line.from.empty() ? "the service" : fresh.source;
   printLine(std::to_string(count) + " rates from " + from + ": " + ratesLine());
-  if (!message.empty()) printLine("the service says: " + oneLine(message));
+  if (!message.empty()) printLine("the service says: " + message);
 }
 
 }  // namespace

@@ -36,6 +36,10 @@ inline constexpr int kFractionDigits = 340;
 // Locales whose number formats are kept at one time.
 inline constexpr std::size_t kKeptLocales = 32;
 
+// Text from outside, in code points: a line for people, and a currency's code.
+inline constexpr std::size_t kLineCharacters = 500;
+inline constexpr std::size_t kCodeCharacters = 64;
+
 // The rates service.
 inline constexpr double kConnectSeconds = 10.0;
 inline constexpr double kRequestSeconds = 30.0;

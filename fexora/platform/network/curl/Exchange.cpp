@@ -7,6 +7,7 @@
 
 #include "fexora/platform/base/Environment.h"
 #include "fexora/platform/network/ShownAddress.h"
+#include "fexora/platform/text/OneLine.h"
 
 namespace fexora {
 namespace {
@@ -15,19 +16,10 @@ constexpr const char* kUserAgent = "fexora/" FEXORA_VERSION;
 constexpr const char* kProtocols = "http,https";
 constexpr long kOk = 200;
 constexpr long kNotModified = 304;
-constexpr std::size_t kShownBytes = 200;
+constexpr std::size_t kShownCharacters = 200;
 
 bool isRedirect(long status) {
   return status >= 300 && status < 400 && status != kNotModified;
-}
-
-// Text from outside on its way into one line for people; what is not printable ASCII is hidden.
-std::string oneLine(std::string_view text) {
-  std::string line(text.substr(0, kShownBytes));
-  std::replace_if(
-      line.begin(), line.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
-  if (text.size() > kShownBytes) line.append("...");
-  return line;
 }
 
 long milliseconds(double seconds) {
@@ -243,9 +235,9 @@ NetOutcome Exchange::statusFailure(std::string_view detail) const {
 
 NetOutcome Exchange::fail(ResponseError::Kind kind, std::string_view detail) const {
   std::string address = shownAddress(request_.address);
-  std::string message = oneLine(address) + ": " + text(kind);
+  std::string message = oneLine(address, kShownCharacters) + ": " + text(kind);
   if (kind == ResponseError::Kind::httpStatus) message.append(" ").append(std::to_string(status()));
-  if (!detail.empty()) message += ": " + oneLine(shownAddress(detail));
+  if (!detail.empty()) message += ": " + oneLine(shownAddress(detail), kShownCharacters);
   return {{}, ResponseError{kind, std::move(address), std::move(message), 0}};
 }
 
