@@ -1,5 +1,6 @@
 #include "fexora/catalogue/CurrencyManager.h"
 
+#include <algorithm>
 #include <optional>
 #include <span>
 #include <utility>
@@ -15,6 +16,9 @@ namespace fexora {
 namespace {
 
 constexpr std::string_view kLookUp = "Looking a currency up";
+// To how small a part of its bytes a text can come in the canonical form: the sign for the kelvin,
+// of three bytes, is a K there.
+constexpr std::size_t kMostShrinking = 3;
 
 std::string canonicalCode(Text& text, std::string_view code) {
   return isAscii(code) ? std::string(code) : text.canonical(code);
@@ -108,15 +112,20 @@ void CurrencyManager::indexCodes() const {
   if (indexIsCurrent()) return;
   const std::uint64_t changes = codeChanges_.load(std::memory_order_acquire);
   std::unordered_map<std::string, std::uint32_t> places;
+  std::size_t longest = 0;
   for (std::uint32_t place = 0; place < _currencies.size(); ++place) {
-    places.try_emplace(canonicalCode(*platform_.text, _currencies[place]->code()), place);
+    std::string code = canonicalCode(*platform_.text, _currencies[place]->code());
+    longest = std::max(longest, code.size());
+    places.try_emplace(std::move(code), place);
   }
   places_ = std::move(places);
+  longestCode_ = longest;
   indexedChanges_.store(changes, std::memory_order_release);
 }
 
 std::uint32_t CurrencyManager::placeOfCode(std::string_view code) const {
   if (!indexIsCurrent()) indexCodes();
+  if (code.size() > kMostShrinking * longestCode_) return kNoPlace;
   const auto at = places_.find(canonicalCode(*platform_.text, code));
   return at != places_.end() ? at->second : kNoPlace;
 }

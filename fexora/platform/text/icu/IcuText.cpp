@@ -68,6 +68,33 @@ void appendBare(icu::UnicodeString& out, UChar32 letter) {
   out.append(letter);
 }
 
+// Marks on one letter, which each normal form puts in order by swapping them: the work is quadratic
+// in a run of them. No writing has so many (Unicode Standard Annex 15, "Stream-Safe Text Format").
+constexpr int kMarksOfALetter = 30;
+constexpr UChar32 kGraphemeJoiner = 0x034F;  // parts marks that would change places
+
+enum class Rest { parted, dropped };
+
+// A text whose runs of what `form` may join to a letter before are no longer than that; what comes
+// after is parted from it, or dropped.
+icu::UnicodeString inShortRuns(std::string_view text, const icu::Normalizer2& form, Rest rest) {
+  auto whole = icu::UnicodeString::fromUTF8(piece(text));
+  if (whole.length() <= kMarksOfALetter) return whole;
+  icu::UnicodeString out;
+  int run = 0;
+  for (std::int32_t at = 0; at < whole.length(); at = whole.moveIndex32(at, 1)) {
+    const UChar32 letter = whole.char32At(at);
+    run = form.hasBoundaryBefore(letter) != 0 ? 0 : run + 1;
+    if (run > kMarksOfALetter) {
+      if (rest == Rest::dropped) continue;
+      out.append(kGraphemeJoiner);
+      run = 1;
+    }
+    out.append(letter);
+  }
+  return out;
+}
+
 std::string shownRegion(const std::string& region, const icu::Locale& language,
                         UDisplayContext length) {
   const std::unique_ptr<icu::LocaleDisplayNames> names(
@@ -102,7 +129,7 @@ std::string IcuText::folded(std::string_view text) {
   const auto* const decompose = icu::Normalizer2::getNFDInstance(error);
   const auto* const compose = icu::Normalizer2::getNFCInstance(error);
   if (U_FAILURE(error) != 0) return lowercased(text);
-  const auto plain = icu::UnicodeString::fromUTF8(piece(text));
+  const auto plain = inShortRuns(text, *fold, Rest::dropped);
   const icu::UnicodeString marked = decompose->normalize(fold->normalize(plain, error), error);
   icu::UnicodeString bare;
   for (std::int32_t at = 0; at < marked.length(); at = marked.moveIndex32(at, 1)) {
@@ -118,7 +145,7 @@ std::string IcuText::canonical(std::string_view text) {
   const icu::Normalizer2* const nfd = icu::Normalizer2::getNFDInstance(error);
   if (U_FAILURE(error) != 0) return std::string(text);
   std::string out;
-  nfd->normalize(icu::UnicodeString::fromUTF8(piece(text)), error).toUTF8String(out);
+  nfd->normalize(inShortRuns(text, *nfd, Rest::parted), error).toUTF8String(out);
   return U_SUCCESS(error) != 0 ? out : std::string(text);
 }
 
