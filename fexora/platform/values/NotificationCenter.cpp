@@ -1,6 +1,7 @@
 #include "fexora/platform/values/NotificationCenter.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "fexora/platform/base/Guarded.h"
@@ -10,30 +11,25 @@ namespace fexora {
 
 struct NotificationCenter::Observers {
   struct Observer {
-    std::uint64_t id;
     std::string name;
     std::shared_ptr<std::function<void()>> function;
   };
+  using ById = std::map<std::uint64_t, Observer>;
 
-  // The first observer of `name` with an id above `after` and up to `last`; they stand by id.
-  const Observer* next(std::string_view name, std::uint64_t after, std::uint64_t last) const {
-    const auto at = std::find_if(list.begin(), list.end(), [&](const Observer& observer) {
-      return observer.id > after && observer.id <= last && observer.name == name;
+  // The first observer of `name` with an id above `after` and up to `last`; at the end when there
+  // is none.
+  ById::const_iterator next(std::string_view name, std::uint64_t after, std::uint64_t last) const {
+    const auto end = byId.upper_bound(last);
+    const auto at = std::find_if(byId.upper_bound(after), end, [&](const auto& observer) {
+      return observer.second.name == name;
     });
-    return at != list.end() ? &*at : nullptr;
+    return at != end ? at : byId.end();
   }
 
-  // Hands the function out, whose end may change the list again.
-  std::shared_ptr<std::function<void()>> remove(std::uint64_t id) noexcept {
-    const auto at = std::find_if(list.begin(), list.end(),
-                                 [id](const Observer& observer) { return observer.id == id; });
-    if (at == list.end()) return nullptr;
-    auto function = std::move(at->function);
-    list.erase(at);
-    return function;
-  }
+  // Hands the observer out, whose function's end may change the list again.
+  ById::node_type remove(std::uint64_t id) noexcept { return byId.extract(id); }
 
-  std::vector<Observer> list;
+  ById byId;
   std::uint64_t lastId = 0;
 };
 
@@ -52,7 +48,8 @@ NotificationCenter::Token& NotificationCenter::Token::operator=(Token other) noe
 NotificationCenter::Token::~Token() {
   const auto observers = observers_.lock();
   // Dies last, when nothing is looked at any more: it may own the owner of a token, this one's too.
-  const auto function = observers != nullptr ? observers->remove(id_) : nullptr;
+  const auto observer =
+      observers != nullptr ? observers->remove(id_) : Observers::ById::node_type();
 }
 
 NotificationCenter::NotificationCenter() : observers_(std::make_shared<Observers>()) {}
@@ -66,8 +63,9 @@ NotificationCenter& NotificationCenter::defaultCenter() {
 NotificationCenter::Token NotificationCenter::addObserver(std::string_view name,
                                                           std::function<void()> function) {
   const std::uint64_t id = ++observers_->lastId;
-  observers_->list.push_back(
-      {id, std::string(name), std::make_shared<std::function<void()>>(std::move(function))});
+  observers_->byId.try_emplace(
+      id, Observers::Observer{std::string(name),
+                              std::make_shared<std::function<void()>>(std::move(function))});
   return {observers_, id};
 }
 
@@ -76,10 +74,12 @@ void NotificationCenter::postNotification(std::string_view name) {
   const std::uint64_t last = observers->lastId;
   // Looked up anew after each call, which may have ended any observation; no list is made, so that
   // a post needs no memory.
-  for (std::uint64_t id = 0; const auto* observer = observers->next(name, id, last);) {
-    id = observer->id;
-    const auto function = observer->function;  // an observer may end its own observation
+  auto at = observers->next(name, 0, last);
+  while (at != observers->byId.end()) {
+    const std::uint64_t id = at->first;
+    const auto function = at->second.function;  // an observer may end its own observation
     if (*function) quietly(Log::process(), "An observer of a notification", *function);
+    at = observers->next(name, id, last);
   }
 }
 

@@ -8,13 +8,14 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "fexora/platform/base/Export.h"
 
 namespace fexora {
 
-// Posted after the store has taken over what the other process saved.
+// Posted when a store has looked at its changed folder: by then it has taken over what the file
+// held, be it the other process's save or, after a deferred one, its own; where the file could not
+// be read it has what it had.
 inline constexpr const char* fileWatcherUpdate = "FileWatcherUpdate";
 
 class FEXORA_API NotificationCenter {
