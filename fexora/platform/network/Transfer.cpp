@@ -9,18 +9,25 @@ Transfer::Progress Transfer::Counts::progress() const noexcept {
   return {received_, total > 0 ? std::optional(total) : std::nullopt};
 }
 
+void Transfer::Counts::cancel() {
+  std::function<void()> ending;
+  {
+    const std::lock_guard lock(mutex_);
+    isCancelled_ = true;
+    ending.swap(ending_);
+  }
+  if (ending) ending();
+}
+
+void Transfer::Counts::setEnding(std::function<void()> ending) {
+  {
+    const std::lock_guard lock(mutex_);
+    if (!isCancelled_) return ending_.swap(ending);
+  }
+  ending();
+}
+
 Transfer::Transfer(Told told) : told_(std::move(told)) {}
-
-void Transfer::cancel() {
-  if (isCancelled()) return;
-  counts_->cancel();
-  if (const auto ending = std::exchange(ending_, {})) ending();
-}
-
-void Transfer::setEnding(std::function<void()> ending) {
-  if (isCancelled()) return ending();
-  ending_ = std::move(ending);
-}
 
 void Transfer::tell() {
   const Progress now = progress();

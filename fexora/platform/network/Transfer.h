@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 
 #include "fexora/platform/base/Export.h"
@@ -36,26 +37,29 @@ class FEXORA_API Transfer {
       total_ = total;
     }
     Progress progress() const noexcept;
-    void cancel() noexcept { isCancelled_ = true; }
+    // As Transfer::cancel().
+    void cancel();
     bool isCancelled() const noexcept { return isCancelled_; }
+    // What to call at the first cancel(), on the thread of that; at once if that has been.
+    void setEnding(std::function<void()> ending);
 
    private:
     std::atomic<std::uint64_t> received_ = 0;
     std::atomic<std::uint64_t> total_ = 0;
     std::atomic<bool> isCancelled_ = false;
+    std::mutex mutex_;
+    std::function<void()> ending_;  // under mutex_
   };
 
   explicit Transfer(Told told = {});
 
   // Ends the request. Nothing after its completion, nor when called again.
-  void cancel();
+  void cancel() { counts_->cancel(); }
   bool isCancelled() const noexcept { return counts_->isCancelled(); }
   Progress progress() const noexcept { return counts_->progress(); }
 
-  // For transports: what they count in, what to call at cancel() (once, or at once if that has
-  // been), whether anybody wants to be told, and the moment to do it.
+  // For transports: what they count in, whether anybody wants to be told, and the moment to do it.
   const std::shared_ptr<Counts>& counts() const noexcept { return counts_; }
-  void setEnding(std::function<void()> ending);
   bool isTold() const noexcept { return told_ != nullptr; }
   void tell();
 
@@ -63,7 +67,6 @@ class FEXORA_API Transfer {
   std::shared_ptr<Counts> counts_ = std::make_shared<Counts>();
   Told told_;
   Progress last_;
-  std::function<void()> ending_;
 };
 
 }  // namespace fexora

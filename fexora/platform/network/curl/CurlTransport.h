@@ -57,7 +57,7 @@ class CurlTransport final : public Transport {
   std::shared_ptr<Pending> pending_ = std::make_shared<Pending>();
   std::uint64_t lastId_ = 0;
   RunLoop& loop_;
-  std::shared_ptr<NetWorker> worker_;  // null once stopped
+  std::unique_ptr<NetWorker> worker_;  // null once stopped
 };
 
 }  // namespace fexora

@@ -24,7 +24,7 @@ std::unique_ptr<NetWorker> NetWorker::start(Log& log, Files& files, NetOptions o
                                             Finished finished) {
   std::unique_ptr<NetWorker> worker(
       new NetWorker(log, files, std::move(options), std::move(finished)));
-  if (worker->multi_ == nullptr || worker->wake_.descriptor() < 0) return nullptr;
+  if (worker->multi_ == nullptr || worker->wake_->descriptor() < 0) return nullptr;
   if (!worker->thread_.start([self = worker.get()] { self->run(); })) return nullptr;
   return worker;
 }
@@ -41,7 +41,7 @@ NetWorker::~NetWorker() {
     const std::lock_guard lock(mutex_);
     stopping_ = true;
   }
-  wake_.wake();
+  wake_->wake();
   thread_.join();
 }
 
@@ -50,7 +50,7 @@ void NetWorker::send(Exchange::Request request) {
     const std::lock_guard lock(mutex_);
     waiting_.push_back(std::move(request));
   }
-  wake_.wake();
+  wake_->wake();
 }
 
 void NetWorker::run() {
@@ -60,9 +60,9 @@ void NetWorker::run() {
     int running = 0;
     curl_multi_perform(multi_.get(), &running);
     endDone();
-    curl_waitfd wake{wake_.descriptor(), CURL_WAIT_POLLIN, 0};
+    curl_waitfd wake{wake_->descriptor(), CURL_WAIT_POLLIN, 0};
     curl_multi_poll(multi_.get(), &wake, 1, kPollMilliseconds, nullptr);
-    wake_.clear();
+    wake_->clear();
   }
   for (const auto& [handle, exchange] : running_) curl_multi_remove_handle(multi_.get(), handle);
   running_.clear();

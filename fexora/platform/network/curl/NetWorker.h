@@ -36,8 +36,8 @@ class NetWorker {
 
   // Any thread.
   void send(Exchange::Request request);
-  // Looks for requests that were cancelled. Any thread.
-  void endCancelled() const noexcept { wake_.wake(); }
+  // Makes it look for requests that were cancelled; may outlive it. Any thread.
+  const std::shared_ptr<const WakeUp>& wake() const noexcept { return wake_; }
 
  private:
   struct Cleanup {
@@ -60,7 +60,8 @@ class NetWorker {
   Log& log_;
   const NetOptions options_;
   const Finished finished_;
-  const WakeUp wake_;  // libcurl's own may be missing or fail without a word
+  const std::shared_ptr<const WakeUp> wake_ =
+      std::make_shared<const WakeUp>();  // libcurl's own may be missing or fail without a word
   std::unique_ptr<CURLM, Cleanup> multi_;
 
   std::mutex mutex_;
