@@ -1,6 +1,7 @@
 // A run loop on poll(2), for hosts without a toolkit: the library then needs no GLib.
 #pragma once
 
+#include <deque>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -28,11 +29,12 @@ class PollLoop final : public fexora::RunLoop {
 
   void wait();
   void runPosted();
+  Function takePosted();
   void runDue();
 
   int wake_;  // an eventfd that post() writes
   std::mutex mutex_;
-  std::vector<Function> posted_;  // under mutex_
+  std::deque<Function> posted_;  // under mutex_
   std::multimap<double, std::shared_ptr<OneShot>> timers_;
   std::map<int, std::shared_ptr<Function>> watches_;
 };

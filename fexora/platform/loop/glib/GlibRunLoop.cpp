@@ -112,7 +112,6 @@ GlibRunLoop::GlibRunLoop() {
   GSource* source = nullptr;
   if (wake_.descriptor() >= 0) {
     source = newSource([this] {
-      wake_.clear();
       runPosted();
       return true;
     });
@@ -145,10 +144,8 @@ std::shared_ptr<Timer> GlibRunLoop::scheduleTimer(double seconds, Function funct
 }
 
 void GlibRunLoop::post(Function function) {
-  {
-    const std::lock_guard lock(mutex_);
-    posted_.push_back(std::move(function));
-  }
+  const std::lock_guard lock(mutex_);
+  posted_.push_back(std::move(function));
   // Other threads call nothing of GLib.
   wake_.wake();
 }
@@ -156,12 +153,12 @@ void GlibRunLoop::post(Function function) {
 void GlibRunLoop::runPosted() {
   // One by one, so that a loop run inside of one has all others at hand; what they post is left to
   // the next round, so that other sources have their turn.
-  for (std::size_t left = postedCount(); left > 0; --left) {
+  std::size_t left = postedCount();
+  do {
     const Function function = takePosted();
     if (!function) return;
     call(function);
-  }
-  if (postedCount() > 0) wake_.wake();
+  } while (left-- > 1);
 }
 
 std::size_t GlibRunLoop::postedCount() {
@@ -169,12 +166,16 @@ std::size_t GlibRunLoop::postedCount() {
   return posted_.size();
 }
 
-// Empty when there is none: a loop inside of one may have run the rest.
+// Empty when there is none: a loop inside of one may have run the rest. The wake-up lasts until the
+// last one is taken.
 RunLoop::Function GlibRunLoop::takePosted() {
   const std::lock_guard lock(mutex_);
-  if (posted_.empty()) return {};
-  Function function = std::move(posted_.front());
-  posted_.pop_front();
+  Function function;
+  if (!posted_.empty()) {
+    function = std::move(posted_.front());
+    posted_.pop_front();
+  }
+  if (posted_.empty()) wake_.clear();
   return function;
 }
 

@@ -28,7 +28,7 @@ class GlibRunLoop final : public RunLoop {
 
   std::mutex mutex_;
   std::deque<Function> posted_;  // under mutex_
-  const WakeUp wake_;            // what other threads reach the loop by
+  const WakeUp wake_;            // readable while there are any, for whichever loop waits
 };
 
 }  // namespace fexora
