@@ -42,6 +42,7 @@ StoreFile::~StoreFile() = default;
 void StoreFile::forget() noexcept {
   state_ = State::usable;
   known_ = {};
+  codec_.reset();
 }
 
 DictionaryCodec& StoreFile::codec() {
@@ -93,20 +94,21 @@ StoreFile::Saving StoreFile::save(const std::string& path, const Dictionary& con
 // The problem, or nothing when the file is written.
 std::string StoreFile::replace(const std::string& path, const std::string& failed,
                                const Dictionary& content) {
-  auto encoded = codec().encode(content);
-  if (!encoded.ok()) return failed + encoded.error;
+  const auto encoded = codec().encode(content);
   const auto outcome = replaceFile(*platform_.files, path, encoded.bytes, kFileMode,
                                    [&] { return keepAside(path); });
   if (outcome.error) return failed + outcome.step + ": " + outcome.error.message();
   known_ = outcome.status;
   state_ = State::usable;
-  if (!outcome.doubt) return {};
+  const std::string partly =
+      encoded.ok() ? "" : "The store " + path + " was not saved whole: " + encoded.error;
+  if (!outcome.doubt) return partly;
   std::string doubt = "The store " + path +
                       " is replaced, but may not survive a power cut: " + outcome.doubt.message();
   // Where folders cannot be flushed at all, no save would ever be a success.
   if (!isNoFlushHere(outcome.doubt)) return doubt;
   platform_.log->write(doubt);
-  return {};
+  return partly;
 }
 
 bool StoreFile::isReplaced(const std::string& path) const {

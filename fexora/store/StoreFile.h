@@ -15,7 +15,8 @@ class DictionaryCodec;
 
 // A file that holds no dictionary is kept aside, by a hard link beside it (a copy where there are
 // none), before a save replaces it; of several such the newest limits::kUnreadableCopies stay. One
-// that cannot be opened or read for now is not replaced. Main thread. What takes memory may throw
+// that cannot be opened or read for now is not replaced. A value that no file can hold is not
+// saved: its key keeps what it had in the file. Main thread. What takes memory may throw
 // std::bad_alloc; then the file is whole, the old one or the new.
 class FEXORA_API StoreFile {
  public:
@@ -31,7 +32,7 @@ class FEXORA_API StoreFile {
     std::string problem;  // one line: why a file that is there is not usable
   };
   struct Saving {
-    std::string problem;    // one line; empty when the file is written
+    std::string problem;    // one line; empty when all of it is written
     bool isUnread = false;  // not written, since it can be read again: what it holds comes first
   };
 
@@ -48,8 +49,8 @@ class FEXORA_API StoreFile {
   Reading read(const std::string& path);
   // What was read is not taken: it is not to be replaced, either.
   void distrust() noexcept { state_ = State::inaccessible; }
-  // Looks first at a file that was inaccessible. A problem also when the new file stands, but may
-  // not survive a power cut.
+  // Looks first at a file that was inaccessible. A problem also when the new file stands, but lacks
+  // a value that no file can hold, or may not survive a power cut.
   Saving save(const std::string& path, const Dictionary& content);
   // Whether the file is another one than was last read or written.
   bool isReplaced(const std::string& path) const;

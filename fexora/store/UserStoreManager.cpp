@@ -50,7 +50,7 @@ void UserStoreManager::folderUpdate() {
 
 void UserStoreManager::reload() {
   loadData();
-  platform_.notifications->postNotification(fileWatcherUpdate);
+  tellChanged();
 }
 
 void UserStoreManager::synchronize() {
@@ -92,15 +92,13 @@ void UserStoreManager::setAfterSave(std::function<void()> afterSave) {
   });
 }
 
-// An observer of the reload may end the store, and so may whoever is told of the save.
 void UserStoreManager::save() {
   if (isInMemory()) {
     skipUpdate_ = false;
     return;
   }
   const Dictionary content = ud_;
-  const auto afterSave = afterSave_;
-  Log& log = *platform_.log;
+  const auto afterSave = afterSave_;  // it may set another
   startDisableSkipUpdateTimer();
   StoreFile::Saving saving{kOutOfMemory};
   try {
@@ -109,8 +107,19 @@ void UserStoreManager::save() {
   }
   saveProblem_ = std::move(saving.problem);
   tellSaved();
-  if (saving.isUnread) reload();
-  if (afterSave != nullptr) quietly(log, "A function called after a save", *afterSave);
+  if (saving.isUnread) {
+    loadData();
+    // Not within the save: an observer may end the store and all that is built on it.
+    attempt("Telling of a changed store",
+            [this] { tellHolder_.schedule(*platform_.loop, 0, [this] { tellChanged(); }); });
+  }
+  if (afterSave != nullptr) {
+    quietly(*platform_.log, "A function called after a save", *afterSave);
+  }
+}
+
+void UserStoreManager::tellChanged() {
+  platform_.notifications->postNotification(fileWatcherUpdate);
 }
 
 StoreFile::Saving UserStoreManager::write(const Dictionary& content) {

@@ -10,12 +10,14 @@
 //
 // Nothing here fails towards the caller: what cannot be read leaves the dictionary as it was, what
 // cannot be written leaves the old file whole, and both are logged; so is memory that cannot be
-// had. A file that cannot be read as a dictionary is kept aside, by a hard link beside it (a copy
-// where there are none), before a save replaces it. A file that cannot be opened or read for now
-// (no permission, too many open files, no module for its form) is not replaced: saves fail, until
-// the next change of the folder or, at the latest, the next save finds that it can be read. Such a
-// save fails, too; then the file is loaded, which drops what this process had not saved, and
-// "FileWatcherUpdate" is posted.
+// had. A value that no file can hold (a null value, text with control characters, too large a one)
+// stops no other: the log has "SAVE FAIL", but the file is written, with what it had under that
+// value's key, or without the key. A file that cannot be read as a dictionary is kept aside, by a
+// hard link beside it (a copy where there are none), before a save replaces it. A file that cannot
+// be opened or read for now (no permission, too many open files, no module for its form) is not
+// replaced: saves fail, until the next change of the folder or, at the latest, the next save finds
+// that it can be read. Such a save fails, too; then the file is loaded, which drops what this
+// process had not saved, and "FileWatcherUpdate" is posted by the loop, soon after.
 //
 // "SAVE SUCCESS" in the log means that the save survives a power cut. When only the last step of
 // one failed, flushing the folder, the new file stays, the log has "SAVE FAIL", and the problem
@@ -106,7 +108,8 @@ class FEXORA_API UserStoreManager : public NSObject {
   void setReconcilesAfterSkip(bool reconciles) { reconcilesAfterSkip_ = reconciles; }
 
   // Called after each save, also the timer's: `saveProblem` says how it went. The last function set
-  // counts, an empty one ends it. It may end the store, but saves nothing itself.
+  // counts, an empty one ends it. It comes within the operation that saves: it neither saves nor
+  // ends the store or what is built on it.
   void setAfterSave(std::function<void()> afterSave);
 
   // One line that says why the last save or load went wrong; empty when it went well.
@@ -150,6 +153,7 @@ class FEXORA_API UserStoreManager : public NSObject {
   bool isInMemory() const { return named_ && named_->empty() && fileURL_.empty(); }
   StoreFile::Saving write(const Dictionary& content);
   void tellSaved();
+  void tellChanged();
 
   Platform& platform_;
   const std::optional<std::string> named_;
@@ -161,6 +165,7 @@ class FEXORA_API UserStoreManager : public NSObject {
   // What this store scheduled itself, whatever the two above have been set to.
   TimerHolder syncHolder_;
   TimerHolder skipHolder_;
+  TimerHolder tellHolder_;
   // Each with whether it is found, or found to be none.
   std::string applicationDocumentsDirectory_;
   bool hasFolder_ = false;

@@ -6,7 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "programs/shared/OneLine.h"
+#include "fexora/platform/text/OneLine.h"
+
 #include "programs/shared/ShownNames.h"
 
 namespace fexora::desktop {
@@ -46,7 +47,7 @@ QString shown(double value, std::int64_t digits, bool grouping, Writer write) {
 }  // namespace
 
 QString lineOf(std::string_view text) {
-  return toQt(program::oneLine(text)).simplified();
+  return toQt(oneLine(text)).simplified();
 }
 
 QString nameOf(const Currency& currency) {

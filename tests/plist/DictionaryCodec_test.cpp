@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
 
@@ -23,7 +24,7 @@ std::string written(const Dictionary& dictionary) {
 void expectEncodes(DictionaryCodec& codec, const Dictionary& dictionary) {
   const PlistBytes plain = writePropertyList(dictionary);
   const DictionaryCodec::Encoded encoded = codec.encode(dictionary);
-  EXPECT_EQ(encoded.error, plain.error);
+  EXPECT_EQ(encoded.error, "");
   EXPECT_TRUE(encoded.bytes == plain.bytes);
 }
 
@@ -70,14 +71,37 @@ TEST(DictionaryCodec, AnotherForm_StaysUntilItsValueChanges) {
   expectEncodes(codec, dictionary);
 }
 
-TEST(DictionaryCodec, Unwritable_LeavesTheRestUsable) {
-  // A value that cannot be written fails each time; its neighbours stay usable.
-  DictionaryCodec codec;
-  for (const Value& b : {Value(1), Value(), Value(2)}) {
-    expectEncodes(codec, Dictionary{{"A", Array{1}}, {"B", b}});
+TEST(DictionaryCodec, Unwritable_KeepsWhatTheFileHasAndTheRestIsWritten) {
+  const Value odd[] = {Value(), "\x01", Array{Date(1e300)},
+                       std::string(limits::kStoreFileBytes, 'x')};
+  // Laid out as it is written, and in a form that is read whole.
+  for (const std::string& before :
+       {std::string(), written({{"B", 1}}), replaced(written({{"B", 1}}), "<dict>\n", "<dict>")}) {
+    for (const Value& value : odd) {
+      DictionaryCodec codec;
+      Dictionary kept{{"A", Array{1}}, {"C", "c"}};
+      if (!before.empty()) kept.set("B", *expectDecodes(codec, before).find("B"));
+      Dictionary all = kept;
+      all.set("B", value);
+      const auto encoded = codec.encode(all);
+      EXPECT_TRUE(encoded.bytes == written(kept));
+      EXPECT_TRUE(encoded.error.starts_with("B")) << encoded.error;
+      all.set("\x02", 1);
+      EXPECT_TRUE(codec.encode(all).error.ends_with(", and 1 more"));
+      all.remove("\x02");
+      // Its neighbours are still copied, and it is written once it can be.
+      EXPECT_TRUE(codec.encode(all).bytes == written(kept));
+      all.set("B", 2);
+      expectEncodes(codec, all);
+    }
   }
-  expectEncodes(codec, {});
-  expectEncodes(codec, Dictionary{{"A", Array{1}}, {"B", 2}});
+  // What is there has room before what is new.
+  DictionaryCodec codec;
+  const Value half(std::string(limits::kStoreFileBytes / 2, 'x'));
+  expectEncodes(codec, Dictionary{{"B", half}});
+  const auto encoded = codec.encode(Dictionary{{"A", half}, {"B", half}});
+  EXPECT_TRUE(encoded.error.starts_with("A: a file of")) << encoded.error;
+  EXPECT_TRUE(encoded.bytes == written({{"B", half}}));
 }
 
 TEST(DictionaryCodec, ValuesThatTheFileRounds_AreReadFromTheFile) {

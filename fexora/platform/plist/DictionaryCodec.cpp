@@ -6,18 +6,17 @@
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/LaidOutPlistReader.h"
 #include "fexora/platform/plist/PropertyListReader.h"
-#include "fexora/platform/plist/PropertyListWriter.h"
-#include "fexora/platform/plist/XmlPlistWriter.h"
 
 namespace fexora {
 namespace {
 
-// More top-level keys than this, and a dictionary is written and read whole: the work of telling
-// the keys apart would outgrow what it saves.
+// More top-level keys than this, and a dictionary is written and read anew: the work of telling the
+// keys apart would outgrow what it saves.
 constexpr std::size_t kKeys = 1024;
 
 constexpr std::string_view kOpening = "<dict>\n";
 constexpr std::string_view kClosing = "</dict>\n";
+constexpr std::string_view kEmpty = "<dict/>\n";
 constexpr std::string_view kKeyStart = "\t<key>";
 
 }  // namespace
@@ -26,61 +25,96 @@ std::string_view DictionaryCodec::bytesOf(const Segment& segment) const noexcept
   return std::string_view(file_).substr(segment.begin, segment.size);
 }
 
-DictionaryCodec::Encoded DictionaryCodec::encode(const Dictionary& dictionary) {
+// A file in the making.
+struct DictionaryCodec::Writing {
   std::string file;
+  Dictionary content;
   std::vector<Segment> segments;
-  // The plain writer finds the words for a failure, too.
-  if (!writeSegments(dictionary, file, segments)) return encodeAnew(dictionary);
-  file_ = std::move(file);
-  segments_ = std::move(segments);
-  return {file_, {}, {}};
-}
+  PlistRest rest;     // the end of the file, and what is copied from the last one
+  std::string error;  // of the first value that was not written
+  int errors = 0;
+};
 
-// False when something cannot be written, or is better written whole.
-bool DictionaryCodec::writeSegments(const Dictionary& dictionary, std::string& file,
-                                    std::vector<Segment>& segments) const {
-  if (dictionary.empty() || dictionary.size() > kKeys) return false;
-  file.reserve(file_.size() + file_.size() / 8);
-  file += kXmlPlistHead;
-  file += kOpening;
-  segments.reserve(dictionary.size());
-  std::size_t objects = 1;
-  auto last = segments_.begin();
-  for (const Dictionary::Entry& entry : dictionary) {
-    while (last != segments_.end() && last->key < entry.first) ++last;
-    const bool known = last != segments_.end() && last->key == entry.first;
-    Segment segment{entry.first, entry.second, file.size()};
-    if (!writeSegment(entry, known ? &*last : nullptr, file, segment)) return false;
-    objects += segment.objects;
-    segments.push_back(std::move(segment));
-  }
-  file += kClosing;
-  file += kXmlPlistTail;
-  return objects <= limits::kPropertyListObjects && file.size() <= limits::kStoreFileBytes;
-}
-
-bool DictionaryCodec::writeSegment(const Dictionary::Entry& entry, const Segment* last,
-                                   std::string& file, Segment& out) const {
-  if (last != nullptr && last->value.sameAs(entry.second)) {
-    file += bytesOf(*last);
-    out.objects = last->objects;
-    out.exact = last->exact;
+DictionaryCodec::Encoded DictionaryCodec::encode(const Dictionary& dictionary) {
+  Writing writing;
+  writing.content = dictionary;
+  writing.rest = unchanged(dictionary);
+  writing.file.reserve(file_.size() + file_.size() / 8);
+  writing.file += kXmlPlistHead;
+  writing.file += kOpening;
+  const std::size_t empty = writing.file.size();
+  for (const Dictionary::Entry& entry : dictionary) writeEntry(entry, writing);
+  if (writing.file.size() == empty) {
+    writing.file.replace(empty - kOpening.size(), kOpening.size(), kEmpty);
   } else {
-    XmlPlistWriter writer(file);
-    if (!writer.appendRootEntry(entry)) return false;
-    out.objects = writer.objects();
-    out.exact = writer.isExact();
+    writing.file += kClosing;
   }
-  out.size = file.size() - out.begin;
-  return true;
+  writing.file += kXmlPlistTail;
+  if (writing.errors > 1) {
+    writing.error += ", and " + std::to_string(writing.errors - 1) + " more";
+  }
+  // Of very many keys none is told apart at the next writing.
+  if (dictionary.size() > kKeys) writing.segments.clear();
+  file_ = std::move(writing.file);
+  content_ = std::move(writing.content);
+  segments_ = std::move(writing.segments);
+  return {file_, std::move(writing.error)};
 }
 
-DictionaryCodec::Encoded DictionaryCodec::encodeAnew(const Dictionary& dictionary) {
-  PlistBytes whole = writePropertyList(dictionary);
-  if (!whole.ok()) return {{}, std::move(whole.error), whole.fault};
-  file_ = std::move(whole.bytes);
-  segments_.clear();
-  return {file_, {}, {}};
+// What must have room in the file before anything new has.
+PlistRest DictionaryCodec::unchanged(const Dictionary& dictionary) const noexcept {
+  PlistRest rest{kClosing.size() + kXmlPlistTail.size(), 1};
+  for (const Dictionary::Entry& entry : dictionary) {
+    if (const Segment* const last = segmentOf(entry)) {
+      rest.bytes += last->size;
+      rest.objects += last->objects;
+    }
+  }
+  return rest;
+}
+
+// The segment of an entry whose value is that of the last file.
+const DictionaryCodec::Segment* DictionaryCodec::segmentOf(
+    const Dictionary::Entry& entry) const noexcept {
+  const Segment* const last = segmentOf(entry.first);
+  return last != nullptr && last->value.sameAs(entry.second) ? last : nullptr;
+}
+
+// The entry, else what the last file has for it, else nothing.
+void DictionaryCodec::writeEntry(const Dictionary::Entry& entry, Writing& writing) const {
+  std::string error = writeSegment(entry, segmentOf(entry), writing);
+  if (error.empty()) return;
+  if (writing.errors++ == 0) writing.error = std::move(error);
+  const Value* const last = content_.find(entry.first);
+  if (last != nullptr && writeSegment({entry.first, *last}, nullptr, writing).empty()) {
+    writing.content.set(entry.first, *last);
+  } else {
+    writing.content.remove(entry.first);
+  }
+}
+
+// `same` is the entry in the last file, or null. Answers with the reason when it is not written.
+std::string DictionaryCodec::writeSegment(const Dictionary::Entry& entry, const Segment* same,
+                                          Writing& writing) const {
+  Segment segment{entry.first, entry.second, writing.file.size()};
+  if (same != nullptr) {
+    writing.file += bytesOf(*same);
+    segment.objects = same->objects;
+    segment.exact = same->exact;
+    writing.rest.bytes -= same->size;
+  } else {
+    XmlPlistWriter writer(writing.file, writing.rest);
+    if (!writer.appendRootEntry(entry)) {
+      writing.file.resize(segment.begin);
+      return writer.error();
+    }
+    segment.objects = writer.objects();
+    segment.exact = writer.isExact();
+    writing.rest.objects += segment.objects;
+  }
+  segment.size = writing.file.size() - segment.begin;
+  writing.segments.push_back(std::move(segment));
+  return {};
 }
 
 DictionaryCodec::Decoded DictionaryCodec::decode(std::string bytes) {
@@ -97,6 +131,7 @@ DictionaryCodec::Decoded DictionaryCodec::decode(std::string bytes) {
     if (!result.ok()) return result;
   }
   file_ = std::move(bytes);
+  content_ = result.dictionary;
   segments_ = std::move(segments);
   return result;
 }
@@ -158,12 +193,15 @@ bool DictionaryCodec::readSegment(std::string_view bytes, std::size_t begin, Seg
 // there.
 const DictionaryCodec::Segment* DictionaryCodec::segmentAt(std::string_view rest,
                                                            std::string_view key) const noexcept {
+  const Segment* const last = segmentOf(key);
+  return last != nullptr && last->exact && rest.starts_with(bytesOf(*last)) ? last : nullptr;
+}
+
+const DictionaryCodec::Segment* DictionaryCodec::segmentOf(std::string_view key) const noexcept {
   const auto at =
       std::lower_bound(segments_.begin(), segments_.end(), key,
                        [](const Segment& segment, std::string_view k) { return segment.key < k; });
-  const bool isHere =
-      at != segments_.end() && at->key == key && at->exact && rest.starts_with(bytesOf(*at));
-  return isHere ? &*at : nullptr;
+  return at != segments_.end() && at->key == key ? &*at : nullptr;
 }
 
 }  // namespace fexora

@@ -9,6 +9,9 @@
 // read: these keep their bytes until their value changes. A file with anything that the writer lays
 // out otherwise, or with escapes or data that it met in no earlier file, is read whole.
 //
+// A value that cannot be written stops no other: its key keeps the value that it has in the last
+// file, and is left out where it has none.
+//
 // Holds one copy of the last file. One thread at a time. Only std::bad_alloc is thrown, and leaves
 // the last file the last.
 #pragma once
@@ -20,17 +23,16 @@
 
 #include "fexora/platform/base/Export.h"
 #include "fexora/platform/plist/PlistFault.h"
+#include "fexora/platform/plist/XmlPlistWriter.h"
 #include "fexora/platform/values/Value.h"
 
 namespace fexora {
 
 class FEXORA_API DictionaryCodec {
  public:
-  // A view into the codec, valid until it is next used; or one line that says why there is none.
   struct Encoded {
-    std::string_view bytes;
-    std::string error;
-    PlistFault fault = PlistFault::content;  // when there is an error
+    std::string_view bytes;  // into the codec, valid until it is next used
+    std::string error;       // one line: what is not as it was given, and why; empty when all is
     bool ok() const noexcept { return error.empty(); }
   };
   struct Decoded {
@@ -55,18 +57,22 @@ class FEXORA_API DictionaryCodec {
     bool exact = true;  // reading the bytes gives the value, bit for bit
   };
 
-  bool writeSegments(const Dictionary& dictionary, std::string& file,
-                     std::vector<Segment>& segments) const;
-  bool writeSegment(const Dictionary::Entry& entry, const Segment* last, std::string& file,
-                    Segment& out) const;
-  Encoded encodeAnew(const Dictionary& dictionary);
+  struct Writing;
+
+  void writeEntry(const Dictionary::Entry& entry, Writing& writing) const;
+  std::string writeSegment(const Dictionary::Entry& entry, const Segment* same,
+                           Writing& writing) const;
+  PlistRest unchanged(const Dictionary& dictionary) const noexcept;
+  const Segment* segmentOf(const Dictionary::Entry& entry) const noexcept;
   Decoded decodeAnew(std::string_view bytes);
   bool readSegments(std::string_view bytes, std::vector<Segment>& segments) const;
   bool readSegment(std::string_view bytes, std::size_t begin, Segment& out) const;
   std::string_view bytesOf(const Segment& segment) const noexcept;
   const Segment* segmentAt(std::string_view rest, std::string_view key) const noexcept;
+  const Segment* segmentOf(std::string_view key) const noexcept;
 
   std::string file_;
+  Dictionary content_;             // of the file
   std::vector<Segment> segments_;  // by key, ascending, as they stand in the file
 };
 

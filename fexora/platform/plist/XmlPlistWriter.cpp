@@ -56,8 +56,9 @@ bool XmlPlistWriter::rejectAt(std::string_view place) {
 }
 
 bool XmlPlistWriter::isReadable() {
-  if (out_.size() <= limits::kStoreFileBytes) return true;
-  return reject("a file of " + std::to_string(out_.size()) + " bytes or more, more than the " +
+  const std::size_t bytes = out_.size() + rest_.bytes;
+  if (bytes <= limits::kStoreFileBytes) return true;
+  return reject("a file of " + std::to_string(bytes) + " bytes or more, more than the " +
                 std::to_string(limits::kStoreFileBytes) + " that are read back");
 }
 
@@ -71,7 +72,7 @@ bool XmlPlistWriter::appendRootEntry(const Dictionary::Entry& entry) {
 
 // A value's element with its line's end; `depth` containers are open around it.
 bool XmlPlistWriter::append(const Value& value, std::size_t depth) {
-  if (++objects_ > limits::kPropertyListObjects) return reject("too many objects");
+  if (++objects_ + rest_.objects > limits::kPropertyListObjects) return reject("too many objects");
   // Here, too: copies share their content in memory, but not in the text.
   if (!isReadable()) return false;
   out_.append(depth, '\t');
@@ -177,7 +178,7 @@ bool XmlPlistWriter::appendDictionary(const Dictionary& dictionary, std::size_t 
 
 bool XmlPlistWriter::appendEntry(const Dictionary::Entry& entry, std::size_t depth) {
   out_.append(depth, '\t');
-  const bool done = appendText("key", entry.first) && append(entry.second, depth);
+  const bool done = appendText("key", entry.first) && append(entry.second, depth) && isReadable();
   return done || rejectAt(printableName(entry.first));
 }
 

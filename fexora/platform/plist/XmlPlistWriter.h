@@ -17,18 +17,24 @@ inline constexpr std::string_view kXmlPlistHead =
     "<plist version=\"1.0\">\n";
 inline constexpr std::string_view kXmlPlistTail = "</plist>\n";
 
+// What else the same file will hold: the text must leave room for it.
+struct PlistRest {
+  std::size_t bytes = 0;
+  std::size_t objects = 0;
+};
+
 // Appends to a text of the caller's, which outlives it. Each operation answers false when something
 // cannot be written; the text then ends somewhere in the middle, and error() says what and where.
 // May throw std::bad_alloc.
 class XmlPlistWriter {
  public:
-  explicit XmlPlistWriter(std::string& out) : out_(out) {}
+  explicit XmlPlistWriter(std::string& out, PlistRest rest = {}) : out_(out), rest_(rest) {}
 
   bool appendRoot(const Value& value);
   // An entry of the root dictionary, as appendRoot writes it inside that dictionary's element.
   bool appendRootEntry(const Dictionary::Entry& entry);
 
-  // Whether the text is short enough to be read back.
+  // Whether the text, with the rest, is short enough to be read back.
   bool isReadable();
 
   std::string error() const;
@@ -49,6 +55,7 @@ class XmlPlistWriter {
   bool appendEntry(const Dictionary::Entry& entry, std::size_t depth);
 
   std::string& out_;
+  const PlistRest rest_;
   std::string why_;
   std::string place_;  // the way to what was rejected, built from its end
   std::size_t objects_ = 0;
