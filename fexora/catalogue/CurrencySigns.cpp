@@ -4,6 +4,8 @@
 #include <array>
 #include <string>
 
+#include "fexora/catalogue/CurrencySignsTable.h"
+
 namespace fexora {
 namespace {
 

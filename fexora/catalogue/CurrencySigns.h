@@ -38,9 +38,4 @@ struct SignReading {
 // Nothing for a text that is no sign.
 FEXORA_API std::optional<SignReading> readSign(std::string_view sign, std::string_view locale);
 
-// One line for each: sign, tab, codes parted by blanks; and region, or locale without one, tab,
-// code. A line end before the first. Made by tools/make-signs from ICU's CLDR data.
-extern const std::string_view kCurrencySigns;
-extern const std::string_view kRegionCurrencies;
-
 }  // namespace fexora

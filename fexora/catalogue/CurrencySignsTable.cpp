@@ -1,5 +1,5 @@
 // Made by tools/make-signs from ICU's CLDR data and currency-facts.tsv; change these and run it.
-#include "fexora/catalogue/CurrencySigns.h"
+#include "fexora/catalogue/CurrencySignsTable.h"
 
 namespace fexora {
 

@@ -38,7 +38,7 @@ double roundedToStep(Decimal amount, double step, DecimalRounding mode) {
 
 double roundedFinite(double value, const CurrencyFacts& facts, Rounding mode) {
   const Decimal amount = Decimal::fromDouble(value);
-  if (mode == Rounding::cash && facts.cashStep > 0.0) {
+  if (mode == Rounding::cash && facts.cashStep > 0.0 && std::isfinite(facts.cashStep)) {
     return roundedToStep(amount, facts.cashStep,
                          facts.cashHalfDown ? DecimalRounding::halfDown : DecimalRounding::halfUp);
   }

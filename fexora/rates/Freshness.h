@@ -32,7 +32,8 @@ struct Freshness {
 // The store's rates at `now`. The age counts from the publication, and from the storing where that
 // is not known: rates can then be older than they look. A publication further ahead than the
 // policy's grace is stale: one of two clocks is wrong. Main thread; may throw std::bad_alloc.
-Freshness freshnessOf(const StoreManager& store, const FreshnessPolicy& policy, const Date& now);
+FEXORA_API Freshness freshnessOf(const StoreManager& store, const FreshnessPolicy& policy,
+                                 const Date& now);
 
 // The names of the cases ("fresh"), for files and JSON.
 FEXORA_API const char* text(Freshness::Origin origin) noexcept;

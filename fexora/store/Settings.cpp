@@ -43,7 +43,7 @@ void takeCount(std::int64_t& count, const Dictionary& content, std::string_view 
 
 }  // namespace
 
-CurrencyRef defaultRelativeCurrency() {
+CurrencyRef Settings::defaultRelativeCurrency() {
   constexpr const char* kCode = "USD";
   try {
     return Currency::make(kCode);

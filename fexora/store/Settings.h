@@ -15,16 +15,16 @@ enum class StyleMode : std::int64_t { light = 0, dark = 1 };
 enum class Naming : std::int64_t { names = 0, codes = 1 };
 enum class TodayConversionMode : std::int64_t { linear = 0, rate = 1 };
 
-// Made with the code "USD". Out of memory, one that lives for ever: a store is never without.
-CurrencyRef defaultRelativeCurrency();
-
-struct Settings {
+struct FEXORA_API Settings {
   static constexpr std::int64_t kDefaultFraction = 3;
   static constexpr std::int64_t kDefaultNumberOfCurrencies = 10;
   // What programs offer a person, from 1 on: 0 would read back as the default. Nothing here holds
   // to it.
   static constexpr std::int64_t kMostFraction = 15;
   static constexpr std::int64_t kMostNumberOfCurrencies = 100'000;
+
+  // Made with the code "USD". Out of memory, one that lives for ever, so that there always is one.
+  static CurrencyRef defaultRelativeCurrency();
 
   std::int64_t fraction = kDefaultFraction;
   StyleMode mode = StyleMode::light;

@@ -101,7 +101,7 @@ void StoreManager::setTodayConversionMode(TodayConversionMode mode) {
 }
 void StoreManager::setTodayRelativeCurrency(CurrencyRef currency) {
   change(settings_.todayRelativeCurrency,
-         currency != nullptr ? std::move(currency) : defaultRelativeCurrency());
+         currency != nullptr ? std::move(currency) : Settings::defaultRelativeCurrency());
 }
 
 StoreManager& storeManager() {

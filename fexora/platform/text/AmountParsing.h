@@ -5,6 +5,8 @@
 // parsing, every "," becomes "." or, where the mark is a comma, every "." becomes ",". So neither
 // can group digits, and a text with both is no number (1,234.5). Where the mark is another sign (as
 // in Arabic), "," becomes "." all the same, and only the locale's own mark starts a fraction.
+// The marks of other scripts stay as they are, and may be read for a mark between groups there:
+// U+066B, which never is one, makes 1234 of "١٫٢٣٤" in English. readAmount() rejects those.
 // Beyond that a number is what the locale's decimal style reads from the first to the last sign of
 // the text: Text::parseNumber.
 #pragma once

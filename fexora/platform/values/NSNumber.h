@@ -4,7 +4,7 @@
 // the settings (an integer setting takes an integer only). Reading a number as another kind never
 // fails: see each accessor.
 //
-// Any thread. Nothing here throws.
+// Any thread. Only what takes or gives a text may throw std::bad_alloc; nothing else is thrown.
 #pragma once
 
 #include <concepts>

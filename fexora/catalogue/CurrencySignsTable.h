@@ -1,0 +1,13 @@
+// Made by tools/make-signs from ICU's CLDR data and currency-facts.tsv; change these and run it.
+#pragma once
+
+#include <string_view>
+
+namespace fexora {
+
+// One line for each: sign, tab, codes parted by blanks; and region, or locale without one, tab,
+// code. A line end before the first.
+extern const std::string_view kCurrencySigns;
+extern const std::string_view kRegionCurrencies;
+
+}  // namespace fexora
