@@ -6,8 +6,8 @@
 // only.
 //
 // What finds no memory is not done and said in the log: a setting keeps its new value, which the
-// next save writes; loading leaves what was loaded before; a list or record that was asked for is
-// missing.
+// next save writes; what was not loaded is loaded by the next save, which fails; a list or record
+// that was asked for is missing.
 #pragma once
 
 #include <cstdint>

@@ -1,6 +1,5 @@
 #include "fexora/store/UserStoreManager.h"
 
-#include <new>
 #include <utility>
 
 #include "fexora/platform/files/AtomicWriter.h"
@@ -38,8 +37,7 @@ void UserStoreManager::load() {
   if (found.state == StoreFile::State::missing) synchronize();
 }
 
-void UserStoreManager::takeNothing(Dictionary before) {
-  ud_ = std::move(before);
+void UserStoreManager::distrustFile() {
   file_.distrust();
   loadProblem_ = kOutOfMemory;
 }
@@ -101,10 +99,7 @@ void UserStoreManager::save() {
   const auto afterSave = afterSave_;  // it may set another
   startDisableSkipUpdateTimer();
   StoreFile::Saving saving{kOutOfMemory};
-  try {
-    saving = write(content);
-  } catch (const std::bad_alloc&) {  // NOLINT(bugprone-empty-catch): said like any other problem
-  }
+  attempt("Saving the store", [&] { saving = write(content); });
   saveProblem_ = std::move(saving.problem);
   tellSaved();
   if (saving.isUnread) {
@@ -131,12 +126,7 @@ StoreFile::Saving UserStoreManager::write(const Dictionary& content) {
 void UserStoreManager::tellSaved() {
   log(saveProblem_.empty() ? "SAVE SUCCESS" : "SAVE FAIL");
   // Without a container the reason was said when the container was looked for.
-  if (saveProblem_.empty() || fileURL_.empty()) return;
-  if (saveProblem_ == kOutOfMemory) {
-    logShortage(*platform_.log, "The store ", fileURL_, " was not saved");
-  } else {
-    log(saveProblem_);
-  }
+  if (!saveProblem_.empty() && !fileURL_.empty()) log(saveProblem_);
 }
 
 const std::string& UserStoreManager::applicationDocumentsDirectory() {

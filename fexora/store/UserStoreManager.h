@@ -127,13 +127,11 @@ class FEXORA_API UserStoreManager : public NSObject {
 
   // What loadData() does; may throw std::bad_alloc.
   void load();
-  // Runs the steps of a load, all or none: where there is no memory for one, `ud` is what it was,
-  // and the file counts as one that cannot be read for now. A step that throws has changed nothing
-  // else.
+  // Runs what a load does. Where there is no memory for it, the file counts as one that cannot be
+  // read for now: the next save loads it, and overwrites nothing.
   template <class Steps>
   void loadInSteps(Steps steps) {
-    Dictionary before = ud_;
-    if (!attempt("Loading the store", std::move(steps))) takeNothing(std::move(before));
+    if (!attempt("Loading the store", std::move(steps))) distrustFile();
   }
 
   // Runs an operation; without memory for it the log says so. False then.
@@ -147,7 +145,7 @@ class FEXORA_API UserStoreManager : public NSObject {
   void log(std::string_view line) const { platform_.log->write(line); }
   std::optional<Value> member(std::string_view name) const;
   bool setMember(std::string_view name, const Value& value);
-  void takeNothing(Dictionary before);
+  void distrustFile();
   void reload();
   void save();
   bool isInMemory() const { return named_ && named_->empty() && fileURL_.empty(); }

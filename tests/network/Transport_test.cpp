@@ -18,7 +18,7 @@
 
 #include "tests/network/NameServer.h"
 #include "tests/support/LoopbackServer.h"
-#include "tests/support/VirtualRunLoop.h"
+#include "tests/support/VirtualPlatform.h"
 
 namespace fexora::test {
 namespace {
@@ -27,11 +27,6 @@ using Kind = ResponseError::Kind;
 
 constexpr std::string_view kGood =
     "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n{\"rates\": [{\"code\": \"EUR\", \"rate\": 1}]}";
-
-class NoLog final : public Log {
- public:
-  void write(std::string_view /*line*/) override {}
-};
 
 struct Outcome {
   int completions = 0;
@@ -88,7 +83,7 @@ Outcome TransportTest::ask(const std::string& address, const std::shared_ptr<Tra
   std::shared_ptr<Timer> timer;
   const std::function<void()> tick = [&] {
     ++outcome.ticks;
-    if (isTime()) transfer->cancel();
+    if (isTime()) transfer->counts()->cancel();
     timer = loop.scheduleTimer(0.001, tick);
   };
   timer = loop.scheduleTimer(0.001, tick);

@@ -33,6 +33,11 @@ class RecordingLog final : public Log {
   std::vector<std::string> lines;
 };
 
+class NoLog final : public Log {
+ public:
+  void write(std::string_view /*line*/) override {}
+};
+
 // Calls its watchers when the test says that something was written.
 class VirtualFolderWatch final : public FolderWatch {
  public:

@@ -26,17 +26,12 @@ void logParts(Log& log, std::initializer_list<std::string_view> parts) noexcept 
 
 }  // namespace
 
-void logShortage(Log& log, std::string_view before, std::string_view subject,
-                 std::string_view after) noexcept {
-  logParts(log, {before, subject, after, ": ", kOutOfMemory});
-}
-
 bool callGuarded(Log& log, std::string_view operation, EdgeCall call) {
   try {
     call.run(call.subject);
     return true;
   } catch (const std::bad_alloc&) {
-    logShortage(log, operation);
+    logParts(log, {operation, ": ", kOutOfMemory});
     return false;
   }
 }

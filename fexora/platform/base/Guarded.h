@@ -16,11 +16,6 @@ namespace fexora {
 // The words for it where a reason is kept as text: short enough to be held without an allocation.
 inline constexpr const char* kOutOfMemory = "out of memory";
 
-// One line of at most 512 bytes, "before subject after: out of memory", made without memory of its
-// own.
-FEXORA_API void logShortage(Log& log, std::string_view before, std::string_view subject = {},
-                            std::string_view after = {}) noexcept;
-
 // What the two edges call: a function and what it works on, so that neither needs memory.
 struct EdgeCall {
   template <class Body>

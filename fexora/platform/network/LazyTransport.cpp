@@ -2,7 +2,6 @@
 
 #include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/base/Library.h"
-#include "fexora/platform/network/RetryShortage.h"
 #include "fexora/platform/network/ShownAddress.h"
 #include "fexora/platform/network/WorkerThread.h"
 
@@ -24,6 +23,8 @@ void LazyTransport::follow(const std::string& address, Reader read, Completion c
                            const std::shared_ptr<Transfer>& transfer) {
   Request request{address, read, std::move(complete), transfer};
   if (state_ == State::closed) open();
+  // Where the thread found no memory to tell of its end.
+  if (isLooked_) opened();
   if (state_ == State::opening) {
     waiting_.push_back(std::move(request));
   } else {
@@ -38,7 +39,8 @@ void LazyTransport::open() {
     reason_ = kOutOfMemory;
     lacksMemory_ = !guarded(*host_.log, kOpening,
                             [this] { entry_ = moduleEntry("net", "fexora_net_module", reason_); });
-    retryShortage([this] { host_.loop->post([this] { opened(); }); }, [] { return false; });
+    isLooked_ = true;
+    guarded(*host_.log, kOpening, [this] { host_.loop->post([this] { opened(); }); });
   });
   if (started) {
     state_ = State::opening;
@@ -49,6 +51,7 @@ void LazyTransport::open() {
 }
 
 void LazyTransport::opened() {
+  if (!isLooked_.exchange(false)) return;
   opener().join();
   if (!guarded(*host_.log, kOpening, [this] { useModule(); })) lacksMemory_ = true;
   if (transport_ != nullptr) {
@@ -57,7 +60,9 @@ void LazyTransport::opened() {
     state_ = lacksMemory_ ? State::closed : State::missing;
   }
   // A completion may send the next request, which may open anew.
-  for (const Request& request : std::exchange(waiting_, {})) settle(request);
+  for (const Request& request : std::exchange(waiting_, {})) {
+    guarded(*host_.log, kSending, [&] { send(request); });
+  }
 }
 
 void LazyTransport::useModule() {
@@ -71,14 +76,6 @@ void LazyTransport::useModule() {
 
 void LazyTransport::sayWhy() {
   host_.log->write("No requests can be sent: " + reason_);
-}
-
-// A request that has waited is told in any case, if only that there was no memory for it.
-void LazyTransport::settle(const Request& request) {
-  if (guarded(*host_.log, kSending, [&] { send(request); })) return;
-  guarded(*host_.log, kSending, [&] {
-    request.complete(nullptr, ResponseError{ResponseError::Kind::noTransport, {}, kOutOfMemory, 0});
-  });
 }
 
 // The completion stays the request's when this throws.

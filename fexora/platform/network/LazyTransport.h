@@ -4,10 +4,11 @@
 // milliseconds from memory and far longer from a cold disk; requests wait meanwhile. Where it is
 // missing, each request completes with an error of kind noTransport, and the log says why once.
 // What the machine lacks for the moment (a thread, memory) costs the requests until then such an
-// error, and the next one tries again. A get() that throws std::bad_alloc does not complete; a
-// request that it has taken does.
+// error, and the next one tries again. A request for which there is no memory does not complete:
+// get() throws std::bad_alloc, or later the log says so.
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <string>
@@ -54,7 +55,6 @@ class LazyTransport final : public Transport {
   void opened();
   void useModule();
   void sayWhy();
-  void settle(const Request& request);
   void send(const Request& request);
 
   std::function<Host()> makeHost_;
@@ -67,6 +67,7 @@ class LazyTransport final : public Transport {
   void* entry_ = nullptr;
   std::string reason_;
   bool lacksMemory_ = false;
+  std::atomic<bool> isLooked_ = false;  // it has ended, and nobody has looked at that
 };
 
 }  // namespace fexora

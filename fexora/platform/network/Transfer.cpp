@@ -27,13 +27,13 @@ void Transfer::Counts::setEnding(std::function<void()> ending) {
   ending();
 }
 
-Transfer::Transfer(Told told) : told_(std::move(told)) {}
+Transfer::Transfer(ProgressHandler handler) : handler_(std::move(handler)) {}
 
 void Transfer::tell() {
   const Progress now = progress();
   if (isCancelled() || now.received == 0 || now == last_) return;
   last_ = now;
-  told_(now);
+  handler_(now);
 }
 
 }  // namespace fexora

@@ -25,7 +25,7 @@ class FEXORA_API Transfer {
   // Called on the main thread while an answer comes: not before its first byte, not within
   // kTellSpacing of the last call, not twice with the same, and neither after cancel() nor after
   // the completion. It may cancel, and end the transport.
-  using Told = std::function<void(const Progress&)>;
+  using ProgressHandler = std::function<void(const Progress&)>;
 
   static constexpr double kTellSpacing = 0.25;  // seconds
 
@@ -51,7 +51,7 @@ class FEXORA_API Transfer {
     std::function<void()> ending_;  // under mutex_
   };
 
-  explicit Transfer(Told told = {});
+  explicit Transfer(ProgressHandler handler = {});
 
   // Ends the request. Nothing after its completion, nor when called again.
   void cancel() { counts_->cancel(); }
@@ -60,12 +60,12 @@ class FEXORA_API Transfer {
 
   // For transports: what they count in, whether anybody wants to be told, and the moment to do it.
   const std::shared_ptr<Counts>& counts() const noexcept { return counts_; }
-  bool isTold() const noexcept { return told_ != nullptr; }
+  bool isTold() const noexcept { return handler_ != nullptr; }
   void tell();
 
  private:
   std::shared_ptr<Counts> counts_ = std::make_shared<Counts>();
-  Told told_;
+  ProgressHandler handler_;
   Progress last_;
 };
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <new>
 #include <utility>
 
 #include "fexora/platform/base/Environment.h"
@@ -165,14 +164,12 @@ std::string Exchange::detail(CURLcode code) const {
   return isWhole ? text : curl_easy_strerror(code);
 }
 
-NetOutcome Exchange::outcome(CURLcode code) try {
+NetOutcome Exchange::outcome(CURLcode code) {
   if (code != CURLE_OK || tooLarge_) return failure(code);
   if (!headEnded_) return fail(ResponseError::Kind::noConnection, "the answer broke off");
   if (status() == kOk) return newAnswer();
   if (status() == kNotModified && kept_) return {request_.read(*kept_->document->object()), {}};
   return statusFailure({});
-} catch (const std::bad_alloc&) {
-  return fail(ResponseError::Kind::tooLarge, "there is not enough memory for it");
 }
 
 NetOutcome Exchange::newAnswer() {

@@ -1,12 +1,10 @@
 #include "fexora/platform/network/curl/NetWorker.h"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
 #include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/json/simdjson/JsonDocument.h"
-#include "fexora/platform/network/RetryShortage.h"
 
 namespace fexora {
 namespace {
@@ -129,27 +127,18 @@ void NetWorker::end(CURL* handle, CURLcode code) {
   guarded(log_, "Keeping the service's answer", [&] { keep(*exchange); });
 }
 
-// Whoever waits for an answer is told, if only that there was no memory for it.
 void NetWorker::deliver(std::uint64_t id, NetOutcome outcome) {
-  if (guarded(log_, kRequesting, [&] { finished_(id, std::move(outcome)); })) return;
-  retryShortage([&] { finished_(id, outOfMemory()); }, [this] { return isStopping(); });
-}
-
-bool NetWorker::isStopping() {
-  const std::lock_guard lock(mutex_);
-  return stopping_;
+  guarded(log_, kRequesting, [&] { finished_(id, std::move(outcome)); });
 }
 
 // Only an answer that could stand in for the service's own is asked about.
-std::optional<Revalidation> NetWorker::keptFor(const std::string& address) try {
+std::optional<Revalidation> NetWorker::keptFor(const std::string& address) {
   auto stored = cache_.load(address);
   if (!stored) return std::nullopt;
   auto document = std::make_unique<const JsonDocument>(stored->body);
   if (document->object() == nullptr) return std::nullopt;
   return Revalidation{std::move(stored->etag), std::move(stored->lastModified),
                       std::move(document)};
-} catch (const std::bad_alloc&) {
-  return std::nullopt;
 }
 
 void NetWorker::keep(const Exchange& exchange) {

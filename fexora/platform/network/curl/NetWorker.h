@@ -22,7 +22,8 @@ namespace fexora {
 
 class NetWorker {
  public:
-  // Called on the worker thread, once for each request that ends before the worker is stopped.
+  // Called on the worker thread, once for each request that ends before the worker is stopped; not
+  // where there is no memory for the call, which the log says.
   using Finished = std::function<void(std::uint64_t id, NetOutcome outcome)>;
 
   // Null when the machine gives no thread or descriptor.
@@ -53,7 +54,6 @@ class NetWorker {
   void endDone();
   void end(CURL* handle, CURLcode code);
   void deliver(std::uint64_t id, NetOutcome outcome);
-  bool isStopping();
   std::optional<Revalidation> keptFor(const std::string& address);
   void keep(const Exchange& exchange);
 
