@@ -56,7 +56,7 @@ struct CurrencyFacts {
   std::string_view successor{};
   std::string_view replaced{};
   // By law `units` of this currency became `successorUnits` of the successor: 1.95583 DEM and
-  // 1 EUR. Both 0 where law fixed no one ratio.
+  // 1 EUR. Both 0 where law fixed no single ratio.
   double units = 0.0;
   double successorUnits = 0.0;
   // The last day on which it was legal tender anywhere, as "2001-12-31"; empty when not known.

@@ -11,7 +11,7 @@ namespace fexora {
 
 inline constexpr std::size_t kCurrencyFactsRows = 421;
 
-// One line for each, by code; its cells, parted by tabs, are those that factsOf() in
+// One line for each, by code; its cells, separated by tabs, are those that factsOf() in
 // CurrencyFacts.cpp takes. One text, so that the library need not relocate a pointer for each cell
 // at every start.
 extern const std::string_view kCurrencyFactsTable;

@@ -5,7 +5,7 @@
 
 namespace fexora {
 
-// One line for each: sign, tab, codes parted by blanks; and region, or locale without one, tab,
+// One line for each: sign, tab, codes separated by blanks; and region, or locale without one, tab,
 // code. A line end before the first.
 extern const std::string_view kCurrencySigns;
 extern const std::string_view kRegionCurrencies;

@@ -1,5 +1,5 @@
 // Every pair rate among the currencies in use, derived through the US dollar and kept as one rate
-// a currency.
+// per currency.
 //
 // The sequence is this list, of which nothing is ever stored. Let L be the USD rates whose currency
 // is selected, in their order, and r(X) the rate of entry X. For each entry a of L that is not the

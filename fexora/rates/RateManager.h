@@ -88,7 +88,7 @@ class FEXORA_API RateManager : public NSObject {
   bool loadStoredRates(std::optional<std::vector<CurrencyRef>> forCurrencies = {});
   // Called while the answer to a request of loadRates comes; what it says and when stands in
   // Transfer.h. Counts for requests that are sent from then on; none by default.
-  void setProgress(Transfer::Told told) { progress_ = std::move(told); }
+  void setProgress(Transfer::ProgressHandler handler) { progress_ = std::move(handler); }
   // Ends the requests that are under way, as the end of this manager does. Each changes nothing,
   // whatever has come of it by now, and later calls its complete(false, error) of kind `cancelled`
   // (after the end of this manager none is called). `lastUpdate` stays. Nothing when none is under
@@ -152,10 +152,10 @@ class FEXORA_API RateManager : public NSObject {
   std::string serviceMessage_;
   std::optional<Date> lastUpdate_;
   AnswerCheck check_;
-  Transfer::Told progress_;
+  Transfer::ProgressHandler progress_;
   std::vector<std::weak_ptr<Transfer>> transfers_;
   std::string ratesURL_ = kTrelbyRatesURL;
-  // What a request on its way, or a step after a completion, still finds, or no longer.
+  // Lets a pending request, or a step after a completion, tell whether this manager still exists.
   std::shared_ptr<RateManager*> self_;
 };
 

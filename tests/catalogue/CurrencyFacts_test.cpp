@@ -147,6 +147,8 @@ TEST(MinorUnit, Rounding_IsThatOfTheDecimalThatTheDoublePrintsAs) {
     EXPECT_EQ(rounded(Rounding::down), row.down) << row.code << row.value;
     EXPECT_EQ(rounded(Rounding::cash), row.cash) << row.code << row.value;
   }
+  const CurrencyFacts endless{.cashStep = HUGE_VAL};
+  EXPECT_EQ(roundedToMinorUnit(1.5, endless, Rounding::cash), 1.5);
   const CurrencyFacts& dollar = *currencyFacts("USD");
   EXPECT_FALSE(std::signbit(roundedToMinorUnit(-0.001, dollar, Rounding::halfUp)));
   for (const double odd : {HUGE_VAL, -HUGE_VAL}) {

@@ -1,16 +1,32 @@
 #include "fexora/platform/loop/LazyRunLoop.h"
 
 #include <chrono>
+#include <stdexcept>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "fexora/platform/loop/WakeUp.h"
 
-#include "tests/support/VirtualRunLoop.h"
+#include "examples/poll/PollLoop.h"
+#include "tests/support/VirtualPlatform.h"
 
 namespace fexora {
 namespace {
+
+void readInside(RunLoop& loop) {
+  const WakeUp wake;
+  int readings = 0;
+  const auto watch = loop.watchReadable(wake.descriptor(), [&] {
+    wake.clear();
+    if (++readings > 1) return;
+    wake.wake();
+    loop.runUntil([&] { return readings > 1; });
+  });
+  wake.wake();
+  loop.runUntil([&] { return readings > 1; });
+  EXPECT_EQ(readings, 2);
+}
 
 TEST(LazyRunLoop, OpensItsModuleWhenSomethingIsToBeCalledLater) {
   test::VirtualRunLoop real;
@@ -46,31 +62,28 @@ TEST(LazyRunLoop, WithoutItsModule_CallsNothing) {
   EXPECT_FALSE(called);
 }
 
-// As a modal dialog in a completion does.
+// As a modal dialog in a completion does. The loop of the sample keeps to the same.
 TEST(RunLoop, RunInsideOfAFunction_BringsWhatIsPostedAndReadable) {
-  RunLoop& loop = RunLoop::process();
-  std::string told;
-  bool done = false;
-  loop.post([&] {
-    loop.post([&] { told += 'c'; });
-    loop.runUntil([&] { return told.size() == 2; });
-    done = true;
-  });
-  loop.post([&] { told += 'b'; });
-  loop.runUntil([&] { return done; });
-  EXPECT_EQ(told, "bc");
-
-  const WakeUp wake;
-  int readings = 0;
-  const auto watch = loop.watchReadable(wake.descriptor(), [&] {
-    wake.clear();
-    if (++readings > 1) return;
-    wake.wake();
-    loop.runUntil([&] { return readings > 1; });
-  });
-  wake.wake();
-  loop.runUntil([&] { return readings > 1; });
-  EXPECT_EQ(readings, 2);
+  PollLoop poll;
+  for (RunLoop* const loop : {&RunLoop::process(), static_cast<RunLoop*>(&poll)}) {
+    std::string told;
+    bool done = false;
+    loop->post([&] {
+      loop->runUntil([&] { return told == "b"; });
+      loop->post([&] { told += 'c'; });
+      loop->runUntil([&] { return told == "bc"; });
+      done = true;
+    });
+    test::RecordingLog log;
+    Log* const before = std::exchange(Platform::process().log, &log);
+    loop->post([] { throw std::runtime_error("thrown on purpose"); });
+    loop->post([&] { told += 'b'; });
+    loop->runUntil([&] { return done; });
+    Platform::process().log = before;
+    EXPECT_EQ(told, "bc");
+    EXPECT_EQ(log.count("threw: thrown on purpose"), 1);
+    readInside(*loop);
+  }
 }
 
 }  // namespace

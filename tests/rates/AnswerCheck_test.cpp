@@ -115,12 +115,14 @@ TEST(AnswerCheckTest, WhatIsHeldStays_AndTheCompletionLearnsWhy) {
   EXPECT_EQ(told, (std::vector<std::string>{"taken", "there are none"}));
   EXPECT_EQ(store.ud(), before);
   EXPECT_EQ(rates.serviceMessage(), "hello");
-  const auto kept = std::make_shared<std::string>("no more than this");
+  const auto kept = std::make_shared<std::string>("no more\nSAVE SUCCESS");
   rates.setAnswerCheck([&rates, kept](const Response&, const HeldRates&) {
     rates.setAnswerCheck({});
     return std::optional(*kept);
   });
-  EXPECT_EQ(rates.takeAnswer(Response(), RatesAnswer::Origin::file, false)->message, *kept);
+  EXPECT_EQ(rates.takeAnswer(Response(), RatesAnswer::Origin::file, false)->message,
+            "no more SAVE SUCCESS");
+  EXPECT_EQ(world.desktop.log.count("SAVE SUCCESS\n"), 0);
   rates.setAnswerCheck([](const Response&, const HeldRates&) -> std::optional<std::string> {
     throw std::runtime_error("broken");
   });
@@ -128,6 +130,16 @@ TEST(AnswerCheckTest, WhatIsHeldStays_AndTheCompletionLearnsWhy) {
   EXPECT_EQ(problem->kind, ResponseError::Kind::implausible);
   EXPECT_EQ(store.ud(), before);
   rates.setAnswerCheck({});
+  // Whatever an answer calls itself: it is kept, and so is all that is saved later.
+  for (const char* source : {"Central\u0001Bank", "\uFFFF", "\xC3"}) {
+    Response answer;
+    answer.setSource(source);
+    answer.setServiceMessage(source);
+    EXPECT_EQ(rates.takeAnswer(answer, RatesAnswer::Origin::file, true), std::nullopt);
+    EXPECT_EQ(store.saveProblem(), "");
+    EXPECT_EQ(rates.serviceMessage(), oneLine(source));
+    EXPECT_EQ(store.ratesAnswer()->source, oneLine(source));
+  }
   load(Dictionary{});
   EXPECT_EQ(told.back(), "taken");
 }

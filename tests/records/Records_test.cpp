@@ -38,6 +38,12 @@ TEST(Currency, JsonForm_IsTheCodeAlone) {
   EXPECT_EQ(read->code(), "GBP");
   EXPECT_EQ(read->id(), 0);
   EXPECT_EQ(Mapper<Currency>::map(Dictionary{{"code", 5}})->code(), "");
+  const std::string code(limits::kCodeCharacters, 'X');
+  for (const std::string& text : {code, code + "X", "E\u202EUR" + code}) {
+    const auto isShort = text == code;
+    EXPECT_EQ(Mapper<Currency>::map(Dictionary{{"code", text}})->code() == text, isShort);
+    EXPECT_EQ(Mapper<USDRate>::map(Dictionary{{"code", text}})->code() == text, isShort);
+  }
   EXPECT_EQ(Mapper<Currency>::map("EUR"), nullptr);
 }
 
@@ -140,6 +146,8 @@ TEST(Response, Reading_TakesWhatHasItsType) {
       {{}, {}},
       {{{"serviceMessage", 5}, {"count", "3"}, {"source", "x"}}, {{"source", "x"}}},
       {{{"updated", 1.5}, {"other", 1}}, {{"updated", 1.5}}},
+      {{{"source", "a\x01"}, {"serviceMessage", "b\nc"}},
+       {{"source", "a "}, {"serviceMessage", "b c"}}},
       {{{"rates", Array{Dictionary{}, "a"}}}, {}},
       {{{"rates", Dictionary{}}}, {}},
       {rates(0.9), rates(0.9)},

@@ -176,6 +176,8 @@ TEST(Faults, OfAStart_WriteNothingOverTheFile) {
         // The next save finds that it can be read: it fails, and the file is loaded.
         world.store->setNumberOfCurrenciesInWidget(7);
         EXPECT_EQ(log.lines, (std::vector<std::string>{"SAVE FAIL", world.store->saveProblem()}));
+        EXPECT_EQ(world.updates, 0) << "an observer may end who saves";
+        world.desktop.loop.advance(0);
         EXPECT_EQ(world.updates, 1);
         EXPECT_EQ(world.store->ud(), world.content());
         EXPECT_EQ(world.store->fraction(), kOld) << "not the default of the rejected start";

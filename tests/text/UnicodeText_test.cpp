@@ -54,6 +54,19 @@ TEST(UnicodeText, Folded_LeavesNoCaseAndNoAccents) {
   for (const auto& [plain, folded] : rows) EXPECT_EQ(text().folded(plain), folded) << plain;
 }
 
+// Sorted into order they would take time by the square of their number.
+TEST(UnicodeText, MarksBeyondThirty_KeepTheirOrder) {
+  const auto marked = [](int count, bool turned) {
+    std::string letter = "a";
+    for (int i = 0; i < count; ++i) letter += (i % 2 == 0) != turned ? "\u0301" : "\u0323";
+    return letter;
+  };
+  EXPECT_EQ(text().canonical(marked(30, false)), text().canonical(marked(30, true)));
+  EXPECT_NE(text().canonical(marked(32, false)), text().canonical(marked(32, true)));
+  EXPECT_EQ(text().folded(marked(100'000, false) + "é" + marked(31, true)), "aea");
+  EXPECT_EQ(text().folded("\u30C8" + marked(40, false).substr(1) + "\u3099"), "ト");
+}
+
 TEST(UnicodeText, RegionNames_AreThoseOfALanguageOrTheRegionsOwn) {
   using Names = std::vector<std::string>;
   EXPECT_EQ(text().regionNames("GB", "en"), (Names{"United Kingdom", "UK"}));

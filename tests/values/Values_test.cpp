@@ -11,6 +11,8 @@
 #include "fexora/platform/values/NotificationCenter.h"
 #include "fexora/platform/values/Value.h"
 
+#include "tests/support/VirtualPlatform.h"
+
 namespace fexora {
 namespace {
 
@@ -68,8 +70,12 @@ TEST(NotificationCenter, ObservationsThatEndEachOther) {
   const auto throws =
       center.addObserver("x", [] { throw std::runtime_error("thrown on purpose"); });
   const auto after = center.addObserver("x", count);
+  test::RecordingLog log;
+  Log* const before = std::exchange(Platform::process().log, &log);
   center.postNotification("x");
+  Platform::process().log = before;
   EXPECT_EQ(calls, 4);
+  EXPECT_EQ(log.count("An observer of a notification threw: thrown on purpose"), 1);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// The file system as the library uses it: one operation a system call, so that a test can make each
-// fail, or play the disk itself.
+// The file system as the library uses it: one operation per system call, so that a test can make
+// each fail, or play the disk itself.
 //
 // An operation never waits for another process, never follows a symbolic link in the last part of a
 // path, and reports failure as an error code (POSIX numbers, std::generic_category). An interrupted

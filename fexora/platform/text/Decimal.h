@@ -19,7 +19,7 @@ enum class DecimalRounding : std::uint8_t { halfEven, halfUp, halfDown, up, down
 class FEXORA_API Decimal {
  public:
   // Digits with an optional minus, point and exponent ("-12.5E+3"); nothing for any other text. An
-  // exponent beyond reason is held to ±10^9.
+  // exponent out of range is clamped to ±10^9.
   static std::optional<Decimal> fromText(std::string_view text);
   // The shortest decimal that reads back to `finite`.
   static Decimal fromDouble(double finite);

@@ -14,7 +14,7 @@ namespace fexora {
 
 class FEXORA_API NumberFormat {
  public:
-  // `fraction` digits after the mark (held to 0 to 15), with signs between groups of digits if
+  // `fraction` digits after the mark (clamped to 0 to 15), with signs between groups of digits if
   // `grouping`: a store's fraction() and seporate(). `rules` outlives it.
   NumberFormat(std::int64_t fraction, bool grouping, Text& rules = Text::process());
 

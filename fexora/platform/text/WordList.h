@@ -1,4 +1,4 @@
-// Words parted by single blanks in one text that lives elsewhere: "AT BE DE". Any thread.
+// Words separated by single blanks in one text that lives elsewhere: "AT BE DE". Any thread.
 #pragma once
 
 #include <cstddef>

@@ -61,7 +61,7 @@ class FEXORA_API Dictionary {
 
  private:
   friend class Value;
-  // A count of references with the entries behind it: one allocation a dictionary.
+  // A count of references with the entries behind it: one allocation per dictionary.
   struct Block;
   class Builder;
 
