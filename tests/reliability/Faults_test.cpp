@@ -222,7 +222,7 @@ TEST(Faults, OfAReload_KeepTheLastContent) {
       });
 }
 
-// An observer of the load that a save makes up for may end the store.
+// An observer of the load that a save makes up for may end the store and what is built on it.
 TEST(Faults, OnceTheFileCanBeRead_ItsObserverMayEndTheStore) {
   World world;
   world.start();
@@ -230,9 +230,14 @@ TEST(Faults, OnceTheFileCanBeRead_ItsObserverMayEndTheStore) {
   world.files.failCall(0, EACCES, true);
   world.desktop.watch.change();
   world.files.heal();
-  const auto end =
-      world.desktop.notifications.addObserver(fileWatcherUpdate, [&world] { world.store.reset(); });
-  world.store->setFraction(kNew + 1);
+  auto rates = std::make_unique<RateManager>(world.desktop.platform, nullptr, world.store.get());
+  const auto end = world.desktop.notifications.addObserver(fileWatcherUpdate, [&] {
+    rates.reset();
+    world.store.reset();
+  });
+  const auto converted = rates->convertAmount(5, Currency::make("EUR"), true);
+  EXPECT_EQ(converted.second->amount().intValue(), 5);
+  world.desktop.loop.advance(0);
   EXPECT_EQ(world.store, nullptr);
   EXPECT_EQ(world.fraction(), kNew);
 }

@@ -8,7 +8,7 @@ namespace fexora {
 namespace {
 
 constexpr std::string_view kCut = "\u2026";
-constexpr char32_t kReplacement = 0xFFFD;
+constexpr char32_t kNoCharacter = 0xFFFD;
 
 bool isWithin(char32_t point, char32_t first, char32_t last) noexcept {
   return point >= first && point <= last;
@@ -20,7 +20,7 @@ char32_t shown(char32_t point) noexcept {
   // Separators and directions; isolates.
   if (isControl || isWithin(point, 0x2028, 0x202E) || isWithin(point, 0x2066, 0x2069)) return ' ';
   const bool isNone = (point & 0xFFFEU) == 0xFFFE || isWithin(point, 0xFDD0, 0xFDEF);
-  return isNone ? kReplacement : point;
+  return isNone ? kNoCharacter : point;
 }
 
 bool isPrintableAscii(std::string_view text) noexcept {

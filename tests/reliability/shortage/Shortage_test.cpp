@@ -140,7 +140,6 @@ TEST(Shortage, InAnyCall_IsNotThrown) {
   const auto currencies = std::vector{euro, pound};
   const std::vector<USDRateRef> rates{USDRate::make(0.5, "EUR"), USDRate::make(2, "GBP")};
   const Value path(kLongText);
-  const std::string longCode(40, 'X');
   const Step calls[] = {
       [](World& world) { world.store->setMode(StyleMode::dark); },
       [](World& world) { world.store->setSeporate(false); },
@@ -166,8 +165,6 @@ TEST(Shortage, InAnyCall_IsNotThrown) {
         world.manager->valueForKey("serviceMessage");
       },
       [](World& world) { const CurrencyManager fresh(world.desktop.platform); },
-      [&](World& world) { world.catalogue->currencyForCode(longCode); },
-      [&](World& world) { world.catalogue->hasCurrency(longCode); },
       [](World& world) { world.catalogue->currenciesForString("eur", 10, {}); },
       [](World& world) {
         FolderMonitor monitor(
