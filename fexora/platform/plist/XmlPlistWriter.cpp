@@ -10,7 +10,7 @@
 namespace fexora {
 namespace {
 
-constexpr std::size_t kPlaceBytes = 200;
+constexpr std::size_t kWhereBytes = 200;
 
 // A carriage return would be read back as a line feed if it stood by itself.
 void appendEscaped(std::string& out, std::string_view text) {
@@ -39,7 +39,7 @@ void appendEscaped(std::string& out, std::string_view text) {
 }  // namespace
 
 std::string XmlPlistWriter::error() const {
-  return (place_.empty() ? "the root" : place_) + ": " + why_;
+  return (where_.empty() ? "the root" : where_) + ": " + why_;
 }
 
 bool XmlPlistWriter::reject(std::string_view why) {
@@ -47,11 +47,11 @@ bool XmlPlistWriter::reject(std::string_view why) {
   return false;
 }
 
-// On the way back out: `place` is put before the places further in.
-bool XmlPlistWriter::rejectAt(std::string_view place) {
-  const bool joined = !place_.empty() && !place_.starts_with('[');
-  place_ = std::string(place).append(joined ? "." : "").append(place_);
-  if (place_.size() > kPlaceBytes) place_.replace(kPlaceBytes, std::string::npos, "...");
+// On the way back out: `where` is put before what stands further in.
+bool XmlPlistWriter::rejectAt(std::string_view where) {
+  const bool joined = !where_.empty() && !where_.starts_with('[');
+  where_ = std::string(where).append(joined ? "." : "").append(where_);
+  if (where_.size() > kWhereBytes) where_.replace(kWhereBytes, std::string::npos, "...");
   return false;
 }
 

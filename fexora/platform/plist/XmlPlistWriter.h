@@ -45,7 +45,7 @@ class XmlPlistWriter {
 
  private:
   bool reject(std::string_view why);
-  bool rejectAt(std::string_view place);
+  bool rejectAt(std::string_view where);
   bool append(const Value& value, std::size_t depth);
   bool appendNumber(const NSNumber& number);
   bool appendText(std::string_view tag, std::string_view text);
@@ -57,7 +57,7 @@ class XmlPlistWriter {
   std::string& out_;
   const PlistRest rest_;
   std::string why_;
-  std::string place_;  // the way to what was rejected, built from its end
+  std::string where_;  // the way to what was rejected, built from its end
   std::size_t objects_ = 0;
   bool exact_ = true;
 };
