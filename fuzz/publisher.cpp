@@ -47,9 +47,10 @@ void publishOne(const std::string& text) {
   publish::checkCount(options, rates);
   const std::string answer = publish::answerText(sources, rates);
   checkAnswer(rates, answer);
+  publish::checkAge(options, sources.front(), kUndated);
   options.maxJump = 0;
-  require(!isRejected([&] { publish::checkJump(options, rates, answer); }),
-          "rates are no jump away from themselves");
+  const auto compare = [&] { publish::checkChange(options, sources, rates, answer, kUndated); };
+  require(rates.size() == 1 || !isRejected(compare), "rates are no jump away from themselves");
   options.maxAge = 1;
   const bool isOld = isRejected([&] { publish::checkAge(options, sources.front(), kUndated); });
   require(!isOld || sources.front().date != kUndated, "rates of today are not too old");

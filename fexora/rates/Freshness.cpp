@@ -53,6 +53,9 @@ Freshness freshnessOf(const StoreManager& store, const FreshnessPolicy& policy, 
   }
   const auto since = found.published ? found.published : found.stored;
   found.state = since ? stateAt(*since, policy, now) : Freshness::State::old;
+  // An answer that does not tell its day may be older than it looks.
+  const bool isUntold = found.origin != Freshness::Origin::none && !found.published;
+  if (isUntold && found.state == Freshness::State::fresh) found.state = Freshness::State::stale;
   return found;
 }
 

@@ -30,7 +30,8 @@ struct Freshness {
 };
 
 // The store's rates at `now`. The age counts from the publication, and from the storing where that
-// is not known: rates can then be older than they look. A publication further ahead than the
+// is not known: rates can then be older than they look; those of an answer that did not tell its
+// day are stale at best. A publication further ahead than the
 // policy's grace is stale: one of two clocks is wrong. Main thread; may throw std::bad_alloc.
 FEXORA_API Freshness freshnessOf(const StoreManager& store, const FreshnessPolicy& policy,
                                  const Date& now);

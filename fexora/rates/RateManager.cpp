@@ -1,5 +1,8 @@
 #include "fexora/rates/RateManager.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "fexora/platform/base/Environment.h"
 #include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/base/Limits.h"
@@ -7,6 +10,8 @@
 #include "fexora/platform/network/NetworkManager.h"
 #include "fexora/platform/text/NumberText.h"
 #include "fexora/platform/text/OneLine.h"
+#include "fexora/rates/BundledRates.h"
+#include "fexora/rates/KnownRates.h"
 #include "fexora/rates/PairRates.h"
 
 namespace fexora {
@@ -18,6 +23,7 @@ std::string defaultRatesURL() {
 namespace {
 
 constexpr std::string_view kLoading = "Loading rates";
+constexpr std::string_view kTaking = "Taking new rates";
 
 const ResponseError& outOfMemory() {
   static const NoDestructor<ResponseError> error(
@@ -139,40 +145,133 @@ void RateManager::request(bool sync, const Completion& complete) {
 std::optional<ResponseError> RateManager::takeAnswer(const Response& answer,
                                                      RatesAnswer::Origin origin, bool sync) {
   std::optional<ResponseError> rejected;
-  const bool isDone = guarded(*platform_.log, "Taking new rates", [&] {
-    if (auto reason = reasonAgainst(answer)) {
-      // Any check's: it may quote the answer.
-      makeOneLine(*reason);
-      platform_.log->write("New rates were not taken: " + *reason);
-      rejected.emplace(ResponseError{ResponseError::Kind::implausible, {}, *std::move(reason), 0});
-    } else {
-      keep(answer, origin, sync);
-    }
+  const bool isDone = guarded(*platform_.log, kTaking, [&] {
+    std::vector<RatesTable> tables(1);
+    tables[0] = {answer.rates(), answer.published(), answer.source(), origin};
+    rejected = take(tables, &answer, sync);
   });
   if (!isDone) return outOfMemory();
   return rejected;
 }
 
-std::optional<std::string> RateManager::reasonAgainst(const Response& answer) const {
-  if (!check_) return std::nullopt;
-  const Date now(platform_.loop->wallSeconds());
-  const HeldRates held{store().loadUSDRates().value_or(USDRates_), freshness({}, now).published,
-                       now};
-  std::optional<std::string> reason = "the check of the rates failed";
-  // A copy, since it may set another one.
-  quietly(*platform_.log, "A check of the rates",
-          [&, check = check_] { reason = check(answer, held); });
-  return reason;
+std::optional<ResponseError> RateManager::takeTables(std::vector<RatesTable> tables, bool sync) {
+  std::optional<ResponseError> rejected;
+  if (tables.empty()) return rejected;
+  const bool isDone =
+      guarded(*platform_.log, kTaking, [&] { rejected = take(tables, nullptr, sync); });
+  if (!isDone) return outOfMemory();
+  return rejected;
 }
 
-void RateManager::keep(const Response& answer, RatesAnswer::Origin origin, bool sync) {
-  // A host may have made the answer itself.
-  auto message = oneLine(answer.serviceMessage());
-  RatesAnswer said{answer.published(), answer.source(), origin};
-  filterRatesForLocalCurrencies(answer.rates());
+std::optional<ResponseError> RateManager::take(std::vector<RatesTable>& tables,
+                                               const Response* answer, bool sync) {
+  verdict_ = {};
+  if (auto reason = lookAt(tables, answer)) {
+    std::string sentence = reason->sentence();
+    // Any check's: it may quote the answer.
+    makeOneLine(sentence);
+    makeOneLine(reason->text);
+    platform_.log->write("New rates were not taken: " + sentence);
+    verdict_ = *std::move(reason);
+    return ResponseError{ResponseError::Kind::implausible, {}, std::move(sentence), 0};
+  }
+  keep(tables, answer != nullptr ? oneLine(answer->serviceMessage()) : std::string(), sync);
+  return std::nullopt;
+}
+
+namespace {
+
+Response answerOf(const RatesTable& table) {
+  Response answer;
+  if (table.published) answer.setUpdated(table.published->secondsSince1970());
+  answer.setSource(table.source);
+  answer.setCount(table.rates.size());
+  answer.setRates(table.rates);
+  return answer;
+}
+
+void leaveOut(std::vector<USDRateRef>& rates, const std::vector<RatesReason>& leftOut) {
+  for (const RatesReason& each : leftOut) {
+    std::erase_if(rates, [&](const USDRateRef& rate) {
+      return rate != nullptr && rate->code() == each.code;
+    });
+  }
+}
+
+void append(std::vector<RatesReason>& all, std::vector<RatesReason>& some) {
+  all.insert(all.end(), std::make_move_iterator(some.begin()), std::make_move_iterator(some.end()));
+}
+
+}  // namespace
+
+// What is left out of a table is no longer in it afterwards.
+std::optional<RatesReason> RateManager::lookAt(std::vector<RatesTable>& tables,
+                                               const Response* answer) {
+  if (!check_) return std::nullopt;
+  HeldRates before = held();
+  for (RatesTable& table : tables) {
+    const bool isFirst = &table == &tables.front();
+    if (auto reason = isFirst ? std::nullopt : contradiction(tables.front(), table)) return reason;
+    AnswerVerdict verdict =
+        isFirst && answer != nullptr ? look(*answer, before) : look(answerOf(table), before);
+    if (verdict.against) return verdict.against;
+    leaveOut(table.rates, verdict.leftOut);
+    append(verdict_.leftOut, verdict.leftOut);
+    append(verdict_.notices, verdict.notices);
+    // What stands beside the first may be as old as it likes.
+    before.published.reset();
+  }
+  return std::nullopt;
+}
+
+AnswerVerdict RateManager::look(const Response& answer, const HeldRates& held) const {
+  AnswerVerdict verdict = RatesReason{RatesReason::Kind::unchecked, {}, 0, 0, {}};
+  // A copy, since it may set another one.
+  quietly(*platform_.log, "A check of the rates",
+          [&, check = check_] { verdict = check(answer, held); });
+  return verdict;
+}
+
+HeldRates RateManager::held() const {
+  HeldRates held{store().loadUSDRates().value_or(USDRates_), freshness().published,
+                 Date(platform_.loop->wallSeconds())};
+  for (RatesTable& table : keptTables(store().ud())) {
+    held.others.push_back({std::move(table.rates), table.published});
+  }
+  held.others.push_back({bundledUSDRates(), bundledRatesDay()});
+  if (auto answer = store().ratesAnswer()) held.doubted = std::move(answer->doubted);
+  return held;
+}
+
+// What is in the store now, as tables. The bundled rates need not be kept.
+std::vector<RatesTable> RateManager::heldTables() const {
+  std::vector<RatesTable> tables = keptTables(store().ud());
+  if (hasBundledRates(store())) return tables;
+  if (auto rates = store().loadUSDRates()) {
+    const auto answer = store().ratesAnswer().value_or(RatesAnswer());
+    tables.push_back({*std::move(rates), answer.published, answer.source, answer.origin});
+  }
+  return tables;
+}
+
+void RateManager::keep(std::vector<RatesTable>& tables, std::string message, bool sync) {
+  std::vector<RatesTable> others = heldTables();
+  others.insert(others.end(), tables.begin() + 1, tables.end());
+  RatesTable& first = tables.front();
+  RatesAnswer said{first.published, first.source, first.origin};
+  for (const RatesReason& each : verdict_.leftOut) {
+    if (first.published) said.doubted.push_back({each.code, each.now, *first.published});
+  }
+  filterRatesForLocalCurrencies(first.rates);
   serviceMessage_ = std::move(message);
-  store().announceRates(std::move(said));
+  store().announceRates(std::move(said), tablesBeside(USDRates_, std::move(others)));
   store().saveUSDRates(USDRates_, sync);
+  // A copy, since it may set another one.
+  for (const RatesTable& table : tables) {
+    quietly(*platform_.log, "Whoever is told of new rates", [&, told = tableTaken_] {
+      if (told) told(table);
+    });
+  }
 }
 
 bool RateManager::loadStoredRates(std::optional<std::vector<CurrencyRef>> forCurrencies) {

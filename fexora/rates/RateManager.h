@@ -63,6 +63,8 @@ class FEXORA_API RateManager : public NSObject {
   // When the current rates were stored, by this process or the other.
   virtual std::optional<Date> updated() const;
 
+  Platform& platform() const { return platform_; }
+
   // Where rates are asked for: kTrelbyRatesURL until another address is set.
   const std::string& ratesURL() const { return ratesURL_; }
   void setRatesURL(std::string address) { ratesURL_ = std::move(address); }
@@ -99,6 +101,16 @@ class FEXORA_API RateManager : public NSObject {
   // taken; else why not, and what was held stays.
   std::optional<ResponseError> takeAnswer(const Response& answer, RatesAnswer::Origin origin,
                                           bool sync);
+  // Takes tables of several sources at once: the first as an answer; the others stay beside it,
+  // each with its own day, for what the first lacks. All or none. With a check, what they
+  // contradict each other on is a reason against them, and each is looked at.
+  std::optional<ResponseError> takeTables(std::vector<RatesTable> tables, bool sync);
+  // What the check said of the last answer that it looked at.
+  const AnswerVerdict& verdict() const { return verdict_; }
+  // Told of each table that was taken, once it is in the store, as it was printed where that is
+  // known: for a host that keeps them. What it throws is said in the log.
+  using TableTaken = std::function<void(const RatesTable& table)>;
+  void setTableTaken(TableTaken told) { tableTaken_ = std::move(told); }
 
   // Looks at every answer before it is taken; may set another check, but not end this manager. One
   // with a reason against it changes nothing: an error of kind `implausible`. None by default.
@@ -138,8 +150,13 @@ class FEXORA_API RateManager : public NSObject {
   void tell(const Completion& complete, bool fromCache, const ResponseError* error) const;
   void request(bool sync, const Completion& complete);
   std::shared_ptr<Transfer> newTransfer();
-  std::optional<std::string> reasonAgainst(const Response& answer) const;
-  void keep(const Response& answer, RatesAnswer::Origin origin, bool sync);
+  HeldRates held() const;
+  AnswerVerdict look(const Response& answer, const HeldRates& held) const;
+  std::optional<RatesReason> lookAt(std::vector<RatesTable>& tables, const Response* answer);
+  std::optional<ResponseError> take(std::vector<RatesTable>& tables, const Response* answer,
+                                    bool sync);
+  void keep(std::vector<RatesTable>& tables, std::string message, bool sync);
+  std::vector<RatesTable> heldTables() const;
   CurrencyManager& catalogue() const;
   StoreManager& store() const;
 
@@ -152,6 +169,8 @@ class FEXORA_API RateManager : public NSObject {
   std::string serviceMessage_;
   std::optional<Date> lastUpdate_;
   AnswerCheck check_;
+  AnswerVerdict verdict_;
+  TableTaken tableTaken_;
   Transfer::ProgressHandler progress_;
   std::vector<std::weak_ptr<Transfer>> transfers_;
   std::string ratesURL_ = kTrelbyRatesURL;

@@ -14,7 +14,9 @@ constexpr double kEndOfMoments = 4'133'980'800;
 }  // namespace
 
 std::optional<Date> Response::published() const {
-  const double seconds = updated().doubleValue();
+  constexpr double kMilliseconds = 1000;
+  double seconds = updated().doubleValue();
+  if (seconds >= kFirstMoment * kMilliseconds) seconds /= kMilliseconds;
   if (!(seconds >= kFirstMoment && seconds < kEndOfMoments)) return std::nullopt;
   return Date(seconds);
 }

@@ -26,8 +26,8 @@ class FEXORA_API Response : public MappableModel {
   virtual void setServiceMessage(std::string message) { serviceMessage_ = std::move(message); }
   virtual NSNumber updated() const { return updated_; }
   virtual void setUpdated(NSNumber updated) { updated_ = updated; }
-  // When the rates were published: `updated` as seconds since 1970, where it can be a time of this
-  // century; nothing for any other number.
+  // When the rates were published: `updated` as seconds since 1970, or as milliseconds, where it
+  // can be a time of this century; nothing for any other number.
   std::optional<Date> published() const;
   virtual const std::string& source() const { return source_; }
   virtual void setSource(std::string source) { source_ = std::move(source); }

@@ -9,14 +9,15 @@ namespace fexora {
 
 void StoreManager::saveUSDRates(const std::vector<USDRateRef>& rates, bool sync) {
   // Taken first: it is said of these rates alone, also where they find no memory.
-  const auto answer = std::exchange(announced_, std::nullopt);
+  const auto said = std::exchange(announced_, std::nullopt);
   attempt("Keeping the rates", [&] {
     Dictionary content = ud();
     content.set(kUDUSDRates, Mapper<USDRate>::toJSONArray(rates));
     const Date now(platform().loop->wallSeconds());
     content.set(kUDUSDRatesUpdated, now);
-    if (answer) {
-      content.set(kUDRatesAnswer, answer->keptWith(now));
+    if (said) {
+      content.set(kUDRatesAnswer, said->answer.keptWith(now));
+      keepTables(content, said->beside);
     } else {
       content.remove(kUDRatesAnswer);
     }
@@ -37,6 +38,28 @@ std::optional<std::vector<USDRateRef>> StoreManager::loadUSDRates() const {
     if (const Value* stored = ud().find(kUDUSDRates)) rates = Mapper<USDRate>::mapArray(*stored);
   });
   return rates;
+}
+
+std::string StoreManager::ratesFrom() const {
+  std::string word;
+  attempt("Reading where rates come from", [&] {
+    const Value* stored = ud().find(kUDRatesFrom);
+    if (stored != nullptr && stored->string() != nullptr) word = *stored->string();
+  });
+  return word;
+}
+
+void StoreManager::setRatesFrom(std::string_view word) {
+  attempt("Keeping where rates come from", [&] {
+    Dictionary content = ud();
+    if (word.empty()) {
+      content.remove(kUDRatesFrom);
+    } else {
+      content.set(kUDRatesFrom, std::string(word));
+    }
+    setUd(std::move(content));
+    synchronize();
+  });
 }
 
 void StoreManager::saveCurrencies(const std::vector<CurrencyRef>& currencies) {

@@ -11,6 +11,8 @@ constexpr std::string_view kPublished = "published";
 constexpr std::string_view kSource = "source";
 constexpr std::string_view kOrigin = "origin";
 constexpr std::string_view kFile = "file";
+constexpr std::string_view kDoubted = "doubted";
+constexpr std::string_view kRate = "rate";
 
 const Date* date(const Dictionary& content, std::string_view key) {
   const Value* value = content.find(key);
@@ -22,6 +24,30 @@ std::string text(const Dictionary& content, std::string_view key) {
   return value != nullptr && value->string() != nullptr ? *value->string() : "";
 }
 
+Value keptDoubts(const std::vector<DoubtedRate>& doubted) {
+  Dictionary kept;
+  for (const DoubtedRate& each : doubted) {
+    kept.set(each.code, Dictionary{{std::string(kRate), each.rate},
+                                   {std::string(kPublished), each.published}});
+  }
+  return kept;
+}
+
+std::vector<DoubtedRate> doubtsFrom(const Dictionary& content) {
+  std::vector<DoubtedRate> doubted;
+  const Value* value = content.find(kDoubted);
+  const Dictionary* kept = value != nullptr ? value->dictionary() : nullptr;
+  if (kept == nullptr) return doubted;
+  for (const auto& [code, each] : *kept) {
+    const Dictionary* entry = each.dictionary();
+    const Value* rate = entry != nullptr ? entry->find(kRate) : nullptr;
+    const Date* published = entry != nullptr ? date(*entry, kPublished) : nullptr;
+    if (rate == nullptr || rate->number() == nullptr || published == nullptr) continue;
+    doubted.push_back({code, rate->number()->doubleValue(), *published});
+  }
+  return doubted;
+}
+
 }  // namespace
 
 Value RatesAnswer::keptWith(const Date& updated) const {
@@ -30,6 +56,7 @@ Value RatesAnswer::keptWith(const Date& updated) const {
   kept.set(kSource, oneLine(source));
   if (published) kept.set(kPublished, *published);
   kept.set(kOrigin, origin == Origin::file ? kFile : "service");
+  if (!doubted.empty()) kept.set(kDoubted, keptDoubts(doubted));
   return kept;
 }
 
@@ -43,6 +70,7 @@ std::optional<RatesAnswer> RatesAnswer::from(const Dictionary& content) {
   if (const Date* published = date(*kept, kPublished)) answer.published = *published;
   answer.source = oneLine(text(*kept, kSource));
   if (text(*kept, kOrigin) == kFile) answer.origin = Origin::file;
+  answer.doubted = doubtsFrom(*kept);
   return answer;
 }
 

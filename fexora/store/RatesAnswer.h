@@ -8,10 +8,18 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "fexora/platform/values/Value.h"
 
 namespace fexora {
+
+// A rate that an answer gave and that was not taken: a later answer that says the same confirms it.
+struct DoubtedRate {
+  std::string code;
+  double rate = 0;
+  Date published;
+};
 
 struct FEXORA_API RatesAnswer {
   enum class Origin : std::uint8_t { service, file };
@@ -21,6 +29,7 @@ struct FEXORA_API RatesAnswer {
   // gave none.
   std::string source;
   Origin origin = Origin::service;
+  std::vector<DoubtedRate> doubted{};
 
   // Both may throw std::bad_alloc.
   Value keptWith(const Date& updated) const;

@@ -11,5 +11,9 @@ inline constexpr std::string_view kUDCurrencies = "UDCurrencies";
 inline constexpr std::string_view kUDSourceCurrency = "UDSourceCurrency";
 // What the answer said that brought the rates: see RatesAnswer.h.
 inline constexpr std::string_view kUDRatesAnswer = "UDRatesAnswer";
+// Where rates come from, a word of the programs: see StoreManager::ratesFrom.
+inline constexpr std::string_view kUDRatesFrom = "UDRatesFrom";
+// What it lacked of earlier ones: see KeptRates.h.
+inline constexpr std::string_view kUDRatesKept = "UDRatesKept";
 
 }  // namespace fexora

@@ -19,6 +19,7 @@
 
 #include "fexora/records/StoreSource.h"
 #include "fexora/records/USDRate.h"
+#include "fexora/store/KeptRates.h"
 #include "fexora/store/RatesAnswer.h"
 #include "fexora/store/Settings.h"
 #include "fexora/store/StoreKeys.h"
@@ -69,6 +70,11 @@ class FEXORA_API StoreManager : public UserStoreManager {
   }
   virtual void setTodayRelativeCurrency(CurrencyRef currency);
 
+  // Where fresh rates come from, as the person chose: a word that the programs give a meaning, and
+  // the library none. Empty where nobody chose. Setting it saves the file at once; "" takes it out.
+  std::string ratesFrom() const;
+  void setRatesFrom(std::string_view word);
+
   // A one-shot switch: false makes the next saveSettings() do nothing but set it to true again.
   virtual bool canSave() const { return canSave_; }
   virtual void setCanSave(bool canSave) { canSave_ = canSave; }
@@ -76,8 +82,11 @@ class FEXORA_API StoreManager : public UserStoreManager {
 
   // Keeps the rates with the current time as their date.
   virtual void saveUSDRates(const std::vector<USDRateRef>& rates, bool sync);
-  // What was said of the rates that the next saveUSDRates() keeps, and only of these.
-  void announceRates(RatesAnswer answer) { announced_ = std::move(answer); }
+  // What was said of the rates that the next saveUSDRates() keeps, and only of these, and the
+  // tables that are kept beside them (see tablesBeside). Without an announcement those stay.
+  void announceRates(RatesAnswer answer, std::vector<RatesTable> beside = {}) {
+    announced_ = {std::move(answer), std::move(beside)};
+  }
   // The same of the rates that are kept; nothing when nobody has said anything of them.
   std::optional<RatesAnswer> ratesAnswer() const;
   // Nothing when no list of rates is kept.
@@ -102,7 +111,11 @@ class FEXORA_API StoreManager : public UserStoreManager {
 
   CurrencyManager* catalogue_;
   Settings settings_;
-  std::optional<RatesAnswer> announced_;
+  struct Announcement {
+    RatesAnswer answer;
+    std::vector<RatesTable> beside;
+  };
+  std::optional<Announcement> announced_;
   bool canSave_ = true;
 };
 

@@ -39,7 +39,11 @@ _fexora() {
 
   case ${COMP_WORDS[COMP_CWORD - 1]} in
     --container) _fexora_paths -d "$word" && return ;;
-    --from) _fexora_paths -f "$word" && return ;;
+    --from)
+      _fexora_paths -f "$word"
+      COMPREPLY+=($(compgen -W "ecb exchange-api service" -- "$word"))
+      return
+      ;;
     --exclude | --add | --remove) _fexora_currencies "$program" "$word" && return ;;
     --locale | --lang | --limit | --count | --refresh) return ;;
   esac
@@ -59,7 +63,7 @@ _fexora() {
     convert:* | select:* | settings:2) _fexora_values "$program" "$word" "$command" ;;
     settings:1)
       COMPREPLY=($(compgen -W "fraction mode seporate namingInWidget numberOfCurrenciesInWidget
-        todayCurrencies todayConversionMode todayRelativeCurrency" -- "$word"))
+        todayCurrencies todayConversionMode todayRelativeCurrency ratesFrom" -- "$word"))
       ;;
   esac
 }
@@ -72,6 +76,7 @@ _fexora_values() {
     settings:seporate) values="true false" ;;
     settings:namingInWidget) values="names codes" ;;
     settings:todayConversionMode) values="linear rate" ;;
+    settings:ratesFrom) values="automatic exchange-api ecb service nowhere" ;;
     settings:fraction | settings:numberOfCurrenciesInWidget) return ;;
     *) _fexora_currencies "$program" "$word" && return ;;
   esac

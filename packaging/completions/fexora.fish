@@ -1,7 +1,7 @@
 # fish completion for fexora: commands, options, settings, and currencies with their names.
 
 set -l settings fraction mode seporate namingInWidget numberOfCurrenciesInWidget todayCurrencies \
-    todayConversionMode todayRelativeCurrency
+    todayConversionMode todayRelativeCurrency ratesFrom
 
 # The operands before the word at the cursor.
 function __fexora_operands
@@ -56,6 +56,8 @@ complete -c fexora -n '__fexora_is select' -a '(__fexora_currencies)'
 
 complete -c fexora -n '__fexora_is settings; and __fexora_has_operands 1' -a "$settings"
 complete -c fexora -n '__fexora_is settings; and contains -- mode (__fexora_operands)' -a 'light dark'
+complete -c fexora -n '__fexora_is settings; and contains -- ratesFrom (__fexora_operands)' \
+    -a 'automatic exchange-api ecb service nowhere'
 complete -c fexora -n '__fexora_is settings; and contains -- seporate (__fexora_operands)' \
     -a 'true false'
 complete -c fexora -n '__fexora_is settings; and contains -- namingInWidget (__fexora_operands)' \
@@ -87,7 +89,8 @@ complete -c fexora -n '__fexora_is search' -l limit -d 'How many at most' -x
 complete -c fexora -n '__fexora_is search' -l plain -d 'By code and name only'
 complete -c fexora -n '__fexora_is search' -l exclude -d 'Leave this currency out' \
     -xa '(__fexora_currencies)'
-complete -c fexora -n '__fexora_is refresh' -l from -d 'A file or an address of rates' -rF
+complete -c fexora -n '__fexora_is refresh' -l from -d 'A source, a file or an address of rates' -rF \
+    -a 'ecb exchange-api service'
 complete -c fexora -n '__fexora_is refresh' -l force -d 'Take rates that look wrong, too'
 complete -c fexora -n '__fexora_is watch' -l count -d 'End after so many changes' -x
 complete -c fexora -n '__fexora_is watch' -l refresh -d 'Load fresh rates this often' -x

@@ -54,11 +54,10 @@ QString ageText(const program::Age& age) {
   return FreshnessWords::tr("less than a minute old");
 }
 
-QString sourceText(const Freshness& freshness) {
-  if (freshness.origin == Freshness::Origin::bundled) return FreshnessWords::tr("bundled");
-  if (!freshness.source.empty()) return lineOf(freshness.source);
-  return freshness.origin == Freshness::Origin::file ? FreshnessWords::tr("from a file")
-                                                     : QString();
+QString sourceText(Freshness::Origin origin, const std::string& source) {
+  if (origin == Freshness::Origin::bundled) return FreshnessWords::tr("bundled");
+  if (!source.empty()) return lineOf(source);
+  return origin == Freshness::Origin::file ? FreshnessWords::tr("from a file") : QString();
 }
 
 }  // namespace
@@ -81,10 +80,19 @@ FreshnessText inWords(const Freshness& freshness, const Date& now, const QLocale
                                     : FreshnessWords::tr("Rates stored %1"))
                    .arg(text.day);
   text.dated = text.rates;
-  const QString source = sourceText(freshness);
+  const QString source = sourceText(freshness.origin, freshness.source);
   if (!source.isEmpty()) text.rates += FreshnessWords::tr(", ", "between parts") + source;
   if (date && !saysEnough) text.age = ageText(program::ageAt(now, *date));
   return text;
+}
+
+QString inWords(const program::RateOrigin& of, const Date& now, const QLocale& locale) {
+  const auto published = of.published ? program::ratesDay(*of.published) : std::nullopt;
+  const QString day =
+      published ? dayText(*published, now, locale) : FreshnessWords::tr("an unknown day");
+  const QString source = sourceText(of.origin, of.source);
+  const QString words = FreshnessWords::tr("rate of %1").arg(day);
+  return source.isEmpty() ? words : words + FreshnessWords::tr(", ", "between parts") + source;
 }
 
 int secondsToNextWords(const Freshness& freshness, const Date& now) {

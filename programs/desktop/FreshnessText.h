@@ -6,6 +6,8 @@
 
 #include "fexora/fexora.h"
 
+#include "programs/shared/OtherRates.h"
+
 namespace fexora::desktop {
 
 struct FreshnessText {
@@ -20,6 +22,9 @@ struct FreshnessText {
 
 // Days as in programs/shared/RatesDay.h.
 FreshnessText inWords(const Freshness& freshness, const Date& now, const QLocale& locale);
+
+// "rate of 29 September, bundled": of one that is not of the newest rates.
+QString inWords(const program::RateOrigin& of, const Date& now, const QLocale& locale);
 
 // Seconds after which the words may have changed: up to an hour.
 int secondsToNextWords(const Freshness& freshness, const Date& now);

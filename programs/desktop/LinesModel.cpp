@@ -4,6 +4,8 @@
 #include <cmath>
 #include <unordered_map>
 
+#include "programs/desktop/FreshnessText.h"
+#include "programs/desktop/Languages.h"
 #include "programs/desktop/QtText.h"
 #include "programs/shared/Selection.h"
 
@@ -163,7 +165,7 @@ std::optional<double> LinesModel::valueAt(int row) const {
 std::optional<double> LinesModel::resultAt(int row) const {
   const auto found = rateAt(row);
   if (!found || !amount_) return std::nullopt;
-  return ConvertedItem(*found, *amount_, false).dstAmount.doubleValue();
+  return ConvertedItem(found->rate, *amount_, false).dstAmount.doubleValue();
 }
 
 QString LinesModel::lineText(int row) const {
@@ -178,12 +180,13 @@ QString LinesModel::tableText() const {
   return text;
 }
 
-std::optional<Rate> LinesModel::rateAt(int row) const {
+std::optional<program::OtherRates::Found> LinesModel::rateAt(int row) const {
   const CurrencyRef currency = currencyAt(row);
-  if (auto found = desk_.rates.rateForSourceCurrency(source_, currency)) return found;
+  if (const auto found = desk_.rates.rateForSourceCurrency(source_, currency)) {
+    return program::OtherRates::Found{*found, std::nullopt};
+  }
   if (others_ == nullptr) others_ = std::make_unique<program::OtherRates>(desk_.store);
-  const auto found = others_->find(source_, currency);
-  return found ? std::optional(found->rate) : std::nullopt;
+  return others_->find(source_, currency);
 }
 
 QString LinesModel::rateText(int row) const {
@@ -191,9 +194,11 @@ QString LinesModel::rateText(int row) const {
   if (!found) return tr("no rate");
   if (!std::isfinite(resultAt(row).value_or(0))) return tr("too large a number");
   const NumberFormat format(desk_.store.fraction(), desk_.store.seporate());
-  return leftToRight(QStringLiteral("1 %1 = %2 %3")
-                         .arg(codeOf(*source_), toQt(format.rate(found->rate().doubleValue())),
-                              codeOf(*currencyAt(row))));
+  const QString text =
+      leftToRight(QStringLiteral("1 %1 = %2 %3")
+                      .arg(codeOf(*source_), toQt(format.rate(found->rate.rate().doubleValue())),
+                           codeOf(*currencyAt(row))));
+  return found->of ? text + " · " + inWords(*found->of, desk_.now(), languageLocale()) : text;
 }
 
 QString LinesModel::nameText(int row) const {

@@ -65,7 +65,7 @@ class LinesModel final : public QAbstractListModel {
   QString tableText() const;
 
  private:
-  std::optional<Rate> rateAt(int row) const;
+  std::optional<program::OtherRates::Found> rateAt(int row) const;
   std::optional<double> resultAt(int row) const;
   QString rateText(int row) const;
   QString nameText(int row) const;

@@ -1,8 +1,7 @@
 #include "programs/desktop/ProblemText.h"
 
 #include <QCoreApplication>
-#include <QDate>
-#include <QRegularExpression>
+#include <QDateTime>
 
 #include "programs/desktop/Languages.h"
 #include "programs/desktop/QtText.h"
@@ -10,83 +9,128 @@
 namespace fexora::desktop {
 namespace {
 
-// Codes in them are the service's, which may be of any length.
-constexpr qsizetype kLongestReason = 200;
+// Codes are the service's, which may be of any length.
+constexpr std::size_t kLongestCode = 32;
 
 QString translated(const char* sentence) {
   return QCoreApplication::translate("ResponseError", sentence);
 }
 
-// As plausible() puts it, with codes, figures and days at %1, %2 and %3.
-constexpr const char* kReasons[] = {
-    QT_TRANSLATE_NOOP("ResponseError", "the rate of %1 is %2"),
-    QT_TRANSLATE_NOOP("ResponseError", "there are none"),
-    QT_TRANSLATE_NOOP("ResponseError", "the US dollar is missing"),
-    QT_TRANSLATE_NOOP("ResponseError", "one US dollar is %1 US dollars"),
-    QT_TRANSLATE_NOOP("ResponseError", "only %1 of the %2 currencies are there"),
-    QT_TRANSLATE_NOOP("ResponseError", "%1 moved from %2 to %3"),
-    QT_TRANSLATE_NOOP("ResponseError", "they are of the future, %1"),
-    QT_TRANSLATE_NOOP("ResponseError", "they are of %1, older than those of %2"),
-    QT_TRANSLATE_NOOP("ResponseError", "the check of the rates failed")};
-
-constexpr const char* kSentences[] = {
-    QT_TRANSLATE_NOOP("ResponseError", "This computer cannot ask for rates right now."),
-    QT_TRANSLATE_NOOP("ResponseError", "The rates service was not found. Is this computer online?"),
-    QT_TRANSLATE_NOOP("ResponseError", "The rates service could not be reached."),
-    QT_TRANSLATE_NOOP("ResponseError", "The rates service took too long to answer."),
-    QT_TRANSLATE_NOOP("ResponseError", "The answer was too large to be read."),
-    QT_TRANSLATE_NOOP(
-        "ResponseError",
-        "The answer was not from a rates service. Does this network ask for a login?")};
-
-// What stood at a %1: a figure, a day, or a code.
-QString argumentText(const QString& text) {
-  bool isNumber = false;
-  const double number = text.toDouble(&isNumber);
-  // A code may be "inf".
-  if (isNumber && !text.at(0).isLetter()) return plainNumber(number);
-  const QDate day = QDate::fromString(text, Qt::ISODate);
-  if (!day.isValid()) return text;
-  return languageLocale().toString(
-      day, QCoreApplication::translate("FreshnessWords", "d MMMM yyyy", "a day"));
+// With a code at %1 and figures at %2 and %3, as far as the sentence has them.
+const char* sentenceOf(RatesReason::Kind kind) {
+  using Kind = RatesReason::Kind;
+  switch (kind) {
+    case Kind::noRates:
+      return QT_TRANSLATE_NOOP("ResponseError", "there are none");
+    case Kind::wrongRate:
+      return QT_TRANSLATE_NOOP("ResponseError", "the rate of %1 is %3");
+    case Kind::noDollar:
+      return QT_TRANSLATE_NOOP("ResponseError", "the US dollar is missing");
+    case Kind::wrongDollar:
+      return QT_TRANSLATE_NOOP("ResponseError", "one US dollar is %3 US dollars");
+    case Kind::otherBase:
+      return QT_TRANSLATE_NOOP("ResponseError",
+                               "they are quoted against %1, not against the US dollar");
+    case Kind::twice:
+      return QT_TRANSLATE_NOOP("ResponseError", "%1 is there twice, as %2 and as %3");
+    case Kind::moved:
+      return QT_TRANSLATE_NOOP("ResponseError", "%1 moved from %2 to %3");
+    case Kind::manyMoved:
+      return QT_TRANSLATE_NOOP("ResponseError", "%3 of the %2 currencies leaped");
+    case Kind::allMoved:
+      return QT_TRANSLATE_NOOP("ResponseError", "nearly all moved at once, by a factor of %3");
+    case Kind::vanished:
+      return QT_TRANSLATE_NOOP("ResponseError", "%1 is not there any more");
+    case Kind::contradiction:
+      return QT_TRANSLATE_NOOP(
+          "ResponseError", "two sources contradict each other: %1 is %2 in one, %3 in the other");
+    case Kind::future:
+      return QT_TRANSLATE_NOOP("ResponseError", "they are of the future, %3");
+    case Kind::older:
+      return QT_TRANSLATE_NOOP("ResponseError", "they are of %3, older than those of %2");
+    case Kind::unchecked:
+    case Kind::other:
+      return QT_TRANSLATE_NOOP("ResponseError", "the check of the rates failed");
+  }
+  return "";
 }
 
-QString reasonInWords(const QString& reason) {
-  if (reason.size() > kLongestReason || reason.contains('%')) return reason;
-  for (const char* const known : kReasons) {
-    QString pattern = QRegularExpression::escape(QLatin1String(known));
-    pattern.replace(QRegularExpression("\\\\%[1-3]"), "(\\S+)");
-    const auto match =
-        QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(reason);
-    if (!match.hasMatch()) continue;
-    QString words = translated(known);
-    for (int i = 1; i <= match.lastCapturedIndex(); ++i) {
-      words = words.arg(argumentText(match.captured(i)));
-    }
-    return words;
+QString dayText(double secondsSince1970) {
+  return languageLocale().toString(
+      QDateTime::fromSecsSinceEpoch(static_cast<qint64>(secondsSince1970), Qt::UTC).date(),
+      QCoreApplication::translate("FreshnessWords", "d MMMM yyyy", "a day"));
+}
+
+const char* sentenceOf(ResponseError::Kind kind) {
+  using Kind = ResponseError::Kind;
+  switch (kind) {
+    case Kind::noAddress:
+      return QT_TRANSLATE_NOOP("ResponseError",
+                               "The rates service was not found. Is this computer online?");
+    case Kind::noConnection:
+      return QT_TRANSLATE_NOOP("ResponseError", "The rates service could not be reached.");
+    case Kind::timeOut:
+      return QT_TRANSLATE_NOOP("ResponseError", "The rates service took too long to answer.");
+    case Kind::httpStatus:
+      return QT_TRANSLATE_NOOP("ResponseError", "The rates service has no rates right now (%1).");
+    case Kind::tooLarge:
+      return QT_TRANSLATE_NOOP("ResponseError", "The answer was too large to be read.");
+    case Kind::notJson:
+    case Kind::notAnObject:
+      return QT_TRANSLATE_NOOP(
+          "ResponseError",
+          "The answer was not from a rates service. Does this network ask for a login?");
+    case Kind::notTrusted:
+      return QT_TRANSLATE_NOOP(
+          "ResponseError",
+          "The rates service could not prove who it is. Is this computer's clock right?");
+    case Kind::noTransport:
+    case Kind::implausible:
+    case Kind::cancelled:
+      break;
   }
-  return reason;
+  return QT_TRANSLATE_NOOP("ResponseError", "This computer cannot ask for rates right now.");
 }
 
 }  // namespace
 
 QString inWords(const ResponseError& error) {
-  using Kind = ResponseError::Kind;
-  if (error.kind == Kind::httpStatus) {
+  const QString words = translated(sentenceOf(error.kind));
+  return error.kind == ResponseError::Kind::httpStatus ? words.arg(error.status) : words;
+}
+
+QString inWords(const RatesReason& reason) {
+  using Kind = RatesReason::Kind;
+  if (reason.kind == Kind::other) return lineOf(reason.text);
+  const bool isDated = reason.kind == Kind::future || reason.kind == Kind::older;
+  const auto argument = [&](double value) { return isDated ? dayText(value) : plainNumber(value); };
+  QString words = translated(sentenceOf(reason.kind));
+  // The figures first: a code may hold a percent sign.
+  words.replace(QStringLiteral("%2"), argument(reason.before));
+  words.replace(QStringLiteral("%3"), argument(reason.now));
+  return words.replace(QStringLiteral("%1"), lineOf(reason.code.substr(0, kLongestCode)));
+}
+
+QString inWords(const program::RatesProblem& problem, const AnswerVerdict& verdict) {
+  using Cause = program::RatesProblem::Cause;
+  if (problem.cause == Cause::nowhere) {
     return translated(
-               QT_TRANSLATE_NOOP("ResponseError", "The rates service has no rates right now (%1)."))
-        .arg(error.status);
+        QT_TRANSLATE_NOOP("ResponseError", "Nobody is asked for rates: see the settings."));
   }
-  if (error.kind == Kind::implausible) {
-    return translated(QT_TRANSLATE_NOOP("ResponseError",
-                                        "The new rates look wrong and were not taken: %1."))
-        .arg(reasonInWords(lineOf(error.message)));
+  if (problem.cause != Cause::refused) return inWords(problem.error);
+  return translated(
+             QT_TRANSLATE_NOOP("ResponseError", "The new rates look wrong and were not taken: %1."))
+      .arg(verdict.against ? inWords(*verdict.against) : lineOf(problem.error.message));
+}
+
+QString remarksOn(const AnswerVerdict& verdict) {
+  if (!verdict.leftOut.empty()) {
+    return translated(QT_TRANSLATE_NOOP("ResponseError", "Left out of the new rates: %1."))
+        .arg(inWords(verdict.leftOut.front()));
   }
-  const std::string text = error.forPeople();
-  for (const char* const sentence : kSentences) {
-    if (text == sentence) return translated(sentence);
-  }
-  return lineOf(text);
+  if (verdict.notices.empty()) return {};
+  return translated(QT_TRANSLATE_NOOP("ResponseError", "A leap in the new rates: %1."))
+      .arg(inWords(verdict.notices.front()));
 }
 
 }  // namespace fexora::desktop

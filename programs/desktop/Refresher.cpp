@@ -4,7 +4,6 @@
 
 #include "programs/desktop/PowerSaver.h"
 #include "programs/desktop/ProblemText.h"
-#include "programs/shared/RatesRequest.h"
 
 namespace fexora::desktop {
 namespace {
@@ -18,9 +17,10 @@ QString lastTryKey() {
 
 }  // namespace
 
-Refresher::Refresher(const Desk& desk, QObject* parent) : QObject(parent), desk_(desk) {
+Refresher::Refresher(const Desk& desk, QObject* parent)
+    : QObject(parent), desk_(desk), fresh_(desk.rates, desk.store) {
   desk_.rates.setAnswerCheck(plausible());
-  desk_.rates.setProgress([self = QPointer(this)](const Transfer::Progress& progress) {
+  fresh_.setProgress([self = QPointer(this)](const Transfer::Progress& progress) {
     if (self == nullptr || !self->isRunning_) return;
     self->progress_ = progress;
     emit self->stateChanged();
@@ -37,16 +37,16 @@ void Refresher::start() {
   progress_ = {};
   QSettings().setValue(lastTryKey(), desk_.now().secondsSince1970());
   emit stateChanged();
-  program::askForFreshRates(desk_.rates, [self = QPointer(this)](const ResponseError* error) {
-    const bool isStopped = error != nullptr && error->kind == ResponseError::Kind::cancelled;
-    if (self != nullptr && !isStopped) self->finish(error);
-  });
+  fresh_.start(fresh_.steps(),
+               [self = QPointer(this)](const std::optional<program::RatesProblem>& problem) {
+                 if (self != nullptr) self->finish(problem);
+               });
 }
 
 void Refresher::stop() {
   if (!isRunning_) return;
   isRunning_ = false;
-  desk_.rates.cancelRequests();
+  fresh_.stop();
   emit stateChanged();
 }
 
@@ -59,15 +59,18 @@ void Refresher::startIfStale() {
   const double last = QSettings().value(lastTryKey(), 0.0).toDouble();
   const double passed = desk_.now().secondsSince1970() - last;
   const bool isSoon = passed >= 0 && passed < kHour;
-  if (isSoon || desk_.rates.freshness().state == Freshness::State::fresh || savesPower()) return;
+  if (isSoon || fresh_.steps().empty() ||
+      desk_.rates.freshness().state == Freshness::State::fresh || savesPower())
+    return;
   start();
 }
 
-void Refresher::finish(const ResponseError* error) {
+void Refresher::finish(const std::optional<program::RatesProblem>& problem) {
   isRunning_ = false;
-  if (error != nullptr) problem_ = inWords(*error);
+  const AnswerVerdict& verdict = desk_.rates.verdict();
+  problem_ = problem ? inWords(*problem, verdict) : remarksOn(verdict);
   emit stateChanged();
-  if (error == nullptr) emit refreshed();
+  if (!problem) emit refreshed();
 }
 
 }  // namespace fexora::desktop

@@ -1,7 +1,8 @@
 // Brings fresh rates when asked, and by itself when the rates are stale.
 //
 // By itself at most once an hour, starts of the program counted together, and never while the
-// desktop saves power. It sets the rate manager's check of answers and its progress. Main thread.
+// desktop saves power or the store's setting says that nobody is asked. It sets the rate manager's
+// check of answers and its progress. Main thread.
 #pragma once
 
 #include <QObject>
@@ -9,6 +10,7 @@
 #include <QTimer>
 
 #include "programs/desktop/Desk.h"
+#include "programs/shared/FreshRates.h"
 
 namespace fexora::desktop {
 
@@ -21,7 +23,8 @@ class Refresher final : public QObject {
   bool isRunning() const { return isRunning_; }
   // Of the request that is running; nothing before the first byte of the answer.
   const Transfer::Progress& progress() const { return progress_; }
-  // Why the last request brought nothing, one line for a person; empty when it went well.
+  // Why the last request brought nothing, or what was odd about what it brought, one line for a
+  // person; empty when it went well.
   const QString& problem() const { return problem_; }
 
   void start();
@@ -38,9 +41,10 @@ class Refresher final : public QObject {
 
  private:
   void startIfStale();
-  void finish(const ResponseError* error);
+  void finish(const std::optional<program::RatesProblem>& problem);
 
   Desk desk_;
+  program::FreshRates fresh_;
   bool isRunning_ = false;
   Transfer::Progress progress_;
   QString problem_;

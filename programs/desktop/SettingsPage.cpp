@@ -9,11 +9,13 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSpinBox>
+#include <algorithm>
 
 #include "programs/desktop/Autostart.h"
 #include "programs/desktop/CurrencyPicker.h"
 #include "programs/desktop/QtText.h"
 #include "programs/desktop/Style.h"
+#include "programs/sources/NamedSources.h"
 
 namespace fexora::desktop {
 namespace {
@@ -44,6 +46,8 @@ SettingsPage::SettingsPage(const Desk& desk, QWidget* parent)
       useSelection_(new QPushButton(tr("As in the converter"))),
       conversion_(choices({tr("The last amount"), tr("Rates of one unit")})),
       relative_(new QPushButton),
+      ratesFrom_(choices({tr("Automatic"), tr("exchange-api, daily"), tr("European Central Bank"),
+                          tr("The rates service"), tr("Nowhere")})),
       autostart_(new QCheckBox(tr("&Open at login"))) {
   setWindowTitle(tr("Settings"));
   buildFields();
@@ -72,6 +76,7 @@ void SettingsPage::addFields(QFormLayout& form) {
   form.addRow(QString(), separators_);
   form.addRow(heading(tr("Both windows")));
   form.addRow(tr("&Appearance"), mode_);
+  form.addRow(tr("&Fresh rates from"), ratesFrom_);
   form.addRow(heading(tr("Today")));
   form.addRow(tr("S&hows"), conversion_);
   form.addRow(tr("&Unit of"), relative_);
@@ -107,6 +112,10 @@ void SettingsPage::connectFields() {
   onIndex(conversion_, [&store](int index) {
     store.setTodayConversionMode(static_cast<TodayConversionMode>(index));
   });
+  onIndex(ratesFrom_, [&store](int index) {
+    store.setRatesFrom(index == 0 ? std::string()
+                                  : sources::settingChoices()[static_cast<std::size_t>(index)]);
+  });
   connect(today_, &QPushButton::clicked, this, &SettingsPage::chooseToday);
   connect(relative_, &QPushButton::clicked, this, &SettingsPage::chooseRelative);
   connect(useSelection_, &QPushButton::clicked, this,
@@ -125,6 +134,10 @@ void SettingsPage::reload() {
   naming_->setCurrentIndex(store.namingInWidget() == Naming::codes ? 1 : 0);
   number_->setValue(static_cast<int>(store.numberOfCurrenciesInWidget()));
   conversion_->setCurrentIndex(store.todayConversionMode() == TodayConversionMode::rate ? 1 : 0);
+  const auto sources = sources::settingChoices();
+  const auto chosen = std::find(sources.begin(), sources.end(), store.ratesFrom());
+  ratesFrom_->setCurrentIndex(chosen != sources.end() ? static_cast<int>(chosen - sources.begin())
+                                                      : 0);
   autostart_->setChecked(startsTodayAtLogin());
   isFilling_ = false;
   showChoices();

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "programs/desktop/FreshnessText.h"
+#include "programs/desktop/Languages.h"
 #include "programs/desktop/QtText.h"
 #include "programs/shared/Selection.h"
 
@@ -21,12 +23,14 @@ QVariant TodayModel::data(const QModelIndex& index, int role) const {
   const Currency& currency = currencyAt(index.row());
   switch (role) {
     case labelRole:
-      return desk_.store.namingInWidget() == Naming::codes ? codeOf(currency) : nameOf(currency);
+      return dated(
+          desk_.store.namingInWidget() == Naming::codes ? codeOf(currency) : nameOf(currency),
+          index.row());
     case valueRole:
       return valueText(index.row());
     case Qt::DisplayRole:
     case Qt::AccessibleTextRole:
-      return tr("%1, %2").arg(nameOf(currency), valueText(index.row()));
+      return tr("%1, %2").arg(dated(nameOf(currency), index.row()), valueText(index.row()));
     default:
       return {};
   }
@@ -71,21 +75,28 @@ bool TodayModel::showsRates() const {
   return desk_.store.todayConversionMode() == TodayConversionMode::rate;
 }
 
-std::optional<double> TodayModel::rateAt(int row) const {
+std::optional<program::OtherRates::Found> TodayModel::rateAt(int row) const {
   const CurrencyRef& currency = lines_[static_cast<std::size_t>(row)];
   if (const auto found = desk_.rates.rateForSourceCurrency(source_, currency)) {
-    return found->rate().doubleValue();
+    return program::OtherRates::Found{*found, std::nullopt};
   }
-  const auto found = others_->find(source_, currency);
-  return found ? std::optional(found->rate.rate().doubleValue()) : std::nullopt;
+  return others_->find(source_, currency);
+}
+
+// With the day of a rate that is not of the newest ones.
+QString TodayModel::dated(const QString& label, int row) const {
+  const auto found = rateAt(row);
+  if (!found || !found->of) return label;
+  return label + " · " + inWords(*found->of, desk_.now(), languageLocale());
 }
 
 QString TodayModel::valueText(int row) const {
-  const auto rate = rateAt(row);
-  if (!rate) return QStringLiteral("–");
-  if (!showsRates()) return amountText(amount_ * *rate, desk_.store);
+  const auto found = rateAt(row);
+  if (!found) return QStringLiteral("–");
+  const double rate = found->rate.rate().doubleValue();
+  if (!showsRates()) return amountText(amount_ * rate, desk_.store);
   const NumberFormat format(desk_.store.fraction(), desk_.store.seporate());
-  return toQt(format.rate(isTurned_ ? 1 / *rate : *rate));
+  return toQt(format.rate(isTurned_ ? 1 / rate : rate));
 }
 
 }  // namespace fexora::desktop

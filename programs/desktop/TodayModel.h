@@ -37,7 +37,8 @@ class TodayModel final : public QAbstractListModel {
   const Currency& currencyAt(int row) const { return *lines_[static_cast<std::size_t>(row)]; }
 
  private:
-  std::optional<double> rateAt(int row) const;
+  std::optional<program::OtherRates::Found> rateAt(int row) const;
+  QString dated(const QString& label, int row) const;
   QString valueText(int row) const;
 
   Desk desk_;

@@ -1,9 +1,5 @@
 #include "programs/fexora-publish/Publication.h"
 
-#include <cmath>
-
-#include <simdjson.h>
-
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/text/NumberText.h"
 
@@ -13,38 +9,10 @@
 namespace fexora::publish {
 namespace {
 
-namespace dom = simdjson::dom;
-
 constexpr double kDay = 86400;
 
 // The answer has three values for each, and six others.
 constexpr auto kMostCodes = static_cast<std::int64_t>((limits::kJsonValues - 6) / 3);
-
-std::map<std::string, double> ratesOf(const std::string& published, const std::string& file) {
-  std::map<std::string, double> rates;
-  dom::parser parser;
-  dom::array list;
-  if (parser.parse(published)["rates"].get(list) != simdjson::SUCCESS) {
-    throw rejection(file + ": the published file holds no rates to compare with; see --force");
-  }
-  for (const dom::element element : list) {
-    std::string_view code;
-    double rate = 0;
-    if (element["code"].get(code) == simdjson::SUCCESS &&
-        element["rate"].get(rate) == simdjson::SUCCESS) {
-      rates.emplace(code, rate);
-    }
-  }
-  return rates;
-}
-
-// Without a division, which would round once more; and with both scaled by one power of two, which
-// changes no digit: the limit stays finite then, and a change that does not is a jump.
-bool isJump(double before, double now, double percent) {
-  int exponent = 0;
-  const double from = std::frexp(before, &exponent);
-  return !(std::abs(std::ldexp(now, -exponent) - from) * 100 <= percent * from);
-}
 
 }  // namespace
 
@@ -68,16 +36,52 @@ void checkCount(const Options& options, const MergedRates& rates) {
                                   : "more than the library reads, " + std::to_string(kMostCodes)));
 }
 
-void checkJump(const Options& options, const MergedRates& rates, const std::string& published) {
-  for (const auto& [code, before] : ratesOf(published, options.output)) {
-    const auto now = rates.find(code);
-    if (now == rates.end() || !isJump(before, now->second.rate, *options.maxJump)) continue;
-    const sources::MergedRate& rate = now->second;
-    throw rejection(*rate.source + ", line " + std::to_string(rate.line) + ", " + code +
-                    ": the rate " + shortestText(rate.rate) + " is more than " +
-                    shortestText(*options.maxJump) + " % away from the published " +
-                    shortestText(before) + "; see --force");
+namespace {
+
+HeldRates heldOf(const std::string& published, const std::string& file, Date today) {
+  RatesTable table;
+  try {
+    table = sources::tableOf(sources::readText(file, published, Date()), RatesAnswer::Origin::file);
+  } catch (const sources::SourceProblem& problem) {
+    throw rejection(problem.message + "; it cannot be compared with; see --force");
   }
+  return {table.rates, table.published, today};
+}
+
+Response answerOf(const std::vector<Source>& sources, const MergedRates& rates) {
+  Response answer;
+  answer.setUpdated(sources.front().date.secondsSince1970());
+  std::vector<USDRateRef> list;
+  for (const auto& [code, rate] : rates) list.push_back(USDRate::make(rate.rate, code));
+  answer.setRates(std::move(list));
+  return answer;
+}
+
+// Names source and line where there is one code to blame.
+std::string textOf(const RatesReason& reason, const MergedRates& rates, double percent) {
+  const auto at = rates.find(reason.code);
+  if (reason.kind != RatesReason::Kind::moved || at == rates.end()) {
+    return "the rates look wrong: " + reason.sentence() + "; see --force";
+  }
+  const sources::MergedRate& rate = at->second;
+  return *rate.source + (rate.line > 0 ? ", line " + std::to_string(rate.line) : "") + ", " +
+         reason.code + ": the rate " + shortestText(reason.now) + " is more than " +
+         shortestText(percent) + " % away from the published " + shortestText(reason.before) +
+         "; see --force";
+}
+
+}  // namespace
+
+void checkChange(const Options& options, const std::vector<Source>& sources,
+                 const MergedRates& rates, const std::string& published, Date today) {
+  PlausibleLimits limits;
+  limits.officialMove = *options.maxJump / 100;
+  limits.mayLackOfficial = false;
+  const AnswerVerdict verdict =
+      plausible(limits)(answerOf(sources, rates), heldOf(published, options.output, today));
+  if (verdict.against) throw rejection(textOf(*verdict.against, rates, *options.maxJump));
+  if (verdict.leftOut.empty()) return;
+  throw rejection(textOf(verdict.leftOut.front(), rates, *options.maxJump));
 }
 
 std::string answerText(const std::vector<Source>& sources, const MergedRates& rates) {

@@ -18,8 +18,11 @@ void checkAge(const Options& options, const Source& source, Date today);
 // Rejects fewer codes than --min-count, none at all, and more than the library reads.
 void checkCount(const Options& options, const MergedRates& rates);
 
-// Rejects a change of more than --max-jump against `published`, the text of the published file.
-void checkJump(const Options& options, const MergedRates& rates, const std::string& published);
+// Holds the rates against `published`, the text of the published file, as the library's clients do
+// (see rates/AnswerCheck.h), with --max-jump for official money on any one day: rejects what they
+// would not take, an official code that has vanished, and a rate that they would leave out.
+void checkChange(const Options& options, const std::vector<Source>& sources,
+                 const MergedRates& rates, const std::string& published, Date today);
 
 // The rates service's answer. The same rates from the same sources give the same bytes: "updated"
 // is the day of the first source, in seconds since 1970, and the rates stand in the order of their

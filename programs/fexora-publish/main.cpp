@@ -61,19 +61,29 @@ Date today() {
   return Date(static_cast<double>(now - now % kDay));
 }
 
+void tellPassedOver(const Source& source) {
+  if (source.passedOver == 0) return;
+  const std::string text = source.name + ": " + std::to_string(source.passedOver) +
+                           " keys that are no currency code were passed over";
+  std::fprintf(stderr, "fexora-publish: %s\n", oneLine(text).c_str());
+}
+
 void publish(const Options& options) {
   std::vector<Source> sources;
   for (const std::string& operand : options.sources) {
     sources.push_back(sources::readSource(operand, today()));
     checkAge(options, sources.back(), today());
+    tellPassedOver(sources.back());
   }
+  const auto contradiction = sources::contradictionIn(sources);
+  if (contradiction && !options.force) throw rejection(*contradiction + "; see --force");
   const MergedRates rates = sources::merge(sources);
   checkCount(options, rates);
   const std::string text = answerText(sources, rates);
   if (options.output.empty()) return write(stdout, text);
   const auto published = readPublished(options.output);
   if (published && options.maxJump && !options.force) {
-    checkJump(options, rates, published->bytes);
+    checkChange(options, sources, rates, published->bytes, today());
   }
   replace(options, text, published);
 }

@@ -30,7 +30,7 @@ constexpr std::array<CommandEntry, 7> kCommands = {{
     {"settings", Command::settings, "[NAME [VALUE]]", "Show the settings, or set one."},
     {"search", Command::search, "TEXT…", "Find currencies by code, sign, name or country."},
     {"refresh", Command::refresh, "",
-     "Load fresh rates from the service, or from sources, and wait for them."},
+     "Load fresh rates and wait for them: from where the setting ratesFrom says, or from sources."},
     {"watch", Command::watch, "", "Show each change that another process makes to the store."},
     {"status", Command::status, "", "Show where the store lies, what it holds and how old it is."},
 }};
@@ -102,8 +102,10 @@ void addOptions(CLI::App& app, CommandLine& line, bool& version) {
       app.add_option("--exclude", line.exclude, "Leave this currency out")->type_name("CODE");
       break;
     case Command::refresh:
-      app.add_option("--from", line.from,
-                     "A file, - or an address that holds rates; later ones add what is missing")
+      app.add_option(
+             "--from", line.from,
+             "A named source (ecb, exchange-api, service), a file, - or an address that holds "
+             "rates; later ones add what is missing")
           ->type_name("SOURCE");
       app.add_flag("--force", line.force, "Take rates that look wrong, too");
       break;

@@ -18,10 +18,10 @@ void refresh(const CommandLine& line);
 void watch(const CommandLine& line);
 void status(const CommandLine& line);
 
-// The eight settings by name, and one as people see it.
+// The settings by name, and one as people see it.
 std::vector<std::string> settingNames();
 std::string settingText(const std::string& name, const StoreManager& store);
-// Adds the object of all eight settings by property name.
+// Adds the object of the eight settings by property name, without where rates come from.
 void addSettings(JsonText& json, const StoreManager& store);
 
 }  // namespace fexora::program

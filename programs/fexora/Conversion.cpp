@@ -44,7 +44,7 @@ std::vector<std::string> addLines(const std::vector<CurrencyRef>& wanted, const 
   std::vector<std::string> noRates;
   std::optional<OtherRates> others;
   for (const CurrencyRef& destination : wanted) {
-    std::optional<Date> published;
+    std::optional<RateOrigin> of;
     auto rate = *result.source == *destination
                     ? std::optional(Rate(result.source, destination, 1))
                     : rateManager().rateForSourceCurrency(result.source, destination);
@@ -52,11 +52,11 @@ std::vector<std::string> addLines(const std::vector<CurrencyRef>& wanted, const 
       if (!others) others.emplace(store);
       if (const auto found = others->find(result.source, destination)) {
         rate = found->rate;
-        published = found->published;
+        of = found->of;
       }
     }
     if (rate) {
-      result.lines.push_back({ConvertedItem(*rate, result.amount.value, result.invert), published});
+      result.lines.push_back({ConvertedItem(*rate, result.amount.value, result.invert), of});
     } else {
       noRates.push_back(destination->code());
     }
@@ -121,7 +121,7 @@ Conversion conversionOf(const Request& request, const CommandLine& line, StoreMa
   // The store keeps the amount only when there is an answer.
   tellMissing(wanted.unknown, addLines(wanted.currencies, store, result), result);
   if (line.rounded) {
-    for (auto& [item, published] : result.lines) {
+    for (auto& [item, of] : result.lines) {
       round(item, result.invert ? *item.srcCurrency : *item.dstCurrency);
     }
   }

@@ -6,13 +6,14 @@
 #include <vector>
 
 #include "programs/fexora/CommandLine.h"
+#include "programs/shared/OtherRates.h"
 #include "programs/shared/Request.h"
 
 namespace fexora::program {
 
 struct ConversionLine {
   ConvertedItem item;
-  std::optional<Date> published;  // of its rate, when that is of another day than the store's
+  std::optional<RateOrigin> of;  // its rate, when that is not of the store's newest table
 };
 
 struct Conversion {

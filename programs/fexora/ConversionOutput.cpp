@@ -28,7 +28,12 @@ void addItem(JsonText& json, const ConversionLine& line, bool names) {
   json.key("rate").number(item.rate.doubleValue());
   json.key("amount").number(item.dstAmount.doubleValue());
   if (names) json.key("name").string(nameOf(*item.dstCurrency));
-  if (line.published) json.key("published").stringOrNull(line.published->isoText());
+  if (line.of) {
+    json.key("published")
+        .stringOrNull(line.of->published ? line.of->published->isoText() : std::nullopt);
+    const bool isBundled = line.of->origin == Freshness::Origin::bundled;
+    json.key("source").string(isBundled ? "bundled" : line.of->source);
+  }
   json.endObject();
 }
 
@@ -82,7 +87,7 @@ void printNumbers(const Conversion& conversion, const CommandLine& options) {
 std::string remarks(const ConversionLine& line) {
   std::string text;
   if (!std::isfinite(line.item.dstAmount.doubleValue())) text += "   (no finite number)";
-  if (line.published) text += "   (rate of " + dayText(*line.published) + ", bundled)";
+  if (line.of) text += "   (" + rateText(*line.of) + ")";
   return text;
 }
 

@@ -1,7 +1,5 @@
 #include "programs/fexora/Refresh.h"
 
-#include <algorithm>
-#include <iterator>
 #include <memory>
 #include <set>
 #include <string>
@@ -15,84 +13,150 @@
 #include "programs/fexora/FromSources.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Progress.h"
-#include "programs/shared/Currencies.h"
-#include "programs/shared/RatesRequest.h"
+#include "programs/shared/FreshRates.h"
+#include "programs/shared/RatesText.h"
 
 namespace fexora::program {
 namespace {
 
-std::set<std::string> codesHeld(const StoreManager& store) {
-  std::set<std::string> codes;
-  for (const USDRateRef& rate : store.loadUSDRates().value_or(std::vector<USDRateRef>())) {
-    codes.insert(rate->code());
-  }
-  return codes;
-}
-
 // What stays, after a reason why there is nothing new.
 std::string whatStays(const StoreManager& store) {
-  return hasRates(store) ? "; the cached rates stay: " + ratesLine() : "; no rates are cached";
+  if (!hasRates(store)) return "; no rates are cached, so the bundled ones are used";
+  return "; the cached rates stay: " + ratesText(rateManager().freshness());
 }
 
-Failure failureOf(const StoreManager& store, const ResponseError& error) {
-  const bool isImplausible = error.kind == ResponseError::Kind::implausible;
-  const std::string reason =
-      isImplausible ? "the new rates look wrong: " + error.message + " (--force takes them)"
-                    : error.message;
-  return {Exit::network, kindOf(error), reason + whatStays(store)};
+// What a person may type next.
+std::string advice(const RatesProblem& problem) {
+  using Kind = ResponseError::Kind;
+  switch (problem.cause) {
+    case RatesProblem::Cause::refused:
+      return " (fexora refresh --force takes them)";
+    case RatesProblem::Cause::nowhere:
+      return "";
+    case RatesProblem::Cause::unread:
+      return " (another source: fexora refresh --from ecb)";
+    case RatesProblem::Cause::request:
+      break;
+  }
+  const Kind kind = problem.error.kind;
+  const bool isOffline =
+      kind == Kind::noAddress || kind == Kind::noConnection || kind == Kind::timeOut;
+  return isOffline
+             ? " (once online again: fexora refresh; another source: fexora refresh --from ecb)"
+             : " (another source: fexora refresh --from ecb)";
 }
 
-void refreshFromService(const StoreManager& store) {
+Failure failureOf(const StoreManager& store, const RatesProblem& problem) {
+  const std::string end = advice(problem) + whatStays(store);
+  switch (problem.cause) {
+    case RatesProblem::Cause::refused:
+      return {Exit::network, "implausible",
+              "the new rates look wrong: " + problem.error.message + end};
+    case RatesProblem::Cause::nowhere:
+      return {Exit::network, "nowhere",
+              "nobody is asked for rates, as the setting ratesFrom says; fexora settings ratesFrom "
+              "automatic changes that, and fexora refresh --from ecb asks once" +
+                  end};
+    case RatesProblem::Cause::unread:
+      return {Exit::network, "source", problem.error.message + end};
+    case RatesProblem::Cause::request:
+      break;
+  }
+  return {Exit::network, kindOf(problem.error), problem.error.message + end};
+}
+
+// One at a time in this program, for as long as it runs.
+FreshRates& freshRates() {
+  static auto* const fresh = new FreshRates(rateManager(), storeManager());
+  return *fresh;
+}
+
+void refreshFromSetting(const StoreManager& store) {
   bool ended = false;
   std::optional<Failure> failure;
   Transfer::Progress received;
-  rateManager().setProgress([&](const Transfer::Progress& now) { received = now; });
+  freshRates().setProgress([&](const Transfer::Progress& now) { received = now; });
   startRefresh(store, [&](std::optional<Failure> problem) {
     failure = std::move(problem);
     ended = true;
   });
-  waitFor(kTrelbyRatesURL, received, ended);
-  rateManager().setProgress({});
+  const auto steps = freshRates().steps();
+  waitFor(steps.empty() ? sources::SourceStep() : steps.front(), received, ended);
+  freshRates().setProgress({});
   if (failure) throw Failure(*failure);
 }
 
-void refreshFrom(const std::vector<std::string>& sources, const StoreManager& store) {
-  const auto origin =
-      isAddress(sources.front()) ? RatesAnswer::Origin::service : RatesAnswer::Origin::file;
-  std::shared_ptr<Response> answer;
+using Codes = std::set<std::string>;
+
+void addCodes(Codes& codes, const std::vector<USDRateRef>& rates) {
+  for (const USDRateRef& rate : rates) {
+    if (currencyManager().hasCurrency(rate->code())) codes.insert(rate->code());
+  }
+}
+
+// The codes that came.
+Codes refreshFrom(const std::vector<std::string>& sources, const StoreManager& store) {
+  std::vector<RatesTable> tables;
   try {
-    answer = answerFromSources(sources);
+    tables = tablesFromSources(sources);
   } catch (Failure& failure) {
-    failure.message += whatStays(store);
+    if (failure.exit == Exit::network) failure.message += whatStays(store);
     throw;
   }
-  if (const auto error = rateManager().takeAnswer(*answer, origin, true)) {
-    throw failureOf(store, *error);
+  Codes came;
+  for (const RatesTable& table : tables) addCodes(came, table.rates);
+  if (const auto error = rateManager().takeTables(std::move(tables), true)) {
+    throw failureOf(store, {RatesProblem::Cause::refused, *error});
   }
+  for (const RatesReason& reason : rateManager().verdict().leftOut) came.erase(reason.code);
+  return came;
 }
 
-void tellLosses(const std::set<std::string>& before, const std::set<std::string>& now) {
-  std::vector<std::string> lost;
-  std::set_difference(before.begin(), before.end(), now.begin(), now.end(),
-                      std::back_inserter(lost));
-  if (lost.empty()) return;
-  printMessage("warning: " + std::to_string(lost.size()) +
-               (lost.size() == 1 ? " currency has" : " currencies have") +
-               " no rate any more: " + listed(lost));
+// What a person may want to know of the rates that were taken.
+void tellNotices() {
+  constexpr std::size_t kMost = 5;
+  const AnswerVerdict& verdict = rateManager().verdict();
+  std::size_t left = kMost;
+  const auto tell = [&](const std::vector<RatesReason>& reasons, const char* end) {
+    for (const RatesReason& reason : reasons) {
+      if (left == 0) return;
+      --left;
+      printMessage(reason.sentence() + end);
+    }
+  };
+  tell(verdict.leftOut, ": left out, its older rate stays until another day says the same");
+  tell(verdict.notices, "");
+  const std::size_t all = verdict.leftOut.size() + verdict.notices.size();
+  if (all > kMost) printMessage("and " + std::to_string(all - kMost) + " more");
 }
 
-void printRefresh(const CommandLine& line, std::size_t count) {
+}  // namespace
+
+std::size_t countOfRates(const StoreManager& store) {
+  Codes codes;
+  if (const auto rates = store.loadUSDRates()) addCodes(codes, *rates);
+  for (const RatesTable& table : keptTables(store.ud())) addCodes(codes, table.rates);
+  return codes.size();
+}
+
+namespace {
+
+void printRefresh(const CommandLine& line, const StoreManager& store, std::size_t came) {
   const std::string& message = rateManager().serviceMessage();
   const Freshness fresh = rateManager().freshness();
   if (line.json) {
     JsonText json;
     json.beginObject().key("origin").string(text(fresh.origin));
-    json.key("count").integer(static_cast<std::int64_t>(count)).key("message").string(message);
+    json.key("count").integer(static_cast<std::int64_t>(came));
+    json.key("message").string(message);
     json.key("updated").stringOrNull(ratesDate().updated).endObject();
     return printLine(json.text());
   }
-  const std::string from = line.from.empty() ? "the service" : fresh.source;
-  printLine(std::to_string(count) + " rates from " + from + ": " + ratesLine());
+  const bool isNamed = !line.from.empty() || freshRates().steps().front().name != sources::kService;
+  const std::string from = isNamed ? fresh.source : "the service";
+  const std::size_t all = countOfRates(store);
+  printLine(std::to_string(came) + " rates from " + from + ": " + ratesLine());
+  if (all > came) printLine(std::to_string(all - came) + " more stay with their older day");
   if (!message.empty()) printLine("the service says: " + message);
 }
 
@@ -118,38 +182,44 @@ const char* kindOf(const ResponseError& error) {
       return "notAnObject";
     case ResponseError::Kind::implausible:
       return "implausible";
+    case ResponseError::Kind::notTrusted:
+      return "notTrusted";
     case ResponseError::Kind::cancelled:
       return "cancelled";
   }
   return "network";
 }
 
-void waitFor(const std::string& address, const Transfer::Progress& received, const bool& ended) {
-  const Progress progress(oneLine("loading rates from " + shownAddress(address)), received);
+void waitFor(const sources::SourceStep& step, const Transfer::Progress& received,
+             const bool& ended) {
+  const std::string address = step.addresses.empty() ? "" : shownAddress(step.addresses.front());
+  const Progress progress(oneLine("loading rates from " + address), received);
   Platform::process().loop->runUntil([&] { return ended; });
   if (!ended) throw Failure{Exit::network, "noLoop", "there is no loop to wait with; see the log"};
 }
 
 void startRefresh(const StoreManager& store, std::function<void(std::optional<Failure>)> done) {
-  askForFreshRates(rateManager(), [&store, done = std::move(done)](const ResponseError* error) {
-    done(error != nullptr ? std::optional(failureOf(store, *error)) : std::nullopt);
-  });
+  FreshRates& fresh = freshRates();
+  fresh.start(fresh.steps(),
+              [&store, done = std::move(done)](const std::optional<RatesProblem>& problem) {
+                done(problem ? std::optional(failureOf(store, *problem)) : std::nullopt);
+              });
 }
 
 void refresh(const CommandLine& line) {
   if (!line.operands.empty()) throw usageFailure("refresh takes options only");
   StoreManager& store = openStoreInFolder();
   if (line.force) rateManager().setAnswerCheck({});
-  const auto before = codesHeld(store);
+  Codes came;
   if (line.from.empty()) {
-    refreshFromService(store);
+    refreshFromSetting(store);
+    addCodes(came, store.loadUSDRates().value_or(std::vector<USDRateRef>()));
   } else {
-    refreshFrom(line.from, store);
+    came = refreshFrom(line.from, store);
   }
-  const auto now = codesHeld(store);
-  if (now.empty()) printMessage("warning: the answer holds no rates");
-  tellLosses(before, now);
-  printRefresh(line, store.loadUSDRates().value_or(std::vector<USDRateRef>()).size());
+  if (came.empty()) printMessage("warning: the answer holds no rates");
+  tellNotices();
+  printRefresh(line, store, came.size());
   requireSaved(store);
 }
 

@@ -1,4 +1,5 @@
-// Shows the eight settings or sets one.
+// Shows the settings or sets one.
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <limits>
@@ -12,6 +13,7 @@
 #include "programs/shared/Currencies.h"
 #include "programs/shared/Failure.h"
 #include "programs/shared/Words.h"
+#include "programs/sources/NamedSources.h"
 
 namespace fexora::program {
 namespace {
@@ -63,7 +65,9 @@ std::int64_t raw(Enum value) {
   return static_cast<std::int64_t>(value);
 }
 
-const std::array<Setting, 8> kSettings = {{
+// Those of the windows, and then what the JSON form of all leaves away.
+constexpr std::size_t kGivenSettings = 8;
+const std::array<Setting, kGivenSettings + 1> kSettings = {{
     {"fraction", "digits after the decimal mark",
      [](JsonText& json, const StoreManager& store) { json.integer(store.fraction()); },
      [](StoreManager& store, Text name, Text value) {
@@ -115,6 +119,20 @@ const std::array<Setting, 8> kSettings = {{
      [](StoreManager& store, Text /*name*/, Text value) {
        store.setTodayRelativeCurrency(currencyFromText(value));
      }},
+    {"ratesFrom",
+     "where fresh rates come from; automatic: a service that is configured, else exchange-api, "
+     "then ecb",
+     [](JsonText& json, const StoreManager& store) {
+       const std::string from = store.ratesFrom();
+       json.string(from.empty() ? sources::kAutomatic : std::string_view(from));
+     },
+     [](StoreManager& store, Text name, Text value) {
+       const auto choices = sources::settingChoices();
+       if (std::find(choices.begin(), choices.end(), value) == choices.end()) {
+         reject(name, value, "one of " + listed(choices));
+       }
+       store.setRatesFrom(value == sources::kAutomatic ? std::string() : value);
+     }},
 }};
 
 const Setting& settingNamed(Text typed) {
@@ -150,11 +168,20 @@ std::string shown(const Setting& setting, const StoreManager& store) {
   return name.empty() ? text : text + " (" + name + ")";
 }
 
+void addGivenSettings(JsonText& json, const StoreManager& store) {
+  for (std::size_t i = 0; i < kGivenSettings; ++i) {
+    kSettings[i].write(json.key(kSettings[i].name), store);
+  }
+}
+
 void print(const CommandLine& line, const StoreManager& store) {
   if (line.json) {
     JsonText json;
-    addSettings(json, store);
-    printLine(json.text());
+    json.beginObject();
+    addGivenSettings(json, store);
+    const Setting* named = line.operands.empty() ? nullptr : &settingNamed(line.operands[0]);
+    if (named == &kSettings.back()) named->write(json.key(named->name), store);
+    printLine(json.endObject().text());
   } else if (!line.operands.empty()) {
     printLine(shown(settingNamed(line.operands[0]), store));
   } else {
@@ -180,7 +207,7 @@ std::string settingText(const std::string& name, const StoreManager& store) {
 
 void addSettings(JsonText& json, const StoreManager& store) {
   json.beginObject();
-  for (const Setting& setting : kSettings) setting.write(json.key(setting.name), store);
+  addGivenSettings(json, store);
   json.endObject();
 }
 

@@ -3,16 +3,41 @@
 
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Output.h"
+#include "programs/fexora/Refresh.h"
 #include "programs/fexora/Store.h"
 #include "programs/shared/Failure.h"
+#include "programs/sources/NamedSources.h"
 
 namespace fexora::program {
+namespace {
+
+std::vector<sources::SourceStep> stepsOf(const StoreManager& store) {
+  return sources::stepsFor(store.ratesFrom(), kTrelbyRatesURL);
+}
+
+// The first that is asked; the service's where nobody is.
+std::string addressAsked(const StoreManager& store) {
+  const auto steps = stepsOf(store);
+  const bool isThere = !steps.empty() && !steps.front().addresses.empty();
+  return isThere ? steps.front().addresses.front() : kTrelbyRatesURL;
+}
+
+// "exchange-api, then ecb"
+std::string askedText(const StoreManager& store) {
+  std::string text;
+  for (const sources::SourceStep& step : stepsOf(store)) {
+    text += (text.empty() ? "" : ", then ") + step.name;
+    if (step.isService) text += ", " + shownAddress(step.addresses.front());
+  }
+  return text.empty() ? "nowhere, as the setting ratesFrom says" : text;
+}
+
+}  // namespace
 
 void status(const CommandLine& line) {
   if (!line.operands.empty()) throw usageFailure("status takes options only");
   StoreManager& store = openStoreInFolder();
-  const auto rates = store.loadUSDRates();
-  const auto count = static_cast<std::int64_t>(rates ? rates->size() : 0);
+  const auto count = static_cast<std::int64_t>(countOfRates(store));
   const auto catalogue = static_cast<std::int64_t>(currencyManager().currencies().size());
   const auto selected = static_cast<std::int64_t>(store.loadCurrencies().size());
   const std::string& container = store.applicationDocumentsDirectory();
@@ -23,7 +48,7 @@ void status(const CommandLine& line) {
     json.key("catalogue").integer(catalogue).key("rates").integer(count);
     json.key("currencies").integer(selected);
     addRatesDate(json, ratesDate());
-    printLine(json.key("url").string(shownAddress(kTrelbyRatesURL)).endObject().text());
+    printLine(json.key("url").string(shownAddress(addressAsked(store))).endObject().text());
   } else {
     printLine("container   " + container);
     printLine("store file  " + file);
@@ -31,7 +56,7 @@ void status(const CommandLine& line) {
     printLine("selection   " + std::to_string(selected) + " currencies");
     printLine("rates       " + (count > 0 ? std::to_string(count) + ", " + ratesLine()
                                           : std::string("none yet: the bundled ones are used")));
-    printLine("service     " + shownAddress(kTrelbyRatesURL));
+    printLine("rates from  " + askedText(store));
   }
   requireSaved(store);
 }

@@ -41,7 +41,8 @@ RatesDate ratesDate() {
   const auto updated = rateManager().updated();
   if (!updated) return {};
   const double now = Platform::process().loop->wallSeconds();
-  return {updated->isoText(), now - updated->secondsSince1970()};
+  const Date since = rateManager().freshness().published.value_or(*updated);
+  return {updated->isoText(), now - since.secondsSince1970()};
 }
 
 void addRatesDate(JsonText& json, const RatesDate& date) {

@@ -19,7 +19,8 @@ StoreManager& openStoreInFolder();
 // Throws a Failure when the last save did not reach the file.
 void requireSaved(StoreManager& store);
 
-// When the store's rates were stored, and how long ago that is by the wall clock.
+// When the store's rates were stored, and how old they are by the wall clock: since the day that
+// they are of, or since the storing where that is not known.
 struct RatesDate {
   std::optional<std::string> updated;  // UTC, like 2026-09-29T00:00:00Z
   std::optional<double> ageSeconds;

@@ -20,11 +20,12 @@ std::vector<CurrencyRef> destinationsOf(const program::Request& request,
 }
 
 std::string ageOf(const OtherRates::Found& found) {
-  if (!found.published) return program::ratesText(rateManager().freshness());
-  Freshness bundled;
-  bundled.published = found.published;
-  bundled.origin = Freshness::Origin::bundled;
-  return program::ratesText(bundled);
+  if (!found.of) return program::ratesText(rateManager().freshness());
+  Freshness other;
+  other.published = found.of->published;
+  other.source = found.of->source;
+  other.origin = found.of->origin;
+  return program::ratesText(other);
 }
 
 std::string textOf(const program::Request& request, const OtherRates::Found& found,

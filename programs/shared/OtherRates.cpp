@@ -1,35 +1,44 @@
 #include "programs/shared/OtherRates.h"
 
 #include <utility>
-#include <vector>
 
 namespace fexora::program {
 
-OtherRates::OtherRates(const StoreManager& store)
-    : stored_(byCode(store.loadUSDRates().value_or(std::vector<USDRateRef>()))),
-      bundled_(byCode(bundledUSDRates())) {}
-
-OtherRates::Rates OtherRates::byCode(std::vector<USDRateRef> rates) {
-  Rates found = {{"USD", 1.0}};
-  for (const USDRateRef& rate : withSuccessors(std::move(rates))) {
-    const double value = rate->rate().doubleValue();
-    if (value > 0) found.try_emplace(rate->code(), value);
+OtherRates::OtherRates(const StoreManager& store) {
+  add(store.loadUSDRates().value_or(std::vector<USDRateRef>()), std::nullopt);
+  const RateOrigin bundle{bundledRatesDay(), {}, Freshness::Origin::bundled};
+  bool hasBundle = false;
+  const auto addBundle = [&] {
+    if (!std::exchange(hasBundle, true)) add(bundledUSDRates(), bundle);
+  };
+  for (RatesTable& table : keptTables(store.ud())) {
+    if (!table.published || *table.published < *bundle.published) addBundle();
+    const bool isFile = table.origin == RatesAnswer::Origin::file;
+    add(std::move(table.rates),
+        RateOrigin{table.published, std::move(table.source),
+                   isFile ? Freshness::Origin::file : Freshness::Origin::service});
   }
-  return found;
+  addBundle();
 }
 
-std::optional<Rate> OtherRates::pair(const Rates& rates, const CurrencyRef& source,
-                                     const CurrencyRef& destination) {
-  const auto from = rates.find(source->code());
-  const auto to = rates.find(destination->code());
-  if (from == rates.end() || to == rates.end() || from == to) return std::nullopt;
-  return Rate(source, destination, to->second / from->second);
+void OtherRates::add(std::vector<USDRateRef> rates, std::optional<RateOrigin> of) {
+  Table table{{{"USD", 1.0}}, std::move(of)};
+  for (const USDRateRef& rate : withSuccessors(std::move(rates))) {
+    const double value = rate->rate().doubleValue();
+    if (value > 0) table.rates.try_emplace(rate->code(), value);
+  }
+  tables_.push_back(std::move(table));
 }
 
 std::optional<OtherRates::Found> OtherRates::find(const CurrencyRef& source,
                                                   const CurrencyRef& destination) const {
-  if (const auto rate = pair(stored_, source, destination)) return Found{*rate, std::nullopt};
-  if (const auto rate = pair(bundled_, source, destination)) return Found{*rate, bundledRatesDay()};
+  if (source->code() == destination->code()) return std::nullopt;
+  for (const Table& table : tables_) {
+    const auto from = table.rates.find(source->code());
+    const auto to = table.rates.find(destination->code());
+    if (from == table.rates.end() || to == table.rates.end()) continue;
+    return Found{Rate(source, destination, to->second / from->second), table.of};
+  }
   return std::nullopt;
 }
 

@@ -1,14 +1,22 @@
-// Rates that the store does not hold: of withdrawn currencies by their successors, and the
-// bundle's.
+// Rates that the store's newest table does not hold: of withdrawn currencies by their successors,
+// of older tables and other sources that it keeps beside, and the bundle's.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "fexora/fexora.h"
 
 namespace fexora::program {
+
+// Where a rate is from that is not the newest table's.
+struct RateOrigin {
+  std::optional<Date> published;
+  std::string source;  // its own name, or empty
+  Freshness::Origin origin = Freshness::Origin::bundled;
+};
 
 class OtherRates {
  public:
@@ -16,20 +24,20 @@ class OtherRates {
 
   struct Found {
     Rate rate;
-    std::optional<Date> published;  // when it is of another day than the store's rates
+    std::optional<RateOrigin> of;  // when it is not of the store's newest table
   };
-  // From the store's rates and the fixed ratios of law where these have both currencies, else from
-  // the bundle alone, so that no rate mixes two days.
+  // By the fixed ratios of law where these need be. From the newest table that has both currencies,
+  // and from that alone, so that no rate mixes two days.
   std::optional<Found> find(const CurrencyRef& source, const CurrencyRef& destination) const;
 
  private:
-  using Rates = std::unordered_map<std::string, double>;  // by code; see USDRate
-  static Rates byCode(std::vector<USDRateRef> rates);
-  static std::optional<Rate> pair(const Rates& rates, const CurrencyRef& source,
-                                  const CurrencyRef& destination);
+  struct Table {
+    std::unordered_map<std::string, double> rates;  // by code; see USDRate
+    std::optional<RateOrigin> of;
+  };
+  void add(std::vector<USDRateRef> rates, std::optional<RateOrigin> of);
 
-  Rates stored_;
-  Rates bundled_;
+  std::vector<Table> tables_;
 };
 
 }  // namespace fexora::program

@@ -72,4 +72,10 @@ std::string ratesText(const Freshness& fresh) {
          ageText(*fresh.stored, " ago");
 }
 
+std::string rateText(const RateOrigin& of) {
+  const std::string day = of.published ? dayText(*of.published) : "an unknown day";
+  const std::string from = of.source.empty() ? originText(of.origin) : ", " + oneLine(of.source);
+  return "rate of " + day + from;
+}
+
 }  // namespace fexora::program

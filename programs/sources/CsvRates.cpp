@@ -15,7 +15,8 @@ void takeLine(RateCollector& rates, std::size_t line, std::string_view text) {
   const auto comma = text.find(',');
   if (comma == std::string_view::npos) rates.reject(line, {}, "it is not \"code,rate\"");
   const auto code = trimmed(text.substr(0, comma));
-  rates.add(line, code, rates.number(line, code, trimmed(text.substr(comma + 1))));
+  const auto figure = trimmed(text.substr(comma + 1));
+  rates.add(line, code, rates.number(line, code, figure), figure);
 }
 
 }  // namespace

@@ -75,7 +75,7 @@ class EuroParser {
       rates_.setDate(line(), time);
     }
     if (!currency.empty() || !rate.empty()) {
-      rates_.add(line(), currency, rates_.number(line(), currency, rate));
+      rates_.add(line(), currency, rates_.number(line(), currency, rate), rate);
     }
   }
 
@@ -90,14 +90,9 @@ class EuroParser {
 
 Source readEuroXml(const std::string& name, const std::string& text, Date undated) {
   RateCollector rates = EuroParser(name, undated).parse(text);
-  const SourceRate* dollar = rates.find("USD");
-  if (dollar == nullptr) {
-    throw SourceProblem{name +
-                        ": it has no USD rate, so its euro rates cannot be turned to dollars"};
-  }
-  const SourceRate perEuro = *dollar;
-  rates.add(perEuro.line, "EUR", 1.0);
-  rates.divideBy(perEuro.rate);
+  // A login page may be well-formed.
+  if (rates.isEmpty()) rates.reject(0, {}, "it holds no reference rates");
+  rates.setBase(0, "EUR");
   return std::move(rates).finish();
 }
 

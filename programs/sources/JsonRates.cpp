@@ -1,8 +1,10 @@
 #include <algorithm>
 #include <optional>
+#include <string_view>
+#include <unordered_map>
 
-#include <simdjson.h>
-
+#include "fexora/platform/json/simdjson/JsonDocument.h"
+#include "fexora/platform/text/NumberText.h"
 #include "fexora/records/Response.h"
 
 #include "programs/sources/Source.h"
@@ -10,139 +12,125 @@
 namespace fexora::sources {
 namespace {
 
-namespace ondemand = simdjson::ondemand;
+// How much of a figure that is none is shown.
+constexpr std::size_t kShownBytes = 40;
 
-// Reads on demand, since that reader alone can tell where a value stands in the text.
 class JsonReader {
  public:
   JsonReader(const std::string& name, const std::string& text, Date undated)
-      : name_(name), rates_(name, undated) {
-    text_.reserve(text.size() + simdjson::SIMDJSON_PADDING);
-    text_ = text;
-  }
+      : text_(text), lines_(linesOf(text)), rates_(name, undated) {}
 
   Source read() {
-    ondemand::parser parser;
-    ondemand::document document;
-    must(parser.iterate(text_).get(document));
-    ondemand::object root;
-    must(document.get_object().get(root));
-    for (auto field : root) takeField(field);
-    if (document.current_location().error() != simdjson::OUT_OF_BOUNDS) {
-      throw SourceProblem{name_ + ": something follows its JSON object"};
+    const JsonDocument document(text_);
+    if (document.state() != JsonDocument::State::value) rejectWhole(document.reason());
+    if (const auto key = document.repeatedKey()) {
+      rates_.reject(lineOf(*key), *key, "it is there twice");
     }
-    if (!seenRates_)
-      throw SourceProblem{name_ + ": it has neither an object \"usd\" nor a list \"rates\""};
+    const Value whole = document.whole();
+    if (whole.dictionary() == nullptr) rejectWhole("it is no JSON object");
+    for (const auto& [key, value] : *whole.dictionary()) takeMember(key, value);
+    if (!seenRates_) rejectWhole("it has no rates: neither an object \"usd\" nor \"rates\"");
     return std::move(rates_).finish();
   }
 
  private:
-  using Field = simdjson::simdjson_result<ondemand::field>;
-
-  void must(simdjson::error_code error) const {
-    if (error) rates_.reject(line_, {}, simdjson::error_message(error));
+  // The parser does not tell where it stopped.
+  [[noreturn]] void rejectWhole(const std::string& what) const {
+    rates_.reject(text_.find('\n') == std::string::npos ? 1 : 0, {}, what);
   }
 
-  // The key, with the current line set to its own.
-  std::string takeKey(Field& field) {
-    std::string_view key;
-    const auto raw = field.key();
-    must(raw.error());
-    moveTo(raw.value_unsafe().raw());
-    must(field.unescaped_key().get(key));
-    return std::string(key);
+  // The line of the first such key or text; 0 when it is written in another way.
+  std::size_t lineOf(const std::string& text) const {
+    const auto at = lines_.find(text);
+    return at != lines_.end() ? at->second : 0;
   }
 
-  void takeField(Field field) {
-    const std::string key = takeKey(field);
-    ondemand::value value;
-    must(field.value().get(value));
-    if (key == "date") {
-      std::string_view day;
-      must(value.get_string().get(day));
-      rates_.setDate(line_, day);
-    } else if (key == "updated") {
-      double seconds = 0;
-      must(value.get_double().get(seconds));
-      Response answer;
-      answer.setUpdated(seconds);
-      if (const auto published = answer.published()) rates_.setMoment(*published);
-    } else if (key == "usd") {
-      beginRates();
-      ondemand::object list;
-      must(value.get_object().get(list));
-      for (auto rate : list) takeRate(rate);
-    } else if (key == "rates") {
-      beginRates();
-      ondemand::array list;
-      must(value.get_array().get(list));
-      for (auto entry : list) takeEntry(entry);
+  static std::unordered_map<std::string_view, std::size_t> linesOf(std::string_view text) {
+    std::unordered_map<std::string_view, std::size_t> lines;
+    std::size_t line = 1;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+      line += text[at] == '\n' ? 1 : 0;
+      if (text[at] != '"') continue;
+      const std::size_t begin = ++at;
+      while (at < text.size() && text[at] != '"') at += text[at] == '\\' ? 2 : 1;
+      lines.try_emplace(text.substr(begin, std::min(at, text.size()) - begin), line);
     }
+    return lines;
   }
 
-  void beginRates() {
-    if (seenRates_) rates_.reject(line_, {}, "its rates come twice");
+  void takeMember(const std::string& key, const Value& value) {
+    if (key == "date" || key == "updated" || key == "timestamp") return takeDate(key, value);
+    if (key == "base" && value.string() != nullptr)
+      return rates_.setBase(lineOf(key), *value.string());
+    if (key == "rates") return takeRates(value);
+    if (key != "usd" && (value.dictionary() == nullptr || !RateCollector::isCode(key))) return;
+    rates_.setBase(lineOf(key), key);
+    beginRates(key);
+    if (value.dictionary() == nullptr) rates_.reject(lineOf(key), {}, "\"usd\" is no object");
+    takeTable(*value.dictionary());
+  }
+
+  // A day, or seconds or milliseconds since 1970.
+  void takeDate(const std::string& key, const Value& value) {
+    constexpr std::size_t kDay = 10;
+    if (value.string() != nullptr) {
+      return rates_.setDate(lineOf(key), value.string()->substr(0, kDay));
+    }
+    if (value.number() == nullptr) return;
+    Response answer;
+    answer.setUpdated(*value.number());
+    if (const auto published = answer.published()) rates_.setMoment(*published);
+  }
+
+  void beginRates(const std::string& key) {
+    if (seenRates_) rates_.reject(lineOf(key), {}, "its rates come twice");
     seenRates_ = true;
   }
 
-  void takeRate(Field field) {
-    const std::string code = takeKey(field);
-    ondemand::value value;
-    must(field.value().get(value));
-    rates_.add(line_, code, figure(code, value));
+  void takeRates(const Value& value) {
+    beginRates("rates");
+    if (value.dictionary() != nullptr) return takeTable(*value.dictionary());
+    if (value.array() == nullptr) {
+      rates_.reject(lineOf("rates"), {}, "\"rates\" is neither an object nor a list");
+    }
+    for (const Value& entry : *value.array()) takeEntry(entry);
   }
 
-  // {"code": "EUR", "rate": 0.85}, in either order.
-  void takeEntry(simdjson::simdjson_result<ondemand::value> entry) {
-    ondemand::object fields;
-    must(entry.get_object().get(fields));
-    std::string code;
-    std::optional<double> rate;
-    for (Field field : fields) {
-      const std::string key = takeKey(field);
-      ondemand::value value;
-      must(field.value().get(value));
-      std::string_view text;
-      if (key == "code") {
-        must(value.get_string().get(text));
-        code = text;
-      } else if (key == "rate") {
-        rate = figure(code, value);
+  void takeTable(const Dictionary& table) {
+    for (const auto& [code, rate] : table) {
+      if (RateCollector::isCode(code)) {
+        add(code, rate);
+      } else {
+        rates_.passOver();
       }
     }
-    if (!rate) rates_.reject(line_, code, "it has no rate");
-    rates_.add(line_, code, *rate);
   }
 
-  double figure(const std::string& code, ondemand::value value) const {
-    const std::string_view text = value.raw_json_token();
-    double rate = 0;
-    if (value.get_double().get(rate) != simdjson::SUCCESS) {
-      rates_.reject(line_, code,
-                    "its rate is no usable number: " + std::string(text.substr(0, 40)));
+  // {"code": "EUR", "rate": 0.85}
+  void takeEntry(const Value& entry) {
+    const Dictionary* fields = entry.dictionary();
+    const Value* code = fields != nullptr ? fields->find("code") : nullptr;
+    if (code == nullptr || code->string() == nullptr) {
+      rates_.reject(lineOf("rates"), {}, "an entry has no code");
     }
-    // simdjson 3.0's on-demand reader misreads some reals of twenty digits and more.
-    constexpr std::size_t kExactReal = 19;
-    const auto end = text.find_last_not_of(" \t\r\n") + 1;
-    return end > kExactReal ? rates_.number(line_, code, text.substr(0, end)) : rate;
+    const Value* rate = fields->find("rate");
+    if (rate == nullptr) rates_.reject(lineOf(*code->string()), *code->string(), "it has no rate");
+    add(*code->string(), *rate);
   }
 
-  // Counts the lines up to a place after the last one.
-  template <class Pointer>
-  void moveTo(Pointer place) {
-    const auto offset =
-        static_cast<std::size_t>(reinterpret_cast<const char*>(place) - text_.data());
-    line_ += static_cast<std::size_t>(
-        std::count(text_.begin() + static_cast<std::ptrdiff_t>(at_),
-                   text_.begin() + static_cast<std::ptrdiff_t>(offset), '\n'));
-    at_ = offset;
+  void add(const std::string& code, const Value& rate) {
+    const NSNumber* const number = rate.number();
+    if (number == nullptr || number->kind() == NSNumber::Kind::boolean) {
+      const std::string shown =
+          rate.string() != nullptr ? ": " + rate.string()->substr(0, kShownBytes) : std::string();
+      rates_.reject(lineOf(code), code, "its rate is no usable number" + shown);
+    }
+    rates_.add(lineOf(code), code, number->doubleValue(), shortestText(number->doubleValue()));
   }
 
-  const std::string& name_;
-  std::string text_;
+  const std::string& text_;
+  std::unordered_map<std::string_view, std::size_t> lines_;
   RateCollector rates_;
-  std::size_t at_ = 0;
-  std::size_t line_ = 1;
   bool seenRates_ = false;
 };
 

@@ -4,9 +4,6 @@
 
 namespace fexora::sources {
 
-namespace {
-
-// The last part of a path; of an address without its query, and its host where it has no path.
 std::string shortName(std::string name) {
   if (name.find("://") != std::string::npos) {
     name.resize(std::min(name.find('?'), name.size()));
@@ -14,8 +11,6 @@ std::string shortName(std::string name) {
   }
   return name.substr(name.rfind('/') + 1);  // npos + 1 is 0
 }
-
-}  // namespace
 
 MergedRates merge(const std::vector<Source>& sources) {
   MergedRates rates;
@@ -25,6 +20,31 @@ MergedRates merge(const std::vector<Source>& sources) {
     }
   }
   return rates;
+}
+
+RatesTable tableOf(const Source& source, RatesAnswer::Origin origin) {
+  RatesTable table;
+  table.source = shortName(source.name);
+  table.origin = origin;
+  table.base = source.base;
+  if (source.isDated) table.published = source.date;
+  for (const SourceRate& rate : source.rates) {
+    table.rates.push_back(USDRate::make(rate.rate, rate.code));
+    if (rate.code != source.base) table.figures.emplace_back(rate.code, rate.figure);
+  }
+  return table;
+}
+
+std::optional<std::string> contradictionIn(const std::vector<Source>& sources) {
+  std::vector<RatesTable> tables;
+  for (const Source& source : sources) {
+    tables.push_back(tableOf(source, RatesAnswer::Origin::file));
+    for (const RatesTable& earlier : tables) {
+      const auto reason = contradiction(earlier, tables.back());
+      if (reason) return earlier.source + ", " + tables.back().source + ": " + reason->sentence();
+    }
+  }
+  return std::nullopt;
 }
 
 std::string namesOf(const std::vector<Source>& sources) {

@@ -3,8 +3,11 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "fexora/rates/AnswerCheck.h"
 
 #include "programs/sources/Source.h"
 
@@ -23,9 +26,19 @@ using MergedRates = std::map<std::string, MergedRate>;
 // sources.
 MergedRates merge(const std::vector<Source>& sources);
 
+// As the library takes it, undated where the source is.
+RatesTable tableOf(const Source& source, RatesAnswer::Origin origin);
+
+// Two sources that say of one code what cannot both be: a line for people, which names them.
+// Nothing when all agree.
+std::optional<std::string> contradictionIn(const std::vector<Source>& sources);
+
 // "eur-reference.xml 2026-09-11, usd.json 2026-09-29", without folders and queries: what an answer
 // says as its source.
 std::string namesOf(const std::vector<Source>& sources);
+
+// The last part of a path; of an address without its query, and its host where it has no path.
+std::string shortName(std::string name);
 
 // "2026-09-29"
 std::string dayText(Date date);

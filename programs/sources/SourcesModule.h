@@ -1,31 +1,31 @@
-// What the module "sources" offers to a program that seldom reads any.
+// What the module "sources" offers to programs that seldom read any.
 #pragma once
 
-#include <memory>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "fexora/platform/base/Export.h"
-#include "fexora/platform/values/Date.h"
-#include "fexora/records/Response.h"
+#include "fexora/store/KeptRates.h"
 
 namespace fexora::sources {
 
 struct Operand {
-  std::string name;                 // as the user knows it: a file, "-" or an address
-  std::optional<std::string> text;  // what the address brought
+  std::string name;                 // as the user knows it: a file, "-" or the name of a source
+  std::optional<std::string> text;  // what an address brought
 };
 
-// The answer that the sources make together, the first one's day as its date; or, with a null
-// answer, why one of them is rejected.
+// The table of each source, in their order; or, without any, why one of them is rejected. Files are
+// of origin `file`, texts of origin `service`.
 struct Reading {
-  std::shared_ptr<Response> answer;
+  std::vector<RatesTable> tables;
   std::string problem;
+  std::size_t passedOver = 0;  // keys that are no code
 };
 
-// Rates that name no day are of the day their file was changed, else of `today`.
-using ReadSources = void(const std::vector<Operand>& operands, Date today, Reading& reading);
+// Rates that name no day are of an unknown one.
+using ReadSources = void(const std::vector<Operand>& operands, Reading& reading);
 
 }  // namespace fexora::sources
 

@@ -430,6 +430,7 @@ void DesktopTest::saysHowOldRatesAre() {
 }
 
 void DesktopTest::refreshesStopsAndSaysWhy() {
+  desk_.store.setRatesFrom("service");
   Refresher refresher(desk_);
   const FreshnessCaption caption(desk_, refresher);
   auto answer = std::make_shared<Response>();
@@ -470,10 +471,10 @@ void DesktopTest::saysInWordsWhatIsWrong() {
   using Kind = ResponseError::Kind;
   Locale::setCurrent("de_DE");
   applyLanguage();
-  QCOMPARE(inWords({Kind::httpStatus, "", "", 503}),
+  QCOMPARE(inWords(ResponseError{Kind::httpStatus, "", "", 503}),
            "Der Kursdienst hat gerade keine Kurse (503).");
   const Date day(1'790'640'000);  // 29 September 2026
-  const HeldRates held{{USDRate::make(1, "USD"), USDRate::make(0.5, "EUR")}, day, day};
+  const HeldRates held{{USDRate::make(1, "USD"), USDRate::make(0.5, "EUR")}, day, day, {}, {}};
   struct Row {
     std::vector<USDRateRef> rates;
     double days;  // after the held ones
@@ -483,9 +484,12 @@ void DesktopTest::saysInWordsWhatIsWrong() {
   for (const Row& row : {
            Row{{}, 0, "es sind keine da"},
            Row{{rate(-1.5, "EUR")}, 0, "der Kurs von EUR ist -1,5"},
-           Row{{rate(0.5, "EUR")}, 0, "der US-Dollar fehlt"},
+           Row{{rate(0.5, "EUR"), rate(150, "JPY")}, 0, "der US-Dollar fehlt"},
            Row{{rate(1.25, "USD")}, 0, "ein US-Dollar ist 1,25 US-Dollar"},
-           Row{{rate(1, "USD")}, 0, "nur 1 der 2 Währungen sind da"},
+           Row{{rate(1.25, "USD"), rate(1, "EUR")}, 0, "sie gelten je EUR, nicht je US-Dollar"},
+           Row{{rate(1, "USD"), rate(0.5, "EUR"), rate(0.6, "EUR")},
+               0,
+               "EUR kommt zweimal vor, mit 0,5 und mit 0,6"},
            Row{{rate(1, "USD"), rate(1.5, "EUR")}, 0, "EUR ging von 0,5 auf 1,5"},
            Row{held.rates, 9, "sie sind aus der Zukunft, vom 8. Oktober 2026"},
            Row{held.rates, -9,
@@ -494,13 +498,14 @@ void DesktopTest::saysInWordsWhatIsWrong() {
     Response answer;
     answer.setRates(row.rates);
     answer.setUpdated(day.secondsSince1970() + row.days * 86400);
-    const auto reason = plausible()(answer, held);
-    QVERIFY(reason.has_value());
-    QCOMPARE(inWords({Kind::implausible, "", *reason, 0}),
+    const AnswerVerdict verdict = plausible()(answer, held);
+    QVERIFY(verdict.against.has_value());
+    QCOMPARE(inWords({program::RatesProblem::Cause::refused, {}}, verdict),
              "Die neuen Kurse sehen falsch aus und wurden nicht übernommen: " +
                  QString::fromUtf8(row.words) + '.');
   }
-  QVERIFY(inWords({Kind::implausible, "", "of a host's own", 0}).contains("of a host's own."));
+  QCOMPARE(inWords(RatesReason{RatesReason::Kind::other, {}, 0, 0, "of a host's own"}),
+           "of a host's own");
 }
 
 void DesktopTest::followsTheOtherProcess() {

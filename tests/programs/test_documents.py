@@ -12,7 +12,7 @@ DOCUMENTS = [SOURCE / "README.md", *sorted((SOURCE / "docs").glob("*.md"))]
 # The last words before the code name its file.
 CODE = re.compile(r"`(examples/[^`]+)`:\n\n```cpp\n(.*?)```", re.DOTALL)
 CONSOLE = re.compile(r"(?m)^    \$ (.*)\n((?:    [^$].*\n)*)")
-TYPES = {bool: "boolean", int: "integer", list: "array", dict: "dictionary",
+TYPES = {bool: "boolean", int: "integer", str: "string", list: "array", dict: "dictionary",
          datetime.datetime: "date"}
 
 
@@ -64,11 +64,16 @@ class Documents(ProgramTest):
         table = dict(re.findall(r"(?m)^\| `([A-Z]\w+)` \| (\w+) \|", text))
         self.succeed("select", "USD", "EUR")
         self.succeed("settings", "fraction", "2")
-        self.succeed("refresh", "--from", SNAPSHOT, "--force")
+        few = self.new_folder() / "few.csv"
+        few.write_text("EUR,0.9\n")
+        for source in (SNAPSHOT, few):
+            self.succeed("refresh", "--from", source, "--force")
+        self.succeed("settings", "ratesFrom", "ecb")
         self.succeed("100", "USD")
         content = self.content()
         self.assertEqual(table, {key: TYPES[type(value)] for key, value in content.items()})
-        for inner in (content["UDRatesAnswer"], content["UDSourceCurrency"], content["UDUSDRates"][0]):
+        for inner in (content["UDRatesAnswer"], content["UDSourceCurrency"], content["UDUSDRates"][0],
+                      content["UDRatesKept"][0]):
             for key in inner:
                 self.assertIn(f"`{key}`", text)
 
@@ -77,4 +82,4 @@ class Documents(ProgramTest):
         answer = re.search(r"```json\n(.*?)```", text, re.DOTALL)[1]
         file = self.new_folder() / "answer.json"
         file.write_text(answer, encoding="utf-8")
-        self.assertEqual(self.json("refresh", "--from", file, "--force")["count"], 2)
+        self.assertEqual(self.json("refresh", "--from", file, "--force")["count"], 3)

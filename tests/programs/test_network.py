@@ -8,7 +8,7 @@ import struct
 
 from service import LIMIT, PACKED, ServedTest, answer, gzip
 
-BODY = json.dumps({"serviceMessage": "hello", "rates": [{"code": "EUR", "rate": 0.85}]})
+BODY = json.dumps({"serviceMessage": "hello", "rates": [{"code": "EUR", "rate": 0.85}, {"code": "USD", "rate": 1}]})
 HEAD = b"HTTP/1.1 200 OK\r\nConnection: close\r\n"
 CHUNKED = HEAD + b"Transfer-Encoding: chunked\r\n\r\n"
 # What one answer may cost in memory, whatever it holds. Sanitizers keep freed memory for a while.
@@ -106,7 +106,7 @@ class Answers(ServedTest):
         self.assertLess(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss, MEMORY)
 
     def test_too_large_is_just_beyond_the_limit_only(self):
-        body = b'{"serviceMessage":"hello","rates":[{"code":"EUR","rate":0.85}],"":"%s"}'
+        body = b'{"serviceMessage":"hello","rates":[{"code":"EUR","rate":0.85},{"code":"USD","rate":1}],"":"%s"}'
         body %= b"x" * (LIMIT - len(body) + 2)
         self.assertEqual(len(body), LIMIT)
         self.accept(answer(body), answer(gzip(body), PACKED))

@@ -77,7 +77,7 @@ class Sources(Publish):
         self.assertEqual(self.rates(SNAPSHOT), {code.upper(): rate for code, rate in figures.items()})
         long = '{"usd": {"eur": 0.123456789012345678901234567, "jpy": 1034444444444444459008e0}}'
         self.assertEqual(self.rates("-", text=long),
-                         {"EUR": 0.123456789012345678901234567, "JPY": 1034444444444444459008.0})
+                         {"EUR": 0.123456789012345678901234567, "JPY": 1034444444444444459008.0, "USD": 1})
 
     def test_later_sources_fill_what_earlier_lack(self):
         euro, dollar = self.rates(EURO), self.rates(SNAPSHOT)
@@ -85,8 +85,21 @@ class Sources(Publish):
         self.assertEqual(answer["rates"], dollar | euro)
         self.assertEqual(answer["source"], f"{EURO.name} 2026-09-11, {SNAPSHOT.name} 2026-09-29")
         self.assertEqual(answer["updated"], 1789084800)
-        filled = self.rates("-", EURO, text="\ufeffcode,rate\r\n eur , 0.5 \r\n\r\nxyz,7e-3")
-        self.assertEqual(filled, euro | {"EUR": 0.5, "XYZ": 0.007})
+        filled = self.rates("-", EURO, text="\ufeffcode,rate\r\n eur , 0.86 \r\n\r\nxyz,7e-3")
+        self.assertEqual(filled, euro | {"EUR": 0.86, "XYZ": 0.007})
+        # What contradicts each other is said, unless somebody insists.
+        self.reject_saying(["standard input", EURO.name, "EUR is 0.5"], "-", EURO, text="eur,0.5\n")
+        self.assertEqual(self.rates("--force", "-", EURO, text="eur,0.5\n"), euro | {"EUR": 0.5})
+
+    def test_other_bases_and_keys_that_are_no_code(self):
+        expected = {"USD": 1, "EUR": 1 / 1.25, "GBP": 0.75 / 1.25}
+        for text in ('{"base": "EUR", "date": "2026-09-29", "rates": {"USD": 1.25, "GBP": 0.75}}',
+                     '{"date": "2026-09-29", "eur": {"usd": 1.25, "gbp": 0.75}}',
+                     "eur,1\nusd,1.25\ngbp,0.75\n"):
+            self.assertEqual(self.rates("-", text=text), expected)
+        passed = self.run_program("-", text='{"usd": {"$wen": 1, "btc.b": 2, "eur": 0.85}}')
+        self.assertEqual(self.answer(passed[1])["rates"], {"USD": 1, "EUR": 0.85})
+        self.assertIn("2 keys that are no currency code", passed[2])
 
     def test_a_name_that_is_no_text(self):
         source = self.folder / "[\udcff]"
@@ -107,7 +120,10 @@ class Sources(Publish):
             ('{"usd": {\n"eur": 1,\n"gbp": 0}}', "line 3", "GBP", "positive"), ('{"usd": [1]}', "line 1"),
             ('{"usd": {\n"gbp": 1e400}}', "line 2", "gbp", "1e400"), ('{"usd": {"gbp": 1}', "line 1"),
             ('{"usd": {\n\n"gbp": "1"}}', "line 3", "gbp"), ('{"usd": {"gbp": 1}} x', "standard input"),
-            ('{"usd": {"gbp": 1}, "usd": {}}', "line 1", "twice"), ('{"eur": {"gbp": 1}}', "usd"),
+            ('{"usd": {"gbp": 1}, "usd": {}}', "line 1", "twice"),
+            ('{"rates": [{"code": "EUR",\n"rate": 1, "rate": 2}]}', "line 2", "rate", "twice"),
+            ('{"base": "EUR", "usd": {"gbp": 1}}', "usd", "EUR"), ('{"usd": {"gbp": true}}', "gbp", "number"),
+            ('{"base": "EUR", "rates": {"GBP": 0.86}}', "EUR", "dollar"), ('{"eur": {"gbp": 1}}', "usd"),
             ('{"date": "2026-02-30",\n"usd": {"gbp": 1}}', "2026-02-30", "date")])
 
     def test_xml_that_is_rejected(self):
@@ -120,7 +136,7 @@ class Sources(Publish):
             ("<Cube currency='USD' rate='0'/>", "line 2", "USD"),
             ("<Cube currency='USD' rate='1e-300'/><Cube currency='JPY' rate='1e300'/>",
              "line 2", "JPY", "finite"),
-            (dollar + "<Cube currency='EUR' rate='1'/>", "line 3", "EUR"),
+            (dollar + "<Cube currency='EUR' rate='2'/>", "line 3", "EUR"),
             (dollar + "<Cube time='2026-09-10'/>", "line 3", "day")]])
         self.reject_each([
             ("<e><Cube time='yesterday'/></e>", "line 1", "yesterday"), ("<e>\n<Cube>", "line 2"),
@@ -150,9 +166,9 @@ class Sources(Publish):
         for fewest in ("10", "010"):
             self.reject_saying(["9 codes", "10"], "--min-count", fewest, EURO)
         # As many as the library reads.
-        csv = "".join(f"a{i},1\n" for i in range(MOST))
+        csv = "".join(f"a{i},1\n" for i in range(MOST - 1))
         self.assertEqual(len(self.rates("-", text=csv)), MOST)
-        self.reject_saying(["codes", str(MOST)], "-", text=csv + "usd,1\n")
+        self.reject_saying(["codes", str(MOST)], "-", text=csv + "b,1\n")
 
 
 class Output(Publish):
@@ -168,14 +184,15 @@ class Output(Publish):
 
     def test_jumps(self):
         for percent, csv, *words in [
-                ("10", "eur,100\ngbp,110\n"), ("10", "gbp,90\n"), ("10", "gbp,500\n", "--force"),
+                ("10", "eur,100\ngbp,110\n"), ("10", "eur,100\ngbp,90\n"), ("10", "gbp,500\n", "--force"),
                 ("10", "gbp,1e308\n", "--force")]:
             self.assertEqual(self.jump(percent, csv, *words), "")
         self.reject(2, "--output", self.output, "--max-jump", "10", "-", text="gbp,1.7e308\n")
         for rate in ("110.1", "89.9", "1e-300", "1e300"):
             err = self.jump("10", f"eur,100\ngbp,{rate}\n")
             self.assertRegex(err, r"line 2.*GBP.*10 %.*100")
-        self.assertNotEqual(self.jump("0", "gbp,100.00001\n"), "")
+        self.assertNotEqual(self.jump("0", "eur,100\ngbp,100.00001\n"), "")
+        self.assertIn("EUR is not there any more", self.jump("10", "gbp,100\n"))
         # A published whole number beyond 64 bits is compared like any other.
         large = "gbp,1034444444444444444470\n"
         self.assertEqual(self.jump("0", large, "--force"), "")

@@ -11,9 +11,9 @@ import time
 from service import ServedTest, answer
 from test_sharing import Watcher
 
-GOOD = json.dumps({"serviceMessage": "", "updated": 1, "source": "test", "count": 2,
-                   "rates": [{"code": "EUR", "rate": 0.5}, {"code": "JPY", "rate": "150,5"},
-                             {"code": "NOSUCHCODE", "rate": 1}]})
+GOOD = json.dumps({"serviceMessage": "", "updated": 1, "source": "test", "count": 3,
+                   "rates": [{"code": "EUR", "rate": 0.8}, {"code": "JPY", "rate": "150,5"},
+                             {"code": "USD", "rate": 1}, {"code": "NOSUCHCODE", "rate": 1}]})
 
 
 class Refresh(ServedTest):
@@ -25,10 +25,10 @@ class Refresh(ServedTest):
     def test_rates_are_stored_and_converted_with(self):
         result = self.json("refresh")
         self.assertEqual(set(result), {"origin", "count", "message", "updated"})
-        self.assertEqual((result["origin"], result["count"], result["message"]), ("service", 2, ""))
+        self.assertEqual((result["origin"], result["count"], result["message"]), ("service", 3, ""))
         self.assertRegex(result["updated"], r"\A\d{4}-\d\d-\d\dT\d\d:\d\d:\d\dZ\Z")
         self.assertEqual(self.json("10", "USD", "EUR", "JPY")["items"][1]["amount"], 1505)
-        self.assertIn("2 rates", self.succeed("refresh"))
+        self.assertIn("3 rates", self.succeed("refresh"))
         self.assertEqual(len(self.service.requests), 2, "one a run")
 
     def test_odd_figures_cost_only_themselves(self):
@@ -69,19 +69,24 @@ class Refresh(ServedTest):
                     self.assertEqual(rates["rates"]["published"][:10], day)
                     self.assertIn("rates of 11 September", self.succeed("1", "USD", "EUR"))
         # The first is the base, later ones add what it lacks; a dash is standard input.
-        (self.folder / "more").write_text("EUR,9\nJPY,150\n")
         result = self.run_program("refresh", "--force", "--from", str(self.folder / "own"), "--from", "-",
                                   text="JPY,140\n")
         self.assertIn("3 rates", result[1])
-        result = self.json("refresh", "--from", str(self.folder / "own"), "--from", str(self.folder / "more"))
-        self.assertEqual(result["count"], 3)
-        self.assertEqual([item["amount"] for item in self.json("1", "USD", "EUR", "JPY")["items"]], [0.5, 150])
+        (self.folder / "more").write_text("EUR,9\nJPY,150\n")
+        words = ("refresh", "--from", str(self.folder / "own"), "--from", str(self.folder / "more"))
+        self.assertIn("EUR is 0.5 in one and 9 in another", self.reject(3, *words))
+        (self.folder / "more").write_text('{"date": "2026-10-01", "usd": {"eur": 0.51, "jpy": 150}}')
+        self.assertEqual(self.json(*words)["count"], 3)
+        euro, yen = self.json("1", "USD", "EUR", "JPY")["items"]
+        self.assertEqual((euro["amount"], "published" in euro), (0.5, False))
+        self.assertEqual((yen["amount"], yen["published"][:10], yen["source"]), (150, "2026-10-01", "more"))
+        self.assertIn("(rate of 1 October, more)", self.succeed("1", "USD", "EUR", "JPY"))
 
     def test_what_may_not_replace_the_rates_stays_out_and_says_why(self):
         self.succeed("refresh")
         before = self.store.read_bytes()
-        for text, kind, part in (("EUR,0\n", "source", "line 1, EUR"), ("EUR,0.9\nJPY,150\n", "implausible", "EUR"),
-                                 ("JPY,150\n", "implausible", "1 of the 2"), ("\n", "implausible", "there are none")):
+        for text, kind, part in (("EUR,0\n", "source", "line 1, EUR"), ("EUR,1.5\nJPY,150\n", "implausible", "EUR"),
+                                 ("EUR,1\nJPY,180\n", "source", "dollar"), ("\n", "implausible", "there are none")):
             (self.folder / "source.csv").write_text(text)
             error = self.failure(3, "refresh", "--from", str(self.folder / "source.csv"))
             self.assertEqual(error["kind"], kind)
@@ -91,16 +96,40 @@ class Refresh(ServedTest):
         for missing in (str(self.folder / "none"), self.service.base + "/none"):
             self.service.script = answer("", status="404 Not Found")
             self.assertIn("none", self.failure(3, "refresh", "--from", missing)["message"])
-        (self.folder / "source.csv").write_text("JPY,150\n")
-        _, _, err = self.run_program("refresh", "--force", "--from", str(self.folder / "source.csv"))
-        self.assertIn("1 currency has no rate any more: EUR", err)
+
+    def test_the_first_answer_is_compared_with_the_bundled_rates(self):
+        for text in ("EUR,85\nGBP,0.75\n", "EUR,1\nGBP,0.86\n", "EUR,1.136\nJPY,0.0063\n", "JPY,1.57\n"):
+            (self.folder / "source.csv").write_text(text)
+            self.reject(3, "refresh", "--from", str(self.folder / "source.csv"))
+        self.service.script = answer('{"rates": [{"code": "EUR", "rate": 0.88}]}')
+        self.assertIn("the US dollar is missing", self.reject(3, "refresh"))
+
+    def test_what_an_answer_lacks_stays_with_its_own_day(self):
+        day = time.strftime("%Y-%m-%d")
+        (self.folder / "wide.json").write_text(json.dumps(
+            {"date": "2026-10-01", "usd": {"eur": 0.88, "try": 50, "btc": 1e-5}}))
+        (self.folder / "euro.xml").write_text(
+            f'<E><Cube><Cube time="{day}"><Cube currency="USD" rate="1.14"/></Cube></Cube></E>')
+        for name in ("wide.json", "euro.xml"):
+            self.succeed("refresh", "--from", str(self.folder / name))
+        items = {item["currency"]: item for item in self.json("100", "USD", "EUR", "TRY", "BTC", "KWD")["items"]}
+        self.assertEqual(items["EUR"]["amount"], 100 / 1.14)
+        self.assertEqual([(items[code].get("published", day)[:10], items[code].get("source")) for code in items],
+                         [(day, None), ("2026-10-01", "wide.json"), ("2026-10-01", "wide.json"),
+                          ("2026-09-29", "bundled")])
+        # The age is that of the rates, and not that of their storing.
+        self.assertGreater(self.json("status")["age_seconds"], -1)
+        self.assertEqual(self.json("status")["rates"], 4)
 
     def test_repeated_rates_do_not_get_younger(self):
         self.service.script = answer(json.dumps(
-            {"updated": time.time() - 75 * 86400 - 60, "rates": [{"code": "EUR", "rate": 0.5}]}))
+            {"updated": time.time() - 75 * 86400 - 60,
+             "rates": [{"code": "EUR", "rate": 0.9}, {"code": "USD", "rate": 1}]}))
         for _ in range(2):
             self.assertIn("75 days old: fexora refresh", self.succeed("refresh"))
-        self.assertEqual(self.json("1", "USD", "EUR")["rates"]["state"], "old")
+        rates = self.json("1", "USD", "EUR")
+        self.assertEqual(rates["rates"]["state"], "old")
+        self.assertAlmostEqual(rates["age_seconds"], 75 * 86400 + 60, delta=600)
 
     def test_user_secret_and_query_of_an_address_are_neither_shown_nor_kept(self):
         for address, name in ((f"{self.service.base}/own?key=s3cret", "own"), (f"{self.service.base}/?s3cret", "127.0.0.1")):
@@ -141,7 +170,7 @@ class Refresh(ServedTest):
         self.assertIn("loading rates from http", self.read_until(terminal, ", 1 of 1 KB, "))
         go_on.set()
         self.assertEqual(process.wait(timeout=60), 0)
-        self.assertIn("\r\x1b[K2 rates", self.read_until(terminal, "2 rates"))
+        self.assertIn("\r\x1b[K3 rates", self.read_until(terminal, "3 rates"))
         # Not at a terminal there is nothing but the result, however long it takes.
         go_on.clear()
         process = self.start("refresh")

@@ -17,7 +17,7 @@ IF_DATE = "If-Modified-Since: Tue, 29 Sep 2026 00:00:00 GMT"
 
 
 def said(message):
-    return json.dumps({"serviceMessage": message, "rates": [{"code": "EUR", "rate": 0.85}]})
+    return json.dumps({"serviceMessage": message, "rates": [{"code": "EUR", "rate": 0.85}, {"code": "USD", "rate": 1}]})
 
 
 class Revalidation(ServedTest):

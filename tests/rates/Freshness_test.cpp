@@ -101,12 +101,16 @@ TEST_F(FreshnessTest, SaysWhoBroughtTheRates) {
   EXPECT_EQ(rates.freshness().state, State::old) << "of no known age";
 }
 
-TEST_F(FreshnessTest, PublishedOnlyWhenItCanBeSecondsOfThisCentury) {
-  for (const double updated : {0.0, 20'260'929.0, 1'790'000'000'000.0, 5e9, -1.0,
-                               std::numeric_limits<double>::quiet_NaN()}) {
+TEST_F(FreshnessTest, PublishedOnlyWhenItCanBeATimeOfThisCentury) {
+  for (const double updated :
+       {0.0, 20'260'929.0, 5e9, 5e12, -1.0, std::numeric_limits<double>::quiet_NaN()}) {
     EXPECT_EQ(answerOf(updated).published(), std::nullopt) << updated;
   }
   EXPECT_EQ(answerOf(946'684'800).published(), Date(946'684'800));
+  EXPECT_EQ(answerOf(946'684'800'500.0).published(), Date(946'684'800.5)) << "milliseconds";
+  // An answer that does not tell its day is never fresh.
+  EXPECT_FALSE(rates.takeAnswer(answerOf(0), RatesAnswer::Origin::service, false));
+  EXPECT_EQ(rates.freshness().state, State::stale);
 }
 
 TEST_F(FreshnessTest, StoredRatesAreLoadedWithoutARequestOrALine) {

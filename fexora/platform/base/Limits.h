@@ -65,6 +65,9 @@ inline constexpr int kDamagedHistories = 4;
 // Corrections that are told one by one.
 inline constexpr std::size_t kHistoryCorrections = 64;
 
+// Older tables that the store keeps for what the newest answer lacks.
+inline constexpr std::size_t kKeptTables = 4;
+
 // Lines of one conversion. Codes that come twice multiply: n entries of two codes give n²/4 lines.
 inline constexpr std::size_t kConversionLines = std::size_t{256} << 10;
 

@@ -22,6 +22,7 @@ NetOptions processNetOptions() {
   NetOptions options;
   options.cacheFolder = cacheFolder();
   options.container = containerPath({});
+  options.authorities = environment("FEXORA_CA_FILE").value_or("");
   return options;
 }
 

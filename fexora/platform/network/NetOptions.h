@@ -23,6 +23,8 @@ struct NetOptions {
 
   // Where answers are kept for revalidation; empty: nowhere. Made when missing.
   std::string cacheFolder;
+  // A file of the certificates to trust; empty: those of the system.
+  std::string authorities;
   // Whom a kept answer belongs to: another container never sees it.
   std::string container;
 };

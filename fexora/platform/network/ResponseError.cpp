@@ -24,6 +24,8 @@ const char* text(ResponseError::Kind kind) noexcept {
       return "not an object";
     case ResponseError::Kind::implausible:
       return "implausible";
+    case ResponseError::Kind::notTrusted:
+      return "not trusted";
     case ResponseError::Kind::cancelled:
       return "cancelled";
   }
@@ -49,6 +51,8 @@ std::string ResponseError::forPeople() const {
       return "The answer was not from a rates service. Does this network ask for a login?";
     case Kind::implausible:
       return "The new rates look wrong and were not taken: " + message + ".";
+    case Kind::notTrusted:
+      return "The rates service could not prove who it is. Is this computer's clock right?";
     case Kind::cancelled:
       return "The request for rates was stopped.";
   }

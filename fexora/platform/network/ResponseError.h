@@ -19,6 +19,7 @@ struct FEXORA_API ResponseError {
     notJson,
     notAnObject,  // JSON, but not an object at its root
     implausible,  // whole, but a check did not take it: see rates/AnswerCheck.h
+    notTrusted,   // its certificate is not to be trusted: expired, another's, or nobody's
     cancelled,    // by who sent the request: see Transfer.h
   };
 

@@ -383,6 +383,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>less than a minute old</source>
         <translation>قبل أقل من دقيقة</translation>
     </message>
+    <message>
+        <source>rate of %1</source>
+        <translation>سعر %1</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::LinesFilter</name>
@@ -451,10 +455,6 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <translation>لم يأت الرد من خدمة أسعار. هل تطلب هذه الشبكة تسجيل الدخول؟</translation>
     </message>
     <message>
-        <source>the rate of %1 is %2</source>
-        <translation>سعر %1 هو %2</translation>
-    </message>
-    <message>
         <source>there are none</source>
         <translation>لا يوجد أي سعر</translation>
     </message>
@@ -463,24 +463,8 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <translation>الدولار الأمريكي غير موجود</translation>
     </message>
     <message>
-        <source>one US dollar is %1 US dollars</source>
-        <translation>الدولار الأمريكي الواحد يساوي %1 دولار أمريكي</translation>
-    </message>
-    <message>
-        <source>only %1 of the %2 currencies are there</source>
-        <translation>لا توجد إلا %1 من %2 عملة</translation>
-    </message>
-    <message>
         <source>%1 moved from %2 to %3</source>
         <translation>انتقل %1 من %2 إلى %3</translation>
-    </message>
-    <message>
-        <source>they are of the future, %1</source>
-        <translation>تاريخها في المستقبل، %1</translation>
-    </message>
-    <message>
-        <source>they are of %1, older than those of %2</source>
-        <translation>تاريخها %1، أقدم من أسعار %2</translation>
     </message>
     <message>
         <source>the check of the rates failed</source>
@@ -493,6 +477,62 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>The new rates look wrong and were not taken: %1.</source>
         <translation>تبدو الأسعار الجديدة خاطئة ولم تؤخذ: %1.</translation>
+    </message>
+    <message>
+        <source>the rate of %1 is %3</source>
+        <translation>سعر %1 هو %3</translation>
+    </message>
+    <message>
+        <source>one US dollar is %3 US dollars</source>
+        <translation>الدولار الأمريكي الواحد يساوي %3 دولار أمريكي</translation>
+    </message>
+    <message>
+        <source>they are quoted against %1, not against the US dollar</source>
+        <translation>هي مقابل %1 وليست مقابل الدولار الأمريكي</translation>
+    </message>
+    <message>
+        <source>%1 is there twice, as %2 and as %3</source>
+        <translation>‏%1 مذكور مرتين، %2 و %3</translation>
+    </message>
+    <message>
+        <source>%3 of the %2 currencies leaped</source>
+        <translation>قفزت %3 من العملات الـ %2</translation>
+    </message>
+    <message>
+        <source>nearly all moved at once, by a factor of %3</source>
+        <translation>تغيرت كلها تقريبا معا بمعامل %3</translation>
+    </message>
+    <message>
+        <source>%1 is not there any more</source>
+        <translation>لم يعد %1 موجودا</translation>
+    </message>
+    <message>
+        <source>two sources contradict each other: %1 is %2 in one, %3 in the other</source>
+        <translation>يتناقض مصدران: %1 هو %2 في أحدهما و %3 في الآخر</translation>
+    </message>
+    <message>
+        <source>they are of the future, %3</source>
+        <translation>تاريخها في المستقبل، %3</translation>
+    </message>
+    <message>
+        <source>they are of %3, older than those of %2</source>
+        <translation>هي من %3، أقدم من تلك التي من %2</translation>
+    </message>
+    <message>
+        <source>The rates service could not prove who it is. Is this computer&apos;s clock right?</source>
+        <translation>لم تستطع خدمة الأسعار إثبات هويتها. هل ساعة هذا الحاسوب صحيحة؟</translation>
+    </message>
+    <message>
+        <source>Nobody is asked for rates: see the settings.</source>
+        <translation>لا يسأل أحد عن الأسعار: راجع الإعدادات.</translation>
+    </message>
+    <message>
+        <source>Left out of the new rates: %1.</source>
+        <translation>استبعد من الأسعار الجديدة: %1.</translation>
+    </message>
+    <message>
+        <source>A leap in the new rates: %1.</source>
+        <translation>قفزة في الأسعار الجديدة: %1.</translation>
     </message>
 </context>
 <context>
@@ -592,6 +632,30 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>Amounts, also in the terminal</source>
         <translation>المبالغ، وفي الطرفية أيضًا</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <translation>تلقائي</translation>
+    </message>
+    <message>
+        <source>exchange-api, daily</source>
+        <translation>exchange-api، يوميا</translation>
+    </message>
+    <message>
+        <source>European Central Bank</source>
+        <translation>البنك المركزي الأوروبي</translation>
+    </message>
+    <message>
+        <source>The rates service</source>
+        <translation>خدمة الأسعار</translation>
+    </message>
+    <message>
+        <source>Nowhere</source>
+        <translation>لا مصدر</translation>
+    </message>
+    <message>
+        <source>&amp;Fresh rates from</source>
+        <translation>&amp;الأسعار الحديثة من</translation>
     </message>
 </context>
 <context>

@@ -371,6 +371,10 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <source>less than a minute old</source>
         <translation>unter einer Minute alt</translation>
     </message>
+    <message>
+        <source>rate of %1</source>
+        <translation>Kurs vom %1</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::LinesFilter</name>
@@ -439,10 +443,6 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <translation>Die Antwort kam nicht von einem Kursdienst. Verlangt dieses Netz eine Anmeldung?</translation>
     </message>
     <message>
-        <source>the rate of %1 is %2</source>
-        <translation>der Kurs von %1 ist %2</translation>
-    </message>
-    <message>
         <source>there are none</source>
         <translation>es sind keine da</translation>
     </message>
@@ -451,24 +451,8 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <translation>der US-Dollar fehlt</translation>
     </message>
     <message>
-        <source>one US dollar is %1 US dollars</source>
-        <translation>ein US-Dollar ist %1 US-Dollar</translation>
-    </message>
-    <message>
-        <source>only %1 of the %2 currencies are there</source>
-        <translation>nur %1 der %2 Währungen sind da</translation>
-    </message>
-    <message>
         <source>%1 moved from %2 to %3</source>
         <translation>%1 ging von %2 auf %3</translation>
-    </message>
-    <message>
-        <source>they are of the future, %1</source>
-        <translation>sie sind aus der Zukunft, vom %1</translation>
-    </message>
-    <message>
-        <source>they are of %1, older than those of %2</source>
-        <translation>sie sind vom %1, älter als die vom %2</translation>
     </message>
     <message>
         <source>the check of the rates failed</source>
@@ -481,6 +465,62 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
     <message>
         <source>The new rates look wrong and were not taken: %1.</source>
         <translation>Die neuen Kurse sehen falsch aus und wurden nicht übernommen: %1.</translation>
+    </message>
+    <message>
+        <source>the rate of %1 is %3</source>
+        <translation>der Kurs von %1 ist %3</translation>
+    </message>
+    <message>
+        <source>one US dollar is %3 US dollars</source>
+        <translation>ein US-Dollar ist %3 US-Dollar</translation>
+    </message>
+    <message>
+        <source>they are quoted against %1, not against the US dollar</source>
+        <translation>sie gelten je %1, nicht je US-Dollar</translation>
+    </message>
+    <message>
+        <source>%1 is there twice, as %2 and as %3</source>
+        <translation>%1 kommt zweimal vor, mit %2 und mit %3</translation>
+    </message>
+    <message>
+        <source>%3 of the %2 currencies leaped</source>
+        <translation>%3 der %2 Währungen sind gesprungen</translation>
+    </message>
+    <message>
+        <source>nearly all moved at once, by a factor of %3</source>
+        <translation>fast alle haben sich zugleich geändert, um den Faktor %3</translation>
+    </message>
+    <message>
+        <source>%1 is not there any more</source>
+        <translation>%1 ist nicht mehr da</translation>
+    </message>
+    <message>
+        <source>two sources contradict each other: %1 is %2 in one, %3 in the other</source>
+        <translation>zwei Quellen widersprechen sich: %1 ist %2 in der einen, %3 in der anderen</translation>
+    </message>
+    <message>
+        <source>they are of the future, %3</source>
+        <translation>sie sind aus der Zukunft, vom %3</translation>
+    </message>
+    <message>
+        <source>they are of %3, older than those of %2</source>
+        <translation>sie sind vom %3, älter als die vom %2</translation>
+    </message>
+    <message>
+        <source>The rates service could not prove who it is. Is this computer&apos;s clock right?</source>
+        <translation>Der Kursdienst konnte sich nicht ausweisen. Geht die Uhr dieses Rechners richtig?</translation>
+    </message>
+    <message>
+        <source>Nobody is asked for rates: see the settings.</source>
+        <translation>Niemand wird nach Kursen gefragt: siehe Einstellungen.</translation>
+    </message>
+    <message>
+        <source>Left out of the new rates: %1.</source>
+        <translation>Nicht übernommen: %1.</translation>
+    </message>
+    <message>
+        <source>A leap in the new rates: %1.</source>
+        <translation>Ein Sprung in den neuen Kursen: %1.</translation>
     </message>
 </context>
 <context>
@@ -580,6 +620,30 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
     <message>
         <source>Amounts, also in the terminal</source>
         <translation>Beträge, auch im Terminal</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <translation>Automatisch</translation>
+    </message>
+    <message>
+        <source>exchange-api, daily</source>
+        <translation>exchange-api, täglich</translation>
+    </message>
+    <message>
+        <source>European Central Bank</source>
+        <translation>Europäische Zentralbank</translation>
+    </message>
+    <message>
+        <source>The rates service</source>
+        <translation>Der Kursdienst</translation>
+    </message>
+    <message>
+        <source>Nowhere</source>
+        <translation>Nirgends</translation>
+    </message>
+    <message>
+        <source>&amp;Fresh rates from</source>
+        <translation>&amp;Frische Kurse von</translation>
     </message>
 </context>
 <context>

@@ -371,6 +371,10 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <source>less than a minute old</source>
         <translation>il y a moins d’une minute</translation>
     </message>
+    <message>
+        <source>rate of %1</source>
+        <translation>cours du %1</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::LinesFilter</name>
@@ -439,10 +443,6 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <translation>La réponse ne vient pas d’un service de taux. Ce réseau demande-t-il une connexion ?</translation>
     </message>
     <message>
-        <source>the rate of %1 is %2</source>
-        <translation>le taux de %1 est %2</translation>
-    </message>
-    <message>
         <source>there are none</source>
         <translation>il n’y en a aucun</translation>
     </message>
@@ -451,24 +451,8 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <translation>le dollar américain manque</translation>
     </message>
     <message>
-        <source>one US dollar is %1 US dollars</source>
-        <translation>un dollar américain vaut %1 dollars américains</translation>
-    </message>
-    <message>
-        <source>only %1 of the %2 currencies are there</source>
-        <translation>seules %1 des %2 devises sont là</translation>
-    </message>
-    <message>
         <source>%1 moved from %2 to %3</source>
         <translation>%1 est passé de %2 à %3</translation>
-    </message>
-    <message>
-        <source>they are of the future, %1</source>
-        <translation>ils viennent du futur, du %1</translation>
-    </message>
-    <message>
-        <source>they are of %1, older than those of %2</source>
-        <translation>ils sont du %1, plus anciens que ceux du %2</translation>
     </message>
     <message>
         <source>the check of the rates failed</source>
@@ -481,6 +465,62 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
     <message>
         <source>The new rates look wrong and were not taken: %1.</source>
         <translation>Les nouveaux taux semblent faux et n’ont pas été repris : %1.</translation>
+    </message>
+    <message>
+        <source>the rate of %1 is %3</source>
+        <translation>le cours de %1 est %3</translation>
+    </message>
+    <message>
+        <source>one US dollar is %3 US dollars</source>
+        <translation>un dollar américain vaut %3 dollars américains</translation>
+    </message>
+    <message>
+        <source>they are quoted against %1, not against the US dollar</source>
+        <translation>ils sont exprimés par %1 et non par dollar américain</translation>
+    </message>
+    <message>
+        <source>%1 is there twice, as %2 and as %3</source>
+        <translation>%1 y figure deux fois, avec %2 et avec %3</translation>
+    </message>
+    <message>
+        <source>%3 of the %2 currencies leaped</source>
+        <translation>%3 des %2 devises ont fait un saut</translation>
+    </message>
+    <message>
+        <source>nearly all moved at once, by a factor of %3</source>
+        <translation>presque tous ont changé à la fois, d’un facteur %3</translation>
+    </message>
+    <message>
+        <source>%1 is not there any more</source>
+        <translation>%1 n’y figure plus</translation>
+    </message>
+    <message>
+        <source>two sources contradict each other: %1 is %2 in one, %3 in the other</source>
+        <translation>deux sources se contredisent : %1 vaut %2 dans l’une, %3 dans l’autre</translation>
+    </message>
+    <message>
+        <source>they are of the future, %3</source>
+        <translation>ils sont du futur, du %3</translation>
+    </message>
+    <message>
+        <source>they are of %3, older than those of %2</source>
+        <translation>ils sont du %3, plus anciens que ceux du %2</translation>
+    </message>
+    <message>
+        <source>The rates service could not prove who it is. Is this computer&apos;s clock right?</source>
+        <translation>Le service de cours n’a pas pu prouver son identité. L’horloge de cet ordinateur est-elle à l’heure ?</translation>
+    </message>
+    <message>
+        <source>Nobody is asked for rates: see the settings.</source>
+        <translation>Les cours ne sont demandés à personne : voir les paramètres.</translation>
+    </message>
+    <message>
+        <source>Left out of the new rates: %1.</source>
+        <translation>Laissé de côté : %1.</translation>
+    </message>
+    <message>
+        <source>A leap in the new rates: %1.</source>
+        <translation>Un saut dans les nouveaux cours : %1.</translation>
     </message>
 </context>
 <context>
@@ -580,6 +620,30 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
     <message>
         <source>Amounts, also in the terminal</source>
         <translation>Montants, aussi dans le terminal</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <translation>Automatique</translation>
+    </message>
+    <message>
+        <source>exchange-api, daily</source>
+        <translation>exchange-api, chaque jour</translation>
+    </message>
+    <message>
+        <source>European Central Bank</source>
+        <translation>Banque centrale européenne</translation>
+    </message>
+    <message>
+        <source>The rates service</source>
+        <translation>Le service de cours</translation>
+    </message>
+    <message>
+        <source>Nowhere</source>
+        <translation>Nulle part</translation>
+    </message>
+    <message>
+        <source>&amp;Fresh rates from</source>
+        <translation>&amp;Cours récents de</translation>
     </message>
 </context>
 <context>

@@ -368,6 +368,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>less than a minute old</source>
         <translation>1 分未満前</translation>
     </message>
+    <message>
+        <source>rate of %1</source>
+        <translation>%1のレート</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::LinesFilter</name>
@@ -436,10 +440,6 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <translation>レートのサービスからの応答ではありません。ログインが必要なネットワークですか？</translation>
     </message>
     <message>
-        <source>the rate of %1 is %2</source>
-        <translation>%1 のレートが %2</translation>
-    </message>
-    <message>
         <source>there are none</source>
         <translation>一つもありません</translation>
     </message>
@@ -448,24 +448,8 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <translation>米ドルがありません</translation>
     </message>
     <message>
-        <source>one US dollar is %1 US dollars</source>
-        <translation>1 米ドルが %1 米ドル</translation>
-    </message>
-    <message>
-        <source>only %1 of the %2 currencies are there</source>
-        <translation>%2 通貨のうち %1 しかありません</translation>
-    </message>
-    <message>
         <source>%1 moved from %2 to %3</source>
         <translation>%1 が %2 から %3 に</translation>
-    </message>
-    <message>
-        <source>they are of the future, %1</source>
-        <translation>未来の日付です（%1）</translation>
-    </message>
-    <message>
-        <source>they are of %1, older than those of %2</source>
-        <translation>%1 のもので、%2 のものより古い</translation>
     </message>
     <message>
         <source>the check of the rates failed</source>
@@ -478,6 +462,62 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>The new rates look wrong and were not taken: %1.</source>
         <translation>新しいレートは正しくないようなので使いません：%1。</translation>
+    </message>
+    <message>
+        <source>the rate of %1 is %3</source>
+        <translation>%1 のレートが %3 です</translation>
+    </message>
+    <message>
+        <source>one US dollar is %3 US dollars</source>
+        <translation>1 米ドルが %3 米ドルになっています</translation>
+    </message>
+    <message>
+        <source>they are quoted against %1, not against the US dollar</source>
+        <translation>米ドルではなく %1 に対するレートです</translation>
+    </message>
+    <message>
+        <source>%1 is there twice, as %2 and as %3</source>
+        <translation>%1 が %2 と %3 の二通りあります</translation>
+    </message>
+    <message>
+        <source>%3 of the %2 currencies leaped</source>
+        <translation>%2 通貨のうち %3 通貨が急変しています</translation>
+    </message>
+    <message>
+        <source>nearly all moved at once, by a factor of %3</source>
+        <translation>ほぼすべてが同時に %3 倍動いています</translation>
+    </message>
+    <message>
+        <source>%1 is not there any more</source>
+        <translation>%1 がなくなっています</translation>
+    </message>
+    <message>
+        <source>two sources contradict each other: %1 is %2 in one, %3 in the other</source>
+        <translation>二つの出所が矛盾しています: %1 が一方では %2、他方では %3 です</translation>
+    </message>
+    <message>
+        <source>they are of the future, %3</source>
+        <translation>未来の日付です（%3）</translation>
+    </message>
+    <message>
+        <source>they are of %3, older than those of %2</source>
+        <translation>%3 のもので、%2 のものより古いです</translation>
+    </message>
+    <message>
+        <source>The rates service could not prove who it is. Is this computer&apos;s clock right?</source>
+        <translation>レートのサービスの身元を確認できません。このコンピューターの時計は合っていますか。</translation>
+    </message>
+    <message>
+        <source>Nobody is asked for rates: see the settings.</source>
+        <translation>レートはどこにも問い合わせません。設定をご覧ください。</translation>
+    </message>
+    <message>
+        <source>Left out of the new rates: %1.</source>
+        <translation>新しいレートから除きました: %1。</translation>
+    </message>
+    <message>
+        <source>A leap in the new rates: %1.</source>
+        <translation>新しいレートに急変があります: %1。</translation>
     </message>
 </context>
 <context>
@@ -577,6 +617,30 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>Amounts, also in the terminal</source>
         <translation>金額 (端末でも)</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <translation>自動</translation>
+    </message>
+    <message>
+        <source>exchange-api, daily</source>
+        <translation>exchange-api（毎日）</translation>
+    </message>
+    <message>
+        <source>European Central Bank</source>
+        <translation>欧州中央銀行</translation>
+    </message>
+    <message>
+        <source>The rates service</source>
+        <translation>レートのサービス</translation>
+    </message>
+    <message>
+        <source>Nowhere</source>
+        <translation>なし</translation>
+    </message>
+    <message>
+        <source>&amp;Fresh rates from</source>
+        <translation>最新レートの取得元(&amp;F)</translation>
     </message>
 </context>
 <context>

@@ -1,6 +1,7 @@
 #include "fexora/platform/json/simdjson/JsonDocument.h"
 
 #include <new>
+#include <unordered_set>
 #include <utility>
 
 #include <simdjson.h>
@@ -17,30 +18,37 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 // The parser's count begins at one.
 constexpr std::size_t kDepth = limits::kJsonDepth + 1;
 
-Value valueOf(dom::element element);
+enum class Booleans : std::uint8_t { asNumbers, asBooleans };
 
-Value arrayOf(dom::array elements) {
+Value valueOf(dom::element element, Booleans booleans = Booleans::asNumbers);
+
+Value arrayOf(dom::array elements, Booleans booleans) {
   Array array;
   array.reserve(elements.size());
-  for (const dom::element element : elements) array.push_back(valueOf(element));
+  for (const dom::element element : elements) array.push_back(valueOf(element, booleans));
   return array;
 }
 
-Value dictionaryOf(dom::object object) {
+Value dictionaryOf(dom::object object, Booleans booleans) {
   std::vector<Dictionary::Entry> entries;
   entries.reserve(object.size());
   for (const dom::key_value_pair field : object) {
-    entries.emplace_back(std::string(field.key), valueOf(field.value));
+    entries.emplace_back(std::string(field.key), valueOf(field.value, booleans));
   }
   return Dictionary::fromEntries(entries);
 }
 
-Value valueOf(dom::element element) {
+Value booleanOf(bool value, Booleans booleans) {
+  if (booleans == Booleans::asBooleans) return value;
+  return value ? 1 : 0;
+}
+
+Value valueOf(dom::element element, Booleans booleans) {
   switch (element.type()) {
     case dom::element_type::ARRAY:
-      return arrayOf(element.get_array().value_unsafe());
+      return arrayOf(element.get_array().value_unsafe(), booleans);
     case dom::element_type::OBJECT:
-      return dictionaryOf(element.get_object().value_unsafe());
+      return dictionaryOf(element.get_object().value_unsafe(), booleans);
     case dom::element_type::INT64:
       return element.get_int64().value_unsafe();
     case dom::element_type::UINT64:
@@ -50,11 +58,28 @@ Value valueOf(dom::element element) {
     case dom::element_type::STRING:
       return element.get_string().value_unsafe();
     case dom::element_type::BOOL:
-      return element.get_bool().value_unsafe() ? 1 : 0;
+      return booleanOf(element.get_bool().value_unsafe(), booleans);
     case dom::element_type::NULL_VALUE:
       return {};
   }
   return {};
+}
+
+std::optional<std::string> repeatedKeyOf(dom::element element) {
+  dom::array list;
+  if (element.get(list) == simdjson::SUCCESS) {
+    for (const dom::element each : list) {
+      if (auto key = repeatedKeyOf(each)) return key;
+    }
+  }
+  dom::object object;
+  if (element.get(object) != simdjson::SUCCESS) return std::nullopt;
+  std::unordered_set<std::string_view> keys;
+  for (const dom::key_value_pair field : object) {
+    if (!keys.insert(field.key).second) return std::string(field.key);
+    if (auto key = repeatedKeyOf(field.value)) return key;
+  }
+  return std::nullopt;
 }
 
 class ObjectSource final : public MapSource {
@@ -112,6 +137,7 @@ class JsonDocument::Parsed {
     if (root_.get(object) != simdjson::SUCCESS) return nullptr;
     return std::make_unique<ObjectSource>(object);
   }
+  const dom::element& root() const { return root_; }
 
  private:
   dom::parser parser_;
@@ -130,6 +156,14 @@ JsonDocument::JsonDocument(std::string_view text, std::size_t values)
 }
 
 JsonDocument::~JsonDocument() = default;
+
+Value JsonDocument::whole() const {
+  return state_ == State::value ? valueOf(parsed_->root(), Booleans::asBooleans) : Value();
+}
+
+std::optional<std::string> JsonDocument::repeatedKey() const {
+  return state_ == State::value ? repeatedKeyOf(parsed_->root()) : std::nullopt;
+}
 
 void JsonDocument::read(std::string_view text, std::size_t values) {
   // Each value but the last takes two bytes at least: a shorter text needs no count.

@@ -2,13 +2,15 @@
 //
 // Numbers without fraction and exponent that fit 64 bits become integers, all others reals; one
 // beyond the doubles is a text, so that one odd field does not cost the whole. True and false
-// become the integers 1 and 0. Of equal keys the first stays. A byte order mark before the text is
-// skipped. One thread at a time. Nothing throws but for memory that cannot be had.
+// become the integers 1 and 0, but for whole(). Of equal keys the first stays. A byte order mark
+// before the text is skipped. One thread at a time. Nothing throws but for memory that cannot be
+// had.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -36,6 +38,12 @@ class JsonDocument {
   const std::string& reason() const noexcept { return reason_; }
   // The object at the root; null when there is none. Valid as long as this document.
   const MapSource* object() const noexcept { return object_.get(); }
+  // The whole as Values, for who must see every key; here true and false are booleans. Null when
+  // there is none. May throw std::bad_alloc.
+  Value whole() const;
+  // A key that an object in it has twice, the first that is found; nothing when each has its own.
+  // May throw std::bad_alloc.
+  std::optional<std::string> repeatedKey() const;
 
  private:
   class Parsed;

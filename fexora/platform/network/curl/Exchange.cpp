@@ -47,7 +47,10 @@ bool Exchange::setOptions() {
   CURL* handle = handle_.get();
   return set(handle, CURLOPT_URL, request_.address.c_str()) &&
          set(handle, CURLOPT_PROTOCOLS_STR, kProtocols) &&
-         set(handle, CURLOPT_REDIR_PROTOCOLS_STR, kProtocols) &&
+         // Whoever asked by https is never led to where anybody on the way can answer.
+         set(handle, CURLOPT_REDIR_PROTOCOLS_STR, isSecure() ? "https" : kProtocols) &&
+         (options_.authorities.empty() ||
+          set(handle, CURLOPT_CAINFO, options_.authorities.c_str())) &&
          set(handle, CURLOPT_FOLLOWLOCATION, 1L) &&
          set(handle, CURLOPT_MAXREDIRS, static_cast<long>(options_.redirects)) &&
          set(handle, CURLOPT_CONNECTTIMEOUT_MS, milliseconds(options_.connectSeconds)) &&
@@ -68,6 +71,10 @@ bool Exchange::setOptions() {
          (request_.counts == nullptr || setProgress()) &&
          set(handle, CURLOPT_ERRORBUFFER, detailText_.data()) &&
          set(handle, CURLOPT_PRIVATE, static_cast<void*>(this));
+}
+
+bool Exchange::isSecure() const noexcept {
+  return request_.address.starts_with("https://");
 }
 
 bool Exchange::setProgress() {
@@ -204,9 +211,13 @@ NetOutcome Exchange::failure(CURLcode code) const {
       return statusFailure("too many redirects");
     case CURLE_URL_MALFORMAT:
     case CURLE_UNSUPPORTED_PROTOCOL:
-      if (status != 0) return statusFailure("the redirect leads to what is no HTTP address");
+      if (status != 0)
+        return statusFailure(isSecure() ? "the redirect leads to what is no https address"
+                                        : "the redirect leads to what is no HTTP address");
       // The same code says that a server answered something other than HTTP.
       return fail(wasConnected() ? Kind::noConnection : Kind::noAddress, detail(code));
+    case CURLE_PEER_FAILED_VERIFICATION:
+      return fail(Kind::notTrusted, detail(code));
     case CURLE_COULDNT_RESOLVE_HOST:
       return fail(Kind::noAddress, detail(code));
     case CURLE_OPERATION_TIMEDOUT:

@@ -78,6 +78,7 @@ class Exchange {
   static int onProgress(void* self, curl_off_t total, curl_off_t received, curl_off_t toSend,
                         curl_off_t sent);
 
+  bool isSecure() const noexcept;
   long status() const noexcept;
   bool wasConnected() const noexcept;
   std::string answerHeader(const char* name) const;
