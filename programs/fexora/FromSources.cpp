@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "programs/fexora/Output.h"
-#include "programs/fexora/Refresh.h"
+#include "programs/fexora/Waiting.h"
 #include "programs/shared/Failure.h"
 #include "programs/shared/FreshRates.h"
 

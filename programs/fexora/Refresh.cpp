@@ -12,7 +12,7 @@
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/FromSources.h"
 #include "programs/fexora/Output.h"
-#include "programs/fexora/Progress.h"
+#include "programs/fexora/Waiting.h"
 #include "programs/shared/FreshRates.h"
 #include "programs/shared/RatesText.h"
 
@@ -161,42 +161,6 @@ void printRefresh(const CommandLine& line, const StoreManager& store, std::size_
 }
 
 }  // namespace
-
-const char* kindOf(const ResponseError& error) {
-  switch (error.kind) {
-    case ResponseError::Kind::noTransport:
-      return "noTransport";
-    case ResponseError::Kind::noAddress:
-      return "noAddress";
-    case ResponseError::Kind::noConnection:
-      return "noConnection";
-    case ResponseError::Kind::timeOut:
-      return "timeOut";
-    case ResponseError::Kind::httpStatus:
-      return "httpStatus";
-    case ResponseError::Kind::tooLarge:
-      return "tooLarge";
-    case ResponseError::Kind::notJson:
-      return "notJson";
-    case ResponseError::Kind::notAnObject:
-      return "notAnObject";
-    case ResponseError::Kind::implausible:
-      return "implausible";
-    case ResponseError::Kind::notTrusted:
-      return "notTrusted";
-    case ResponseError::Kind::cancelled:
-      return "cancelled";
-  }
-  return "network";
-}
-
-void waitFor(const sources::SourceStep& step, const Transfer::Progress& received,
-             const bool& ended) {
-  const std::string address = step.addresses.empty() ? "" : shownAddress(step.addresses.front());
-  const Progress progress(oneLine("loading rates from " + address), received);
-  Platform::process().loop->runUntil([&] { return ended; });
-  if (!ended) throw Failure{Exit::network, "noLoop", "there is no loop to wait with; see the log"};
-}
 
 void startRefresh(const StoreManager& store, std::function<void(std::optional<Failure>)> done) {
   FreshRates& fresh = freshRates();
