@@ -180,13 +180,8 @@ QString LinesModel::tableText() const {
   return text;
 }
 
-std::optional<program::OtherRates::Found> LinesModel::rateAt(int row) const {
-  const CurrencyRef currency = currencyAt(row);
-  if (const auto found = desk_.rates.rateForSourceCurrency(source_, currency)) {
-    return program::OtherRates::Found{*found, std::nullopt};
-  }
-  if (others_ == nullptr) others_ = std::make_unique<program::OtherRates>(desk_.store);
-  return others_->find(source_, currency);
+std::optional<program::PairFinder::Found> LinesModel::rateAt(int row) const {
+  return pairs_->find(source_, currencyAt(row));
 }
 
 QString LinesModel::rateText(int row) const {
@@ -210,8 +205,8 @@ QString LinesModel::nameText(int row) const {
 void LinesModel::loadRates() {
   auto wanted = selection_;
   wanted.push_back(source_);
-  others_ = nullptr;
   desk_.rates.loadStoredRates(std::move(wanted));
+  pairs_.emplace(desk_.rates, desk_.store);
 }
 
 // Not a reset, so that the view keeps what is selected.

@@ -6,12 +6,11 @@
 #pragma once
 
 #include <QAbstractListModel>
-#include <memory>
 #include <optional>
 #include <vector>
 
 #include "programs/desktop/Desk.h"
-#include "programs/shared/OtherRates.h"
+#include "programs/shared/PairFinder.h"
 
 namespace fexora::desktop {
 
@@ -65,7 +64,7 @@ class LinesModel final : public QAbstractListModel {
   QString tableText() const;
 
  private:
-  std::optional<program::OtherRates::Found> rateAt(int row) const;
+  std::optional<program::PairFinder::Found> rateAt(int row) const;
   std::optional<double> resultAt(int row) const;
   QString rateText(int row) const;
   QString nameText(int row) const;
@@ -78,7 +77,7 @@ class LinesModel final : public QAbstractListModel {
   std::vector<CurrencyRef> rows_;
   CurrencyRef source_;
   std::optional<double> amount_;
-  mutable std::unique_ptr<program::OtherRates> others_;  // made for the first line without a rate
+  std::optional<program::PairFinder> pairs_{std::in_place, desk_.rates, desk_.store};
   std::optional<std::pair<std::size_t, CurrencyRef>> removed_;
 };
 

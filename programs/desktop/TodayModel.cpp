@@ -52,10 +52,9 @@ void TodayModel::reload() {
   const auto most =
       static_cast<std::size_t>(std::max<std::int64_t>(store.numberOfCurrenciesInWidget(), 0));
   if (lines_.size() > most) lines_.resize(most);
-  others_.reset();
   wanted.push_back(source_);
   desk_.rates.loadStoredRates(std::move(wanted));
-  others_.emplace(desk_.store);
+  pairs_.emplace(desk_.rates, desk_.store);
   endResetModel();
 }
 
@@ -75,12 +74,8 @@ bool TodayModel::showsRates() const {
   return desk_.store.todayConversionMode() == TodayConversionMode::rate;
 }
 
-std::optional<program::OtherRates::Found> TodayModel::rateAt(int row) const {
-  const CurrencyRef& currency = lines_[static_cast<std::size_t>(row)];
-  if (const auto found = desk_.rates.rateForSourceCurrency(source_, currency)) {
-    return program::OtherRates::Found{*found, std::nullopt};
-  }
-  return others_->find(source_, currency);
+std::optional<program::PairFinder::Found> TodayModel::rateAt(int row) const {
+  return pairs_->find(source_, lines_[static_cast<std::size_t>(row)]);
 }
 
 // With the day of a rate that is not of the newest ones.

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "programs/desktop/Desk.h"
-#include "programs/shared/OtherRates.h"
+#include "programs/shared/PairFinder.h"
 
 namespace fexora::desktop {
 
@@ -37,7 +37,7 @@ class TodayModel final : public QAbstractListModel {
   const Currency& currencyAt(int row) const { return *lines_[static_cast<std::size_t>(row)]; }
 
  private:
-  std::optional<program::OtherRates::Found> rateAt(int row) const;
+  std::optional<program::PairFinder::Found> rateAt(int row) const;
   QString dated(const QString& label, int row) const;
   QString valueText(int row) const;
 
@@ -46,7 +46,7 @@ class TodayModel final : public QAbstractListModel {
   CurrencyRef source_;
   double amount_ = 1;
   bool isTurned_ = false;
-  std::optional<program::OtherRates> others_;
+  std::optional<program::PairFinder> pairs_;
 };
 
 }  // namespace fexora::desktop

@@ -7,7 +7,7 @@
 #include "programs/fexora/Withdrawn.h"
 #include "programs/shared/Currencies.h"
 #include "programs/shared/Failure.h"
-#include "programs/shared/OtherRates.h"
+#include "programs/shared/PairFinder.h"
 #include "programs/shared/Selection.h"
 
 namespace fexora::program {
@@ -42,21 +42,14 @@ Wanted selection(const StoreManager& store, const CurrencyRef& source) {
 std::vector<std::string> addLines(const std::vector<CurrencyRef>& wanted, const StoreManager& store,
                                   Conversion& result) {
   std::vector<std::string> noRates;
-  std::optional<OtherRates> others;
+  const PairFinder pairs(rateManager(), store);
   for (const CurrencyRef& destination : wanted) {
-    std::optional<RateOrigin> of;
-    auto rate = *result.source == *destination
-                    ? std::optional(Rate(result.source, destination, 1))
-                    : rateManager().rateForSourceCurrency(result.source, destination);
-    if (!rate) {
-      if (!others) others.emplace(store);
-      if (const auto found = others->find(result.source, destination)) {
-        rate = found->rate;
-        of = found->of;
-      }
-    }
-    if (rate) {
-      result.lines.push_back({ConvertedItem(*rate, result.amount.value, result.invert), of});
+    const auto found = *result.source == *destination
+                           ? std::optional(PairFinder::Found{{result.source, destination, 1}, {}})
+                           : pairs.find(result.source, destination);
+    if (found) {
+      result.lines.push_back(
+          {ConvertedItem(found->rate, result.amount.value, result.invert), found->of});
     } else {
       noRates.push_back(destination->code());
     }

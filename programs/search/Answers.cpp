@@ -4,14 +4,14 @@
 #include <optional>
 
 #include "programs/search/Query.h"
-#include "programs/shared/OtherRates.h"
+#include "programs/shared/PairFinder.h"
 #include "programs/shared/RatesText.h"
 #include "programs/shared/Selection.h"
 
 namespace fexora::search {
 namespace {
 
-using program::OtherRates;
+using program::PairFinder;
 
 std::vector<CurrencyRef> destinationsOf(const program::Request& request,
                                         const StoreManager& store) {
@@ -19,7 +19,7 @@ std::vector<CurrencyRef> destinationsOf(const program::Request& request,
   return program::linesOf(store.loadCurrencies(), *request.source);
 }
 
-std::string ageOf(const OtherRates::Found& found) {
+std::string ageOf(const PairFinder::Found& found) {
   if (!found.of) return program::ratesText(rateManager().freshness());
   Freshness other;
   other.published = found.of->published;
@@ -28,7 +28,7 @@ std::string ageOf(const OtherRates::Found& found) {
   return program::ratesText(other);
 }
 
-std::string textOf(const program::Request& request, const OtherRates::Found& found,
+std::string textOf(const program::Request& request, const PairFinder::Found& found,
                    const NumberFormat& format) {
   const Rate& rate = found.rate;
   std::string text = format.exact(request.amount.value) + " " + request.source->code() + ", 1 " +
@@ -44,7 +44,7 @@ std::string textOf(const program::Request& request, const OtherRates::Found& fou
 std::vector<Answer> answersTo(const std::string& query, const StoreManager& store) {
   const auto request = requestIn(query);
   if (!request) return {};
-  const OtherRates rates(store);
+  const PairFinder rates(rateManager(), store);
   const NumberFormat format(store.fraction(), store.seporate());
   const NumberFormat plain(store.fraction(), false);
   std::vector<Answer> answers;

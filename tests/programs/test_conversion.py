@@ -83,7 +83,8 @@ class Conversion(ProgramTest):
         answer, err = self.noted("100", "DEM", "EUR")
         self.assertIn("DEM was replaced by EUR on 2002-01-01 (1 EUR = 1.95583 DEM)", err)
         content = self.content()
-        content["UDUSDRates"] = [{"code": "EUR", "rate": 0.5}, {"code": "USD", "rate": 1}]
+        content["UDUSDRates"] = [{"code": "EUR", "rate": 0.5}, {"code": "USD", "rate": 1},
+                                 {"code": "JPY", "rate": 0}]  # no rate
         self.store.write_bytes(plistlib.dumps(content))
         items = self.noted("1", "USD", "DEM", "JPY", "EUR")[0]["items"]
         self.assertAlmostEqual(items[0]["rate"], 0.5 * 1.95583, 15)  # by law
