@@ -10,6 +10,7 @@
 #include "fexora/platform/plist/PropertyListWriter.h"
 #include "fexora/rates/PairRates.h"
 #include "fexora/records/Response.h"
+#include "fexora/store/RatesAnswer.h"
 
 #include "fuzz/Target.h"
 #include "tests/support/Describe.h"
@@ -31,7 +32,10 @@ void checkMapping(const Response& response) {
 }
 
 // What of the answer goes into the store can always be written.
-void checkSaving(const std::vector<USDRateRef>& rates) {
+void checkSaving(const Response& response) {
+  const std::vector<USDRateRef>& rates = response.rates();
+  const RatesAnswer said{response.published(), response.source()};
+  require(writePropertyList(said.keptWith(Date(0))).ok(), "what it says of itself can be saved");
   std::vector<USDRateRef> kept;
   for (const auto& rate : rates) {
     require(rate != nullptr, "a mapped list has no null references");
@@ -78,7 +82,7 @@ void run(std::string_view text) {
   require((response != nullptr) == (object != nullptr), "an object is an answer");
   if (response == nullptr) return;
   checkMapping(*response);
-  checkSaving(response->rates());
+  checkSaving(*response);
   checkPairs(response->rates());
 }
 

@@ -10,6 +10,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <utility>
 
 #include "fexora/platform/base/Export.h"
 
@@ -58,8 +59,10 @@ class FEXORA_API Transfer {
   bool isCancelled() const noexcept { return counts_->isCancelled(); }
   Progress progress() const noexcept { return counts_->progress(); }
 
-  // For transports: what they count in, whether anybody wants to be told, and the moment to do it.
+  // For transports: what they count in, what to call at cancel() (see Counts), whether anybody
+  // wants to be told, and the moment to do it.
   const std::shared_ptr<Counts>& counts() const noexcept { return counts_; }
+  void setEnding(std::function<void()> ending) { counts_->setEnding(std::move(ending)); }
   bool isTold() const noexcept { return handler_ != nullptr; }
   void tell();
 

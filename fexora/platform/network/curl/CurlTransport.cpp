@@ -47,7 +47,7 @@ void CurlTransport::send(std::uint64_t id, const std::string& address, Reader re
   if (Transfer* const transfer = request.transfer.get()) {
     exchange.counts = transfer->counts();
     if (transfer->isTold()) tellLater(loop_, pending_, id);
-    transfer->counts()->setEnding([wake = worker_->wake()] { wake->wake(); });
+    transfer->setEnding([wake = worker_->wake()] { wake->wake(); });
   }
   worker_->send(std::move(exchange));
 }
