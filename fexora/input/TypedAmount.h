@@ -64,8 +64,9 @@ struct TypedAmount {
     none,    // the text names none
     code,    // a code
     sign,    // a sign of its own
-    region,  // a sign that several share, as the locale's region uses it
-    trade,   // a sign that several share, as the most traded of them
+    region,  // a sign or a name that several share, as the locale's region uses it
+    trade,   // a sign or a name that several share, as the most traded of them
+    name,    // a name of its own, or a country: of sentences only (input/Sentence.h)
   };
 
   Kind kind = Kind::refused;

@@ -30,6 +30,8 @@ inline constexpr double kFolderRetrySeconds = 5.0;
 
 // Typed text. Parsing is quadratic in the digits, so longer text is no number.
 inline constexpr std::size_t kAmountBytes = 4096;
+// A sentence about money: much more than anyone types, and little enough for any nesting in it.
+inline constexpr std::size_t kSentenceBytes = 1000;
 // Digits after the decimal mark in a number for people; asking for more gives this many. The
 // smallest double has its last of 17 digits at place 340.
 inline constexpr int kFractionDigits = 340;

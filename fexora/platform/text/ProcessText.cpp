@@ -83,7 +83,7 @@ std::vector<std::string> ProcessText::currencyPlurals(std::string_view code,
 }
 
 std::vector<NumberWord> ProcessText::numberWords(std::string_view locale) {
-  Text* const data = module();
+  Text* const data = Locale::hasPlainNumbers(locale) ? nullptr : module();
   return data != nullptr ? data->numberWords(locale) : std::vector<NumberWord>();
 }
 

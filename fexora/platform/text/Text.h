@@ -101,7 +101,7 @@ class FEXORA_API Text {
                                                    std::string_view locale) = 0;
 
   // The words after a shortened number in `locale`, short and long ones ("Tsd.", "Millionen");
-  // empty where there is no language data.
+  // empty in English, which everybody knows, and where there is no language data.
   virtual std::vector<NumberWord> numberWords(std::string_view locale) = 0;
 
   // The names of a country or territory (ISO 3166) in `locale`'s language, or in that of most

@@ -12,6 +12,7 @@
 #include "fexora/platform/text/Decimal.h"
 #include "fexora/platform/text/PlainNumbers.h"
 #include "fexora/platform/text/icu/IcuLocale.h"
+#include "fexora/platform/text/icu/IcuNumberWords.h"
 
 namespace fexora {
 namespace {
@@ -91,6 +92,7 @@ IcuNumbers::IcuNumbers(std::string_view localeName) {
     locale = icu::Locale::getUS();
     parser_ = makeFormat(locale, UNUM_DECIMAL);
   }
+  locale_ = locale;
   formatter_ = icu::number::NumberFormatter::withLocale(locale);
   if (parser_ == nullptr) return;
   const icu::DecimalFormatSymbols* const symbols = parser_->getDecimalFormatSymbols();
@@ -132,6 +134,11 @@ std::optional<double> IcuNumbers::parse(std::string_view text,
   const auto rounded =
       maximumFractionDigits ? roundedDecimal(number, *maximumFractionDigits) : std::nullopt;
   return rounded ? std::copysign(rounded->value(), value) : value;
+}
+
+const std::vector<NumberWord>& IcuNumbers::words() const {
+  std::call_once(wordsMade_, [this] { words_ = shortNumberWords(locale_); });
+  return words_;
 }
 
 std::string IcuNumbers::format(double value, const NumberStyle& style) const {

@@ -5,9 +5,11 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <unicode/decimfmt.h>
 #include <unicode/numberformatter.h>
@@ -25,6 +27,8 @@ class IcuNumbers {
 
   const std::string& decimalSeparator() const noexcept { return decimalSeparator_; }
   const NumberMarks& marks() const noexcept { return marks_; }
+  // Made at the first call.
+  const std::vector<NumberWord>& words() const;
   std::optional<double> parse(std::string_view text,
                               std::optional<int> maximumFractionDigits) const;
   std::string format(double value, const NumberStyle& style) const;
@@ -32,6 +36,9 @@ class IcuNumbers {
  private:
   std::string decimalSeparator_ = ".";
   NumberMarks marks_;
+  icu::Locale locale_;
+  mutable std::once_flag wordsMade_;
+  mutable std::vector<NumberWord> words_;
   std::unique_ptr<icu::DecimalFormat> parser_;  // null where ICU's data cannot be had
   icu::number::LocalizedNumberFormatter formatter_;
 };

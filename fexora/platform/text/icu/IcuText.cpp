@@ -18,7 +18,6 @@
 #include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/text/icu/CharacterBreaks.h"
 #include "fexora/platform/text/icu/IcuLocale.h"
-#include "fexora/platform/text/icu/IcuNumberWords.h"
 #include "fexora/platform/text/icu/IcuNumbers.h"
 
 namespace fexora {
@@ -234,7 +233,7 @@ std::vector<std::string> IcuText::currencyPlurals(std::string_view code, std::st
 }
 
 std::vector<NumberWord> IcuText::numberWords(std::string_view locale) {
-  return shortNumberWords(numberLocale(locale));
+  return IcuNumbers::forLocale(locale)->words();
 }
 
 std::vector<std::string> IcuText::regionNames(std::string_view region, std::string_view locale) {
