@@ -19,6 +19,10 @@ constexpr PopularName kPopularNames[] = {
     {"deutschmark", WordList("DEM")},
     {"dm", WordList("DEM")},
     {"ether", WordList("ETH")},
+    {"eu", WordList("EUR")},
+    {"europe", WordList("EUR")},
+    {"european union", WordList("EUR")},
+    {"eurozone", WordList("EUR")},
     {"greenback", WordList("USD")},
     {"greenbacks", WordList("USD")},
     {"kc", WordList("CZK")},
@@ -51,12 +55,16 @@ constexpr PopularName kPopularNames[] = {
 };
 
 constexpr EverydayName kEverydayNames[] = {
-    {"AE", "UAE"},         {"AE", "Emirates"},  {"CI", "Ivory Coast"},   {"CZ", "Czech Republic"},
-    {"EU", "EU"},          {"EU", "Europe"},    {"EU", "Eurozone"},      {"EU", "European Union"},
-    {"GB", "Britain"},     {"GB", "England"},   {"GB", "Great Britain"}, {"GB", "UK"},
-    {"KR", "South Korea"}, {"MK", "Macedonia"}, {"MM", "Burma"},         {"NL", "Holland"},
-    {"SZ", "Swaziland"},   {"TR", "Turkey"},    {"US", "America"},       {"US", "US"},
-    {"US", "USA"},         {"VN", "Viet Nam"},
+    {"AE", "UAE"},           {"AE", "Emirates"},
+    {"CI", "Ivory Coast"},   {"CZ", "Czech Republic"},
+    {"EU", "Europe"},        {"EU", "European Union"},
+    {"GB", "Britain"},       {"GB", "England"},
+    {"GB", "Great Britain"}, {"GB", "UK"},
+    {"KR", "South Korea"},   {"MK", "Macedonia"},
+    {"MM", "Burma"},         {"NL", "Holland"},
+    {"SZ", "Swaziland"},     {"TR", "Turkey"},
+    {"US", "America"},       {"US", "US"},
+    {"US", "USA"},           {"VN", "Viet Nam"},
 };
 
 }  // namespace

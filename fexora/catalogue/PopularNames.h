@@ -14,7 +14,7 @@ struct PopularName {
 };
 std::span<const PopularName> popularNames() noexcept;
 
-// Further names of a country or territory (ISO 3166), and of the European Union.
+// Further names of a country or territory (ISO 3166).
 struct EverydayName {
   std::string_view region, name;
 };

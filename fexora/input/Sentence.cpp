@@ -21,6 +21,8 @@ constexpr std::string_view kBroken = "this is no text in UTF-8";
 constexpr std::string_view kNothing = "there is no number and no currency in it";
 constexpr std::string_view kUnknown = "this is no currency";
 constexpr std::string_view kSecondNumber = "this is a second number";
+constexpr std::string_view kUnbalanced = "this parenthesis has no partner";
+constexpr std::string_view kMark = "this cannot stand here";
 constexpr std::size_t kOffered = 3;
 
 struct Reader {
@@ -51,8 +53,10 @@ class Reading {
   void takeAmount();
   void takeSource();
   void takeDestinations();
+  void failAtDestination();
   bool skipBetween();
   void skipLead();
+  bool isBetweenWord(std::size_t token) const;
   bool isLead(std::size_t token) const;
   bool onlyLeadFollows() const;
   bool isAccounting(std::size_t begin, std::size_t end) const;
@@ -82,6 +86,7 @@ Sentence Reading::read() {
   } else {
     takeSource();
   }
+  if (cursor_.at() > 0) sentence_.amountEnd = tokens_.all()[cursor_.at() - 1].end;
   takeDestinations();
   if (cursor_.failed()) {
     sentence_ = {};
@@ -162,16 +167,19 @@ void Reading::takeSource() {
   amount.share = 1 / source_->parts;
 }
 
+bool Reading::isBetweenWord(std::size_t token) const {
+  if (tokens_.all()[token].kind != SentenceToken::Kind::word) return false;
+  const SentenceWord word = sentenceWord(tokens_.lower(token));
+  return word == SentenceWord::between || word == SentenceWord::lead;
+}
+
 bool Reading::skipBetween() {
   constexpr std::u32string_view kMarks = U",;&/=>|\u2192\u060C\u3001:-";
   bool isAsked = false;
   while (const SentenceToken* const token = cursor_.token()) {
-    const bool isBetween =
-        token->kind == SentenceToken::Kind::mark
-            ? kMarks.find(token->sign) != kMarks.npos
-            : token->kind == SentenceToken::Kind::word &&
-                  sentenceWord(tokens_.lower(cursor_.at())) == SentenceWord::between &&
-                  !currencies_.at(cursor_.at());
+    const bool isBetween = token->kind == SentenceToken::Kind::mark
+                               ? kMarks.find(token->sign) != kMarks.npos
+                               : isBetweenWord(cursor_.at());
     if (!isBetween) break;
     isAsked = true;
     cursor_.moveTo(cursor_.at() + 1);
@@ -202,15 +210,27 @@ bool Reading::onlyLeadFollows() const {
   return true;
 }
 
+void Reading::failAtDestination() {
+  constexpr std::u32string_view kSteps = U"(+-*/^%";
+  const SentenceToken& token = *cursor_.token();
+  if (token.kind == SentenceToken::Kind::number) {
+    cursor_.failHere(Kind::unexpected, kSecondNumber);
+  } else if (token.isMark(U')')) {
+    cursor_.failHere(Kind::unbalanced, kUnbalanced);
+  } else if (token.kind == SentenceToken::Kind::mark && kSteps.find(token.sign) != kSteps.npos) {
+    cursor_.failHere(Kind::unexpected, kMark);
+  } else {
+    cursor_.failHere(Kind::unknownCurrency, kUnknown);
+  }
+}
+
 void Reading::takeDestinations() {
   while (!cursor_.failed() && !cursor_.atEnd()) {
     const bool isAsked = skipBetween();
     if (onlyLeadFollows()) break;
     const auto mention = currencies_.at(cursor_.at());
     if (!mention) {
-      const bool isNumber = cursor_.token()->kind == SentenceToken::Kind::number;
-      cursor_.failHere(isNumber ? Kind::unexpected : Kind::unknownCurrency,
-                       isNumber ? kSecondNumber : kUnknown);
+      failAtDestination();
       return;
     }
     if (!source_ && !sentence_.hasAmount) return;
@@ -291,6 +311,7 @@ Sentence readAlone(std::string_view text, const Reader& reader, Sentence problem
                                 std::string(text), sentence.source, 0, 0});
   }
   sentence.isDoubtful = amount.currency.empty();
+  sentence.amountEnd = text.size();
   sentence.hasAmount = true;
   sentence.amount = std::move(amount);
   return sentence;

@@ -61,6 +61,7 @@ struct Sentence {
   TypedAmount amount;
   bool hasAmount = false;  // whether one was written; otherwise it is 1
   bool isCalculation = false;
+  std::size_t amountEnd = 0;              // the byte where the amount and its currency end
   CurrencyRef source;                     // null where none was written
   std::vector<CurrencyRef> destinations;  // each once, in order
   // The day whose rates are asked for.

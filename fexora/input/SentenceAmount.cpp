@@ -73,12 +73,10 @@ Quantity SentenceAmount::operand() {
     return quantity;
   }
   const std::size_t first = cursor_.at();
+  number_ = first;
   cursor_.moveTo(first + 1);
   takeNumber(*number, quantity);
-  if (quantity.money) scale(quantity, 1 / quantity.money->parts, 1 / quantity.money->parts);
-  if (quantity.money && quantity.money->parts != 1) {
-    quantity.value = std::round(quantity.value * 1e15) / 1e15;
-  }
+  if (quantity.money) takeParts(quantity, *quantity.money);
   takeWords(quantity);
   if (isNegative) scale(quantity, -1, -1);
   if (!isNegative) takeTrailingMinus(quantity);
@@ -128,6 +126,12 @@ void SentenceAmount::scale(Quantity& quantity, double factor, double other) {
   quantity.other *= other;
 }
 
+// As quotients, which are nearer than products with a part that no double is.
+void SentenceAmount::takeParts(Quantity& quantity, const Mention& money) {
+  quantity.value /= money.parts;
+  quantity.other /= money.parts;
+}
+
 void SentenceAmount::takeFactors(Quantity& quantity) {
   for (int factors = 0; factors < kMostFactors; ++factors) {
     const SentenceToken* const word = cursor_.token();
@@ -164,8 +168,8 @@ bool SentenceAmount::takeGluedFactor(Quantity& quantity) {
     if (!factor && text.substr(0, cut) == "m") factor = NumberFactor{kMillion};
     auto money = factor ? currencies_.in(text.substr(cut), token) : std::nullopt;
     if (!money || quantity.money) continue;
-    const double parts = money->parts;
-    scale(quantity, factor->factor / parts, factor->factor / parts);
+    scale(quantity, factor->factor, factor->factor);
+    takeParts(quantity, *money);
     quantity.money = std::move(money);
     cursor_.moveTo(token + 1);
     return true;
@@ -180,9 +184,9 @@ void SentenceAmount::takeWeight(Quantity& quantity) {
   std::size_t at = cursor_.at();
   if (tokens.lower(at) == "troy" && at + 1 < tokens.all().size()) ++at;
   const std::string unit = tokens.lower(at);
-  const auto ounces = troyOunces(unit);
+  const auto grams = gramsIn(unit);
   // A code or a sign may be called the same.
-  if (!ounces || (unit.size() > 2 && currencies_.at(at) && !quantity.money)) return;
+  if (!grams || (unit.size() > 2 && currencies_.at(at) && !quantity.money)) return;
   std::size_t next = at + 1;
   if (next < tokens.all().size() && sentenceWord(tokens.lower(next)) == SentenceWord::of) ++next;
   auto metal = quantity.money ? quantity.money : currencies_.at(next);
@@ -191,8 +195,8 @@ void SentenceAmount::takeWeight(Quantity& quantity) {
     return;
   }
   cursor_.moveTo(quantity.money ? at + 1 : metal->last);
-  scale(quantity, *ounces, *ounces);
-  weighed_ = Weighed{*metal, *ounces == 1};
+  quantity.value = quantity.value * *grams / kTroyOunce;
+  quantity.other = quantity.other * *grams / kTroyOunce;
   quantity.money = std::move(metal);
 }
 
@@ -201,20 +205,24 @@ void SentenceAmount::takeMoney(Quantity& quantity) {
     const SentenceToken* const word = cursor_.token();
     if (word == nullptr || word->kind != SentenceToken::Kind::word) return;
     const bool isOf = sentenceWord(cursor_.tokens().lower(cursor_.at())) == SentenceWord::of;
+    // "20% of €50"
+    if (isOf && startsAt(cursor_.at() + 1)) return;
     auto money = currencies_.at(cursor_.at() + (isOf ? 1 : 0));
     if (!money) return;
     // "5 usd eur 7"
     if (!quantity.money) {
-      scale(quantity, 1 / money->parts, 1 / money->parts);
+      takeParts(quantity, *money);
       cursor_.moveTo(money->last);
       quantity.money = std::move(money);
       continue;
     }
-    const bool isSame = quantity.money->currency == money->currency ||
+    // "USD USD" asks for the second one, "USD $" and "Poland zloty" are one.
+    const bool isAsked = quantity.money->by == money->by && quantity.money->kind == money->kind;
+    const bool isSame = (quantity.money->currency == money->currency && !isAsked) ||
                         currencies_.isSignOf(*money, *quantity.money);
     const bool decides = !isSame && currencies_.isSignOf(*quantity.money, *money);
     if (!isSame && !decides) {
-      const bool isBefore = quantity.money->first < cursor_.at() && mentions == 0;
+      const bool isBefore = quantity.money->first < number_;
       if (isBefore && quantity.money->isPlain && !money->isPlain) {
         cursor_.fail(Kind::unknownCurrency, kPlainWord, quantity.money->first);
       }

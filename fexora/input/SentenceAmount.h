@@ -28,11 +28,6 @@ class SentenceAmount {
     double value;
     double other;
   };
-  // A weight of a metal.
-  struct Weighed {
-    Mention metal;
-    bool isOunce;
-  };
 
   SentenceAmount(SentenceCursor& cursor, const SentenceCurrencies& currencies,
                  const NumberMarks& marks, std::string_view locale, Text& rules)
@@ -51,7 +46,6 @@ class SentenceAmount {
   bool startsAt(std::size_t token) const;
 
   const std::vector<Open>& open() const noexcept { return open_; }
-  const std::optional<Weighed>& weighed() const noexcept { return weighed_; }
 
  private:
   bool takeMinus();
@@ -61,15 +55,16 @@ class SentenceAmount {
   bool takeGluedFactor(Quantity& quantity);
   void takeMoney(Quantity& quantity);
   void takeWeight(Quantity& quantity);
-  void scale(Quantity& quantity, double factor, double other);
+  static void scale(Quantity& quantity, double factor, double other);
+  static void takeParts(Quantity& quantity, const Mention& money);
 
   SentenceCursor& cursor_;
   const SentenceCurrencies& currencies_;
   const NumberMarks& marks_;
   std::string_view locale_;
   Text& rules_;
+  std::size_t number_ = 0;  // the token of the last one
   std::vector<Open> open_;
-  std::optional<Weighed> weighed_;
 };
 
 }  // namespace fexora

@@ -40,7 +40,7 @@ bool isSatoshi(std::string_view word) {
 std::string_view withoutArticle(std::string_view word) {
   for (const std::string_view article : {"d'", "l'", "d\u2019", "l\u2019", "\u0628\u0627\u0644",
                                          "\u0648\u0627\u0644", "\u0627\u0644", "\u0644\u0644"}) {
-    if (word.starts_with(article) && word.size() > article.size() + 2) {
+    if (word.starts_with(article) && word.size() >= article.size() + 2) {
       return word.substr(article.size());
     }
   }

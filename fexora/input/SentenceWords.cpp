@@ -38,7 +38,6 @@ struct Weight {
   std::string_view word;
   double grams;
 };
-constexpr double kTroyOunce = 31.1034768;  // grams, by definition
 constexpr Weight kWeights[] = {
     {"g", 1},
     {"gr", 1},
@@ -87,10 +86,10 @@ bool isPlainWord(std::string_view word) noexcept {
   return std::binary_search(std::begin(kPlain), std::end(kPlain), word);
 }
 
-std::optional<double> troyOunces(std::string_view word) noexcept {
+std::optional<double> gramsIn(std::string_view word) noexcept {
   const auto* const at = std::find_if(std::begin(kWeights), std::end(kWeights),
                                       [word](const Weight& weight) { return weight.word == word; });
-  return at != std::end(kWeights) ? std::optional(at->grams / kTroyOunce) : std::nullopt;
+  return at != std::end(kWeights) ? std::optional(at->grams) : std::nullopt;
 }
 
 }  // namespace fexora

@@ -22,7 +22,10 @@ SentenceWord sentenceWord(std::string_view word) noexcept;
 // "try", "top", "link", "gold".
 bool isPlainWord(std::string_view word) noexcept;
 
-// The troy ounces in a unit of weight ("g", "kg", "oz"); nothing for any other word.
-std::optional<double> troyOunces(std::string_view word) noexcept;
+// The grams in a troy ounce, by definition.
+inline constexpr double kTroyOunce = 31.1034768;
+// The grams in a unit of weight ("g", "kg", "oz"), ounces being troy ones; nothing for any other
+// word.
+std::optional<double> gramsIn(std::string_view word) noexcept;
 
 }  // namespace fexora

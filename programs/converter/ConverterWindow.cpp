@@ -28,6 +28,7 @@
 #include "programs/desktop/SettingsPage.h"
 #include "programs/desktop/SignButton.h"
 #include "programs/desktop/Style.h"
+#include "programs/shared/SentenceText.h"
 #include "programs/shared/Selection.h"
 
 namespace fexora::desktop {
@@ -161,7 +162,7 @@ void ConverterWindow::connectParts() {
   });
   connect(field_, &AmountField::changed, this, &ConverterWindow::convert);
   connect(field_, &AmountField::sourceWanted, this, &ConverterWindow::chooseSource);
-  connect(field_, &AmountField::accepted, this, &ConverterWindow::save);
+  connect(field_, &AmountField::accepted, this, &ConverterWindow::accept);
   connect(field_, &AmountField::reverted, this, &ConverterWindow::loadSource);
   connect(field_, &AmountField::downWanted, this, &ConverterWindow::focusList);
   connect(filter_, &LinesFilter::left, this, &ConverterWindow::focusList);
@@ -430,26 +431,22 @@ void ConverterWindow::showProblem() {
 }
 
 void ConverterWindow::take(const QStringList& words) {
-  QStringList unknown;
-  std::vector<CurrencyRef> found;
-  for (const QString& word : words) {
-    const AmountReading reading = readTyped(word);
-    if (reading.hasAmount()) {
-      field_->type(word);
-      continue;
-    }
-    auto currency = desk_.catalogue.currencyMeant(word.toStdString());
-    if (currency != nullptr) {
-      found.push_back(std::move(currency));
-    } else {
-      unknown << word;
-    }
+  std::vector<std::string> texts;
+  for (const QString& word : words) texts.push_back(word.toStdString());
+  const AmountReading reading = readTyped(toQt(program::sentenceOf(texts)));
+  notice_->tell(reading.problem);
+  if (reading.hasAmount()) {
+    field_->type(reading.amountText);
+    lines_->add(reading.destinations);
   }
-  if (!found.empty()) takeCurrency(found.front());
-  if (found.size() > 1) lines_->add({found.begin() + 1, found.end()});
-  convert();
   field_->focusAndSelect();
-  if (!unknown.isEmpty()) notice_->tell(tr("Not a currency: %1").arg(unknown.join(", ")));
+}
+
+// What was asked for in the field joins the list when it is accepted, not while it is typed.
+void ConverterWindow::accept() {
+  const auto destinations = field_->reading().destinations;
+  if (!destinations.empty()) lines_->add(destinations);
+  save();
 }
 
 void ConverterWindow::activate() {

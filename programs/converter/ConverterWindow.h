@@ -72,6 +72,7 @@ class ConverterWindow final : public QMainWindow {
   void focusField();
   void takeOtherReading();
   void showAbout();
+  void accept();
   void save();
   void showMenu(const QPoint& position);
   bool listKey(const class QKeyEvent& key);

@@ -187,7 +187,7 @@ QString AmountField::readingText() const {
     case AmountReading::Kind::number:
       if (isCut_) return amountInWords();
       if (reading_.other) return tr("Read as %1").arg(exactText(*amount()));
-      if (reading_.currencyIsGuess) return tr("The sign was read as %1").arg(sourceName_);
+      if (!reading_.notice.isEmpty()) return reading_.notice;
       break;
     case AmountReading::Kind::empty:
       break;

@@ -2,56 +2,81 @@
 
 #include <QCoreApplication>
 
-#include "fexora/fexora.h"
-
 #include "programs/desktop/QtText.h"
-#include "programs/shared/Calculation.h"
 
 namespace fexora::desktop {
 namespace {
 
-using program::SumResult;
+using Problem = SentenceProblem::Kind;
 
-QString problemOf(SumResult::Problem problem) {
-  switch (problem) {
-    case SumResult::Problem::incomplete:
-      return QCoreApplication::translate("AmountReading", "A number is missing");
-    case SumResult::Problem::unbalanced:
-      return QCoreApplication::translate("AmountReading", "A parenthesis has no partner");
-    case SumResult::Problem::divisionByZero:
-      return QCoreApplication::translate("AmountReading", "Divided by zero");
-    case SumResult::Problem::notFinite:
-      return QCoreApplication::translate("AmountReading", "Too large a number");
+QString say(const char* text) {
+  return QCoreApplication::translate("AmountReading", text);
+}
+
+QString unknownCurrency(const std::string& typed, const SentenceProblem& problem) {
+  const QString word = toQt(typed.substr(problem.place, problem.length));
+  if (problem.near.empty())
+    return say(QT_TRANSLATE_NOOP("AmountReading", "Not a currency: %1")).arg(word);
+  return say(QT_TRANSLATE_NOOP("AmountReading", "Not a currency: %1; perhaps %2"))
+      .arg(word, codeOf(*problem.near.front()));
+}
+
+QString problemOf(const std::string& typed, const SentenceProblem& problem) {
+  switch (problem.kind) {
+    case Problem::incomplete:
+      return say(QT_TRANSLATE_NOOP("AmountReading", "A number is missing"));
+    case Problem::unbalanced:
+      return say(QT_TRANSLATE_NOOP("AmountReading", "A parenthesis has no partner"));
+    case Problem::divisionByZero:
+      return say(QT_TRANSLATE_NOOP("AmountReading", "Divided by zero"));
+    case Problem::tooLarge:
+      return say(QT_TRANSLATE_NOOP("AmountReading", "Too large a number"));
+    case Problem::secondCurrency:
+      return say(QT_TRANSLATE_NOOP("AmountReading", "Two currencies in one calculation"));
+    case Problem::unknownCurrency:
+      if (problem.place > 0) return unknownCurrency(typed, problem);
+      break;
     default:
-      return QCoreApplication::translate("AmountReading", "No amount; write it like %1")
-          .arg(plainNumber(12.5));
+      break;
   }
+  return say(QT_TRANSLATE_NOOP("AmountReading", "No amount; write it like %1"))
+      .arg(plainNumber(12.5));
 }
 
-AmountReading calculated(const std::string& text) {
-  program::Calculation calculation = program::calculate(text);
-  if (calculation.sum.problem == SumResult::Problem::incomplete) {
-    const auto last = text.find_last_not_of("+-*/( ");
-    if (last != std::string::npos) calculation = program::calculate(text.substr(0, last + 1));
+// The second reading of a number has a button of its own.
+QString noticeOf(const Sentence& sentence) {
+  using Notice = SentenceNotice::Kind;
+  constexpr double kHundred = 100;
+  for (const SentenceNotice& notice : sentence.notices) {
+    const QString name = notice.currency != nullptr ? nameOf(*notice.currency) : QString();
+    switch (notice.kind) {
+      case Notice::region:
+      case Notice::trade:
+      case Notice::name:
+        return say(QT_TRANSLATE_NOOP("AmountReading", "“%1” was read as %2"))
+            .arg(toQt(notice.text), name);
+      case Notice::hundredths:
+        if (notice.value != kHundred) continue;
+        return say(QT_TRANSLATE_NOOP("AmountReading", "%1: hundredths of %2"))
+            .arg(toQt(notice.text), name);
+      case Notice::troyOunces:
+        return say(QT_TRANSLATE_NOOP("AmountReading", "%1, in troy ounces")).arg(name);
+      default:
+        break;
+    }
   }
-  const SumResult& sum = calculation.sum;
-  AmountReading reading;
-  const bool isRight = sum.problem == SumResult::Problem::none;
-  reading.kind = isRight ? AmountReading::Kind::calculation : AmountReading::Kind::refused;
-  if (isRight) reading.value = sum.value;
-  if (!isRight) reading.problem = problemOf(sum.problem);
-  reading.other = calculation.other;
-  return reading;
+  return {};
 }
 
-AmountReading numberOf(const TypedAmount& read) {
+AmountReading readingOf(const Sentence& sentence) {
+  using Kind = AmountReading::Kind;
   AmountReading reading;
-  reading.kind = AmountReading::Kind::number;
-  reading.value = read.value;
-  reading.other = read.other;
-  reading.currency = read.currency;
-  reading.currencyIsGuess = read.currencyBy == TypedAmount::CurrencyBy::region ||
-                            read.currencyBy == TypedAmount::CurrencyBy::trade;
+  reading.kind = sentence.isCalculation ? Kind::calculation : Kind::number;
+  reading.value = sentence.amount.value;
+  reading.other = sentence.amount.other;
+  reading.currency = sentence.amount.currency;
+  reading.destinations = sentence.destinations;
+  reading.notice = noticeOf(sentence);
   return reading;
 }
 
@@ -61,12 +86,18 @@ AmountReading readTyped(const QString& text) {
   const std::string typed = text.trimmed().toStdString();
   AmountReading reading;
   if (typed.empty()) return reading;
-  const TypedAmount read = readAmount(typed);
-  if (read.kind != TypedAmount::Kind::refused) return numberOf(read);
-  const std::string sum = program::withPlainSigns(typed);
-  if (program::mayBeSum(sum)) return calculated(sum);
+  Sentence sentence = readSentence(typed);
+  if (sentence.problem && sentence.problem->kind == Problem::incomplete) {
+    const auto last = typed.find_last_not_of("+-*/^( ");
+    if (last != std::string::npos) sentence = readSentence(typed.substr(0, last + 1));
+  }
+  if (!sentence.problem) {
+    reading = readingOf(sentence);
+    reading.amountText = toQt(typed.substr(0, sentence.amountEnd));
+    return reading;
+  }
   reading.kind = AmountReading::Kind::refused;
-  reading.problem = problemOf(SumResult::Problem::noNumber);
+  reading.problem = problemOf(typed, *sentence.problem);
   return reading;
 }
 

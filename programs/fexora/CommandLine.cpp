@@ -25,7 +25,8 @@ struct CommandEntry {
 constexpr std::array<CommandEntry, 7> kCommands = {{
     {"", Command::convert, "AMOUNT SRC [DST…]",
      "Convert AMOUNT (a number, a calculation like 12+3*2, or - for one a line of standard input) "
-     "of SRC into each DST, or into the stored selection. The amount may carry the source: $100."},
+     "of SRC into each DST, or into the stored selection. Read as one sentence, in words or in "
+     "quotes: $100, 5k dollars to euros, \"20% of 50 usd in eur\", usd eur."},
     {"select", Command::select, "[CODE…]", "Show, replace or change the stored selection."},
     {"settings", Command::settings, "[NAME [VALUE]]", "Show the settings, or set one."},
     {"search", Command::search, "TEXT…", "Find currencies by code, sign, name or country."},

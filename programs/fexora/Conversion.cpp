@@ -9,6 +9,7 @@
 #include "programs/shared/Failure.h"
 #include "programs/shared/PairFinder.h"
 #include "programs/shared/Selection.h"
+#include "programs/shared/SentenceText.h"
 
 namespace fexora::program {
 namespace {
@@ -80,9 +81,8 @@ void round(ConvertedItem& item, const Currency& shownIn) {
   }
 }
 
-void addNotices(const Request& request, Conversion& result) {
-  result.notices = request.amount.notes;
-  result.notices.insert(result.notices.end(), request.notes.begin(), request.notes.end());
+void addNotices(const Sentence& sentence, Conversion& result) {
+  result.notices = noticeTexts(sentence);
   const auto addWithdrawn = [&](const Currency& currency) {
     if (auto notice = withdrawnNotice(currency)) result.notices.push_back(*std::move(notice));
   };
@@ -98,14 +98,14 @@ void addNotices(const Request& request, Conversion& result) {
 
 }  // namespace
 
-Conversion conversionOf(const Request& request, const CommandLine& line, StoreManager& store,
+Conversion conversionOf(const Sentence& sentence, const CommandLine& line, StoreManager& store,
                         bool sync) {
   Conversion result;
-  result.amount = request.amount;
-  result.source = request.source;
+  result.amount = sentence.amount;
+  result.source = sentence.source;
   result.invert = line.invert;
-  const Wanted wanted = request.destinations.empty() ? selection(store, result.source)
-                                                     : Wanted{request.destinations, {}};
+  const Wanted wanted = sentence.destinations.empty() ? selection(store, result.source)
+                                                      : Wanted{sentence.destinations, {}};
   seedBundledRates(store);
   if (hasBundledRates(store)) result.origin = "bundled";
   auto selected = wanted.currencies;
@@ -118,7 +118,7 @@ Conversion conversionOf(const Request& request, const CommandLine& line, StoreMa
       round(item, result.invert ? *item.srcCurrency : *item.dstCurrency);
     }
   }
-  addNotices(request, result);
+  addNotices(sentence, result);
   store.saveSourceCurrency(result.source, result.amount.value, sync);
   return result;
 }

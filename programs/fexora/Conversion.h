@@ -5,9 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "fexora/fexora.h"
+
 #include "programs/fexora/CommandLine.h"
 #include "programs/shared/OtherRates.h"
-#include "programs/shared/Request.h"
 
 namespace fexora::program {
 
@@ -17,7 +18,7 @@ struct ConversionLine {
 };
 
 struct Conversion {
-  Amount amount;
+  TypedAmount amount;
   CurrencyRef source;
   bool invert = false;
   const char* origin = "store";
@@ -29,7 +30,7 @@ struct Conversion {
 
 // Records the amount in the store, which is saved at once with `sync`, unless the line says not to.
 // Throws a Failure, with nothing recorded, when there is no line.
-Conversion conversionOf(const Request& request, const CommandLine& line, StoreManager& store,
+Conversion conversionOf(const Sentence& sentence, const CommandLine& line, StoreManager& store,
                         bool sync);
 
 // On standard output; the notices are messages, each of which begins with `place`.

@@ -51,7 +51,7 @@ void printJson(const Conversion& conversion, bool names) {
   addRatesDate(json, ratesDate());
   json.key("origin").string(conversion.origin);
   addFreshness(json);
-  addReading(json, conversion.amount.reading);
+  addReading(json, conversion.amount);
   json.key("items").beginArray();
   for (const ConversionLine& line : conversion.lines) addItem(json, line, names);
   json.endArray();

@@ -1,6 +1,7 @@
 // The main job: an amount, or each amount of standard input, converted and shown.
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/Conversion.h"
@@ -8,6 +9,7 @@
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Store.h"
 #include "programs/shared/Failure.h"
+#include "programs/shared/SentenceText.h"
 
 namespace fexora::program {
 namespace {
@@ -15,15 +17,20 @@ namespace {
 constexpr const char* kStandardInput = "-";
 
 // `place` begins each message.
-Exit convertOne(const Request& request, const CommandLine& line, StoreManager& store, bool sync,
+Exit convertOne(const Sentence& sentence, const CommandLine& line, StoreManager& store, bool sync,
                 const std::string& place) {
-  const Conversion conversion = conversionOf(request, line, store, sync);
+  const Conversion conversion = conversionOf(sentence, line, store, sync);
   print(conversion, line, store, place);
   return conversion.missing.empty() ? Exit::done : Exit::noCurrency;
 }
 
-Request requestOfLine(const std::string& amount, const CommandLine& line) {
-  if (amount.size() <= InputLines::kMostBytes) return requestOf(line.operands, amount);
+// The line stands in the place of the first operand.
+Sentence readLine(const std::string& amount, const CommandLine& line) {
+  if (amount.size() <= InputLines::kMostBytes) {
+    std::vector<std::string> words = line.operands;
+    words.front() = amount;
+    return readWords(words);
+  }
   throw Failure{Exit::usage, "amount",
                 "it is longer than " + std::to_string(InputLines::kMostBytes) + " bytes"};
 }
@@ -31,7 +38,7 @@ Request requestOfLine(const std::string& amount, const CommandLine& line) {
 Exit convertNumbered(const std::string& amount, const CommandLine& line, StoreManager& store,
                      const std::string& place) {
   try {
-    return convertOne(requestOfLine(amount, line), line, store, false, place);
+    return convertOne(readLine(amount, line), line, store, false, place);
   } catch (Failure& failure) {
     if (failure.exit == Exit::notWritten) throw;
     failure.message.insert(0, place);
@@ -61,9 +68,9 @@ Exit convertLines(const CommandLine& line, StoreManager& store) {
   return exit;
 }
 
-Request wordsRequest(const std::vector<std::string>& operands) {
+Sentence readOperands(const std::vector<std::string>& operands) {
   try {
-    return requestOf(operands, operands[0]);
+    return readWords(operands);
   } catch (Failure& failure) {
     if (failure.exit == Exit::usage) failure.message += commandMeant(operands[0]);
     throw;
@@ -79,10 +86,10 @@ Exit convert(const CommandLine& line) {
         "usage: fexora AMOUNT SRC [DST…], as in: fexora 100 USD EUR; fexora --help shows the rest");
   }
   const bool isMany = line.operands[0] == kStandardInput;
-  const Request request = isMany ? Request() : wordsRequest(line.operands);
+  const Sentence sentence = isMany ? Sentence() : readOperands(line.operands);
   StoreManager& store = openStore(!line.noSave);
   const Exit exit =
-      isMany ? convertLines(line, store) : convertOne(request, line, store, !line.noSave, {});
+      isMany ? convertLines(line, store) : convertOne(sentence, line, store, !line.noSave, {});
   if (!line.noSave) requireSaved(store);
   return exit;
 }

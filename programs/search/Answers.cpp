@@ -7,16 +7,16 @@
 #include "programs/shared/PairFinder.h"
 #include "programs/shared/RatesText.h"
 #include "programs/shared/Selection.h"
+#include "programs/shared/SentenceText.h"
 
 namespace fexora::search {
 namespace {
 
 using program::PairFinder;
 
-std::vector<CurrencyRef> destinationsOf(const program::Request& request,
-                                        const StoreManager& store) {
-  if (!request.destinations.empty()) return request.destinations;
-  return program::linesOf(store.loadCurrencies(), *request.source);
+std::vector<CurrencyRef> destinationsOf(const Sentence& sentence, const StoreManager& store) {
+  if (!sentence.destinations.empty()) return sentence.destinations;
+  return program::linesOf(store.loadCurrencies(), *sentence.source);
 }
 
 std::string ageOf(const PairFinder::Found& found) {
@@ -28,36 +28,35 @@ std::string ageOf(const PairFinder::Found& found) {
   return program::ratesText(other);
 }
 
-std::string textOf(const program::Request& request, const PairFinder::Found& found,
+std::string textOf(const Sentence& sentence, const PairFinder::Found& found,
                    const NumberFormat& format) {
   const Rate& rate = found.rate;
-  std::string text = format.exact(request.amount.value) + " " + request.source->code() + ", 1 " +
-                     request.source->code() + " = " + format.rate(rate.rate().doubleValue()) + " " +
-                     rate.dst()->code() + ", " + ageOf(found);
-  for (const std::string& note : request.amount.notes) text += "; " + note;
-  for (const std::string& note : request.notes) text += "; " + note;
+  std::string text = format.exact(sentence.amount.value) + " " + sentence.source->code() + ", 1 " +
+                     sentence.source->code() + " = " + format.rate(rate.rate().doubleValue()) +
+                     " " + rate.dst()->code() + ", " + ageOf(found);
+  for (const std::string& notice : program::noticeTexts(sentence)) text += "; " + notice;
   return text;
 }
 
 }  // namespace
 
 std::vector<Answer> answersTo(const std::string& query, const StoreManager& store) {
-  const auto request = requestIn(query);
-  if (!request) return {};
+  const auto sentence = sentenceIn(query);
+  if (!sentence) return {};
   const PairFinder rates(rateManager(), store);
   const NumberFormat format(store.fraction(), store.seporate());
   const NumberFormat plain(store.fraction(), false);
   std::vector<Answer> answers;
-  for (const CurrencyRef& destination : destinationsOf(*request, store)) {
+  for (const CurrencyRef& destination : destinationsOf(*sentence, store)) {
     if (answers.size() == kMostAnswers) break;
-    const auto found = rates.find(request->source, destination);
+    const auto found = rates.find(sentence->source, destination);
     if (!found) continue;
-    const double amount = request->amount.value * found->rate.rate().doubleValue();
+    const double amount = sentence->amount.value * found->rate.rate().doubleValue();
     if (!std::isfinite(amount)) continue;
-    answers.push_back({plain.exact(request->amount.value) + " " + request->source->code() + " " +
+    answers.push_back({plain.exact(sentence->amount.value) + " " + sentence->source->code() + " " +
                            destination->code(),
                        format.amount(amount) + " " + destination->code(),
-                       textOf(*request, *found, format), plain.amount(amount)});
+                       textOf(*sentence, *found, format), plain.amount(amount)});
   }
   return answers;
 }

@@ -4,14 +4,13 @@
 #include <optional>
 #include <string>
 
-#include "programs/shared/Request.h"
+#include "fexora/fexora.h"
 
 namespace fexora::search {
 
-// The conversion that `query` asks for: an amount as amountFromText reads it, the source before or
-// after it or right beside, and any destinations, each a code, a sign, a name or a country. Nothing
-// when one word of it is none of these, when it has no currency, and when its only one is the
-// beginning of a name: a search for something else is left alone.
-std::optional<program::Request> requestIn(const std::string& query);
+// The sentence about money that `query` is. Nothing where a word of it is something else, where
+// plain words or units could be meant as well, for a currency alone, and for two currencies without
+// an amount that are not both codes or signs: a search for something else is left alone.
+std::optional<Sentence> sentenceIn(const std::string& query);
 
 }  // namespace fexora::search

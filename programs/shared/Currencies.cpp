@@ -4,7 +4,6 @@
 #include <cctype>
 #include <utility>
 
-#include "programs/shared/EditDistance.h"
 #include "programs/shared/Failure.h"
 #include "programs/shared/ShownNames.h"
 
@@ -12,19 +11,11 @@ namespace fexora::program {
 namespace {
 
 constexpr std::size_t kOffered = 3;
-// Longer texts are no mistyped codes, and the distance takes time by length.
-constexpr std::size_t kLongestCode = 16;
 
 std::string upperCase(std::string_view text) {
   std::string upper(text);
   for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
   return upper;
-}
-
-// What the text may have meant.
-std::vector<CurrencyRef> offers(std::string_view typed) {
-  auto offered = currencyManager().rankedCurrencies(typed, std::int64_t{kOffered}, {});
-  return offered.empty() ? nearestCurrencies(typed) : offered;
 }
 
 }  // namespace
@@ -34,37 +25,11 @@ CurrencyRef findCurrency(std::string_view typed) {
   return currencyManager().currencyForCode(upperCase(typed));
 }
 
-std::vector<CurrencyRef> nearestCurrencies(std::string_view typed) {
-  const std::string code = upperCase(typed);
-  if (code.empty() || code.size() > kLongestCode) return {};
-  std::vector<std::pair<std::size_t, CurrencyRef>> near;
-  for (const CurrencyRef& currency : currencyManager().currencies()) {
-    const std::size_t steps = editDistance(code, currency->code());
-    if (steps <= 2 && steps < code.size()) near.emplace_back(steps, currency);
-  }
-  // In the catalogue's order where the distance is the same: the most traded first.
-  std::stable_sort(near.begin(), near.end(),
-                   [](const auto& a, const auto& b) { return a.first < b.first; });
-  std::vector<CurrencyRef> currencies;
-  for (auto& [steps, currency] : near) {
-    if (currencies.size() < kOffered) currencies.push_back(std::move(currency));
-  }
-  return currencies;
-}
-
 CurrencyRef currencyFromText(std::string_view typed) {
   if (auto currency = findCurrency(typed)) return currency;
   throw Failure{Exit::noCurrency, "currency",
                 "there is no currency \"" + std::string(typed) + "\"; expected a code like USD" +
-                    nearText(offers(typed))};
-}
-
-CurrencyRef currencyFromText(std::string_view typed, std::vector<std::string>& notes) {
-  if (auto currency = findCurrency(typed)) return currency;
-  auto currency = currencyManager().currencyMeant(typed);
-  if (currency == nullptr) return currencyFromText(typed);
-  notes.push_back("\"" + std::string(typed) + "\" was read as " + codeAndName(*currency, true));
-  return currency;
+                    nearText(nearCurrencies(currencyManager(), typed, kOffered))};
 }
 
 std::string nearText(const std::vector<CurrencyRef>& currencies) {

@@ -14,13 +14,6 @@ CurrencyRef findCurrency(std::string_view typed);
 
 // The same, but throws a Failure that names the text and offers what may have been meant.
 CurrencyRef currencyFromText(std::string_view typed);
-// The same, but takes a name or a country, too, that is only one currency in use, and adds a note
-// of it.
-CurrencyRef currencyFromText(std::string_view typed, std::vector<std::string>& notes);
-
-// The codes that differ least from the text; none when all differ much.
-std::vector<CurrencyRef> nearestCurrencies(std::string_view typed);
-
 // "; near: USD (US Dollar), EUR (Euro)", or nothing.
 std::string nearText(const std::vector<CurrencyRef>& currencies);
 

@@ -147,6 +147,7 @@ class DesktopTest final : public QObject {
 
  private slots:
   void readsWhatIsTyped();
+  void readsTheTableOfSentences();
   void convertsEachKeyAndSavesOnce();
   void keepsWhatIsShown();
   void takesTheCurrencyAndTheOtherReading();
@@ -193,6 +194,27 @@ void DesktopTest::readsWhatIsTyped() {
     QCOMPARE(read.currency, row.currency);
     QCOMPARE(read.problem.isEmpty(), row.kind != Kind::refused);
   }
+}
+
+void DesktopTest::readsTheTableOfSentences() {
+  QFile table(FEXORA_TEST_SOURCE_DIR "/tests/sentences/sentences.tsv");
+  QVERIFY(table.open(QIODevice::ReadOnly));
+  for (QString line; !(line = QString::fromUtf8(table.readLine())).isEmpty();) {
+    const QStringList cells = line.trimmed().split('\t');
+    if (line.startsWith('#')) continue;
+    Locale::setCurrent(cells[0].toStdString());
+    const AmountReading read = readTyped(cells[1]);
+    QVERIFY2(read.hasAmount() == (cells[2] != "!"), qUtf8Printable(line + read.problem));
+    if (!read.hasAmount()) continue;
+    const QStringList numbers = cells[2].split('|');
+    QVERIFY2(std::fabs(read.value / numbers.first().toDouble() - 1) < 1e-12, qUtf8Printable(line));
+    QCOMPARE(read.other.value_or(0), numbers.value(1, "0").toDouble());
+    QStringList destinations;
+    for (const CurrencyRef& each : read.destinations) destinations << codeOf(*each);
+    QCOMPARE(toQt(read.currency.empty() ? "-" : read.currency), cells[3]);
+    QCOMPARE(destinations.isEmpty() ? "-" : destinations.join(' '), cells[4]);
+  }
+  Locale::setCurrent("en_US");
 }
 
 void DesktopTest::convertsEachKeyAndSavesOnce() {
@@ -334,10 +356,19 @@ void DesktopTest::makesALineTheSource() {
   QCOMPARE(*window.field().amount(), bundled(100, "USD", "EUR"));
   QCOMPARE(cell(window.lines(), 0, LinesModel::codeRole), "USD");
   QCOMPARE(cell(window.lines(), 0, LinesModel::amountRole), "100.000");
-  window.take({"7", "yen", "Krona?", "CHF"});
+  window.take({"7", "yen", "xyzzy", "CHF"});
+  QVERIFY(window.notice().text().contains("xyzzy"));
+  QCOMPARE(window.lines().source()->code(), "EUR");
+  window.take({"7", "yen", "in", "CHF"});
+  QVERIFY(window.notice().text().isEmpty());
   QCOMPARE(window.lines().source()->code(), "JPY");
   QVERIFY(order().endsWith("CHF"));
-  QVERIFY(window.notice().text().contains("Krona?"));
+  QCOMPARE(window.field().entry().text(), "7 yen");
+  // What is asked for in the field joins the list with Return.
+  window.field().type("100 gbp in kwd");
+  QVERIFY(!order().contains("KWD"));
+  QTest::keyClick(&window.field().entry(), Qt::Key_Return);
+  QVERIFY(order().endsWith("KWD"));
 }
 
 void DesktopTest::showsWhatIsTooLongForALine() {

@@ -67,7 +67,7 @@ class Conversion(ProgramTest):
                 (("1,234", "USD", "EUR"), 1234, "USD", '"1,234" was read as 1234; write 1.234 for the other'),
                 (("1.234", "USD", "EUR", "--locale", "de_DE"), 1234, "USD", "write 1,234 for the other"),
                 (("$100", "EUR"), 100, "USD", "the most traded"), (("kr 5", "EUR", "--locale", "da_DK"), 5, "DKK", "of the locale"),
-                (("100", "yen", "in", "euro"), 100, "JPY", '"euro" was read as EUR (Euro)'),
+                (("100", "uk", "in", "euro"), 100, "GBP", '"uk" was read as GBP (British Pound)'),
                 (("250", "GBp", "USD"), 2.5, "GBP", "GBp are hundredths of GBP"),
                 (("3", "ILA", "to", "USD"), 0.03, "ILS", "hundredths of ILS")]:
             answer, err = self.noted(*words)
@@ -93,12 +93,12 @@ class Conversion(ProgramTest):
         self.assertRegex(self.succeed("1", "USD", "JPY"), r"\(rate of 29 September.*, bundled\)")
 
     def test_rounded_to_the_minor_unit(self):
-        out = self.succeed("2.675", "USD", "JPY", "BHD", "USDT", "--rounded")
+        out = self.succeed("2.75", "USD", "JPY", "BHD", "USDT", "--rounded")
         rates = snapshot_rates()
         for code, digits in (("JPY", 0), ("BHD", 3)):
-            self.assertIn(f" {2.675 * rates[code]:.{digits}f} {code} ", out)
-        self.assertEqual(self.json("2.675", "USD", "EUR", "--rounded")["items"][0]["amount"],
-                         round(2.675 * rates["EUR"], 2))
+            self.assertIn(f" {2.75 * rates[code]:.{digits}f} {code} ", out)
+        self.assertEqual(self.json("2.75", "USD", "EUR", "--rounded")["items"][0]["amount"],
+                         round(2.75 * rates["EUR"], 2))
 
     def test_amounts_of_standard_input(self):
         code, out, err = self.run_program("-", "USD", "EUR", "--json",

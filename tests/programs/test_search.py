@@ -82,6 +82,6 @@ class Offers(ProgramTest):
         self.assertIn("near: JPY (Japanese Yen)", self.reject(1, "select", "yen"))
         self.assertIn("near: JPY (日本円)", self.reject(1, "select", "円", "--lang", "ja"))
         self.assertIn("near: USD (US Dollar),", self.reject(1, "1", "EUR", "UDS"))
-        error = self.failure(1, "1", "franc")
+        error = self.failure(1, "1", "frank")
         self.assertEqual(error["kind"], "currency")
         self.assertIn("CHF (Swiss Franc)", error["message"])

@@ -31,10 +31,6 @@
         <source>Read as %1</source>
         <translation>قُرئ %1</translation>
     </message>
-    <message>
-        <source>The sign was read as %1</source>
-        <translation>قُرئت العلامة على أنها %1</translation>
-    </message>
 </context>
 <context>
     <name>AmountReading</name>
@@ -57,6 +53,30 @@
     <message>
         <source>No amount; write it like %1</source>
         <translation>ليس مبلغًا؛ اكتبه مثل %1</translation>
+    </message>
+    <message>
+        <source>Not a currency: %1</source>
+        <translation>ليست عملة: %1</translation>
+    </message>
+    <message>
+        <source>Not a currency: %1; perhaps %2</source>
+        <translation>ليست عملة: %1؛ ربما %2</translation>
+    </message>
+    <message>
+        <source>Two currencies in one calculation</source>
+        <translation>عملتان في عملية حسابية واحدة</translation>
+    </message>
+    <message>
+        <source>“%1” was read as %2</source>
+        <translation>قُرئ «%1» على أنه %2</translation>
+    </message>
+    <message>
+        <source>%1: hundredths of %2</source>
+        <translation>%1: أجزاء من مئة من %2</translation>
+    </message>
+    <message>
+        <source>%1, in troy ounces</source>
+        <translation>%1، بالأونصة الترويسية</translation>
     </message>
 </context>
 <context>
@@ -180,10 +200,6 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>The store could not be read; it is left as it is.</source>
         <translation>تعذّرت قراءة المخزن؛ يبقى كما هو.</translation>
-    </message>
-    <message>
-        <source>Not a currency: %1</source>
-        <translation>ليست عملة: %1</translation>
     </message>
     <message>
         <source>&amp;Find in the list</source>

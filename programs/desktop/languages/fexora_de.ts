@@ -31,10 +31,6 @@
         <source>Read as %1</source>
         <translation>Gelesen als %1</translation>
     </message>
-    <message>
-        <source>The sign was read as %1</source>
-        <translation>Das Zeichen wurde als %1 gelesen</translation>
-    </message>
 </context>
 <context>
     <name>AmountReading</name>
@@ -57,6 +53,30 @@
     <message>
         <source>No amount; write it like %1</source>
         <translation>Kein Betrag; zum Beispiel %1</translation>
+    </message>
+    <message>
+        <source>Not a currency: %1</source>
+        <translation>Keine Währung: %1</translation>
+    </message>
+    <message>
+        <source>Not a currency: %1; perhaps %2</source>
+        <translation>Keine Währung: %1; vielleicht %2</translation>
+    </message>
+    <message>
+        <source>Two currencies in one calculation</source>
+        <translation>Zwei Währungen in einer Rechnung</translation>
+    </message>
+    <message>
+        <source>“%1” was read as %2</source>
+        <translation>„%1“ wurde als %2 gelesen</translation>
+    </message>
+    <message>
+        <source>%1: hundredths of %2</source>
+        <translation>%1: Hundertstel von %2</translation>
+    </message>
+    <message>
+        <source>%1, in troy ounces</source>
+        <translation>%1, in Feinunzen</translation>
     </message>
 </context>
 <context>
@@ -180,10 +200,6 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
     <message>
         <source>The store could not be read; it is left as it is.</source>
         <translation>Der Speicher war nicht lesbar; er bleibt, wie er ist.</translation>
-    </message>
-    <message>
-        <source>Not a currency: %1</source>
-        <translation>Keine Währung: %1</translation>
     </message>
     <message>
         <source>&amp;Find in the list</source>

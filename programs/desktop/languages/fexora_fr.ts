@@ -31,10 +31,6 @@
         <source>Read as %1</source>
         <translation>Lu comme %1</translation>
     </message>
-    <message>
-        <source>The sign was read as %1</source>
-        <translation>Le signe a été lu comme %1</translation>
-    </message>
 </context>
 <context>
     <name>AmountReading</name>
@@ -57,6 +53,30 @@
     <message>
         <source>No amount; write it like %1</source>
         <translation>Pas un montant ; par exemple %1</translation>
+    </message>
+    <message>
+        <source>Not a currency: %1</source>
+        <translation>Pas une devise : %1</translation>
+    </message>
+    <message>
+        <source>Not a currency: %1; perhaps %2</source>
+        <translation>Pas une devise : %1 ; peut-être %2</translation>
+    </message>
+    <message>
+        <source>Two currencies in one calculation</source>
+        <translation>Deux devises dans un seul calcul</translation>
+    </message>
+    <message>
+        <source>“%1” was read as %2</source>
+        <translation>« %1 » a été lu comme %2</translation>
+    </message>
+    <message>
+        <source>%1: hundredths of %2</source>
+        <translation>%1 : centièmes de %2</translation>
+    </message>
+    <message>
+        <source>%1, in troy ounces</source>
+        <translation>%1, en onces troy</translation>
     </message>
 </context>
 <context>
@@ -180,10 +200,6 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
     <message>
         <source>The store could not be read; it is left as it is.</source>
         <translation>La lecture a échoué ; le fichier reste tel quel.</translation>
-    </message>
-    <message>
-        <source>Not a currency: %1</source>
-        <translation>Pas une devise : %1</translation>
     </message>
     <message>
         <source>&amp;Find in the list</source>

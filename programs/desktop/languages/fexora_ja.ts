@@ -31,10 +31,6 @@
         <source>Read as %1</source>
         <translation>%1 と読みました</translation>
     </message>
-    <message>
-        <source>The sign was read as %1</source>
-        <translation>記号は %1 と読みました</translation>
-    </message>
 </context>
 <context>
     <name>AmountReading</name>
@@ -57,6 +53,30 @@
     <message>
         <source>No amount; write it like %1</source>
         <translation>金額ではありません。例: %1</translation>
+    </message>
+    <message>
+        <source>Not a currency: %1</source>
+        <translation>通貨ではありません: %1</translation>
+    </message>
+    <message>
+        <source>Not a currency: %1; perhaps %2</source>
+        <translation>通貨ではありません: %1（%2 でしょうか）</translation>
+    </message>
+    <message>
+        <source>Two currencies in one calculation</source>
+        <translation>一つの計算に二つの通貨があります</translation>
+    </message>
+    <message>
+        <source>“%1” was read as %2</source>
+        <translation>「%1」は %2 と読みました</translation>
+    </message>
+    <message>
+        <source>%1: hundredths of %2</source>
+        <translation>%1: %2 の百分の一</translation>
+    </message>
+    <message>
+        <source>%1, in troy ounces</source>
+        <translation>%1（トロイオンス単位）</translation>
     </message>
 </context>
 <context>
@@ -180,10 +200,6 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>The store could not be read; it is left as it is.</source>
         <translation>保存データを読めません。そのまま残します。</translation>
-    </message>
-    <message>
-        <source>Not a currency: %1</source>
-        <translation>通貨ではありません: %1</translation>
     </message>
     <message>
         <source>&amp;Find in the list</source>
