@@ -1,6 +1,9 @@
 // Typed amounts into numbers, against the conversion of the digits alone.
 #include <charconv>
 #include <random>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "bench/core/Bench.h"
 #include "bench/support/Peers.h"
@@ -43,6 +46,24 @@ double read(const std::vector<std::string>& texts) {
   return sum;
 }
 
+// Sentences that end alike: an amount, a source, a destination.
+double readSentences(const std::vector<std::string>& texts, const char* ending) {
+  double sum = 0;
+  for (const std::string& text : texts) sum += readSentence(text + ending).amount.value;
+  return sum;
+}
+
+void raceSentences(const std::vector<std::string>& texts, const std::string& named) {
+  constexpr std::pair<const char*, const char*> kEndings[] = {
+      {"codes", " usd in eur"}, {"signs", "€ to $"}, {"names", " dollars to euros"}};
+  Race race("a sentence read, " + named);
+  for (const auto& [name, ending] : kEndings) {
+    race.add(
+        name, [&texts, ending = ending] { return readSentences(texts, ending); }, kTexts);
+  }
+  race.run(0.5);
+}
+
 }  // namespace
 
 void benchAmounts() {
@@ -60,6 +81,7 @@ void benchAmounts() {
     const AmountJob job{texts};
     Peers<AmountJob>::enter(race, job);
     race.run(0.5);
+    raceSentences(texts, named);
   }
   Locale::setCurrent("");
 }

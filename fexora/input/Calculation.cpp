@@ -160,7 +160,8 @@ Quantity Calculation::inParentheses() {
   Quantity inside = sum();
   --open_;
   inside.isShare = false;
-  if (cursor_.atEnd()) {
+  const SentenceToken* const next = cursor_.token();
+  if (next == nullptr || next->kind == SentenceToken::Kind::word) {
     cursor_.fail(Kind::unbalanced, kUnbalanced, opening);
   } else if (!cursor_.looksAt(U')')) {
     cursor_.failHere(Kind::unexpected, kUnexpected);

@@ -47,6 +47,10 @@ std::string_view withoutArticle(std::string_view word) {
   return {};
 }
 
+bool holdsSign(std::string_view text) {
+  return text.find('$') != text.npos || text.find("\u00A3") != text.npos || text.ends_with("CFA");
+}
+
 bool mayStandInName(const SentenceToken& token) {
   return token.kind == SentenceToken::Kind::word || token.isMark(U'-') || token.isMark(U'&') ||
          token.isMark(U'\'');
@@ -59,22 +63,28 @@ bool Mention::isMetal() const {
   return facts != nullptr && facts->kind == CurrencyKind::metal;
 }
 
-std::optional<Mention> SentenceCurrencies::at(std::size_t token) const {
+const std::optional<Mention>& SentenceCurrencies::at(std::size_t token) const {
+  static const std::optional<Mention> kNone;
   const auto& all = tokens_.all();
-  if (token >= all.size() || all[token].kind != SentenceToken::Kind::word) return std::nullopt;
-  std::optional<Mention> found = several(token);
-  if (!found) found = coins(token);
-  if (!found) found = single(token);
-  if (!found) return found;
-  found->first = token;
-  if (found->last == 0) found->last = token + 1;
+  if (token >= all.size() || all[token].kind != SentenceToken::Kind::word) return kNone;
+  if (!known_[token]) known_[token] = found(token);
+  return *known_[token];
+}
+
+std::optional<Mention> SentenceCurrencies::found(std::size_t token) const {
+  std::optional<Mention> mention = several(token);
+  if (!mention) mention = coins(token);
+  if (!mention) mention = single(token);
+  if (!mention) return mention;
+  mention->first = token;
+  if (mention->last == 0) mention->last = token + 1;
   // "US cents"
-  const auto coin = found->parts == 1 ? coinsAt(found->last) : std::nullopt;
-  if (coin && (coin->empty() || *coin == found->currency->code())) {
-    found->parts = kCents;
-    ++found->last;
+  const auto coin = mention->parts == 1 ? coinsAt(mention->last) : std::nullopt;
+  if (coin && (coin->empty() || *coin == mention->currency->code())) {
+    mention->parts = kCents;
+    ++mention->last;
   }
-  return found;
+  return mention;
 }
 
 std::optional<Mention> SentenceCurrencies::in(std::string_view part, std::size_t token) const {
@@ -104,7 +114,7 @@ std::optional<Mention> SentenceCurrencies::several(std::size_t token) const {
     // A sign with a blank in it, as "F CFA".
     const bool mayBeSign = last == token + 2 && text.size() < kLongestCode;
     std::optional<Mention> found;
-    if (mayBeSign && text.find(' ') != text.npos && text.find_first_of("$CFA\xC2") != text.npos) {
+    if (mayBeSign && text.find(' ') != text.npos && holdsSign(text)) {
       found = sign(text);
     }
     if (!found) found = name(text);

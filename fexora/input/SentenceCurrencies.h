@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "fexora/catalogue/CurrencyManager.h"
 #include "fexora/catalogue/CurrencyNaming.h"
@@ -34,16 +35,21 @@ class SentenceCurrencies {
   // opened.
   SentenceCurrencies(const SentenceTokens& tokens, const CurrencyManager& catalogue,
                      std::string_view locale, const CurrencyNaming* names)
-      : tokens_(tokens), catalogue_(catalogue), locale_(locale), names_(names) {}
+      : tokens_(tokens),
+        catalogue_(catalogue),
+        locale_(locale),
+        names_(names),
+        known_(tokens.all().size()) {}
 
   // The longest one that begins with this token; nothing for a word between and for no currency.
-  std::optional<Mention> at(std::size_t token) const;
+  const std::optional<Mention>& at(std::size_t token) const;
   // The currency of a code in any case that is part of a word ("5kusd"), or of a sign there.
   std::optional<Mention> in(std::string_view part, std::size_t token) const;
   // Whether the sign of `mention` is one that `other` is written with as well: "$" and CAD.
   bool isSignOf(const Mention& mention, const Mention& other) const;
 
  private:
+  std::optional<Mention> found(std::size_t token) const;
   std::optional<Mention> single(std::size_t token) const;
   std::optional<Mention> several(std::size_t token) const;
   std::optional<Mention> code(std::string_view typed) const;
@@ -57,6 +63,8 @@ class SentenceCurrencies {
   const CurrencyManager& catalogue_;
   std::string_view locale_;
   const CurrencyNaming* names_;
+  // What was found at each token that was asked for.
+  mutable std::vector<std::optional<std::optional<Mention>>> known_;
 };
 
 }  // namespace fexora

@@ -132,7 +132,9 @@ bool TypedMarks::canGroup(char32_t mark) const noexcept {
 }
 
 NumberReading readOpen(double decimal, double grouped, char32_t mark, const TypedMarks& marks) {
-  if (marks.isWhole()) return {grouped, {}, {}, 0};
+  // Programs write a point before any fraction.
+  const bool mayBeProgram = mark == U'.' && !marks.isLocalesGrouping(mark);
+  if (marks.isWhole() && !mayBeProgram) return {grouped, {}, {}, 0};
   if (marks.isSurelyDecimal(mark)) return {decimal, {}, {}, 0};
   if (marks.isLocalesGrouping(mark)) return {grouped, decimal, {}, 0};
   return {decimal, grouped, {}, 0};

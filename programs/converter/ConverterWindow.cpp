@@ -28,8 +28,8 @@
 #include "programs/desktop/SettingsPage.h"
 #include "programs/desktop/SignButton.h"
 #include "programs/desktop/Style.h"
-#include "programs/shared/SentenceText.h"
 #include "programs/shared/Selection.h"
+#include "programs/shared/SentenceText.h"
 
 namespace fexora::desktop {
 namespace {

@@ -90,6 +90,7 @@ AmountReading readTyped(const QString& text) {
   if (sentence.problem && sentence.problem->kind == Problem::incomplete) {
     const auto last = typed.find_last_not_of("+-*/^( ");
     if (last != std::string::npos) sentence = readSentence(typed.substr(0, last + 1));
+    sentence.isCalculation = true;
   }
   if (!sentence.problem) {
     reading = readingOf(sentence);

@@ -47,7 +47,8 @@ void search(const CommandLine& line) {
   const auto found = find(line, text);
   if (found.empty()) {
     throw Failure{Exit::noCurrency, "currency",
-                  "no currency matches \"" + text + "\"" + nearText(nearCurrencies(currencyManager(), text, 3))};
+                  "no currency matches \"" + text + "\"" +
+                      nearText(nearCurrencies(currencyManager(), text, 3))};
   }
   if (line.json) return printJson(found);
   printTable(found);

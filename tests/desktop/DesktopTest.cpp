@@ -197,7 +197,7 @@ void DesktopTest::readsWhatIsTyped() {
 }
 
 void DesktopTest::readsTheTableOfSentences() {
-  QFile table(FEXORA_TEST_SOURCE_DIR "/tests/sentences/sentences.tsv");
+  QFile table(QT_TESTCASE_SOURCEDIR "/../sentences/sentences.tsv");
   QVERIFY(table.open(QIODevice::ReadOnly));
   for (QString line; !(line = QString::fromUtf8(table.readLine())).isEmpty();) {
     const QStringList cells = line.trimmed().split('\t');

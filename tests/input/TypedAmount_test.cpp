@@ -104,6 +104,8 @@ TEST(TypedAmount, OneOpenMark_IsTheLocalesOrAmbiguous) {
            {"ur_IN", "INR 12,34,567", 1234567, {}},
            // Yen have no smaller unit, euros none of a thousandth.
            {"de_DE", "¥1,234", 1234, {}},
+           {"de_DE", "¥1.234", 1234, {}},
+           {"en_US", "1.234 JPY", 1.234, 1234},
            {"en_US", "€1.234", 1.234, 1234},
            {"de_DE", "$1,234", 1.234, 1234},
            {"en_US", "BTC 1.234", 1.234, {}},

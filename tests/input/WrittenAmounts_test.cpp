@@ -12,9 +12,13 @@
 #include <unicode/numberformatter.h>
 #include <unicode/ucurr.h>
 
+#include "fexora/catalogue/CurrencyNames.h"
 #include "fexora/catalogue/EnglishNames.h"
+#include "fexora/input/Sentence.h"
 #include "fexora/input/TypedAmount.h"
 #include "fexora/platform/text/NumberText.h"
+
+#include "tests/support/VirtualPlatform.h"
 
 namespace fexora {
 namespace {
@@ -71,9 +75,39 @@ class WrittenAmounts : public testing::Test {
     if (read.kind != Kind::refused) checkCurrency(read, text, code, locale);
   }
 
+  void checkSentence(const LocalizedNumberFormatter& formatter, const char* locale, int fraction,
+                     const std::string& code, const CurrencyManager& catalogue) {
+    using By = TypedAmount::CurrencyBy;
+    const std::string typed = amount(fraction);
+    UErrorCode error = U_ZERO_ERROR;
+    std::string text;
+    formatter.formatDecimal(typed, error).toString(error).toUTF8String(text);
+    SentenceOptions options;
+    options.locale = locale;
+    options.catalogue = &catalogue;
+    options.offers = false;
+    const Sentence read = readSentence(text, options);
+    if (read.problem || read.source == nullptr) {
+      ++refused_;
+      if (std::getenv("FEXORA_AMOUNTS") != nullptr) {
+        std::cout << locale << ' ' << code << ' ' << text << '\n';
+      }
+      return;
+    }
+    ++exact_;
+    const double right = parseDouble(typed).value_or(0.0);
+    const TypedAmount& found = read.amount;
+    EXPECT_TRUE(found.value == right || found.other == right)
+        << text << " in " << locale << " is " << typed << ", read " << found.value;
+    const bool isShared = found.currencyBy == By::region || found.currencyBy == By::trade;
+    EXPECT_TRUE(found.currency == code || isShared)
+        << text << " in " << locale << " is " << code << ", read " << found.currency;
+  }
+
   std::mt19937_64 random_{1};  // NOLINT(cert-msc51-cpp): the same amounts every time
   int exact_ = 0;
   int ambiguous_ = 0;
+  int refused_ = 0;
 
  private:
   char digit() { return static_cast<char>('0' + random_() % 10); }
@@ -122,6 +156,39 @@ TEST_F(WrittenAmounts, InEveryLocale_AreReadAsWritten) {
   }
   std::cout << count << " locales: " << exact_ << " exact, " << ambiguous_ << " ambiguous\n";
   EXPECT_GT(exact_, 10 * ambiguous_);
+}
+
+// Money with names in every plural form, and negative ones as accounts have them. FEXORA_AMOUNTS
+// takes all locales, otherwise some of them.
+TEST_F(WrittenAmounts, AsSentencesOfMoney_AreNeverReadWrong) {
+  const std::size_t step = std::getenv("FEXORA_AMOUNTS") != nullptr ? 1 : 40;
+  const std::vector<std::string> codes = icuCodes();
+  std::int32_t count = 0;
+  const icu::Locale* const locales = icu::Locale::getAvailableLocales(count);
+  for (std::size_t i = 0; i < static_cast<std::size_t>(count); i += step) {
+    const char* const name = locales[i].getName();
+    CurrencyNames names(Text::process(), name);
+    test::VirtualPlatform desktop;
+    desktop.platform.strings = &names;
+    const CurrencyManager catalogue(desktop.platform);
+    for (int n = 0; n < kCurrencies; ++n) {
+      const std::string& code = codes[random_() % codes.size()];
+      const auto width =
+          n % 2 == 0 ? UNUM_UNIT_WIDTH_FULL_NAME : kWidths[random_() % std::size(kWidths)];
+      const bool inAccounts = n % 2 != 0;
+      UErrorCode error = U_ZERO_ERROR;
+      const icu::CurrencyUnit unit(std::u16string(code.begin(), code.end()).c_str(), error);
+      const int digits = ucurr_getDefaultFractionDigits(unit.getISOCurrency(), &error);
+      const auto money = NumberFormatter::withLocale(locales[i])
+                             .unit(unit)
+                             .unitWidth(width)
+                             .sign(inAccounts ? UNUM_SIGN_ACCOUNTING : UNUM_SIGN_AUTO)
+                             .precision(icu::number::Precision::fixedFraction(digits));
+      checkSentence(money, name, digits, code, catalogue);
+    }
+  }
+  std::cout << exact_ << " read, " << refused_ << " rejected\n";
+  EXPECT_GT(exact_, 20 * refused_);
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ class Sentences(ProgramTest):
                 (["100", "usd", "in", "eur"], 100, "USD", ["EUR"]), (["5k", "dollars", "to", "euros"], 5000, "USD", ["EUR"]),
                 (["$100", "CAD"], 100, "USD", ["CAD"]), (["100", "$", "CAD"], 100, "USD", ["CAD"]),
                 (["$100 CAD", "EUR"], 100, "CAD", ["EUR"]), (["usd", "eur"], 1, "USD", ["EUR"])]:
-            answer = self.json(*words)
+            answer = json.loads(self.run_program(*words, "--json")[1])
             self.assertEqual((answer["amount"], answer["source"]), (amount, source), words)
             self.assertEqual([item["currency"] for item in answer["items"]], items, words)
         code, out, _ = self.run_program("-", "--json", text="100 usd in eur\n5 quid\n€3 usd\n")
