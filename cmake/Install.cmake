@@ -20,19 +20,31 @@ foreach(header IN LISTS headers)
   install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder})
 endforeach()
 
-install(FILES packaging/man/fexora.1 packaging/man/fexora-publish.1
-              packaging/man/fexora-rates-update.1 packaging/man/fexora-search.1
-        DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES packaging/completions/fexora.bash RENAME fexora
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
-install(FILES packaging/completions/_fexora DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
-install(FILES packaging/completions/fexora.fish
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
-install(FILES packaging/systemd/fexora-refresh.service packaging/systemd/fexora-refresh.timer
-        DESTINATION lib/systemd/user)
-install(FILES packaging/nginx/fexora-rates.conf DESTINATION ${CMAKE_INSTALL_DATADIR}/fexora/nginx)
-install(PROGRAMS packaging/nginx/fexora-rates-update DESTINATION ${CMAKE_INSTALL_BINDIR})
-if(FEXORA_HAS_DESKTOP)
+if(FEXORA_PROGRAMS)
+  install(TARGETS fexora_program fexora_publish RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(TARGETS fexora_sources LIBRARY DESTINATION ${private_folder})
+  install(TARGETS fexora_search RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR})
+  install(FILES ${PROJECT_BINARY_DIR}/programs/search/org.fexora.Search.service
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/dbus-1/services)
+  install(FILES packaging/search/org.fexora.Search.search-provider.ini
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/gnome-shell/search-providers)
+  install(FILES packaging/search/org.fexora.Search.desktop
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/krunner/dbusplugins)
+  install(FILES packaging/man/fexora.1 packaging/man/fexora-publish.1
+                packaging/man/fexora-rates-update.1 packaging/man/fexora-search.1
+          DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES packaging/completions/fexora.bash RENAME fexora
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+  install(FILES packaging/completions/_fexora DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+  install(FILES packaging/completions/fexora.fish
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+  install(FILES packaging/systemd/fexora-refresh.service packaging/systemd/fexora-refresh.timer
+          DESTINATION lib/systemd/user)
+  install(FILES packaging/nginx/fexora-rates.conf DESTINATION ${CMAKE_INSTALL_DATADIR}/fexora/nginx)
+  install(PROGRAMS packaging/nginx/fexora-rates-update DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
+if(FEXORA_PROGRAMS AND FEXORA_HAS_DESKTOP)
+  install(TARGETS fexora_converter fexora_today RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES packaging/desktop/org.fexora.Fexora.desktop packaging/desktop/org.fexora.Today.desktop
           DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES packaging/desktop/org.fexora.Fexora.metainfo.xml
@@ -42,7 +54,7 @@ if(FEXORA_HAS_DESKTOP)
   install(FILES packaging/icons/org.fexora.Fexora-symbolic.svg
           DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/symbolic/apps)
   foreach(name Fexora Today)
-    set(service ${PROJECT_BINARY_DIR}/org.fexora.${name}.service)
+    set(service ${PROJECT_BINARY_DIR}/package/org.fexora.${name}.service)
     configure_file(packaging/desktop/org.fexora.${name}.service.in ${service} @ONLY)
     install(FILES ${service} DESTINATION ${CMAKE_INSTALL_DATADIR}/dbus-1/services)
   endforeach()
@@ -61,18 +73,22 @@ else()
 endif()
 install(EXPORT fexora-targets NAMESPACE fexora:: DESTINATION ${package_folder})
 install(EXPORT fexora-static-targets NAMESPACE fexora:: DESTINATION ${package_folder})
-configure_package_config_file(cmake/fexora-config.cmake.in ${CMAKE_BINARY_DIR}/fexora-config.cmake
+# Not where find_package looks when the build's folder stands in PATH: nothing there is installed.
+set(generated ${PROJECT_BINARY_DIR}/package)
+configure_package_config_file(cmake/fexora-config.cmake.in ${generated}/fexora-config.cmake
                               INSTALL_DESTINATION ${package_folder})
-write_basic_package_version_file(${CMAKE_BINARY_DIR}/fexora-config-version.cmake
+write_basic_package_version_file(${generated}/fexora-config-version.cmake
                                  COMPATIBILITY ${compatibility})
-install(FILES ${CMAKE_BINARY_DIR}/fexora-config.cmake
-              ${CMAKE_BINARY_DIR}/fexora-config-version.cmake
+install(FILES ${generated}/fexora-config.cmake
+              ${generated}/fexora-config-version.cmake
         DESTINATION ${package_folder})
 
 # Relative, so that the tree may be moved or installed under another prefix than was configured.
 file(RELATIVE_PATH fexora_pc_to_prefix "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
-configure_file(cmake/fexora.pc.in ${CMAKE_BINARY_DIR}/fexora.pc @ONLY)
-install(FILES ${CMAKE_BINARY_DIR}/fexora.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+configure_file(cmake/fexora.pc.in ${generated}/fexora.pc @ONLY)
+install(FILES ${generated}/fexora.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-add_custom_target(uninstall COMMAND ${CMAKE_COMMAND} -P ${PROJECT_SOURCE_DIR}/cmake/Uninstall.cmake
-                  COMMENT "Taking away what the last installation of this build put in place")
+if(PROJECT_IS_TOP_LEVEL)
+  add_custom_target(uninstall COMMAND ${CMAKE_COMMAND} -P ${PROJECT_SOURCE_DIR}/cmake/Uninstall.cmake
+                    COMMENT "Taking away what the last installation of this build put in place")
+endif()

@@ -1,6 +1,9 @@
-# Choices of a build, and the flags that follow from them.
+# Choices of a build, and the flags that follow from them. As a part of another's build there is the
+# library alone, unless that asks for more.
 
-option(FEXORA_TESTS "Build the tests" OFF)
+option(FEXORA_PROGRAMS "Build the programs" ${PROJECT_IS_TOP_LEVEL})
+option(FEXORA_INSTALL "Install what is built" ${PROJECT_IS_TOP_LEVEL})
+option(FEXORA_TESTS "Build the tests (with FEXORA_PROGRAMS)" OFF)
 option(FEXORA_BENCH "Build the benchmarks" OFF)
 option(FEXORA_FUZZ "Let libFuzzer drive the fuzz targets (clang only; with FEXORA_TESTS)" OFF)
 option(FEXORA_WERROR "Treat warnings as errors" OFF)
@@ -14,9 +17,11 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
-set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-add_compile_options(-Wall -Wextra -Wconversion -Wshadow)
+if(PROJECT_IS_TOP_LEVEL)
+  set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+  add_compile_options(-Wall -Wextra -Wconversion -Wshadow)
+endif()
 if(FEXORA_WERROR)
   add_compile_options(-Werror)
 endif()

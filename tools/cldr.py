@@ -25,8 +25,8 @@ def library():
 @functools.cache
 def function(name, result, *arguments):
     """A function of ICU whose last argument, the error code, is added and looked at."""
-    _, common, version = library()
-    raw = getattr(common, f"{name}_{version}")
+    loaded, _, version = library()
+    raw = getattr(loaded, f"{name}_{version}")
     raw.restype, raw.argtypes = result, (*arguments, POINTER(c_int))
 
     def call(*values):
@@ -44,6 +44,13 @@ def plain(name, result, *values):
     raw = getattr(common, f"{name}_{version}")
     raw.restype = result
     return raw(*values)
+
+
+def data():
+    """Which data this is, as the tables made from it name it."""
+    release = (ctypes.c_uint8 * 4)()
+    function("ulocdata_getCLDRVersion", None, POINTER(ctypes.c_uint8))(release)
+    return f"CLDR {release[0]} of ICU {library()[2]}"
 
 
 def utf16(text):

@@ -15,16 +15,10 @@
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/text/NumberText.h"
+#include "fexora/platform/text/TakeUntil.h"
 
 namespace fexora {
 namespace {
-
-// Takes the text up to `mark` and the mark off the head of `rest`.
-std::string_view take(std::string_view& rest, char mark) noexcept {
-  const std::string_view head = rest.substr(0, rest.find(mark));
-  rest.remove_prefix(std::min(head.size() + 1, rest.size()));
-  return head;
-}
 
 double number(std::string_view cell) noexcept {
   return parseDouble(cell).value_or(0.0);
@@ -43,7 +37,7 @@ CurrencyKind kindOf(std::string_view cell) noexcept {
 }
 
 CurrencyFacts factsOf(std::string_view rest) noexcept {
-  const auto cell = [&rest] { return take(rest, '\t'); };
+  const auto cell = [&rest] { return takeUntil(rest, '\t'); };
   CurrencyFacts facts;
   facts.code = cell();
   facts.kind = kindOf(cell());
@@ -71,7 +65,7 @@ constinit std::array<Row, kCurrencyFactsRows> builtinRows{};
 
 std::string_view line(std::size_t place) noexcept {
   std::string_view rest = kCurrencyFactsTable.substr(kCurrencyFactsStarts[place]);
-  return take(rest, '\n');
+  return takeUntil(rest, '\n');
 }
 
 const CurrencyFacts& builtinFacts(std::size_t place) noexcept {
@@ -83,7 +77,7 @@ const CurrencyFacts& builtinFacts(std::size_t place) noexcept {
 const CurrencyFacts* builtinFacts(std::string_view code) noexcept {
   const auto codeAt = [](std::uint16_t start) {
     std::string_view rest = kCurrencyFactsTable.substr(start);
-    return take(rest, '\t');
+    return takeUntil(rest, '\t');
   };
   const auto& starts = kCurrencyFactsStarts;
   const auto at = std::lower_bound(

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "fexora/catalogue/CurrencySignsTable.h"
+#include "fexora/platform/text/TakeUntil.h"
 
 namespace fexora {
 namespace {
@@ -28,13 +29,6 @@ std::string_view lineOf(std::string_view table, std::string_view key) noexcept {
   return rest.substr(0, rest.find('\n'));
 }
 
-// Takes what stands before the first `end` off the text, and the end with it.
-std::string_view take(std::string_view& text, char end) noexcept {
-  const std::string_view taken = text.substr(0, text.find(end));
-  text.remove_prefix(std::min(taken.size() + 1, text.size()));
-  return taken;
-}
-
 // Two letters or three digits; a language has no place here, since it comes first.
 bool isRegion(std::string_view part) noexcept {
   const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
@@ -42,9 +36,9 @@ bool isRegion(std::string_view part) noexcept {
 }
 
 std::string_view regionOf(std::string_view locale) noexcept {
-  take(locale, '_');
+  takeUntil(locale, '_');
   while (!locale.empty()) {
-    const std::string_view part = take(locale, '_');
+    const std::string_view part = takeUntil(locale, '_');
     if (isRegion(part)) return part;
   }
   return {};
@@ -55,7 +49,7 @@ std::string_view regionOf(std::string_view locale) noexcept {
 std::vector<std::string_view> codesOfSign(std::string_view sign) {
   std::vector<std::string_view> codes;
   std::string_view line = lineOf(kCurrencySigns, sign);
-  while (!line.empty()) codes.push_back(take(line, ' '));
+  while (!line.empty()) codes.push_back(takeUntil(line, ' '));
   return codes;
 }
 

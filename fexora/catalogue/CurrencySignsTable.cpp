@@ -1,4 +1,5 @@
-// Made by tools/make-signs from ICU's CLDR data and currency-facts.tsv; change these and run it.
+// Made by tools/make-signs from the Unicode CLDR 42 of ICU 72 and currency-facts.tsv; change these
+// and run it.
 #include "fexora/catalogue/CurrencySignsTable.h"
 
 namespace fexora {

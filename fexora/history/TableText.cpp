@@ -5,6 +5,7 @@
 
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/text/NumberText.h"
+#include "fexora/platform/text/TakeUntil.h"
 
 namespace fexora {
 namespace {
@@ -65,8 +66,7 @@ std::string tableText(const PublishedTable& table) {
 
 void readTableText(std::string_view text, PublishedTable& into) {
   while (!text.empty()) {
-    const std::string_view line = text.substr(0, text.find('\n'));
-    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    const std::string_view line = takeUntil(text, '\n');
     const auto blank = line.find(' ');
     if (blank == std::string_view::npos) continue;
     into.figures.emplace_back(line.substr(0, blank), line.substr(blank + 1));

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <utility>
 
+#include "fexora/input/Reasons.h"
 #include "fexora/input/SentenceWords.h"
 
 namespace fexora {
@@ -12,7 +13,6 @@ using Kind = SentenceProblem::Kind;
 
 constexpr std::string_view kUnexpected = "this cannot stand here in a calculation";
 constexpr std::string_view kIncomplete = "a number is missing here";
-constexpr std::string_view kUnbalanced = "this parenthesis has no partner";
 constexpr std::string_view kSecond = "this is a second currency in one calculation";
 constexpr std::string_view kSquare = "amounts of money cannot be multiplied";
 constexpr std::string_view kByZero = "this divides by zero";

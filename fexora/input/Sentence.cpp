@@ -6,6 +6,7 @@
 
 #include "fexora/catalogue/NearCurrencies.h"
 #include "fexora/input/Calculation.h"
+#include "fexora/input/Reasons.h"
 #include "fexora/input/SentenceWords.h"
 #include "fexora/platform/base/Limits.h"
 
@@ -17,11 +18,9 @@ using Notice = SentenceNotice::Kind;
 using By = TypedAmount::CurrencyBy;
 
 constexpr std::string_view kTooLong = "this is too long for a sentence about money";
-constexpr std::string_view kBroken = "this is no text in UTF-8";
 constexpr std::string_view kNothing = "there is no number and no currency in it";
 constexpr std::string_view kUnknown = "this is no currency";
 constexpr std::string_view kSecondNumber = "this is a second number";
-constexpr std::string_view kUnbalanced = "this parenthesis has no partner";
 constexpr std::string_view kMark = "this cannot stand here";
 constexpr std::size_t kOffered = 3;
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "fexora/input/NumberWords.h"
+#include "fexora/input/Reasons.h"
 #include "fexora/input/SentenceWords.h"
 #include "fexora/platform/text/Utf8.h"
 
@@ -16,8 +17,7 @@ using Kind = SentenceProblem::Kind;
 
 constexpr double kMillion = 1e6;
 constexpr int kMostFactors = 3;
-constexpr std::string_view kNoNumber = "there is no number here";
-constexpr std::string_view kForeign = "this cannot stand within a number";
+constexpr std::string_view kNumberMissing = "there is no number here";
 constexpr std::string_view kPlainWord = "this is a plain word here, and no currency";
 constexpr std::string_view kUnit = "this is a unit of weight, beside what is no metal";
 
@@ -69,7 +69,7 @@ Quantity SentenceAmount::operand() {
   if (!isNegative) isNegative = takeMinus();
   const SentenceToken* const number = cursor_.token();
   if (number == nullptr || number->kind != SentenceToken::Kind::number) {
-    cursor_.failHere(number == nullptr ? Kind::incomplete : Kind::unexpected, kNoNumber);
+    cursor_.failHere(number == nullptr ? Kind::incomplete : Kind::unexpected, kNumberMissing);
     return quantity;
   }
   const std::size_t first = cursor_.at();

@@ -10,7 +10,7 @@
 namespace fexora {
 namespace {
 
-using Kind = SentenceToken::Kind;
+using TokenKind = SentenceToken::Kind;
 
 constexpr std::u32string_view kBlanks = U" \t\r\n";
 // Signs of currencies that are no letters alone are looked up no further than this.
@@ -64,12 +64,12 @@ void SentenceTokens::cut() {
       ++at_;
       isGlued_ = false;
     } else if (!takeNumber() && !takeSign() && !takeWord()) {
-      add(Kind::mark, 1);
+      add(TokenKind::mark, 1);
     }
   }
 }
 
-void SentenceTokens::add(Kind kind, std::size_t length) {
+void SentenceTokens::add(TokenKind kind, std::size_t length) {
   const TypedRun run = TypedRun(symbols_.symbols).subspan(at_, length);
   char32_t mark = run.front().sign;
   if (mark == 0x00D7) mark = U'*';
@@ -111,7 +111,7 @@ std::size_t SentenceTokens::numberLength() const {
 }
 
 bool SentenceTokens::takeNumber() {
-  const bool follows = isGlued_ && !tokens_.empty() && tokens_.back().kind == Kind::word;
+  const bool follows = isGlued_ && !tokens_.empty() && tokens_.back().kind == TokenKind::word;
   const std::size_t length = numberLength();
   if (length == 0 || (follows && !isDigit(at_) && endsShortened(tokens_.back().run))) return false;
   // "1INCH" is a code.
@@ -121,11 +121,11 @@ bool SentenceTokens::takeNumber() {
   if (length == 1 && wordEnd > at_ + 1) {
     const TypedRun word = TypedRun(symbols_.symbols).subspan(at_, wordEnd - at_);
     if (!typedCode(spelled(word)).empty()) {
-      add(Kind::word, word.size());
+      add(TokenKind::word, word.size());
       return true;
     }
   }
-  add(Kind::number, length);
+  add(TokenKind::number, length);
   SentenceToken& number = tokens_.back();
   std::size_t extra = 0;
   const TypedRun rest = TypedRun(symbols_.symbols).subspan(at_);
@@ -166,7 +166,7 @@ bool SentenceTokens::takeSign() {
       return false;
     }
     if (codesOfSign(spelled(run)).empty()) continue;
-    add(Kind::word, length);
+    add(TokenKind::word, length);
     // "S/." and "S/" are one.
     if (sign(at_) == U'.' && run.back().sign == U'/') {
       tokens_.back().end += 1;
@@ -187,7 +187,7 @@ bool SentenceTokens::takeWord() {
   }
   // The dot of an abbreviation, or of the sentence's end.
   if (sign(end) == U'.') ++end;
-  add(Kind::word, end - at_);
+  add(TokenKind::word, end - at_);
   return true;
 }
 

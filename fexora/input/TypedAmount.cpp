@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "fexora/input/Reasons.h"
 #include "fexora/input/TypedNumber.h"
 #include "fexora/input/TypedSides.h"
 #include "fexora/input/TypedSymbols.h"
@@ -17,11 +18,8 @@ namespace {
 
 using CurrencyBy = TypedAmount::CurrencyBy;
 
-constexpr std::string_view kTooLong = "this is too long for an amount";
-constexpr std::string_view kBroken = "this is no text in UTF-8";
+constexpr std::string_view kAmountTooLong = "this is too long for an amount";
 constexpr std::string_view kNoNumber = "there is no number in it";
-constexpr std::string_view kForeign = "this cannot stand within a number";
-constexpr std::string_view kTooLarge = "this number is too large";
 
 TypedAmount refused(std::string_view reason, std::size_t place) {
   TypedAmount amount;
@@ -161,7 +159,7 @@ TypedAmount withExponent(const Parts& parts, std::string_view number, const Type
   });
   const auto value = mayBe ? parseAmountIn(locale, number, rules) : std::nullopt;
   if (!value) return refused(kForeign, foreign->place);
-  return std::isfinite(*value) ? exact(*value) : refused(kTooLarge, 0);
+  return std::isfinite(*value) ? exact(*value) : refused(kNumberTooLarge, 0);
 }
 
 TypedAmount negated(TypedAmount amount) {
@@ -210,7 +208,7 @@ TypedAmount readTyped(std::string_view text, std::string_view locale, Text& rule
 }  // namespace
 
 TypedAmount readAmount(std::string_view text, std::string_view locale, Text& rules) {
-  if (text.size() > limits::kAmountBytes) return refused(kTooLong, limits::kAmountBytes);
+  if (text.size() > limits::kAmountBytes) return refused(kAmountTooLong, limits::kAmountBytes);
   const auto plain = plainAmount(text);
   if (!plain || text.empty()) return readTyped(text, locale, rules);
   // The mark of any other plain amount is the decimal mark everywhere.

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "fexora/catalogue/CurrencyFacts.h"
+#include "fexora/input/Reasons.h"
 #include "fexora/platform/text/NumberText.h"
 
 namespace fexora {
@@ -18,7 +19,6 @@ constexpr std::u32string_view kGrouping = U".,'_ \u066C";
 
 constexpr std::string_view kWrongGroups = "the digits are not in groups of three";
 constexpr std::string_view kWrongMark = "this cannot be the decimal mark here";
-constexpr std::string_view kTooLarge = "this number is too large";
 
 constexpr std::size_t kThree = 3;
 
@@ -54,7 +54,7 @@ NumberReading numberOf(TypedRun whole, TypedRun fraction, const Rules& rules) {
   if (!rules.exponent.empty()) text.append("e").append(rules.exponent);
   const double value = parseDouble(text).value_or(0.0);
   return std::isfinite(value) ? NumberReading{value, {}, {}, 0}
-                              : rejected(kTooLarge, whole.front());
+                              : rejected(kNumberTooLarge, whole.front());
 }
 
 // Where the last group of a wrong size begins, or where another mark than `mark` stands.

@@ -8,15 +8,15 @@
 namespace fexora {
 namespace {
 
-constexpr double kDay = 86'400;
+constexpr double kOneDay = 86'400;
 // 1970-01-01 was a Thursday.
-constexpr double kMondayToEpoch = 3 * kDay;
+constexpr double kMondayToEpoch = 3 * kOneDay;
 
 // The seconds of weekdays since the Monday before 1970.
 double weekdaySeconds(double secondsSince1970) {
   const double since = secondsSince1970 + kMondayToEpoch;
-  const double weeks = std::floor(since / (7 * kDay));
-  return weeks * 5 * kDay + std::min(since - weeks * 7 * kDay, 5 * kDay);
+  const double weeks = std::floor(since / (7 * kOneDay));
+  return weeks * 5 * kOneDay + std::min(since - weeks * 7 * kOneDay, 5 * kOneDay);
 }
 
 Freshness::State stateAt(const Date& since, const FreshnessPolicy& policy, const Date& now) {

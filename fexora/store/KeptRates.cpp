@@ -8,16 +8,13 @@
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/text/NumberText.h"
 #include "fexora/platform/text/OneLine.h"
+#include "fexora/store/AnswerKeys.h"
 #include "fexora/store/StoreKeys.h"
 
 namespace fexora {
 namespace {
 
 constexpr std::string_view kRates = "rates";
-constexpr std::string_view kPublished = "published";
-constexpr std::string_view kSource = "source";
-constexpr std::string_view kOrigin = "origin";
-constexpr std::string_view kFile = "file";
 
 // Known codes are; what a host gives may be anything.
 bool isPlain(const std::string& code) {
@@ -49,22 +46,17 @@ std::vector<USDRateRef> ratesIn(std::string_view text) {
   return rates;
 }
 
-const std::string* text(const Dictionary& table, std::string_view key) {
-  const Value* value = table.find(key);
-  return value != nullptr ? value->string() : nullptr;
-}
-
 std::optional<RatesTable> tableIn(const Value& kept) {
   const Dictionary* content = kept.dictionary();
-  const std::string* rates = content != nullptr ? text(*content, kRates) : nullptr;
+  const std::string* rates = content != nullptr ? answerText(*content, kRates) : nullptr;
   if (rates == nullptr) return std::nullopt;
   RatesTable table;
   table.rates = ratesIn(*rates);
-  const Value* published = content->find(kPublished);
+  const Value* published = content->find(kAnswerPublished);
   if (published != nullptr && published->date() != nullptr) table.published = *published->date();
-  if (const std::string* source = text(*content, kSource)) table.source = *source;
-  const std::string* origin = text(*content, kOrigin);
-  if (origin != nullptr && *origin == kFile) table.origin = RatesAnswer::Origin::file;
+  if (const std::string* source = answerText(*content, kAnswerSource)) table.source = *source;
+  const std::string* origin = answerText(*content, kAnswerOrigin);
+  if (origin != nullptr && *origin == kAnswerFile) table.origin = RatesAnswer::Origin::file;
   return table;
 }
 
@@ -109,9 +101,9 @@ void keepTables(Dictionary& content, const std::vector<RatesTable>& tables) {
   Array kept;
   for (const RatesTable& table : tables) {
     Dictionary each{{std::string(kRates), textOf(table.rates)},
-                    {std::string(kSource), oneLine(table.source)}};
-    if (table.published) each.set(kPublished, *table.published);
-    each.set(kOrigin, table.origin == RatesAnswer::Origin::file ? kFile : "service");
+                    {std::string(kAnswerSource), oneLine(table.source)}};
+    if (table.published) each.set(kAnswerPublished, *table.published);
+    each.set(kAnswerOrigin, table.origin == RatesAnswer::Origin::file ? kAnswerFile : "service");
     kept.emplace_back(std::move(each));
   }
   if (kept.empty()) {

@@ -1,16 +1,13 @@
 #include "fexora/store/RatesAnswer.h"
 
 #include "fexora/platform/text/OneLine.h"
+#include "fexora/store/AnswerKeys.h"
 #include "fexora/store/StoreKeys.h"
 
 namespace fexora {
 namespace {
 
 constexpr std::string_view kUpdated = "updated";
-constexpr std::string_view kPublished = "published";
-constexpr std::string_view kSource = "source";
-constexpr std::string_view kOrigin = "origin";
-constexpr std::string_view kFile = "file";
 constexpr std::string_view kDoubted = "doubted";
 constexpr std::string_view kRate = "rate";
 
@@ -19,16 +16,11 @@ const Date* date(const Dictionary& content, std::string_view key) {
   return value != nullptr ? value->date() : nullptr;
 }
 
-std::string text(const Dictionary& content, std::string_view key) {
-  const Value* value = content.find(key);
-  return value != nullptr && value->string() != nullptr ? *value->string() : "";
-}
-
 Value keptDoubts(const std::vector<DoubtedRate>& doubted) {
   Dictionary kept;
   for (const DoubtedRate& each : doubted) {
     kept.set(each.code, Dictionary{{std::string(kRate), each.rate},
-                                   {std::string(kPublished), each.published}});
+                                   {std::string(kAnswerPublished), each.published}});
   }
   return kept;
 }
@@ -41,7 +33,7 @@ std::vector<DoubtedRate> doubtsFrom(const Dictionary& content) {
   for (const auto& [code, each] : *kept) {
     const Dictionary* entry = each.dictionary();
     const Value* rate = entry != nullptr ? entry->find(kRate) : nullptr;
-    const Date* published = entry != nullptr ? date(*entry, kPublished) : nullptr;
+    const Date* published = entry != nullptr ? date(*entry, kAnswerPublished) : nullptr;
     if (rate == nullptr || rate->number() == nullptr || published == nullptr) continue;
     doubted.push_back({code, rate->number()->doubleValue(), *published});
   }
@@ -53,9 +45,9 @@ std::vector<DoubtedRate> doubtsFrom(const Dictionary& content) {
 Value RatesAnswer::keptWith(const Date& updated) const {
   Dictionary kept;
   kept.set(kUpdated, updated);
-  kept.set(kSource, oneLine(source));
-  if (published) kept.set(kPublished, *published);
-  kept.set(kOrigin, origin == Origin::file ? kFile : "service");
+  kept.set(kAnswerSource, oneLine(source));
+  if (published) kept.set(kAnswerPublished, *published);
+  kept.set(kAnswerOrigin, origin == Origin::file ? kAnswerFile : "service");
   if (!doubted.empty()) kept.set(kDoubted, keptDoubts(doubted));
   return kept;
 }
@@ -67,9 +59,10 @@ std::optional<RatesAnswer> RatesAnswer::from(const Dictionary& content) {
   const Date* same = kept != nullptr ? date(*kept, kUpdated) : nullptr;
   if (updated == nullptr || same == nullptr || *updated != *same) return std::nullopt;
   RatesAnswer answer;
-  if (const Date* published = date(*kept, kPublished)) answer.published = *published;
-  answer.source = oneLine(text(*kept, kSource));
-  if (text(*kept, kOrigin) == kFile) answer.origin = Origin::file;
+  if (const Date* published = date(*kept, kAnswerPublished)) answer.published = *published;
+  if (const auto* source = answerText(*kept, kAnswerSource)) answer.source = oneLine(*source);
+  const std::string* origin = answerText(*kept, kAnswerOrigin);
+  if (origin != nullptr && *origin == kAnswerFile) answer.origin = Origin::file;
   answer.doubted = doubtsFrom(*kept);
   return answer;
 }

@@ -56,9 +56,9 @@ void replace(const Options& options, const std::string& text,
 
 // The day that has begun in UTC.
 Date today() {
-  constexpr std::time_t kDay = 86400;
+  constexpr std::time_t kDaySeconds = 86400;
   const std::time_t now = std::time(nullptr);
-  return Date(static_cast<double>(now - now % kDay));
+  return Date(static_cast<double>(now - now % kDaySeconds));
 }
 
 void tellPassedOver(const Source& source) {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <gtest/gtest.h>
+#include <unicode/uvernum.h>
 
 #include "fexora/catalogue/EnglishNames.h"
 #include "fexora/platform/base/ModuleEntries.h"
@@ -31,6 +32,7 @@ TEST(EnglishNames, EveryCatalogueCode_HasOne) {
 }
 
 TEST(EnglishNames, Table_FollowsTheLanguageData) {
+  if (U_ICU_VERSION_MAJOR_NUM != 72) GTEST_SKIP() << "the table follows the names of ICU 72";
   // Of these two the data has had better names since.
   const std::set<std::string_view> kCorrected = {"VED", "SLL"};
   for (const std::string_view code : embeddedCatalogue()) {

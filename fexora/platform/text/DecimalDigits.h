@@ -1,4 +1,4 @@
-// The decimal digits of all scripts: the characters of Unicode's general category Nd, version 15.
+// The decimal digits of all scripts: the characters of Unicode's general category Nd, version 16.
 // Any thread.
 #pragma once
 

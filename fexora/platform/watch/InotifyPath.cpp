@@ -6,6 +6,8 @@
 
 #include <sys/inotify.h>
 
+#include "fexora/platform/text/TakeUntil.h"
+
 namespace fexora {
 namespace {
 
@@ -41,8 +43,7 @@ void split(std::string_view folder, std::vector<std::string>& paths,
   paths.emplace_back(isAbsolute ? "/" : ".");
   std::string path = isAbsolute ? "/" : "";
   while (!folder.empty()) {
-    const std::string_view name = folder.substr(0, folder.find('/'));
-    folder.remove_prefix(std::min(name.size() + 1, folder.size()));
+    const std::string_view name = takeUntil(folder, '/');
     if (name.empty()) continue;
     path += name;
     paths.push_back(path);
