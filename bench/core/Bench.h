@@ -9,5 +9,6 @@ void benchRates(const World& world);   // derivation, pair look-up, conversion
 void benchStore(const World& world);   // save, read, read again
 void benchAnswer(const World& world);  // the service's answer into records
 void benchAmounts();                   // typed amounts
+void benchHistory();                   // rates of past days
 
 }  // namespace fexora::bench

@@ -59,6 +59,7 @@ class LazyHistory final : public RateHistory {
   bool isThere() {
     if (history_ != nullptr) return true;
     problem_.clear();
+    if (folder_.empty()) return false;
     const auto status = files_.statusOf(folder_ + "/" + std::string(kHistoryFile));
     if (!status.ok() && status.error() == std::errc::no_such_file_or_directory) return false;
     return open();
@@ -66,6 +67,10 @@ class LazyHistory final : public RateHistory {
 
   bool open() {
     if (history_ != nullptr) return true;
+    if (folder_.empty()) {
+      problem_ = "there is no folder to keep rates of past days in";
+      return false;
+    }
     std::string reason;
     void* const entry = moduleEntry("history", "fexora_history_module", reason);
     if (entry != nullptr) {
@@ -89,8 +94,9 @@ class LazyHistory final : public RateHistory {
 RateHistory::~RateHistory() = default;
 
 std::unique_ptr<RateHistory> rateHistory(const std::string& containerPath, Files& files, Log& log) {
-  return std::make_unique<LazyHistory>(containerPath + "/" + std::string(kHistoryFolder), files,
-                                       log);
+  std::string folder = containerPath;
+  if (!folder.empty()) folder.append("/").append(kHistoryFolder);
+  return std::make_unique<LazyHistory>(std::move(folder), files, log);
 }
 
 }  // namespace fexora

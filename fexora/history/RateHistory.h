@@ -85,8 +85,8 @@ class FEXORA_API RateHistory {
                                                   std::span<const std::string> to,
                                                   const PastQuestion& question) = 0;
   // One rate a published day, oldest first, no day made up. limits::kHistoryDays at most, the
-  // newest. All of one source: of those that have at least half as many of the days as the one that
-  // has most, the one that is wanted most.
+  // newest. All of one source: of those that have more than half as many of the days as the one
+  // that has most, the one that is wanted most.
   virtual std::vector<DayRate> between(Day first, Day last, std::string_view from,
                                        std::string_view to, const PastQuestion& question) = 0;
 

@@ -21,12 +21,13 @@ _fexora_paths() {
 
 _fexora() {
   local program=$1 word=$2 command="" operands=0 i
-  local commands="select settings search refresh watch status"
+  local commands="select settings search refresh history watch status"
   local options="--container --locale --lang --json --verbose --version --help"
   COMPREPLY=()
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
-      --container | --locale | --lang | --limit | --exclude | --from | --count | --refresh | --add | --remove)
+      --container | --locale | --lang | --limit | --exclude | --from | --count | --refresh | --add | --remove | \
+        --on | --before | --at-most | --source | --since | --until | --history)
         ((i++)) ;;
       --*) ;;
       *)
@@ -44,15 +45,22 @@ _fexora() {
       COMPREPLY+=($(compgen -W "ecb exchange-api service" -- "$word"))
       return
       ;;
+    --history)
+      _fexora_paths -f "$word"
+      COMPREPLY+=($(compgen -W "ecb ecb-90" -- "$word"))
+      return
+      ;;
+    --source) COMPREPLY=($(compgen -W "ecb usd bundled" -- "$word")) && return ;;
     --exclude | --add | --remove) _fexora_currencies "$program" "$word" && return ;;
-    --locale | --lang | --limit | --count | --refresh) return ;;
+    --locale | --lang | --limit | --count | --refresh | --on | --before | --at-most | --since | --until) return ;;
   esac
   if [[ $word == --* ]]; then
     case $command in
-      "" | convert) options+=" --invert --no-save --rounded --plain --names" ;;
+      "" | convert) options+=" --invert --no-save --rounded --plain --names --on --before --at-most --source" ;;
       select) options+=" --add --remove" ;;
       search) options+=" --limit --exclude --plain" ;;
-      refresh) options+=" --from --force" ;;
+      refresh) options+=" --from --force --history" ;;
+      history) options+=" --since --until --source --plot --csv" ;;
       watch) options+=" --count --refresh" ;;
     esac
     COMPREPLY=($(compgen -W "$options" -- "$word"))
@@ -60,7 +68,7 @@ _fexora() {
   fi
   case $command:$operands in
     :0) COMPREPLY=($(compgen -W "$commands" -- "$word")) ;;
-    convert:* | select:* | settings:2) _fexora_values "$program" "$word" "$command" ;;
+    convert:* | select:* | history:* | settings:2) _fexora_values "$program" "$word" "$command" ;;
     settings:1)
       COMPREPLY=($(compgen -W "fraction mode seporate namingInWidget numberOfCurrenciesInWidget
         todayCurrencies todayConversionMode todayRelativeCurrency ratesFrom" -- "$word"))

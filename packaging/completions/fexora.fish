@@ -12,7 +12,7 @@ function __fexora_operands
         if test $skip = 1
             set skip 0
         else if contains -- $word --container --locale --lang --limit --exclude --from --count --refresh \
-                --add --remove
+                --add --remove --on --before --at-most --source --since --until --history
             set skip 1
         else if not string match -q -- '--*' $word
             echo -- $word
@@ -23,7 +23,7 @@ end
 # The command is one of the arguments (convert: none of its own).
 function __fexora_is
     set -l first (__fexora_operands)[1]
-    contains -- "$first" select settings search refresh watch status
+    contains -- "$first" select settings search refresh history watch status
     or set first convert
     contains -- $first $argv
 end
@@ -48,10 +48,12 @@ complete -c fexora -n '__fexora_has_operands 0' -a select -d 'Show or change the
 complete -c fexora -n '__fexora_has_operands 0' -a settings -d 'Show the settings, or set one'
 complete -c fexora -n '__fexora_has_operands 0' -a search -d 'Find currencies by code or name'
 complete -c fexora -n '__fexora_has_operands 0' -a refresh -d 'Load fresh rates from the service'
+complete -c fexora -n '__fexora_has_operands 0' -a history -d 'Show how a rate moved'
 complete -c fexora -n '__fexora_has_operands 0' -a watch -d 'Show each change to the store'
 complete -c fexora -n '__fexora_has_operands 0' -a status -d 'Show what the store holds'
 
 complete -c fexora -n '__fexora_is convert; and not __fexora_has_operands 0' -a '(__fexora_currencies)'
+complete -c fexora -n '__fexora_is history; and not __fexora_has_operands 0' -a '(__fexora_currencies)'
 complete -c fexora -n '__fexora_is select' -a '(__fexora_currencies)'
 
 complete -c fexora -n '__fexora_is settings; and __fexora_has_operands 1' -a "$settings"
@@ -92,5 +94,15 @@ complete -c fexora -n '__fexora_is search' -l exclude -d 'Leave this currency ou
 complete -c fexora -n '__fexora_is refresh' -l from -d 'A source, a file or an address of rates' -rF \
     -a 'ecb exchange-api service'
 complete -c fexora -n '__fexora_is refresh' -l force -d 'Take rates that look wrong, too'
+complete -c fexora -n '__fexora_is refresh' -l history -d 'Keep past days from here' -rF
+complete -c fexora -n '__fexora_is convert' -l on -d 'By the rates of that day' -x
+complete -c fexora -n '__fexora_is convert' -l before -d 'By the newest rates before that day' -x
+complete -c fexora -n '__fexora_is convert' -l at-most -d 'How many days older they may be' -x
+complete -c fexora -n '__fexora_is convert history' -l source -d 'Of this source alone' \
+    -xa 'ecb usd bundled'
+complete -c fexora -n '__fexora_is history' -l since -d 'The first day' -x
+complete -c fexora -n '__fexora_is history' -l until -d 'The last day' -x
+complete -c fexora -n '__fexora_is history' -l plot -d 'Draw it'
+complete -c fexora -n '__fexora_is history' -l csv -d 'Print lines with commas'
 complete -c fexora -n '__fexora_is watch' -l count -d 'End after so many changes' -x
 complete -c fexora -n '__fexora_is watch' -l refresh -d 'Load fresh rates this often' -x

@@ -22,7 +22,7 @@ struct CommandEntry {
   const char* purpose;
 };
 
-constexpr std::array<CommandEntry, 7> kCommands = {{
+constexpr std::array<CommandEntry, 8> kCommands = {{
     {"", Command::convert, "AMOUNT SRC [DST…]",
      "Convert AMOUNT (a number, a calculation like 12+3*2, or - for one a line of standard input) "
      "of SRC into each DST, or into the stored selection. Read as one sentence, in words or in "
@@ -30,15 +30,18 @@ constexpr std::array<CommandEntry, 7> kCommands = {{
     {"select", Command::select, "[CODE…]", "Show, replace or change the stored selection."},
     {"settings", Command::settings, "[NAME [VALUE]]", "Show the settings, or set one."},
     {"search", Command::search, "TEXT…", "Find currencies by code, sign, name or country."},
-    {"refresh", Command::refresh, "",
+    {"refresh", Command::refresh, "[SOURCE…]",
      "Load fresh rates and wait for them: from where the setting ratesFrom says, or from sources."},
+    {"history", Command::history, "[SRC DST…]",
+     "Show how the rate of a pair moved, or which past days are kept."},
     {"watch", Command::watch, "", "Show each change that another process makes to the store."},
     {"status", Command::status, "", "Show where the store lies, what it holds and how old it is."},
 }};
 
-constexpr std::array<std::string_view, 10> kWithValue = {
-    "--container", "--locale", "--lang",    "--limit", "--exclude",
-    "--from",      "--count",  "--refresh", "--add",   "--remove"};
+constexpr std::array<std::string_view, 17> kWithValue = {
+    "--container", "--locale",  "--lang",  "--limit",  "--exclude", "--from",
+    "--count",     "--refresh", "--add",   "--remove", "--on",      "--before",
+    "--source",    "--at-most", "--since", "--until",  "--history"};
 
 const CommandEntry& takeCommand(std::vector<std::string>& operands) {
   for (const CommandEntry& entry : kCommands) {
@@ -77,6 +80,11 @@ void addChange(CLI::App& app, CommandLine& line, const char* name, bool adds, co
       ->trigger_on_parse();
 }
 
+void addSource(CLI::App& app, CommandLine& line) {
+  app.add_option("--source", line.sources, "Of this source of past rates alone, like ecb")
+      ->type_name("NAME");
+}
+
 void addOptions(CLI::App& app, CommandLine& line, bool& version) {
   app.add_option("--container", line.container, "Folder of the store")->type_name("DIR");
   app.add_option("--locale", line.locale, "Locale of numbers, like de_DE")->type_name("NAME");
@@ -91,6 +99,13 @@ void addOptions(CLI::App& app, CommandLine& line, bool& version) {
       app.add_flag("--rounded", line.rounded, "Round to each currency's minor unit");
       app.add_flag("--plain", line.plain, "Print the numbers alone, one a line");
       app.add_flag("--names", line.names, "Show names beside the codes");
+      app.add_option("--on", line.on, "By the rates of that day, or of the newest one before it")
+          ->type_name("DAY");
+      app.add_option("--before", line.before, "By the newest rates before that day")
+          ->type_name("DAY");
+      addNumber(app, "--at-most", line.atMost, "How many days older they may be (7)")
+          ->type_name("DAYS");
+      addSource(app, line);
       app.footer(commandsText());
       break;
     case Command::select:
@@ -108,7 +123,17 @@ void addOptions(CLI::App& app, CommandLine& line, bool& version) {
              "A named source (ecb, exchange-api, service), a file, - or an address that holds "
              "rates; later ones add what is missing")
           ->type_name("SOURCE");
+      app.add_option("--history", line.past,
+                     "Keep rates of past days: ecb, ecb-90, or files; takes none into the store")
+          ->type_name("SOURCE");
       app.add_flag("--force", line.force, "Take rates that look wrong, too");
+      break;
+    case Command::history:
+      app.add_option("--since", line.since, "The first day")->type_name("DAY");
+      app.add_option("--until", line.until, "The last day")->type_name("DAY");
+      addSource(app, line);
+      app.add_flag("--plot", line.plot, "Draw it (the default on a terminal)");
+      app.add_flag("--csv", line.csv, "Print lines of values with commas between them");
       break;
     case Command::watch:
       addNumber(app, "--count", line.count, "End after so many changes")->type_name("N");
@@ -120,9 +145,24 @@ void addOptions(CLI::App& app, CommandLine& line, bool& version) {
   }
 }
 
+constexpr std::int64_t kMostDays = 36'525;
+
 void checkRanges(const CommandLine& line) {
   if (line.limit && *line.limit < 1) throw usageFailure("--limit takes a whole number from 1");
   if (line.count && *line.count < 1) throw usageFailure("--count takes a whole number from 1");
+  if (line.atMost && (*line.atMost < 0 || *line.atMost > kMostDays)) {
+    throw usageFailure("--at-most takes a number of days from 0 to " + std::to_string(kMostDays));
+  }
+  if (!line.on.empty() && !line.before.empty()) {
+    throw usageFailure("--on and --before name one day each: give one of them");
+  }
+  if (line.atMost && line.on.empty() && line.before.empty() &&
+      (line.operands.empty() || line.operands.front() != "-")) {
+    throw usageFailure("--at-most goes with --on or --before");
+  }
+  if (line.plot + line.csv + line.json > 1) {
+    throw usageFailure("give one of --plot, --csv and --json");
+  }
   if (line.refresh && !(*line.refresh >= 1 && std::isfinite(*line.refresh))) {
     throw usageFailure("--refresh takes a number of seconds from 1");
   }

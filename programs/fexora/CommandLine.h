@@ -9,7 +9,16 @@
 
 namespace fexora::program {
 
-enum class Command : std::uint8_t { convert, select, settings, search, refresh, watch, status };
+enum class Command : std::uint8_t {
+  convert,
+  select,
+  settings,
+  search,
+  refresh,
+  history,
+  watch,
+  status
+};
 
 struct CommandLine {
   Command command = Command::convert;
@@ -34,6 +43,15 @@ struct CommandLine {
   std::vector<Change> changes;
   std::optional<std::int64_t> limit;  // search
   std::vector<std::string> exclude;
+  std::string on;                    // convert: a day, and so for the next one
+  std::string before;                // convert
+  std::vector<std::string> sources;  // convert and history, the one that is wanted most first
+  std::optional<std::int64_t> atMost;
+  std::string since;  // history
+  std::string until;
+  bool plot = false;
+  bool csv = false;
+  std::vector<std::string> past;  // refresh: where the past comes from
   std::vector<std::string> from;  // refresh
   bool force = false;
   std::optional<std::int64_t> count;  // watch

@@ -15,6 +15,7 @@ void select(const CommandLine& line);
 void settings(const CommandLine& line);
 void search(const CommandLine& line);
 void refresh(const CommandLine& line);
+Exit history(const CommandLine& line);
 void watch(const CommandLine& line);
 void status(const CommandLine& line);
 

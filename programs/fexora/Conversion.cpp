@@ -49,8 +49,8 @@ std::vector<std::string> addLines(const std::vector<CurrencyRef>& wanted, const 
                            ? std::optional(PairFinder::Found{{result.source, destination, 1}, {}})
                            : pairs.find(result.source, destination);
     if (found) {
-      result.lines.push_back(
-          {ConvertedItem(found->rate, result.amount.value, result.invert), found->of});
+      result.lines.push_back({ConvertedItem(found->rate, result.amount.value, result.invert),
+                              found->of, std::nullopt});
     } else {
       noRates.push_back(destination->code());
     }
@@ -58,15 +58,46 @@ std::vector<std::string> addLines(const std::vector<CurrencyRef>& wanted, const 
   return noRates;
 }
 
+// " on 2024-03-01 or in the 7 days before it"
+std::string dayAndReach(const PastDay& on) {
+  const int days = on.question.atMostBefore;
+  const std::string reach = std::to_string(days) + (days == 1 ? " day" : " days") + " before it";
+  if (on.day != on.asked) return " before " + isoText(on.asked) + ", " + reach + " at most";
+  return " on " + isoText(on.asked) + (days == 0 ? std::string() : " or in the " + reach);
+}
+
+// The same by the rates of a past day, all of them asked for at once.
+std::vector<std::string> addPastLines(const std::vector<CurrencyRef>& wanted, StoreManager& store,
+                                      Conversion& result) {
+  std::vector<std::string> codes;
+  for (const CurrencyRef& destination : wanted) codes.push_back(destination->code());
+  const PastDay& on = *result.on;
+  const auto rates = history(store).on(on.day, result.source->code(), codes, on.question);
+  std::vector<std::string> noRates;
+  for (std::size_t i = 0; i < wanted.size(); ++i) {
+    const bool isSame = *result.source == *wanted[i];
+    if (!isSame && !rates[i]) {
+      noRates.push_back(codes[i]);
+      continue;
+    }
+    const Rate rate(result.source, wanted[i], isSame ? 1.0 : rates[i]->rate);
+    result.lines.push_back(
+        {ConvertedItem(rate, result.amount.value, result.invert), std::nullopt, rates[i]});
+  }
+  if (!history(store).problem().empty()) result.notices.push_back(history(store).problem());
+  return noRates;
+}
+
 // Says what cannot be converted; throws a Failure when nothing can.
 void tellMissing(const std::vector<std::string>& unknown, const std::vector<std::string>& noRates,
-                 Conversion& result) {
+                 StoreManager& store, Conversion& result) {
   if (!unknown.empty()) {
     result.problem = "the stored selection holds what is no currency: " + listed(unknown);
   }
   if (!noRates.empty()) {
     result.problem += (unknown.empty() ? "there is no rate from " : "; there is no rate from ") +
                       result.source->code() + " to " + listed(noRates);
+    if (result.on) result.problem += dayAndReach(*result.on) + whatIsKept(history(store));
   }
   if (result.lines.empty()) {
     throw Failure{Exit::noCurrency, unknown.empty() ? "rate" : "currency", result.problem};
@@ -82,7 +113,7 @@ void round(ConvertedItem& item, const Currency& shownIn) {
 }
 
 void addNotices(const Sentence& sentence, Conversion& result) {
-  result.notices = noticeTexts(sentence);
+  for (std::string& text : noticeTexts(sentence)) result.notices.push_back(std::move(text));
   const auto addWithdrawn = [&](const Currency& currency) {
     if (auto notice = withdrawnNotice(currency)) result.notices.push_back(*std::move(notice));
   };
@@ -96,29 +127,41 @@ void addNotices(const Sentence& sentence, Conversion& result) {
   }
 }
 
+void finish(const Sentence& sentence, const CommandLine& line, Conversion& result) {
+  if (line.rounded) {
+    for (ConversionLine& each : result.lines) {
+      ConvertedItem& item = each.item;
+      round(item, result.invert ? *item.srcCurrency : *item.dstCurrency);
+    }
+  }
+  addNotices(sentence, result);
+}
+
 }  // namespace
 
 Conversion conversionOf(const Sentence& sentence, const CommandLine& line, StoreManager& store,
-                        bool sync) {
+                        bool sync, const std::optional<PastDay>& on) {
   Conversion result;
   result.amount = sentence.amount;
   result.source = sentence.source;
   result.invert = line.invert;
   const Wanted wanted = sentence.destinations.empty() ? selection(store, result.source)
                                                       : Wanted{sentence.destinations, {}};
+  result.on = on;
+  if (on) {
+    result.origin = "history";
+    tellMissing(wanted.unknown, addPastLines(wanted.currencies, store, result), store, result);
+    finish(sentence, line, result);
+    return result;
+  }
   seedBundledRates(store);
   if (hasBundledRates(store)) result.origin = "bundled";
   auto selected = wanted.currencies;
   selected.push_back(result.source);
   rateManager().loadStoredRates(std::move(selected));
   // The store keeps the amount only when there is an answer.
-  tellMissing(wanted.unknown, addLines(wanted.currencies, store, result), result);
-  if (line.rounded) {
-    for (auto& [item, of] : result.lines) {
-      round(item, result.invert ? *item.srcCurrency : *item.dstCurrency);
-    }
-  }
-  addNotices(sentence, result);
+  tellMissing(wanted.unknown, addLines(wanted.currencies, store, result), store, result);
+  finish(sentence, line, result);
   store.saveSourceCurrency(result.source, result.amount.value, sync);
   return result;
 }

@@ -34,6 +34,10 @@ void addItem(JsonText& json, const ConversionLine& line, bool names) {
     const bool isBundled = line.of->origin == Freshness::Origin::bundled;
     json.key("source").string(isBundled ? "bundled" : line.of->source);
   }
+  if (line.past) {
+    json.key("day").string(isoText(line.past->day)).key("source").string(line.past->source);
+    json.key("how").string(text(line.past->how));
+  }
   json.endObject();
 }
 
@@ -48,9 +52,10 @@ void printJson(const Conversion& conversion, bool names) {
   json.beginObject().key("amount").number(conversion.amount.value);
   json.key("source").string(conversion.source->code());
   json.key("invert").boolean(conversion.invert);
-  addRatesDate(json, ratesDate());
+  if (conversion.on) json.key("on").string(isoText(conversion.on->asked));
+  addRatesDate(json, conversion.on ? RatesDate() : ratesDate());
   json.key("origin").string(conversion.origin);
-  addFreshness(json);
+  if (!conversion.on) addFreshness(json);
   addReading(json, conversion.amount);
   json.key("items").beginArray();
   for (const ConversionLine& line : conversion.lines) addItem(json, line, names);
@@ -88,6 +93,13 @@ std::string remarks(const ConversionLine& line) {
   std::string text;
   if (!std::isfinite(line.item.dstAmount.doubleValue())) text += "   (no finite number)";
   if (line.of) text += "   (" + rateText(*line.of) + ")";
+  if (line.past) {
+    const PastRate::How how = line.past->how;
+    text += "   (rate of " + weekdayText(line.past->day) + ", " + line.past->source;
+    text += how == PastRate::How::printed   ? ", as printed)"
+            : how == PastRate::How::crossed ? ", crossed)"
+                                            : ", by law)";
+  }
   return text;
 }
 
@@ -117,7 +129,10 @@ void printTable(const Conversion& conversion, const CommandLine& options,
     if (names) row.append("   ").append(nameOf(currency));
     printLine(row);
   }
-  printLine(shownRatesLine());
+  if (!conversion.on) return printLine(shownRatesLine());
+  const PastDay& on = *conversion.on;
+  printLine((on.day == on.asked ? "at the rates of " : "at the rates before ") +
+            weekdayText(on.asked) + ", not today's");
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "programs/fexora/Conversion.h"
 #include "programs/fexora/InputLines.h"
 #include "programs/fexora/Output.h"
+#include "programs/fexora/PastDay.h"
 #include "programs/fexora/Store.h"
 #include "programs/shared/Failure.h"
 #include "programs/shared/SentenceText.h"
@@ -18,8 +19,8 @@ constexpr const char* kStandardInput = "-";
 
 // `place` begins each message.
 Exit convertOne(const Sentence& sentence, const CommandLine& line, StoreManager& store, bool sync,
-                const std::string& place) {
-  const Conversion conversion = conversionOf(sentence, line, store, sync);
+                const std::string& place, const std::optional<PastDay>& on) {
+  const Conversion conversion = conversionOf(sentence, line, store, sync, on);
   print(conversion, line, store, place);
   return conversion.missing.empty() ? Exit::done : Exit::noCurrency;
 }
@@ -35,38 +36,61 @@ Sentence readLine(const std::string& amount, const CommandLine& line) {
                 "it is longer than " + std::to_string(InputLines::kMostBytes) + " bytes"};
 }
 
-Exit convertNumbered(const std::string& amount, const CommandLine& line, StoreManager& store,
-                     const std::string& place) {
-  try {
-    return convertOne(readLine(amount, line), line, store, false, place);
-  } catch (Failure& failure) {
-    if (failure.exit == Exit::notWritten) throw;
-    failure.message.insert(0, place);
-    printFailure(failure, line.json);
-    return failure.exit;
-  }
+// The day that the options name, else the one that the sentence does.
+std::optional<PastDay> dayOf(const Sentence& sentence, const CommandLine& line,
+                             const std::optional<PastDay>& named) {
+  if (named || !sentence.day) return named;
+  return pastDayOf(line, *sentence.day);
 }
 
 // One amount a line, empty lines passed over. What is wrong with one costs the others nothing; the
 // exit code is the largest of theirs.
-Exit convertLines(const CommandLine& line, StoreManager& store) {
-  Exit exit = Exit::done;
-  InputLines lines;
-  try {
-    while (const auto amount = lines.next()) {
-      if (amount->empty()) continue;
-      const std::string place = "line " + std::to_string(lines.number()) + ": ";
-      exit = std::max(exit, convertNumbered(*amount, line, store, place));
+class Lines {
+ public:
+  // `on` is the day of the lines that do not begin with one of their own.
+  Lines(const CommandLine& line, StoreManager& store, const std::optional<PastDay>& on)
+      : line_(line), store_(store), on_(on) {}
+
+  Exit convert() {
+    Exit exit = Exit::done;
+    InputLines lines;
+    try {
+      while (const auto amount = lines.next()) {
+        if (amount->empty()) continue;
+        const std::string place = "line " + std::to_string(lines.number()) + ": ";
+        exit = std::max(exit, convertNumbered(*amount, place));
+      }
+    } catch (const Failure& failure) {
+      if (failure.exit == Exit::notWritten) throw;
+      // What was read before is done, and kept.
+      printFailure(failure, line_.json);
+      exit = std::max(exit, failure.exit);
     }
-  } catch (const Failure& failure) {
-    if (failure.exit == Exit::notWritten) throw;
-    // What was read before is done, and kept.
-    printFailure(failure, line.json);
-    exit = std::max(exit, failure.exit);
+    if (isRecorded_ && !line_.noSave) store_.synchronize();
+    return exit;
   }
-  if (!line.noSave) store.synchronize();
-  return exit;
-}
+
+ private:
+  Exit convertNumbered(std::string text, const std::string& place) {
+    try {
+      const auto day = takeDay(text);
+      const Sentence sentence = readLine(text, line_);
+      const auto on = day ? std::optional(pastDayOf(line_, *day)) : dayOf(sentence, line_, on_);
+      if (!on) isRecorded_ = true;
+      return convertOne(sentence, line_, store_, false, place, on);
+    } catch (Failure& failure) {
+      if (failure.exit == Exit::notWritten) throw;
+      failure.message.insert(0, place);
+      printFailure(failure, line_.json);
+      return failure.exit;
+    }
+  }
+
+  const CommandLine& line_;
+  StoreManager& store_;
+  const std::optional<PastDay>& on_;
+  bool isRecorded_ = false;
+};
 
 Sentence readOperands(const std::vector<std::string>& operands) {
   try {
@@ -87,10 +111,13 @@ Exit convert(const CommandLine& line) {
   }
   const bool isMany = line.operands[0] == kStandardInput;
   const Sentence sentence = isMany ? Sentence() : readOperands(line.operands);
-  StoreManager& store = openStore(!line.noSave);
+  const std::optional<PastDay> on = dayOf(sentence, line, pastDayOf(line));
+  // An amount of the past is not the last one.
+  const bool saves = !line.noSave && !on;
+  StoreManager& store = openStore(saves);
   const Exit exit =
-      isMany ? convertLines(line, store) : convertOne(sentence, line, store, !line.noSave, {});
-  if (!line.noSave) requireSaved(store);
+      isMany ? Lines(line, store, on).convert() : convertOne(sentence, line, store, saves, {}, on);
+  if (saves) requireSaved(store);
   return exit;
 }
 

@@ -10,13 +10,12 @@
 #include "programs/shared/FreshRates.h"
 
 namespace fexora::program {
-namespace {
 
 bool isAddress(const std::string& operand) {
   return operand.starts_with("http://") || operand.starts_with("https://");
 }
 
-std::string fetch(const sources::SourceStep& step) {
+std::string textFrom(const sources::SourceStep& step) {
   bool ended = false;
   std::optional<std::string> text;
   RatesProblem problem;
@@ -33,8 +32,6 @@ std::string fetch(const sources::SourceStep& step) {
   throw Failure{Exit::network, kindOf(problem.error), problem.error.message};
 }
 
-}  // namespace
-
 std::vector<RatesTable> tablesFromSources(const std::vector<std::string>& operands) {
   if (std::count(operands.begin(), operands.end(), "-") > 1) {
     throw usageFailure("--from -: standard input can be read once only");
@@ -43,9 +40,9 @@ std::vector<RatesTable> tablesFromSources(const std::vector<std::string>& operan
   for (const std::string& operand : operands) {
     const auto step = sources::stepFor(operand, kTrelbyRatesURL);
     if (!step.addresses.empty()) {
-      named.emplace_back(operand, fetch(step));
+      named.emplace_back(operand, textFrom(step));
     } else if (isAddress(operand)) {
-      named.emplace_back(shownAddress(operand), fetch({operand, {operand}, true}));
+      named.emplace_back(shownAddress(operand), textFrom({operand, {operand}, true}));
     } else {
       named.emplace_back(operand, std::nullopt);
     }

@@ -11,6 +11,8 @@
 
 #include "programs/fexora/Commands.h"
 #include "programs/fexora/FromSources.h"
+#include "programs/fexora/HistoryImport.h"
+#include "programs/fexora/KeptAnswers.h"
 #include "programs/fexora/Output.h"
 #include "programs/fexora/Waiting.h"
 #include "programs/shared/FreshRates.h"
@@ -67,7 +69,11 @@ Failure failureOf(const StoreManager& store, const RatesProblem& problem) {
 
 // One at a time in this program, for as long as it runs.
 FreshRates& freshRates() {
-  static auto* const fresh = new FreshRates(rateManager(), storeManager());
+  static auto* const fresh = [] {
+    auto* const made = new FreshRates(rateManager(), storeManager());
+    made->setTaken(keepTables);
+    return made;
+  }();
   return *fresh;
 }
 
@@ -105,9 +111,10 @@ Codes refreshFrom(const std::vector<std::string>& sources, const StoreManager& s
   }
   Codes came;
   for (const RatesTable& table : tables) addCodes(came, table.rates);
-  if (const auto error = rateManager().takeTables(std::move(tables), true)) {
+  if (const auto error = rateManager().takeTables(tables, true)) {
     throw failureOf(store, {RatesProblem::Cause::refused, *error});
   }
+  keepSources(sources, tables);
   for (const RatesReason& reason : rateManager().verdict().leftOut) came.erase(reason.code);
   return came;
 }
@@ -171,8 +178,9 @@ void startRefresh(const StoreManager& store, std::function<void(std::optional<Fa
 }
 
 void refresh(const CommandLine& line) {
-  if (!line.operands.empty()) throw usageFailure("refresh takes options only");
+  if (!line.operands.empty() && line.past.empty()) throw usageFailure("refresh takes options only");
   StoreManager& store = openStoreInFolder();
+  if (!line.past.empty()) return importHistory(line, store);
   if (line.force) rateManager().setAnswerCheck({});
   Codes came;
   if (line.from.empty()) {

@@ -62,6 +62,8 @@ Exit run(const CommandLine& line) {
     case Command::refresh:
       refresh(line);
       break;
+    case Command::history:
+      return history(line);
     case Command::watch:
       watch(line);
       break;

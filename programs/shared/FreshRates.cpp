@@ -81,10 +81,18 @@ void FreshRates::askService(const std::shared_ptr<Run>& run, const std::string& 
   askForFreshRates(rates_, [run, this, alive = std::weak_ptr(alive_)](const ResponseError* error) {
     if (alive.expired() || run_ != run) return;
     if (error != nullptr) return fail(run, refusalOf(*error));
+    if (taken_) taken_(std::string(sources::kService), {serviceTable()});
     run->problem.reset();
     run->at = run->steps.size();
     next(run);
   });
+}
+
+RatesTable FreshRates::serviceTable() const {
+  RatesTable table;
+  table.rates = store_.loadUSDRates().value_or(std::vector<USDRateRef>());
+  table.published = rates_.freshness().published;
+  return table;
 }
 
 void FreshRates::askSource(const std::shared_ptr<Run>& run, const SourceStep& step) {
@@ -96,9 +104,10 @@ void FreshRates::askSource(const std::shared_ptr<Run>& run, const SourceStep& st
     std::size_t passedOver = 0;
     auto tables = readTables({{name, std::move(text)}}, unread, passedOver);
     if (!tables) return fail(run, unreadable(std::move(unread)));
-    if (auto refused = rates_.takeTables(*std::move(tables), true)) {
+    if (auto refused = rates_.takeTables(*tables, true)) {
       return fail(run, refusalOf(*std::move(refused)));
     }
+    if (taken_) taken_(name, *tables);
     run->problem.reset();
     run->at = run->steps.size();
     next(run);

@@ -40,6 +40,11 @@ class FreshRates {
   // Told while an answer comes; counts for what is started from then on.
   void setProgress(Transfer::ProgressHandler told);
 
+  // Called with what was taken, and the name of the source that sent it ("service": of the rates
+  // service), before `done`.
+  using Taken = std::function<void(const std::string& name, const std::vector<RatesTable>& tables)>;
+  void setTaken(Taken taken) { taken_ = std::move(taken); }
+
   // Asks one after the other until an answer is taken; later `done`, with nothing then, else with
   // why the first of them gave nothing. Nobody to ask is told later, too. One at a time.
   using Done = std::function<void(const std::optional<RatesProblem>& problem)>;
@@ -59,11 +64,14 @@ class FreshRates {
   void askSource(const std::shared_ptr<Run>& run, const sources::SourceStep& step);
   void fetchAt(const sources::SourceStep& step, std::size_t place, Text complete,
                std::optional<RatesProblem> first);
+  // The answer that the store has just taken.
+  RatesTable serviceTable() const;
   void fail(const std::shared_ptr<Run>& run, RatesProblem problem);
 
   RateManager& rates_;
   StoreManager& store_;
   Transfer::ProgressHandler told_;
+  Taken taken_;
   std::shared_ptr<Transfer> transfer_;
   std::shared_ptr<Run> run_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

@@ -272,5 +272,46 @@ TEST(RateHistory, FileThatIsNotAsItShouldBe_IsKeptAsideOrLeftAlone) {
   }
 }
 
+// Each byte of a small history with one of its bits flipped; all eight, with
+// FEXORA_HISTORY_FLIPS=8.
+TEST(RateHistory, FlippedBits_MakeATableMissingAndNoFigureAnother) {
+  const char* const wanted = std::getenv("FEXORA_HISTORY_FLIPS");
+  const unsigned flips = wanted != nullptr ? static_cast<unsigned>(std::atoi(wanted)) : 1;
+  World world;
+  const auto tables = [&world] {
+    std::vector<PublishedTable> all;
+    for (const PublishedTable& of : someTables()) {
+      for (PublishedTable& found : world.history->published(of.day))
+        all.push_back(std::move(found));
+    }
+    return all;
+  };
+  const std::string whole = readFile(world.file());
+  const std::vector<PublishedTable> kept = tables();
+  std::size_t missing = 0;
+  for (std::size_t at = 0; at < whole.size(); ++at) {
+    for (unsigned i = 0; i < flips; ++i) {
+      std::string damaged = whole;
+      damaged[at] = static_cast<char>(damaged[at] ^ (1 << ((at * 5 + i) % 8)));
+      writeFile(world.file(), damaged);
+      world.openAnew();
+      const auto left = tables();
+      missing += kept.size() > left.size() ? 1 : 0;
+      for (const PublishedTable& table : left) {
+        EXPECT_TRUE(std::any_of(kept.begin(), kept.end(), [&](const PublishedTable& one) {
+          return std::tie(one.day, one.source, one.base, one.figures) ==
+                 std::tie(table.day, table.source, table.base, table.figures);
+        })) << at;
+      }
+    }
+    const bool isVersion = at >= 60 && at < 64;
+    if (isVersion || (at > 100 && at % 61 != 0)) continue;
+    const Kept next = world.keep({table("2026-09-12", "ecb", "EUR", {{"USD", "1.5"}})});
+    EXPECT_EQ(next.problem, "") << at;
+  }
+  RecordProperty("missing", static_cast<int>(missing));
+  EXPECT_GT(missing, 100u);
+}
+
 }  // namespace
 }  // namespace fexora::test

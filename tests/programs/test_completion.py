@@ -7,14 +7,14 @@ import subprocess
 from support import BIN, SOURCE, ProgramTest
 
 COMPLETIONS = SOURCE / "packaging/completions"
-COMMANDS = ["select", "settings", "search", "refresh", "watch", "status"]
+COMMANDS = ["select", "settings", "search", "refresh", "history", "watch", "status"]
 
 
 # The words before the cursor, and what they can become.
 EVERYWHERE = [
     ([""], COMMANDS), (["se"], ["select", "settings", "search"]),
     (["settings", "mode", ""], ["light", "dark"]), (["100", "--n"], ["--no-save", "--names"]),
-    (["search", "x", "--ex"], ["--exclude"]), (["settings", "todayR"], ["todayRelativeCurrency"]),
+    (["search", "x", "--ex"], ["--exclude"]), (["history", "USD", "--cs"], ["--csv"]), (["settings", "todayR"], ["todayRelativeCurrency"]),
     (["100", "jp"], ["JPY"]), (["select", ""], ["USD", "EUR"]), (["select", "eur"], ["EUR", "EURC"])]
 IN_BASH = [
     (["--json", "settings", "mode", ""], ["light", "dark"]), (["100", "yen"], ["JPY"]),

@@ -139,7 +139,9 @@ class Refresh(ServedTest):
         self.url = f"{self.service.base}/good?key=s3cret"
         self.service.script = answer(GOOD, 'ETag: "1"')
         self.run_program("refresh", "--force")
-        kept = [*self.container.glob("*"), *pathlib.Path(f"{self.container}-cache").glob("*/*")]
+        past = self.container / ".fexora-history/rates.sqlite"
+        self.assertNotIn(b"cret", past.read_bytes())
+        kept = [*self.container.glob("*.plist"), *pathlib.Path(f"{self.container}-cache").glob("*/*")]
         self.assertEqual(len(kept), 2)
         for file in kept:
             self.assertNotIn("cret", repr(plistlib.loads(file.read_bytes())))

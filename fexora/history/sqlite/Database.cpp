@@ -25,6 +25,7 @@ SqliteFault::Kind kindOf(int code) {
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
     case SQLITE_TOOBIG:
+    case SQLITE_ERROR:  // what is asked is right: it is the file that knows no such table
       return SqliteFault::Kind::damaged;
     case SQLITE_FULL:
       return SqliteFault::Kind::full;

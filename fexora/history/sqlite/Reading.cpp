@@ -61,7 +61,7 @@ typename Series::iterator chosen(Series& series, const PastQuestion& question) {
   for (const auto& [source, rates] : series) most = std::max(most, rates.size());
   auto best = series.end();
   for (auto at = series.begin(); at != series.end(); ++at) {
-    if (2 * at->second.size() < most) continue;
+    if (2 * at->second.size() <= most) continue;
     if (best == series.end() || rankOf(question, at->first) < rankOf(question, best->first)) {
       best = at;
     }

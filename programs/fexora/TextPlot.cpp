@@ -1,0 +1,284 @@
+#include "programs/fexora/TextPlot.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include "fexora/platform/base/Environment.h"
+#include "fexora/platform/text/NumberText.h"
+
+namespace fexora::program {
+namespace {
+
+namespace chrono = std::chrono;
+
+constexpr int kRows = 12;
+constexpr int kFewestColumns = 24;
+constexpr int kMostColumns = 200;
+constexpr int kGapDays = 7;
+constexpr std::array kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+
+int daysSince(Day first, Day day) {
+  return static_cast<int>((day - first).count());
+}
+
+// Dots, several a character: two by four in braille, one in ASCII.
+class Canvas {
+ public:
+  Canvas(int columns, int rows, bool isBraille)
+      : dotsWide_(isBraille ? 2 : 1),
+        dotsHigh_(isBraille ? 4 : 1),
+        columns_(columns),
+        rows_(rows),
+        dots_(static_cast<std::size_t>(width() * height())) {}
+
+  int width() const { return columns_ * dotsWide_; }
+  int height() const { return rows_ * dotsHigh_; }
+
+  // From above.
+  void set(int x, int y) { dots_[static_cast<std::size_t>(y * width() + x)] = true; }
+
+  void line(int fromX, int fromY, int toX, int toY) {
+    const int steps = std::max({std::abs(toX - fromX), std::abs(toY - fromY), 1});
+    for (int i = 0; i <= steps; ++i) {
+      const double part = static_cast<double>(i) / steps;
+      set(static_cast<int>(std::lround(fromX + part * (toX - fromX))),
+          static_cast<int>(std::lround(fromY + part * (toY - fromY))));
+    }
+  }
+
+  // Without blanks at the end.
+  std::string row(int row) const {
+    std::string text;
+    std::size_t inked = 0;
+    for (int column = 0; column < columns_; ++column) {
+      const unsigned ink = inkOf(column, row);
+      text += ink == 0 ? " " : dotsWide_ == 1 ? "*" : braille(ink);
+      if (ink != 0) inked = text.size();
+    }
+    text.resize(inked);
+    return text;
+  }
+
+ private:
+  // The dots of a character, numbered as braille's are.
+  unsigned inkOf(int column, int row) const {
+    static constexpr std::array<std::array<unsigned, 2>, 4> kDots = {
+        {{0x01, 0x08}, {0x02, 0x10}, {0x04, 0x20}, {0x40, 0x80}}};
+    unsigned ink = 0;
+    for (int y = 0; y < dotsHigh_; ++y) {
+      for (int x = 0; x < dotsWide_; ++x) {
+        const auto at =
+            static_cast<std::size_t>((row * dotsHigh_ + y) * width() + column * dotsWide_ + x);
+        if (dots_[at]) ink |= kDots.at(static_cast<std::size_t>(y)).at(static_cast<std::size_t>(x));
+      }
+    }
+    return ink;
+  }
+
+  // U+2800 and the dots, in UTF-8.
+  static std::string braille(unsigned ink) {
+    std::string text = "\xE2";
+    text += static_cast<char>(0xA0U | (ink >> 6U));
+    text += static_cast<char>(0x80U | (ink & 0x3FU));
+    return text;
+  }
+
+  int dotsWide_;
+  int dotsHigh_;
+  int columns_;
+  int rows_;
+  std::vector<bool> dots_;
+};
+
+struct Scale {
+  double low = 0;
+  double high = 0;
+  double step = 1;  // between the axis' numbers
+  int digits = 0;   // of these, after the point
+};
+
+Scale scaleOf(const std::vector<DayRate>& rates) {
+  const auto less = [](const DayRate& a, const DayRate& b) { return a.rate < b.rate; };
+  const auto [lowest, highest] = std::minmax_element(rates.begin(), rates.end(), less);
+  Scale scale{lowest->rate, highest->rate};
+  double range = scale.high - scale.low;
+  if (!(range > scale.high * 1e-12)) {
+    range = scale.high * 0.02;
+    scale.low -= range / 2;
+    scale.high += range / 2;
+  }
+  const double raw = range / 3;
+  const double power = std::pow(10.0, std::floor(std::log10(raw)));
+  const double times = raw / power;
+  scale.step = (times < 1.5 ? 1 : times < 3.5 ? 2 : times < 7.5 ? 5 : 10) * power;
+  scale.digits = std::clamp(static_cast<int>(-std::floor(std::log10(scale.step) + 1e-9)), 0, 15);
+  return scale;
+}
+
+class Plot {
+ public:
+  Plot(const std::vector<DayRate>& rates, const PlotForm& form)
+      : rates_(rates), isBraille_(form.isBraille), scale_(scaleOf(rates)) {
+    const int columns = std::clamp(form.columns, kFewestColumns, kMostColumns) - 1;
+    for (double value = firstTick(); value <= scale_.high; value += scale_.step) {
+      labelWidth_ = std::max(labelWidth_, fixedText(value, scale_.digits).size());
+    }
+    width_ = std::max(columns - static_cast<int>(labelWidth_) - 2, 10);
+    first_ = rates.front().day;
+    days_ = std::max(daysSince(first_, rates.back().day), 1);
+  }
+
+  std::vector<std::string> lines() const {
+    Canvas canvas(width_, kRows, isBraille_);
+    draw(canvas);
+    std::vector<std::string> lines;
+    for (int row = 0; row < kRows; ++row) {
+      const std::string label = labelOf(row);
+      std::string line(labelWidth_ - label.size(), ' ');
+      line.append(label).append(" ");
+      line += isBraille_ ? (label.empty() ? "│" : "┤") : "|";
+      lines.push_back(line + canvas.row(row));
+    }
+    addDays(lines);
+    return lines;
+  }
+
+ private:
+  double firstTick() const { return std::ceil(scale_.low / scale_.step) * scale_.step; }
+
+  // The number that stands beside a row: one whose own place falls into it.
+  std::string labelOf(int row) const {
+    for (double value = firstTick(); value <= scale_.high * (1 + 1e-12); value += scale_.step) {
+      const double part = (scale_.high - value) / (scale_.high - scale_.low);
+      if (std::min(static_cast<int>(part * kRows), kRows - 1) == row) {
+        return fixedText(value, scale_.digits);
+      }
+    }
+    return {};
+  }
+
+  int place(Day day, int width) const {
+    return static_cast<int>(
+        std::lround(static_cast<double>(daysSince(first_, day)) / days_ * (width - 1)));
+  }
+
+  void draw(Canvas& canvas) const {
+    int lastX = 0;
+    int lastY = 0;
+    for (std::size_t i = 0; i < rates_.size(); ++i) {
+      const int x = place(rates_[i].day, canvas.width());
+      const double part = (scale_.high - rates_[i].rate) / (scale_.high - scale_.low);
+      const int y = std::clamp(static_cast<int>(std::lround(part * (canvas.height() - 1))), 0,
+                               canvas.height() - 1);
+      const bool isGap = i == 0 || rates_[i].day - rates_[i - 1].day > chrono::days(kGapDays);
+      if (isGap) {
+        canvas.set(x, y);
+      } else {
+        canvas.line(lastX, lastY, x, y);
+      }
+      lastX = x;
+      lastY = y;
+    }
+  }
+
+  // Days that get a mark, with their texts: of years, months or days, as many as have room.
+  std::vector<std::pair<Day, std::string>> marks() const {
+    const chrono::year_month_day begin(first_);
+    const Day last = rates_.back().day;
+    std::vector<std::pair<Day, std::string>> marks;
+    const int most = std::max(width_ / 12, 2);
+    const int months = days_ / 30;
+    if (months >= 24) {
+      const int years = std::max((months / 12 + most - 1) / most, 1);
+      for (auto year = begin.year(); Day(year / 1 / 1) <= last; ++year) {
+        if (static_cast<int>(year) % years != 0 || Day(year / 1 / 1) < first_) continue;
+        marks.emplace_back(year / 1 / 1, std::to_string(static_cast<int>(year)));
+      }
+    } else if (months >= 4) {
+      const int step = std::max((months + most - 1) / most, 1);
+      for (auto month = begin.year() / begin.month(); Day(month / 1) <= last;
+           month += chrono::months(step)) {
+        if (Day(month / 1) < first_) continue;
+        marks.emplace_back(month / 1, kMonths.at(static_cast<unsigned>(month.month()) - 1));
+      }
+    } else {
+      const int step = (days_ + most - 1) / most;
+      for (Day day = first_; day <= last; day += chrono::days(std::max(step, 1))) {
+        const chrono::year_month_day date(day);
+        marks.emplace_back(day, std::to_string(static_cast<unsigned>(date.day())) + " " +
+                                    kMonths.at(static_cast<unsigned>(date.month()) - 1));
+      }
+    }
+    return marks;
+  }
+
+  void addDays(std::vector<std::string>& lines) const {
+    std::vector<bool> ticks(static_cast<std::size_t>(width_));
+    std::string texts(labelWidth_ + 2 + static_cast<std::size_t>(width_), ' ');
+    std::size_t free = 0;
+    for (const auto& [day, text] : marks()) {
+      const int at = place(day, width_);
+      const auto middle = labelWidth_ + 2 + static_cast<std::size_t>(at);
+      const auto begin = std::min(middle - std::min(middle, text.size() / 2),
+                                  texts.size() - std::min(texts.size(), text.size()));
+      if (begin < free) continue;
+      texts.replace(begin, text.size(), text);
+      free = begin + text.size() + 1;
+      ticks[static_cast<std::size_t>(at)] = true;
+    }
+    std::string axis(labelWidth_ + 1, ' ');
+    axis += isBraille_ ? "└" : "+";
+    for (const bool tick : ticks) axis += isBraille_ ? (tick ? "┬" : "─") : (tick ? "+" : "-");
+    lines.push_back(axis);
+    texts.resize(texts.find_last_not_of(' ') + 1);
+    lines.push_back(texts);
+  }
+
+  const std::vector<DayRate>& rates_;
+  bool isBraille_;
+  Scale scale_;
+  std::size_t labelWidth_ = 0;
+  int width_ = 0;
+  Day first_{};
+  int days_ = 1;
+};
+
+bool isUnicodeLocale() {
+  for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+    const auto value = environment(name);
+    if (!value || value->empty()) continue;
+    std::string upper = *value;
+    std::transform(upper.begin(), upper.end(), upper.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+    return upper.find("UTF-8") != std::string::npos || upper.find("UTF8") != std::string::npos;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::vector<std::string> textPlot(const std::vector<DayRate>& rates, const PlotForm& form) {
+  return Plot(rates, form).lines();
+}
+
+PlotForm terminalForm() {
+  PlotForm form;
+  form.isBraille = isUnicodeLocale();
+  const auto named = environment("COLUMNS");
+  const auto columns = named ? parseInteger(*named) : std::nullopt;
+  winsize size{};
+  if (columns && *columns > 0) {
+    form.columns = static_cast<int>(std::min<std::int64_t>(*columns, kMostColumns));
+  } else if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
+    form.columns = size.ws_col;
+  }
+  return form;
+}
+
+}  // namespace fexora::program
