@@ -31,7 +31,8 @@ void checkCount(const Options& options, const MergedRates& rates) {
   const auto count = static_cast<std::int64_t>(rates.size());
   const std::int64_t fewest = options.minCount.value_or(1);
   if (count >= fewest && count <= kMostCodes) return;
-  throw rejection("the sources hold " + std::to_string(count) + " codes, " +
+  throw rejection("the sources hold " + std::to_string(count) +
+                  (count == 1 ? " code, " : " codes, ") +
                   (count < fewest ? "fewer than " + std::to_string(fewest)
                                   : "more than the library reads, " + std::to_string(kMostCodes)));
 }

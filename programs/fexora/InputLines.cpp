@@ -35,7 +35,8 @@ std::optional<std::string> InputLines::next() {
     const char* begin = buffer_.data() + at_;
     const char* end = std::find(begin, static_cast<const char*>(buffer_.data()) + end_, '\n');
     const auto length = static_cast<std::size_t>(end - begin);
-    line.append(begin, std::min(length, kMostBytes + 1 - line.size()));
+    // With the CR of an end, and one more to tell it from a line that goes on.
+    line.append(begin, std::min(length, kMostBytes + 2 - line.size()));
     at_ += length;
     if (at_ == end_) continue;
     ++at_;

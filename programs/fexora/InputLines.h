@@ -14,8 +14,8 @@ class InputLines {
  public:
   static constexpr std::size_t kMostBytes = 4096;
 
-  // The next one, cut behind kMostBytes + 1 bytes where it is longer; nothing at the end. Throws a
-  // Failure of kind "input" when standard input cannot be read.
+  // The next one; of one longer than kMostBytes a beginning that is longer, too; nothing at the
+  // end. Throws a Failure of kind "input" when standard input cannot be read.
   std::optional<std::string> next();
   // Of the line that next() gave last, from 1.
   std::size_t number() const { return number_; }
