@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t kShown = 40;
 
-std::string upperCase(std::string_view code) {
+std::string inCapitals(std::string_view code) {
   std::string upper(code);
   for (char& c : upper) {
     if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
@@ -27,7 +27,7 @@ void TableMaker::reject(std::size_t line, std::string_view code, const std::stri
 
 void TableMaker::setSource(std::string_view source, std::string_view base) {
   table_.source = source;
-  table_.base = upperCase(base);
+  table_.base = inCapitals(base);
 }
 
 void TableMaker::begin(std::size_t line, std::string_view day) {
@@ -48,7 +48,7 @@ void TableMaker::add(std::size_t line, std::string_view code, std::string_view f
     reject(line, code,
            "\"" + std::string(figure.substr(0, kShown)) + "\" is no finite and positive figure");
   }
-  table_.figures.emplace_back(upperCase(code), figure);
+  table_.figures.emplace_back(inCapitals(code), figure);
 }
 
 void TableMaker::end() {
