@@ -43,7 +43,10 @@ ContainerFolder unusable(const std::string& path, const std::string& why) {
 
 // Whether a folder of somebody else's is meant to be shared.
 bool isShared(Files& files, const std::string& path, const FileStatus& status) {
-  return (status.mode & kOthersWrite) != 0 && !files.mayChange(path);
+  if ((status.mode & kOthersWrite) == 0) return false;
+  const auto refused = files.mayChange(path);
+  // Who only reads need not be able to write.
+  return !refused || refused == std::errc::read_only_file_system;
 }
 
 ContainerFolder usable(Files& files, std::string path, bool isNamed) {

@@ -24,6 +24,7 @@ class ReadOnlyFiles final : public PosixFiles {
   std::error_code makeFolder(const std::string& /*path*/, std::uint32_t /*mode*/) override {
     return refusal();
   }
+  std::error_code mayChange(const std::string& /*folder*/) override { return refusal(); }
 
  private:
   static std::error_code refusal() {
