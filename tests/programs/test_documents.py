@@ -10,8 +10,10 @@ from support import BIN, SNAPSHOT, SOURCE, ProgramTest
 
 DOCUMENTS = [SOURCE / "README.md", *sorted((SOURCE / "docs").glob("*.md"))]
 # The last words before the code name its file.
-CODE = re.compile(r"`(examples/[^`]+)`:\n\n```cpp\n(.*?)```", re.DOTALL)
+CODE = re.compile(r"`(examples/[^`]+)`:\n\n```(?:cpp|c|python)\n(.*?)```", re.DOTALL)
 CONSOLE = re.compile(r"(?m)^    \$ (.*)\n((?:    [^$].*\n)*)")
+PYTHON = {"PYTHONPATH": str(SOURCE / "python"), "PYTHONDONTWRITEBYTECODE": "1",
+          "FEXORA_C_LIBRARY": str(next(BIN.parent.glob("lib*/**/libfexora-c.so.0"), ""))}
 TYPES = {bool: "boolean", int: "integer", str: "string", list: "array", dict: "dictionary",
          datetime.datetime: "date"}
 
@@ -30,7 +32,7 @@ class Documents(ProgramTest):
         for document in DOCUMENTS:
             text = document.read_text(encoding="utf-8")
             quotes = CODE.findall(text)
-            self.assertEqual(len(quotes), text.count("```cpp\n"), f"{document}: code of no sample")
+            self.assertEqual(len(quotes), len(re.findall(r"```(?:cpp|c|python)\n", text)), f"{document}: code of no sample")
             for sample, code in quotes:
                 lines = (SOURCE / sample).read_text(encoding="utf-8").splitlines()
                 length = code.count("\n")
@@ -52,12 +54,16 @@ class Documents(ProgramTest):
     def test_commands_print_what_is_shown(self):
         path = f"{BIN}:{os.environ['PATH']}"
         for document in DOCUMENTS:
-            env = self.environment(FEXORA_CONTAINER=str(self.new_folder()), PATH=path)
+            env = self.environment(FEXORA_CONTAINER=str(self.new_folder()), PATH=path, **PYTHON)
             for command, shown in CONSOLE.findall(document.read_text(encoding="utf-8")):
                 command = command.replace("./run", "fexora")
-                printed = subprocess.run(["bash", "-c", command], env=env, text=True, check=True,
+                printed = subprocess.run(["bash", "-c", command], env=env, text=True, check=True, cwd=SOURCE,
                                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT).stdout
                 self.assertEqual(without_age(printed), without_age(textwrap.dedent(shown)), command)
+
+    def test_python_answers_what_is_shown(self):
+        subprocess.run(["python3", "-B", "-m", "doctest", SOURCE / "docs/c-and-python.md"], check=True,
+                       env=self.environment(FEXORA_CONTAINER=str(self.new_folder()), **PYTHON))
 
     def test_store_has_the_keys_of_its_table(self):
         text = (SOURCE / "docs/file-formats.md").read_text(encoding="utf-8")
