@@ -1,5 +1,4 @@
-/* Converts an amount as it is typed into the currencies that are named: convert '100 usd' EUR JPY
- */
+/* Converts an amount as it is typed: convert '100 usd' EUR JPY */
 #include <fexora/c.h>
 #include <math.h>
 #include <stdio.h>

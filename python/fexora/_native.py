@@ -106,6 +106,19 @@ def text(value: str) -> bytes:
     return data
 
 
+_known: dict[str, bytes] = {}
+
+
+def code(value: str) -> bytes:
+    """The same for a currency's code, of which there are few."""
+    data = _known.get(value)
+    if data is None:
+        data = text(value)
+        if len(_known) < 4096 and len(data) <= 8:
+            _known[value] = data
+    return data
+
+
 def optional(value: str | None) -> bytes | None:
     return None if value is None else text(value)
 

@@ -82,7 +82,12 @@ def _copied(amounts: Iterable[float]) -> array[float]:
         return array("d", amounts)
     if view.ndim != 1:
         raise MisuseError("amounts of more than one dimension: flatten them, or give a numpy array")
-    return array("d", view)
+    copied = array("d")
+    if view.format == "d" and view.c_contiguous:
+        copied.frombytes(view.cast("B"))
+    else:
+        copied.extend(view)
+    return copied
 
 
 class Session:
@@ -146,12 +151,11 @@ class Session:
         """The amount times the rate, nothing rounded: a double, and a Decimal of a Decimal."""
         if isinstance(amount, Decimal):
             return amount * _exact(self.rate(source, target).value)
-        handle, result = self._held(), c_double(amount)
+        handle, result = self._handle or self._held(), c_double(amount)
+        from_, to = _native.code(source), _native.code(target)
         # The second call, after a failure, brings its words.
-        if _native.convert(handle.pointer, result.value, _native.text(source),
-                           _native.text(target), byref(result), None):
-            _native.call("convert", handle.pointer, c_double(amount), _native.text(source),
-                         _native.text(target), byref(result))
+        if _native.convert(handle.pointer, result, from_, to, byref(result), None):
+            _native.call("convert", handle.pointer, c_double(amount), from_, to, byref(result))
         return result.value
 
     @overload
