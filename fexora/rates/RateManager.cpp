@@ -254,14 +254,33 @@ std::vector<RatesTable> RateManager::heldTables() const {
   return tables;
 }
 
+// What `table` left out, and of what it does not hold what was left out before: a narrow table
+// between two wide ones settles nothing.
+std::vector<DoubtedRate> RateManager::doubtsAfter(const RatesTable& table) const {
+  std::vector<DoubtedRate> doubted;
+  if (!table.published) return doubted;
+  for (const RatesReason& each : verdict_.leftOut) {
+    doubted.push_back({each.code, each.now, *table.published});
+  }
+  const auto answer = store().ratesAnswer();
+  if (!answer) return doubted;
+  for (const DoubtedRate& each : answer->doubted) {
+    const auto hasCode = [&](const auto& other) { return other.code == each.code; };
+    const auto isRateOf = [&](const USDRateRef& rate) { return rate && rate->code() == each.code; };
+    if (std::none_of(table.rates.begin(), table.rates.end(), isRateOf) &&
+        std::none_of(doubted.begin(), doubted.end(), hasCode)) {
+      doubted.push_back(each);
+    }
+  }
+  return doubted;
+}
+
 void RateManager::keep(std::vector<RatesTable>& tables, std::string message, bool sync) {
   std::vector<RatesTable> others = heldTables();
   others.insert(others.end(), tables.begin() + 1, tables.end());
   RatesTable& first = tables.front();
   RatesAnswer said{first.published, first.source, first.origin};
-  for (const RatesReason& each : verdict_.leftOut) {
-    if (first.published) said.doubted.push_back({each.code, each.now, *first.published});
-  }
+  said.doubted = doubtsAfter(first);
   filterRatesForLocalCurrencies(first.rates);
   serviceMessage_ = std::move(message);
   store().announceRates(std::move(said), tablesBeside(USDRates_, std::move(others)));

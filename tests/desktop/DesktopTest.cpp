@@ -2,6 +2,7 @@
 // goes.
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusVariant>
@@ -567,6 +568,9 @@ void DesktopTest::savesSettingsAtOnce() {
   QCOMPARE(desk_.store.fraction(), Settings::kMostFraction);
   QCOMPARE(desk_.store.numberOfCurrenciesInWidget(), Settings::kMostNumberOfCurrencies);
   QCOMPARE(changes, 2);
+  for (auto* const box : page.findChildren<QComboBox*>()) box->setCurrentIndex(box->count() - 1);
+  QCOMPARE(desk_.store.ratesFrom(), "nowhere");
+  QVERIFY(program::FreshRates(desk_.rates, desk_.store).steps().empty());
   const QByteArray kept = storeBytes();
   page.reload();
   QCOMPARE(storeBytes(), kept);
@@ -593,6 +597,20 @@ void DesktopTest::showsTodayInBothModes() {
            toQt(NumberFormat(3, true).rate(bundled(1, "EUR", "CHF"))));
   lines.turn();
   QCOMPARE(text(1, TodayModel::valueRole), toQt(NumberFormat(3, true).rate(1 / 1.95583)));
+  // What newer rates lack has a day of its own, here and in the converter.
+  const std::vector rates = {USDRate::make(1, "USD"), USDRate::make(0.9, "EUR")};
+  QVERIFY(!desk_.rates.takeTables({{rates, desk_.now(), "a bank"}}, false));
+  lines.reload();
+  QVERIFY(text(0, TodayModel::labelRole).startsWith("CHF · rate of 29 September"));
+  QCOMPARE(text(1, TodayModel::labelRole), "DEM");
+  desk_.store.saveCurrencies({known("EUR"), known("CHF")});
+  LinesModel converter(desk_);
+  converter.setAmount(1);
+  const auto rateText = [&](int row) {
+    return converter.index(row).data(LinesModel::rateRole).toString();
+  };
+  QVERIFY(!rateText(0).contains("rate of"));
+  QVERIFY(rateText(1).contains("rate of 29 September"));
 }
 
 void DesktopTest::speaksEachLanguage() {

@@ -110,6 +110,20 @@ TEST_F(RealTablesTest, NoneIsRefused_WhateverDaysAreLeftOut) {
   RecordProperty("taken", taken);
 }
 
+TEST_F(RealTablesTest, WhatWasLeftOutIsTaken_OnceALaterDaySaysTheSame) {
+  begin(tables[70]);
+  for (const std::size_t day : {71U, 71U, 72U}) {
+    Table table = tables[day];
+    table.rates["TRY"] *= 3;
+    setDay(table);
+    EXPECT_EQ(take(table), "");
+    EXPECT_EQ(listed().contains("TRY"), day == 72);
+    // A narrow table between them settles nothing.
+    if (day == 71) EXPECT_EQ(take({table.day, {{"USD", 1}, {"EUR", table.rates["EUR"]}}}), "");
+  }
+  EXPECT_DOUBLE_EQ(listed()["TRY"], tables[72].rates.at("TRY") * 3);
+}
+
 // Of each harm: refused, or only what was harmed is left out. What was held before is there
 // afterwards, here or beside.
 TEST_F(RealTablesTest, HarmsAreKeptOut) {
