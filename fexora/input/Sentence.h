@@ -32,7 +32,7 @@
 #include <vector>
 
 #include "fexora/catalogue/CurrencyManager.h"
-#include "fexora/input/SentenceCursor.h"
+#include "fexora/input/SentenceProblem.h"
 #include "fexora/input/TypedAmount.h"
 #include "fexora/platform/base/Export.h"
 

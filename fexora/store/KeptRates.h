@@ -33,10 +33,10 @@ FEXORA_API std::vector<RatesTable> keptTables(const Dictionary& content);
 
 // Of `tables` those that have codes which `rates` and newer ones lack, the newest first, those of
 // an unknown day last, limits::kKeptTables at most. May throw std::bad_alloc.
-std::vector<RatesTable> tablesBeside(const std::vector<USDRateRef>& rates,
-                                     std::vector<RatesTable> tables);
+FEXORA_API std::vector<RatesTable> tablesBeside(const std::vector<USDRateRef>& rates,
+                                                std::vector<RatesTable> tables);
 
 // Puts them into the store's dictionary. May throw std::bad_alloc.
-void keepTables(Dictionary& content, const std::vector<RatesTable>& tables);
+FEXORA_API void keepTables(Dictionary& content, const std::vector<RatesTable>& tables);
 
 }  // namespace fexora

@@ -12,12 +12,12 @@
 #include "fexora/platform/base/Limits.h"
 
 #include "programs/sources/Source.h"
+#include "programs/sources/SourceText.h"
 
 namespace fexora::sources {
 namespace {
 
 constexpr std::size_t kPiece = std::size_t{64} << 10;
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 // A text or a stream, piece by piece, within the bounds of an answer.
 class Pieces {
@@ -28,7 +28,7 @@ class Pieces {
   std::string_view next() {
     std::string_view piece = in_ != nullptr ? read() : rest_.substr(0, kPiece);
     if (in_ == nullptr) rest_.remove_prefix(piece.size());
-    if (isFirst_ && piece.starts_with(kUtf8Mark)) piece.remove_prefix(kUtf8Mark.size());
+    if (isFirst_ && piece.starts_with(kByteOrderMark)) piece.remove_prefix(kByteOrderMark.size());
     isFirst_ = false;
     return piece;
   }

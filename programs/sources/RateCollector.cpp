@@ -5,6 +5,7 @@
 #include "fexora/rates/AnswerCheck.h"
 
 #include "programs/sources/Source.h"
+#include "programs/sources/SourceText.h"
 
 namespace fexora::sources {
 namespace {
@@ -13,14 +14,6 @@ constexpr std::size_t kCodeLength = 32;
 
 bool isCodeCharacter(char c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-
-std::string upperCase(std::string_view code) {
-  std::string upper(code);
-  for (char& c : upper) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  }
-  return upper;
 }
 
 }  // namespace

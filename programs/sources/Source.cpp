@@ -9,10 +9,10 @@
 
 #include "fexora/platform/base/Limits.h"
 
+#include "programs/sources/SourceText.h"
+
 namespace fexora::sources {
 namespace {
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string readAll(std::istream& in, const std::string& name) {
   std::string text(limits::kAnswerBytes + 1, '\0');

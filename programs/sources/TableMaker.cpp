@@ -3,19 +3,12 @@
 #include "fexora/history/TableText.h"
 
 #include "programs/sources/Source.h"
+#include "programs/sources/SourceText.h"
 
 namespace fexora::sources {
 namespace {
 
 constexpr std::size_t kShown = 40;
-
-std::string inCapitals(std::string_view code) {
-  std::string upper(code);
-  for (char& c : upper) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  }
-  return upper;
-}
 
 }  // namespace
 
@@ -27,7 +20,7 @@ void TableMaker::reject(std::size_t line, std::string_view code, const std::stri
 
 void TableMaker::setSource(std::string_view source, std::string_view base) {
   table_.source = source;
-  table_.base = inCapitals(base);
+  table_.base = upperCase(base);
 }
 
 void TableMaker::begin(std::size_t line, std::string_view day) {
@@ -48,7 +41,7 @@ void TableMaker::add(std::size_t line, std::string_view code, std::string_view f
     reject(line, code,
            "\"" + std::string(figure.substr(0, kShown)) + "\" is no finite and positive figure");
   }
-  table_.figures.emplace_back(inCapitals(code), figure);
+  table_.figures.emplace_back(upperCase(code), figure);
 }
 
 void TableMaker::end() {

@@ -119,7 +119,9 @@ TEST_F(RealTablesTest, WhatWasLeftOutIsTaken_OnceALaterDaySaysTheSame) {
     EXPECT_EQ(take(table), "");
     EXPECT_EQ(listed().contains("TRY"), day == 72);
     // A narrow table between them settles nothing.
-    if (day == 71) EXPECT_EQ(take({table.day, {{"USD", 1}, {"EUR", table.rates["EUR"]}}}), "");
+    if (day == 71) {
+      EXPECT_EQ(take({table.day, {{"USD", 1}, {"EUR", table.rates["EUR"]}}}), "");
+    }
   }
   EXPECT_DOUBLE_EQ(listed()["TRY"], tables[72].rates.at("TRY") * 3);
 }
