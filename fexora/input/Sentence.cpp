@@ -53,6 +53,7 @@ class Reading {
   void takeSource();
   void takeDestinations();
   void failAtDestination();
+  void addDestination(const Mention& mention);
   bool skipBetween();
   void skipLead();
   bool isBetweenWord(std::size_t token) const;
@@ -98,15 +99,17 @@ Sentence Reading::read() {
     note(Notice::otherReading, first, last, nullptr, value, other);
   }
   if (source_) noteMention(*source_, true);
-  for (const auto& [mention, isAsked] : destinations_) {
-    noteMention(mention, false);
-    auto& known = sentence_.destinations;
-    const bool isNew = std::none_of(known.begin(), known.end(), [&](const CurrencyRef& one) {
-      return *one == *mention.currency;
-    });
-    if (isNew) known.push_back(mention.currency);
-  }
+  for (const Place& place : destinations_) addDestination(place.mention);
   return std::move(sentence_);
+}
+
+void Reading::addDestination(const Mention& mention) {
+  noteMention(mention, false);
+  auto& known = sentence_.destinations;
+  const bool isNew = std::none_of(known.begin(), known.end(), [&mention](const CurrencyRef& one) {
+    return *one == *mention.currency;
+  });
+  if (isNew) known.push_back(mention.currency);
 }
 
 void Reading::takeAmount() {

@@ -56,6 +56,7 @@ std::optional<Mention> SentenceAmount::takeCurrency() {
     const auto second = currencies_.at(cursor_.at());
     if (second && (second->currency == money->currency || currencies_.isSignOf(*second, *money))) {
       cursor_.moveTo(second->last);
+      if (money->parts == 1) money->parts = second->parts;
     }
     return money;
   }
@@ -228,7 +229,9 @@ void SentenceAmount::takeMoney(Quantity& quantity) {
       }
       return;
     }
-    if (decides) quantity.money = money;
+    const bool arePartsNew = isSame && quantity.money->parts == 1 && money->parts != 1;
+    if (arePartsNew) takeParts(quantity, *money);
+    if (decides || arePartsNew) quantity.money = money;
     cursor_.moveTo(money->last);
   }
 }

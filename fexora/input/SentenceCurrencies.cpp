@@ -99,7 +99,7 @@ std::optional<Mention> SentenceCurrencies::in(std::string_view part, std::size_t
 }
 
 bool SentenceCurrencies::isSignOf(const Mention& mention, const Mention& other) const {
-  if (mention.last != mention.first + 1) return false;
+  if (mention.by == By::code || mention.last != mention.first + 1) return false;
   const auto codes = codesOfSign(spelled(tokens_.all()[mention.first].run));
   return std::find(codes.begin(), codes.end(), other.currency->code()) != codes.end();
 }

@@ -87,6 +87,10 @@ std::string textOf(const SentenceNotice& notice) {
 // A sign that several share, or an amount with one.
 bool endsInSharedSign(const std::string& word) {
   using By = TypedAmount::CurrencyBy;
+  const bool isPlain = word.size() > 2 && std::all_of(word.begin(), word.end(), [](char c) {
+                         return (c >= '0' && c <= '9') || ((c | 0x20) >= 'a' && (c | 0x20) <= 'z');
+                       });
+  if (isPlain) return false;
   if (codesOfSign(word).size() > 1) return true;
   const TypedAmount amount = readAmount(word);
   return amount.currencyBy == By::region || amount.currencyBy == By::trade;
