@@ -16,12 +16,20 @@ from ctypes import byref, c_double, sizeof
 from datetime import date
 from decimal import (ROUND_DOWN, ROUND_HALF_DOWN, ROUND_HALF_EVEN, ROUND_HALF_UP, ROUND_UP, Decimal)
 from time import monotonic
-from typing import Any, Literal, NamedTuple, overload
 
 from . import _native
 from ._errors import (AmountError, CancelledError, CurrencyError, Error, InternalError, MisuseError,
                       NetworkError, NoMemoryError, RateError, RefusedError, StoreError, TimeOutError)
-from ._session import Freshness, How, Origin, PastRate, Rate, Session, State
+from ._records import (KINDS, ROUNDINGS, Facts, Freshness, How, Kind, Origin, PastRate, Rate, Reading,
+                       Rounding, State)
+from ._session import Session
+
+TYPE_CHECKING = False  # see _session.py
+if TYPE_CHECKING:
+    from typing import Any, overload
+else:
+    def overload(function):
+        return function
 
 __version__: str = _native.version().decode()
 
@@ -33,39 +41,8 @@ __all__ = [
     "round_amount", "search",
 ]
 
-Kind = Literal["official", "local", "metal", "crypto", "withdrawn"]
-Rounding = Literal["half-even", "half-up", "up", "down", "cash"]
-_KINDS: tuple[Kind, ...] = ("official", "local", "metal", "crypto", "withdrawn")
-_ROUNDINGS: tuple[Rounding, ...] = ("half-even", "half-up", "up", "down", "cash")
 _DECIMAL = {"half-even": ROUND_HALF_EVEN, "half-up": ROUND_HALF_UP, "up": ROUND_UP,
             "down": ROUND_DOWN}
-
-
-class Reading(NamedTuple):
-    """What a typed text says."""
-
-    amount: float
-    other: float | None  # the second reading of "1,234"
-    source: str | None
-    targets: tuple[str, ...]
-    day: date | None  # whose rates are asked for
-
-
-class Facts(NamedTuple):
-    """What is known of a currency beside its name."""
-
-    code: str
-    kind: Kind
-    digits: int | None  # of the minor unit
-    customary_digits: int | None
-    cash_step: float | None
-    cash_half_down: bool
-    signs: tuple[str, ...]
-    regions: tuple[str, ...]
-    successor: str | None
-    units: float | None  # became successor_units of the successor
-    successor_units: float | None
-    last_day: str | None
 
 
 class _Shared:
@@ -156,7 +133,7 @@ def facts(code: str) -> Facts:
     def count(number: int) -> int | None:
         return None if number < 0 else number
 
-    return Facts(found.code.decode(), _KINDS[found.kind], count(found.digits),
+    return Facts(found.code.decode(), KINDS[found.kind], count(found.digits),
                  count(found.customary_digits), found.cash_step or None,
                  found.cash_half_down != 0, tuple(found.signs.decode().split()),
                  tuple(found.regions.decode().split()), found.successor.decode() or None,
@@ -181,12 +158,12 @@ def round_amount(amount: float, code: str, mode: Rounding = "half-even") -> floa
 def round_amount(amount: float | Decimal, code: str,
                  mode: Rounding = "half-even") -> float | Decimal:
     """The amount rounded to the currency's minor unit, or to what can be paid in cash."""
-    if mode not in _ROUNDINGS:
-        raise MisuseError(f"mode {mode!r}: expected one of {', '.join(_ROUNDINGS)}")
+    if mode not in ROUNDINGS:
+        raise MisuseError(f"mode {mode!r}: expected one of {', '.join(ROUNDINGS)}")
     if isinstance(amount, Decimal):
         return _round_decimal(amount, facts(code), mode)
     rounded = c_double()
-    _native.call("round", c_double(amount), _native.text(code), _ROUNDINGS.index(mode),
+    _native.call("round", c_double(amount), _native.text(code), ROUNDINGS.index(mode),
                  byref(rounded))
     return rounded.value
 

@@ -8,9 +8,12 @@ import ctypes
 import os
 from ctypes import (CFUNCTYPE, POINTER, Structure, byref, c_char, c_char_p, c_double, c_int, c_int32,
                     c_size_t, c_uint32, c_void_p)
-from typing import Any
 
 from ._errors import BY_CODE, Error, InternalError, MisuseError
+
+TYPE_CHECKING = False  # see _session.py
+if TYPE_CHECKING:
+    from typing import Any
 
 REVISION = 1
 WRITABLE, ANY_RATES = 1, 2

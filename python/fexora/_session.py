@@ -4,63 +4,30 @@ from __future__ import annotations
 import os
 from array import array
 from collections.abc import Callable, Iterable, Iterator, Mapping
-from ctypes import byref, c_char, c_char_p, c_double, c_int, sizeof
+from ctypes import byref, c_char_p, c_double, c_int, sizeof
 from datetime import date, datetime, timezone
 from decimal import Decimal
-from typing import Any, Literal, NamedTuple, Protocol, TypeVar, Union, overload
 
 from . import _native
 from ._errors import MisuseError
+from ._records import HOWS, ORIGINS, STATES, Freshness, PastRate, Rate
 
-State = Literal["none", "fresh", "stale", "old"]
-Origin = Literal["none", "bundled", "service", "file"]
-How = Literal["printed", "crossed", "by-law"]
-_HOWS: tuple[How, ...] = ("printed", "crossed", "by-law")
-_STATES: tuple[State, ...] = ("none", "fresh", "stale", "old")
-_ORIGINS: tuple[Origin, ...] = ("none", "bundled", "service", "file")
+TYPE_CHECKING = False  # as typing has it, whose import would take as long as all else
+if TYPE_CHECKING:
+    from typing import Any, Protocol, TypeVar, Union, overload
 
+    class _Array(Protocol):
+        """What numpy's arrays are like; numpy itself is not needed."""
 
-class Rate(NamedTuple):
-    """How many units of `target` one of `source` buys."""
+        def astype(self, dtype: Any, *, order: Any = ..., copy: Any = ...) -> Any: ...
 
-    source: str
-    target: str
-    value: float
-    published: datetime | None  # None: nobody knows
-
-
-class PastRate(NamedTuple):
-    """A rate of a past day."""
-
-    source: str
-    target: str
-    value: float
-    day: date  # that was asked for, or the newest one before it
-    publisher: str  # "ecb"
-    how: How
-
-
-class Freshness(NamedTuple):
-    """How old a session's rates are, and where they are from."""
-
-    state: State
-    origin: Origin
-    currencies: int  # how many have a rate
-    published: datetime | None
-    stored: datetime | None
-    source: str
-
-
-class _Array(Protocol):
-    """What numpy's arrays are like; numpy itself is not needed."""
-
-    def astype(self, dtype: Any, *, order: Any = ..., copy: Any = ...) -> Any: ...
-
-
-_A = TypeVar("_A", bound=_Array)
-# At run time anything that gives numbers.
-_Decimals = Union[list[Decimal], tuple[Decimal, ...], Iterator[Decimal]]
-_Doubles = Union[list[float], list[int], tuple[float, ...], Iterator[float]]
+    _A = TypeVar("_A", bound=_Array)
+    # At run time anything that gives numbers.
+    _Decimals = Union[list[Decimal], tuple[Decimal, ...], Iterator[Decimal]]
+    _Doubles = Union[list[float], list[int], tuple[float, ...], Iterator[float]]
+else:
+    def overload(function):
+        return function
 
 
 def moment(seconds: float) -> datetime | None:
@@ -224,7 +191,7 @@ class Session:
                      byref(found), sizeof(found))
         return PastRate(source.upper(), target.upper(), found.rate,
                         date.fromisoformat(found.day.decode()), found.source.decode(),
-                        _HOWS[found.how])
+                        HOWS[found.how])
 
     # -- Rates
 
@@ -236,7 +203,7 @@ class Session:
     def freshness(self) -> Freshness:
         handle, found = self._held(), _native.Freshness()
         _native.call("get_freshness", handle.pointer, byref(found), sizeof(found))
-        return Freshness(_STATES[found.state], _ORIGINS[found.origin], found.count,
+        return Freshness(STATES[found.state], ORIGINS[found.origin], found.count,
                          moment(found.published), moment(found.stored),
                          found.source.decode("utf-8", "replace"))
 

@@ -167,8 +167,7 @@ class Package(unittest.TestCase):
     def test_types_are_strict(self):
         samples = sorted(map(str, (SOURCE / "examples/python").glob("*.py")))
         checked = subprocess.run(
-            [sys.executable, "-m", "mypy", "--strict", "--cache-dir", self.folder, *samples, "-p", "fexora"]
-            if not samples else [sys.executable, "-m", "mypy", "--strict", "--cache-dir", self.folder,
-                                 str(SOURCE / "python/fexora"), *samples],
+            [sys.executable, "-m", "mypy", "--strict", "--cache-dir", self.folder,
+             str(SOURCE / "python/fexora"), *samples],
             text=True, capture_output=True, cwd=self.folder)
         self.assertEqual(checked.returncode, 0, checked.stdout)
