@@ -67,7 +67,7 @@ struct Parts {
   TypedRun after;
 };
 
-bool isBlank(const TypedSymbol& symbol) {
+bool isBlankSymbol(const TypedSymbol& symbol) {
   return symbol.sign == U' ';
 }
 
@@ -89,9 +89,9 @@ bool isThousand(TypedRun side) {
 // The places of what lies between the codes with a digit at either end.
 std::pair<std::size_t, std::size_t> withoutSuchCodes(TypedRun run) {
   const auto first =
-      static_cast<std::size_t>(std::find_if(run.begin(), run.end(), isBlank) - run.begin());
-  const auto last =
-      static_cast<std::size_t>(std::find_if(run.rbegin(), run.rend(), isBlank) - run.rbegin());
+      static_cast<std::size_t>(std::find_if(run.begin(), run.end(), isBlankSymbol) - run.begin());
+  const auto last = static_cast<std::size_t>(std::find_if(run.rbegin(), run.rend(), isBlankSymbol) -
+                                             run.rbegin());
   const bool atFront = first < run.size() && isCodeWithDigit(run.first(first));
   const bool atBack = last < run.size() && isCodeWithDigit(run.last(last));
   return {atFront ? first : 0, atBack ? run.size() - last : run.size()};
