@@ -6,7 +6,6 @@
 #include <utility>
 #include <vector>
 
-#include "fexora/platform/network/ShownAddress.h"
 #include "fexora/platform/text/OneLine.h"
 
 #include "programs/fexora/Commands.h"
