@@ -7,6 +7,7 @@
 #include "fexora/catalogue/NearCurrencies.h"
 #include "fexora/input/Calculation.h"
 #include "fexora/input/Reasons.h"
+#include "fexora/input/SentenceDay.h"
 #include "fexora/input/SentenceWords.h"
 #include "fexora/platform/base/Limits.h"
 
@@ -319,6 +320,18 @@ Sentence readAlone(std::string_view text, const Reader& reader, Sentence problem
   return sentence;
 }
 
+// The same without the day that it names; nothing where it names none, or is wrong without it, too.
+std::optional<Sentence> readDated(std::string_view text, const SentenceOptions& options) {
+  const auto today = std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
+  const auto day = sentenceDay(text, today);
+  if (!day) return std::nullopt;
+  Sentence sentence = readSentence(text.substr(day->begin, day->end - day->begin), options);
+  if (sentence.problem || sentence.day) return std::nullopt;
+  sentence.amountEnd += day->begin;
+  sentence.day = day->day;
+  return sentence;
+}
+
 }  // namespace
 
 Sentence readSentence(std::string_view text, const SentenceOptions& options) {
@@ -333,6 +346,7 @@ Sentence readSentence(std::string_view text, const SentenceOptions& options) {
   if (tokens.broken()) return rejected(Kind::notText, kBroken, *tokens.broken());
   Sentence sentence = readTokens(tokens, reader);
   if (!sentence.problem) return sentence;
+  if (auto dated = readDated(text, options)) return *std::move(dated);
   sentence = readAlone(text, reader, std::move(sentence));
   const bool isWord = sentence.problem && sentence.problem->kind == Kind::unknownCurrency;
   if (isWord && options.offers) {

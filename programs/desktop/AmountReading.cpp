@@ -1,6 +1,9 @@
 #include "programs/desktop/AmountReading.h"
 
 #include <QCoreApplication>
+#include <algorithm>
+
+#include "fexora/input/SentenceDay.h"
 
 #include "programs/desktop/QtText.h"
 
@@ -80,6 +83,17 @@ AmountReading readingOf(const Sentence& sentence) {
   return reading;
 }
 
+// The windows convert by the newest rates: a day is a word that they do not know.
+SentenceProblem dayAsProblem(const std::string& typed, std::chrono::sys_days day) {
+  SentenceProblem problem{Problem::unknownCurrency, 0, typed.size(), "this is no currency", {}};
+  const auto found = sentenceDay(typed, day);
+  if (!found) return problem;
+  const bool isFirst = found->begin > 0;
+  if (!isFirst) problem.place = std::min(typed.find_first_not_of(" ,", found->end), typed.size());
+  problem.length = isFirst ? found->begin : typed.size() - problem.place;
+  return problem;
+}
+
 }  // namespace
 
 AmountReading readTyped(const QString& text) {
@@ -92,6 +106,7 @@ AmountReading readTyped(const QString& text) {
     if (last != std::string::npos) sentence = readSentence(typed.substr(0, last + 1));
     sentence.isCalculation = true;
   }
+  if (sentence.day) sentence.problem = dayAsProblem(typed, *sentence.day);
   if (!sentence.problem) {
     reading = readingOf(sentence);
     reading.amountText = toQt(typed.substr(0, sentence.amountEnd));

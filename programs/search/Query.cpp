@@ -22,7 +22,7 @@ std::optional<Sentence> sentenceIn(const std::string& query) {
   options.offers = false;
   Sentence sentence = readSentence(query, options);
   const bool isMoney = !sentence.problem && sentence.source != nullptr && !sentence.isDoubtful &&
-                       (sentence.hasAmount || isPair(sentence));
+                       !sentence.day && (sentence.hasAmount || isPair(sentence));
   return isMoney ? std::optional(std::move(sentence)) : std::nullopt;
 }
 

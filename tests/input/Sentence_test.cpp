@@ -12,6 +12,8 @@
 #include <gtest/gtest.h>
 
 #include "fexora/catalogue/CurrencyNames.h"
+#include "fexora/history/PublishedTable.h"
+#include "fexora/input/SentenceDay.h"
 #include "fexora/platform/base/ModuleEntries.h"
 #include "fexora/platform/text/ProcessText.h"
 
@@ -169,6 +171,43 @@ TEST_F(SentenceTest, WhatIsWrong_SaysWhereAndWhatIsNear) {
   }
   EXPECT_EQ(read("1" + std::string(2000, '+')).problem->kind, Problem::tooLong);
   EXPECT_EQ(read(std::string(400, '(') + "7" + std::string(400, ')') + " usd").amount.value, 7);
+}
+
+TEST_F(SentenceTest, DaysAtTheEnd_AreReadWhereNothingIsGuessed) {
+  const std::chrono::sys_days today = std::chrono::year(2026) / 11 / 25;
+  struct Row {
+    const char *text, *rest, *day;
+  };
+  for (const Row& row :
+       std::vector<Row>{{"100 usd in eur on 1 march 2024", "100 usd in eur", "2024-03-01"},
+                        {"100 usd eur March 1st, 2024", "100 usd eur", "2024-03-01"},
+                        {"100 usd eur on 2024-03-01", "100 usd eur", "2024-03-01"},
+                        {"2024-03-01 100 usd eur", "100 usd eur", "2024-03-01"},
+                        {"100 usd eur yesterday", "100 usd eur", "2026-11-24"},
+                        {"100 usd in eur on 1 dec", "100 usd in eur", "2025-12-01"},
+                        {"100 usd in eur am 1. März 2024", "100 usd in eur", "2024-03-01"},
+                        {"5 eur en usd le 1er février 2024", "5 eur en usd", "2024-02-01"},
+                        {"100ドル 円 2024年3月1日", "100ドル 円", "2024-03-01"},
+                        {"100 usd eur في 1 مارس 2024", "100 usd eur", "2024-03-01"},
+                        {"100 usd eur 1 march", "", ""},
+                        {"100 usd eur 01/03/2024", "", ""},
+                        {"100 usd eur on 30 feb 2024", "", ""},
+                        {"1 march 2024", "", ""},
+                        {"yesterday", "", ""},
+                        {"2024-03-01 usd", "", ""}}) {
+    const auto found = sentenceDay(row.text, today);
+    ASSERT_EQ(found.has_value(), *row.day != '\0') << row.text;
+    if (!found) continue;
+    const std::string text = row.text;
+    EXPECT_EQ(text.substr(found->begin, found->end - found->begin), row.rest);
+    EXPECT_EQ(found->day, dayFromIsoText(row.day)) << row.text;
+  }
+  const Sentence dated = read("100 usd in eur on 1 march 2024");
+  ASSERT_FALSE(dated.problem);
+  EXPECT_EQ(dated.day, dayFromIsoText("2024-03-01"));
+  EXPECT_EQ(dated.destinations.size(), 1u);
+  EXPECT_FALSE(read("100 usd in eur").day);
+  EXPECT_TRUE(read("100 usd in foo on 1 march 2024").problem);
 }
 
 TEST_F(SentenceTest, CodesInPlainLocales_OpenNoModule) {
