@@ -18,6 +18,7 @@
 #include "programs/desktop/Companion.h"
 #include "programs/desktop/CurrencyPicker.h"
 #include "programs/desktop/FreshnessCaption.h"
+#include "programs/desktop/HistoryThread.h"
 #include "programs/desktop/LineDelegate.h"
 #include "programs/desktop/LinesFilter.h"
 #include "programs/desktop/LinesModel.h"
@@ -43,7 +44,8 @@ QString geometryKey() {
 ConverterWindow::ConverterWindow(const Desk& desk, Appearance& appearance)
     : desk_(desk),
       appearance_(appearance),
-      refresher_(new Refresher(desk, this)),
+      history_(new HistoryThread(desk, this)),
+      refresher_(new Refresher(desk, *history_, this)),
       lines_(new LinesModel(desk, this)),
       field_(new AmountField),
       notice_(new NoticeBar),

@@ -14,6 +14,7 @@ namespace fexora::desktop {
 class AmountField;
 class Appearance;
 class FreshnessCaption;
+class HistoryThread;
 class LinesFilter;
 class LinesModel;
 class NoticeBar;
@@ -82,6 +83,7 @@ class ConverterWindow final : public QMainWindow {
 
   Desk desk_;
   Appearance& appearance_;
+  HistoryThread* history_;
   Refresher* refresher_;
   LinesModel* lines_;
   AmountField* field_;

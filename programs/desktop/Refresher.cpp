@@ -2,8 +2,10 @@
 
 #include <QSettings>
 
+#include "programs/desktop/HistoryThread.h"
 #include "programs/desktop/PowerSaver.h"
 #include "programs/desktop/ProblemText.h"
+#include "programs/shared/TakenTables.h"
 
 namespace fexora::desktop {
 namespace {
@@ -17,9 +19,12 @@ QString lastTryKey() {
 
 }  // namespace
 
-Refresher::Refresher(const Desk& desk, QObject* parent)
-    : QObject(parent), desk_(desk), fresh_(desk.rates, desk.store) {
+Refresher::Refresher(const Desk& desk, HistoryThread& history, QObject* parent)
+    : QObject(parent), desk_(desk), history_(history), fresh_(desk.rates, desk.store) {
   desk_.rates.setAnswerCheck(plausible());
+  fresh_.setTaken([this](const std::string& name, const std::vector<RatesTable>& tables) {
+    keep(name, tables);
+  });
   fresh_.setProgress([self = QPointer(this)](const Transfer::Progress& progress) {
     if (self == nullptr || !self->isRunning_) return;
     self->progress_ = progress;
@@ -63,6 +68,14 @@ void Refresher::startIfStale() {
       desk_.rates.freshness().state == Freshness::State::fresh || savesPower())
     return;
   start();
+}
+
+void Refresher::keep(const std::string& name, const std::vector<RatesTable>& tables) {
+  history_.keep(program::takenTables(name, tables), this, [this](const QString& line) {
+    if (isRunning_ || !problem_.isEmpty()) return;
+    problem_ = line;
+    emit stateChanged();
+  });
 }
 
 void Refresher::finish(const std::optional<program::RatesProblem>& problem) {

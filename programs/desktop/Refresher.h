@@ -1,8 +1,9 @@
 // Brings fresh rates when asked, and by itself when the rates are stale.
 //
 // By itself at most once an hour, starts of the program counted together, and never while the
-// desktop saves power or the store's setting says that nobody is asked. It sets the rate manager's
-// check of answers and its progress. Main thread.
+// desktop saves power or the store's setting says that nobody is asked. What is taken is kept for
+// later, too, on the history's thread. It sets the rate manager's check of answers and its
+// progress. Main thread.
 #pragma once
 
 #include <QObject>
@@ -14,17 +15,19 @@
 
 namespace fexora::desktop {
 
+class HistoryThread;
+
 class Refresher final : public QObject {
   Q_OBJECT
 
  public:
-  explicit Refresher(const Desk& desk, QObject* parent = nullptr);
+  Refresher(const Desk& desk, HistoryThread& history, QObject* parent = nullptr);
 
   bool isRunning() const { return isRunning_; }
   // Of the request that is running; nothing before the first byte of the answer.
   const Transfer::Progress& progress() const { return progress_; }
-  // Why the last request brought nothing, or what was odd about what it brought, one line for a
-  // person; empty when it went well.
+  // Why the last request brought nothing, or what was odd about what it brought, or why it could
+  // not be kept for later: one line for a person; empty when it went well.
   const QString& problem() const { return problem_; }
 
   void start();
@@ -41,9 +44,11 @@ class Refresher final : public QObject {
 
  private:
   void startIfStale();
+  void keep(const std::string& name, const std::vector<RatesTable>& tables);
   void finish(const std::optional<program::RatesProblem>& problem);
 
   Desk desk_;
+  HistoryThread& history_;
   program::FreshRates fresh_;
   bool isRunning_ = false;
   Transfer::Progress progress_;

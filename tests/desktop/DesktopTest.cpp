@@ -27,6 +27,7 @@
 #include "programs/desktop/CurrencyPicker.h"
 #include "programs/desktop/FreshnessCaption.h"
 #include "programs/desktop/FreshnessText.h"
+#include "programs/desktop/HistoryThread.h"
 #include "programs/desktop/Languages.h"
 #include "programs/desktop/LinesFilter.h"
 #include "programs/desktop/LinesModel.h"
@@ -71,6 +72,25 @@ Desk openDesk() {
 
 QString storeFile() {
   return qEnvironmentVariable("FEXORA_CONTAINER") + "/Store.plist";
+}
+
+QString pastFolder() {
+  return qEnvironmentVariable("FEXORA_CONTAINER") + "/.fexora-history";
+}
+
+// Of each source of past rates how many days are kept.
+QString keptDays(HistoryThread& history) {
+  QString days;
+  bool isTold = false;
+  history.ask(
+      &history, [](RateHistory& rates) { return rates.summary(); },
+      [&](const HistorySummary& kept) {
+        for (const auto& line : kept.sources) {
+          days += ' ' + toQt(line.source) + ' ' + QString::number(line.tables);
+        }
+        isTold = true;
+      });
+  return QTest::qWaitFor([&] { return isTold; }) ? days.trimmed() : QString();
 }
 
 QByteArray storeBytes() {
@@ -463,12 +483,14 @@ void DesktopTest::saysHowOldRatesAre() {
 
 void DesktopTest::refreshesStopsAndSaysWhy() {
   desk_.store.setRatesFrom("service");
-  Refresher refresher(desk_);
+  HistoryThread history(desk_);
+  Refresher refresher(desk_, history);
   const FreshnessCaption caption(desk_, refresher);
   auto answer = std::make_shared<Response>();
   answer->setUpdated(desk_.now().secondsSince1970());
   answer->setServiceMessage("Closed tomorrow");
   answer->setRates(bundledUSDRates());
+  QFile(pastFolder()).open(QIODevice::WriteOnly);
   refresher.start();
   QVERIFY(refresher.isRunning());
   transport.held({}, ResponseError{ResponseError::Kind::timeOut, "", "", 0});
@@ -492,6 +514,13 @@ void DesktopTest::refreshesStopsAndSaysWhy() {
   QVERIFY(!refresher.isRunning());
   QCOMPARE(desk_.rates.freshness().state, Freshness::State::fresh);
   QCOMPARE(desk_.rates.serviceMessage(), "Closed tomorrow");
+  // What cannot be kept for later is a line, and the rates are in; what can is there.
+  QTRY_VERIFY(refresher.problem().startsWith("The rates are not kept for later: "));
+  QVERIFY(QFile::remove(pastFolder()));
+  refresher.start();
+  QVERIFY(refresher.problem().isEmpty());
+  transport.held(answer, {});
+  QTRY_COMPARE(keptDays(history), "bundled 1 service 1");
   // By itself only where the rates are stale.
   transport.held = {};
   refresher.startByItself();

@@ -405,6 +405,13 @@ Converts an amount into every currency you chose, offline, and says how old its 
     </message>
 </context>
 <context>
+    <name>fexora::desktop::HistoryThread</name>
+    <message>
+        <source>The rates are not kept for later: %1</source>
+        <translation>لم تُحفظ الأسعار لوقت لاحق: %1</translation>
+    </message>
+</context>
+<context>
     <name>fexora::desktop::LinesFilter</name>
     <message>
         <source>Find in the list</source>

@@ -393,6 +393,13 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
     </message>
 </context>
 <context>
+    <name>fexora::desktop::HistoryThread</name>
+    <message>
+        <source>The rates are not kept for later: %1</source>
+        <translation>Die Kurse werden nicht für später aufgehoben: %1</translation>
+    </message>
+</context>
+<context>
     <name>fexora::desktop::LinesFilter</name>
     <message>
         <source>Find in the list</source>

@@ -393,6 +393,13 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
     </message>
 </context>
 <context>
+    <name>fexora::desktop::HistoryThread</name>
+    <message>
+        <source>The rates are not kept for later: %1</source>
+        <translation>Les cours ne sont pas gardés pour plus tard : %1</translation>
+    </message>
+</context>
+<context>
     <name>fexora::desktop::LinesFilter</name>
     <message>
         <source>Find in the list</source>

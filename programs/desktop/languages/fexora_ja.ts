@@ -390,6 +390,13 @@ Converts an amount into every currency you chose, offline, and says how old its 
     </message>
 </context>
 <context>
+    <name>fexora::desktop::HistoryThread</name>
+    <message>
+        <source>The rates are not kept for later: %1</source>
+        <translation>レートは後のために保存されません: %1</translation>
+    </message>
+</context>
+<context>
     <name>fexora::desktop::LinesFilter</name>
     <message>
         <source>Find in the list</source>

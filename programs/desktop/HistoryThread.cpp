@@ -1,0 +1,52 @@
+#include "programs/desktop/HistoryThread.h"
+
+#include <QMetaObject>
+
+#include "programs/desktop/QtText.h"
+
+namespace fexora::desktop {
+
+HistoryThread::HistoryThread(const Desk& desk, QObject* parent) : QObject(parent), desk_(desk) {}
+
+HistoryThread::~HistoryThread() {
+  if (worker_ == nullptr) return;
+  // Behind all that waits there.
+  QMetaObject::invokeMethod(worker_.get(), [this] { thread_.quit(); }, Qt::QueuedConnection);
+  thread_.wait();
+}
+
+void HistoryThread::run(std::function<void(RateHistory&)> work) {
+  if (worker_ == nullptr) {
+    history_ = rateHistory(desk_.store.applicationDocumentsDirectory(), *desk_.platform.files,
+                           *desk_.platform.log);
+    worker_ = std::make_unique<QObject>();
+    worker_->moveToThread(&thread_);
+    thread_.setObjectName(QStringLiteral("history"));
+    thread_.start();
+  }
+  QMetaObject::invokeMethod(
+      worker_.get(), [this, work = std::move(work)] { work(*history_); }, Qt::QueuedConnection);
+}
+
+void HistoryThread::tell(std::function<void()> done) {
+  QMetaObject::invokeMethod(this, std::move(done), Qt::QueuedConnection);
+}
+
+void HistoryThread::keep(std::vector<PublishedTable> tables, QObject* asker,
+                         std::function<void(const QString& line)> told) {
+  const double now = desk_.now().secondsSince1970();
+  run([this, now, tables = std::move(tables), asker = QPointer(asker),
+       told = std::move(told)](RateHistory& history) {
+    const Kept kept = history.keep(tables, now);
+    tell([this, asker, told, kept] {
+      const QString line =
+          kept.problem.empty()
+              ? lineOf(kept.notice)
+              : tr("The rates are not kept for later: %1").arg(lineOf(kept.problem));
+      if (asker != nullptr && !line.isEmpty()) told(line);
+      if (kept.tables + kept.figures + kept.corrected > 0) emit changed();
+    });
+  });
+}
+
+}  // namespace fexora::desktop

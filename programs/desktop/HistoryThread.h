@@ -1,0 +1,61 @@
+// The history of rates on a thread of its own, so that neither the disk nor another process that
+// writes it ever holds up a window.
+//
+// Main thread but for the work.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QThread>
+#include <functional>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+#include "programs/desktop/Desk.h"
+
+namespace fexora::desktop {
+
+class HistoryThread final : public QObject {
+  Q_OBJECT
+
+ public:
+  // Of the container that the store lies in. No thread before the first call.
+  explicit HistoryThread(const Desk& desk, QObject* parent = nullptr);
+  // What was begun comes to its end, and so does what waits behind it; nobody is told any more.
+  ~HistoryThread() override;
+
+  // Calls `work` with the history, in the order of these calls; then, on the main thread, `done`
+  // with what it gave, unless `asker` is gone by then.
+  template <class Work, class Done>
+  void ask(QObject* asker, Work work, Done done) {
+    using Answer = std::invoke_result_t<Work, RateHistory&>;
+    run([this, asker = QPointer(asker), work = std::move(work),
+         done = std::move(done)](RateHistory& history) mutable {
+      auto answer = std::make_shared<Answer>(work(history));
+      tell([asker = std::move(asker), done = std::move(done), answer = std::move(answer)] {
+        if (asker != nullptr) done(*answer);
+      });
+    });
+  }
+
+  // Keeps the tables; `told` gets one line for a person where they are not kept, or only in a new
+  // history.
+  void keep(std::vector<PublishedTable> tables, QObject* asker,
+            std::function<void(const QString& line)> told);
+
+ signals:
+  // Other tables than before are kept.
+  void changed();
+
+ private:
+  void run(std::function<void(RateHistory&)> work);
+  void tell(std::function<void()> done);
+
+  Desk desk_;
+  QThread thread_;
+  std::unique_ptr<QObject> worker_;  // lives on the thread
+  std::unique_ptr<RateHistory> history_;
+};
+
+}  // namespace fexora::desktop
