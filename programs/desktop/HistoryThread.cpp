@@ -1,17 +1,19 @@
 #include "programs/desktop/HistoryThread.h"
 
-#include <QMetaObject>
-
 #include "programs/desktop/QtText.h"
 
 namespace fexora::desktop {
 
-HistoryThread::HistoryThread(const Desk& desk, QObject* parent) : QObject(parent), desk_(desk) {}
+HistoryThread::HistoryThread(const Desk& desk, QObject* parent) : QObject(parent), desk_(desk) {
+  connect(
+      this, &HistoryThread::ended, this, [](const std::function<void()>& done) { done(); },
+      Qt::QueuedConnection);
+}
 
 HistoryThread::~HistoryThread() {
   if (worker_ == nullptr) return;
   // Behind all that waits there.
-  QMetaObject::invokeMethod(worker_.get(), [this] { thread_.quit(); }, Qt::QueuedConnection);
+  emit begun([this] { thread_.quit(); });
   thread_.wait();
 }
 
@@ -21,15 +23,12 @@ void HistoryThread::run(std::function<void(RateHistory&)> work) {
                            *desk_.platform.log);
     worker_ = std::make_unique<QObject>();
     worker_->moveToThread(&thread_);
+    connect(this, &HistoryThread::begun, worker_.get(),
+            [](const std::function<void()>& step) { step(); });
     thread_.setObjectName(QStringLiteral("history"));
     thread_.start();
   }
-  QMetaObject::invokeMethod(
-      worker_.get(), [this, work = std::move(work)] { work(*history_); }, Qt::QueuedConnection);
-}
-
-void HistoryThread::tell(std::function<void()> done) {
-  QMetaObject::invokeMethod(this, std::move(done), Qt::QueuedConnection);
+  emit begun([this, work = std::move(work)] { work(*history_); });
 }
 
 void HistoryThread::keep(std::vector<PublishedTable> tables, QObject* asker,

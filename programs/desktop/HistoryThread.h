@@ -47,10 +47,13 @@ class HistoryThread final : public QObject {
  signals:
   // Other tables than before are kept.
   void changed();
+  // This object's own way to its thread and back.
+  void begun(std::function<void()> work);
+  void ended(std::function<void()> done);
 
  private:
   void run(std::function<void(RateHistory&)> work);
-  void tell(std::function<void()> done);
+  void tell(std::function<void()> done) { emit ended(std::move(done)); }
 
   Desk desk_;
   QThread thread_;

@@ -1,5 +1,7 @@
 #include "programs/desktop/LineDelegate.h"
 
+#include <QFontMetrics>
+
 #include "programs/desktop/LinesModel.h"
 #include "programs/desktop/RowPainting.h"
 
@@ -25,8 +27,16 @@ void LineDelegate::paintRow(RowPainting& row, const QModelIndex& index) const {
   row.figure(row.without(upper, Side::start, codeWidth + sized(kGap)), amount, fontOf(19),
              theme.text);
   const QFont small = fontOf(12);
-  const int rateWidth = row.text(row.without(lower, Side::start, lower.width() / 3), Side::end,
-                                 textOf(LinesModel::rateRole), small, theme.dim);
+  const QRect end = row.without(lower, Side::start, lower.width() / 3);
+  const QString origin = textOf(LinesModel::originRole);
+  QString rate = textOf(LinesModel::rateRole);
+  // Of another day than the rest is what matters more than the rate.
+  if (!origin.isEmpty()) {
+    rate += " · " + origin;
+    if (QFontMetrics(small).horizontalAdvance(rate) > end.width()) rate = origin;
+  }
+  const int rateWidth =
+      row.text(end, Side::end, rate, small, origin.isEmpty() ? theme.dim : theme.warning);
   row.text(row.without(lower, Side::end, rateWidth + sized(kGap)), Side::start,
            textOf(LinesModel::nameRole), small, theme.dim);
 }

@@ -6,7 +6,8 @@
 namespace fexora::desktop {
 
 // For a view of a LinesModel. Amounts are never cut: a long one is drawn smaller, and the name
-// makes room for it. Names and rates end with an ellipsis where they must.
+// makes room for it. Names and rates end with an ellipsis where
+// they must; a rate of another day than the rest makes room for that day.
 class LineDelegate final : public RowDelegate {
   Q_OBJECT
 

@@ -47,6 +47,8 @@ QVariant LinesModel::data(const QModelIndex& index, int role) const {
     }
     case rateRole:
       return rateText(row);
+    case originRole:
+      return originText(row);
     case numberRole: {
       const auto value = valueAt(row);
       return value ? plainNumber(*value) : QString();
@@ -55,8 +57,12 @@ QVariant LinesModel::data(const QModelIndex& index, int role) const {
       return lineText(row);
     case Qt::AccessibleTextRole:
       return tr("%1, %2").arg(nameOf(*currencyAt(row)), data(index, amountRole).toString());
-    case Qt::AccessibleDescriptionRole:
-      return rateText(row);
+    case Qt::AccessibleDescriptionRole: {
+      const QString origin = originText(row);
+      return origin.isEmpty() ? rateText(row) : rateText(row) + " · " + origin;
+    }
+    case Qt::ToolTipRole:
+      return originText(row).isEmpty() ? QVariant() : data(index, Qt::AccessibleDescriptionRole);
     default:
       return {};
   }
@@ -189,11 +195,15 @@ QString LinesModel::rateText(int row) const {
   if (!found) return tr("no rate");
   if (!std::isfinite(resultAt(row).value_or(0))) return tr("too large a number");
   const NumberFormat format(desk_.store.fraction(), desk_.store.seporate());
-  const QString text =
-      leftToRight(QStringLiteral("1 %1 = %2 %3")
-                      .arg(codeOf(*source_), toQt(format.rate(found->rate.rate().doubleValue())),
-                           codeOf(*currencyAt(row))));
-  return found->of ? text + " · " + inWords(*found->of, desk_.now(), languageLocale()) : text;
+  return leftToRight(QStringLiteral("1 %1 = %2 %3")
+                         .arg(codeOf(*source_), toQt(format.rate(found->rate.rate().doubleValue())),
+                              codeOf(*currencyAt(row))));
+}
+
+QString LinesModel::originText(int row) const {
+  const auto found = rateAt(row);
+  if (!found || !found->of) return {};
+  return inWords(*found->of, desk_.now(), languageLocale());
 }
 
 QString LinesModel::nameText(int row) const {

@@ -21,8 +21,9 @@ class LinesModel final : public QAbstractListModel {
   enum Role {
     codeRole = Qt::UserRole + 1,  // "EUR"
     nameRole,                     // "Euro", with what became of it when it was withdrawn
-    amountRole,                   // "88.02", or "–" without an amount or a rate
+    amountRole,                   // "88.023", or "–" without an amount or a rate
     rateRole,                     // "1 USD = 0.880226 EUR", or what is wrong with the line
+    originRole,                   // "rate of 29 September, bundled", or empty for the newest rates
     numberRole,                   // "88.0226": the amount for a paste, unrounded; empty without one
   };
 
@@ -58,7 +59,7 @@ class LinesModel final : public QAbstractListModel {
   // Nothing without an amount or a rate, and where the result is beyond the doubles.
   std::optional<double> valueAt(int row) const;
   const std::vector<CurrencyRef>& selection() const { return selection_; }
-  // "88.02 EUR"
+  // "88.023 EUR"
   QString lineText(int row) const;
   // Every line, code and number parted by a tab, for a spreadsheet.
   QString tableText() const;
@@ -67,6 +68,7 @@ class LinesModel final : public QAbstractListModel {
   std::optional<program::PairFinder::Found> rateAt(int row) const;
   std::optional<double> resultAt(int row) const;
   QString rateText(int row) const;
+  QString originText(int row) const;
   QString nameText(int row) const;
   void loadRates();
   void arrange();

@@ -17,10 +17,16 @@ void TodayDelegate::paintRow(RowPainting& row, const QModelIndex& index) const {
   using Side = RowPainting::Side;
   const Theme& theme = row.theme();
   const QFont font = fontOf(kText);
-  const int width =
-      row.figure(row.inner(), index.data(TodayModel::valueRole).toString(), font, theme.text);
-  row.text(row.without(row.inner(), Side::end, width + sized(kGap)), Side::start,
-           index.data(TodayModel::labelRole).toString(), font, theme.text);
+  const QString origin = index.data(TodayModel::originRole).toString();
+  const int width = row.figure(row.inner(), index.data(TodayModel::valueRole).toString(), font,
+                               origin.isEmpty() ? theme.text : theme.warning);
+  const QRect start = row.without(row.inner(), Side::end, width + sized(kGap));
+  const QString label = index.data(TodayModel::labelRole).toString();
+  const QString dated = label + " · " + origin;
+  // Where the day has no room the colour says that it is another one, and the tooltip which.
+  const bool hasRoom =
+      !origin.isEmpty() && QFontMetrics(font).horizontalAdvance(dated) <= start.width();
+  row.text(start, Side::start, hasRoom ? dated : label, font, theme.text);
 }
 
 }  // namespace fexora::desktop

@@ -23,14 +23,17 @@ QVariant TodayModel::data(const QModelIndex& index, int role) const {
   const Currency& currency = currencyAt(index.row());
   switch (role) {
     case labelRole:
-      return dated(
-          desk_.store.namingInWidget() == Naming::codes ? codeOf(currency) : nameOf(currency),
-          index.row());
+      return desk_.store.namingInWidget() == Naming::codes ? codeOf(currency) : nameOf(currency);
+    case originRole:
+    case Qt::ToolTipRole:
+      return originText(index.row());
     case valueRole:
       return valueText(index.row());
     case Qt::DisplayRole:
     case Qt::AccessibleTextRole:
-      return tr("%1, %2").arg(dated(nameOf(currency), index.row()), valueText(index.row()));
+      return tr("%1, %2").arg(nameOf(currency), valueText(index.row()));
+    case Qt::AccessibleDescriptionRole:
+      return originText(index.row());
     default:
       return {};
   }
@@ -78,11 +81,10 @@ std::optional<program::PairFinder::Found> TodayModel::rateAt(int row) const {
   return pairs_->find(source_, lines_[static_cast<std::size_t>(row)]);
 }
 
-// With the day of a rate that is not of the newest ones.
-QString TodayModel::dated(const QString& label, int row) const {
+QString TodayModel::originText(int row) const {
   const auto found = rateAt(row);
-  if (!found || !found->of) return label;
-  return label + " · " + inWords(*found->of, desk_.now(), languageLocale());
+  if (!found || !found->of) return {};
+  return inWords(*found->of, desk_.now(), languageLocale());
 }
 
 QString TodayModel::valueText(int row) const {

@@ -16,6 +16,7 @@ class TodayModel final : public QAbstractListModel {
  public:
   enum Role {
     labelRole = Qt::UserRole + 1,  // the name or the code
+    originRole,                    // as LinesModel's
     valueRole,                     // what the heading's amount gives; "–" without a rate
   };
 
@@ -38,7 +39,7 @@ class TodayModel final : public QAbstractListModel {
 
  private:
   std::optional<program::PairFinder::Found> rateAt(int row) const;
-  QString dated(const QString& label, int row) const;
+  QString originText(int row) const;
   QString valueText(int row) const;
 
   Desk desk_;

@@ -57,9 +57,12 @@ int run(const CommandLine& line, QWidget& window) {
     window.show();
     return QApplication::exec();
   }
-  QTimer::singleShot(kPatience, &window, [&window] {
+  QTimer wait;
+  wait.setSingleShot(true);
+  QObject::connect(&wait, &QTimer::timeout, &window, [&window] {
     if (!window.isVisible()) QApplication::quit();
   });
+  wait.start(kPatience);
   return QApplication::exec();
 }
 

@@ -57,7 +57,7 @@ std::string dayText(const Date& date) {
   if (!found) return "an unknown day";
   const auto& day = found->day;
   const auto month = static_cast<std::size_t>(static_cast<unsigned>(day.month())) - 1;
-  const std::string text = std::to_string(static_cast<unsigned>(day.day())) + " " + kMonths[month];
+  std::string text = std::to_string(static_cast<unsigned>(day.day())) + " " + kMonths[month];
   if (day.year() == dayAt(now()).year()) return text;
   return text + " " + std::to_string(static_cast<int>(day.year()));
 }
