@@ -1,15 +1,19 @@
 // Draws the windows in the states that a person meets, into the folder named on the command line.
 // tools/pictures runs it once a locale and scale: the states that follow the folder are those to
 // draw.
+#include <QAbstractButton>
 #include <QApplication>
+#include <QButtonGroup>
 #include <QDir>
 #include <QLineEdit>
 #include <QListView>
 #include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
+#include <cmath>
 #include <functional>
 #include <map>
+#include <random>
 #include <utility>
 
 #include "fexora/platform/files/ReadOnlyFiles.h"
@@ -20,8 +24,12 @@
 #include "programs/desktop/CurrencyPicker.h"
 #include "programs/desktop/LinesModel.h"
 #include "programs/desktop/NoticeBar.h"
+#include "programs/desktop/OpenLine.h"
+#include "programs/desktop/PastImport.h"
 #include "programs/desktop/PickerModel.h"
+#include "programs/desktop/PlotPanel.h"
 #include "programs/desktop/QtText.h"
+#include "programs/desktop/RatePlot.h"
 #include "programs/desktop/Refresher.h"
 #include "programs/desktop/SettingsPage.h"
 #include "programs/desktop/Style.h"
@@ -61,6 +69,11 @@ class Pictures {
         {"settings", &Pictures::settings},
         {"dark", &Pictures::dark},
         {"narrow", &Pictures::narrow},
+        {"plot", &Pictures::plot},
+        {"years", &Pictures::years},
+        {"gaps", &Pictures::gaps},
+        {"offer", &Pictures::offer},
+        {"getting", &Pictures::getting},
         {"today", &Pictures::today},
         {"rates", &Pictures::rates}};
     const auto found = kStates.find(state.section('-', 0, 0));
@@ -72,6 +85,8 @@ class Pictures {
 
  private:
   void prepare() {
+    QDir(toQt(desk_.store.applicationDocumentsDirectory()) + "/.fexora-history")
+        .removeRecursively();
     desk_.store.setMode(StyleMode::light);
     desk_.store.setTodayConversionMode(TodayConversionMode::linear);
     std::vector<CurrencyRef> selection;
@@ -165,6 +180,85 @@ class Pictures {
   void settings() {
     SettingsPage page(desk_);
     save(page);
+  }
+  // Rates of past days that are made up: walks of one chance, on working days, or on few.
+  void keepPast(Day first, Day last, bool isWhole) {
+    std::mt19937 chance(11);
+    const auto step = [&] { return static_cast<double>(chance() % 2001) / 1000 - 1; };
+    std::vector<PublishedTable> tables;
+    double dollar = 1.18;
+    double pound = 0.71;
+    double yen = 133;
+    for (Day day = first; day <= last; day += std::chrono::days(1)) {
+      const unsigned weekday = std::chrono::weekday(day).c_encoding();
+      if (weekday == 0 || weekday == 6) continue;
+      for (double* const rate : {&dollar, &pound, &yen}) *rate *= std::exp(0.006 * step());
+      const bool isLast = last - day < std::chrono::days(20);
+      if (!isWhole && !isLast && chance() % 20 != 0) continue;
+      tables.push_back(
+          {day,
+           "ecb",
+           "EUR",
+           {{"USD", fixed(dollar, 4)}, {"GBP", fixed(pound, 5)}, {"JPY", fixed(yen, 2)}}});
+    }
+    const auto kept = rateHistory(desk_.store.applicationDocumentsDirectory(),
+                                  *desk_.platform.files, *desk_.platform.log)
+                          ->keep(tables, desk_.now().secondsSince1970());
+    if (!kept.problem.empty()) qFatal("%s", kept.problem.c_str());
+  }
+  static std::string fixed(double value, int digits) {
+    return QString::number(value, 'f', digits).toStdString();
+  }
+
+  // The first line, opened, at a range by its place among the buttons.
+  void open(ConverterWindow& window, int range) {
+    window.activate();
+    window.openLine().open(0);
+    PlotPanel& panel = *window.openLine().panel();
+    if (!QTest::qWaitFor([&] { return panel.isAnswered(); })) qFatal("no history");
+    if (panel.hasRates()) panel.findChild<QButtonGroup*>()->button(range)->click();
+    panel.takeFocus();
+  }
+  void plot() {
+    keepPast(dayAgo(400), dayAgo(1), true);
+    ConverterWindow window(desk_, appearance_);
+    window.resize(name_.endsWith("narrow") ? window.minimumWidth() : sized(400), sized(580));
+    open(window, 0);
+    for (int i = 0; i < 7; ++i) QTest::keyClick(&window.openLine().panel()->plot(), Qt::Key_Left);
+    save(window);
+  }
+  void years() {
+    desk_.store.setMode(StyleMode::dark);
+    appearance_.apply();
+    keepPast(std::chrono::year(1999) / 1 / 4, dayAgo(1), true);
+    ConverterWindow window(desk_, appearance_);
+    open(window, 3);
+    window.list().setFocus();
+    save(window);
+  }
+  void gaps() {
+    keepPast(dayAgo(900), dayAgo(1), false);
+    ConverterWindow window(desk_, appearance_);
+    open(window, 3);
+    save(window);
+  }
+  void offer() {
+    ConverterWindow window(desk_, appearance_);
+    open(window, 0);
+    save(window);
+  }
+  void getting() {
+    SlowTransport slow;
+    Transport* const usual = std::exchange(desk_.platform.transport, &slow);
+    ConverterWindow window(desk_, appearance_);
+    open(window, 0);
+    window.openLine().import().start();
+    save(window);
+    window.openLine().import().stop();
+    desk_.platform.transport = usual;
+  }
+  Day dayAgo(int days) const {
+    return dayOfMoment(desk_.now().secondsSince1970()) - std::chrono::days(days);
   }
   void today() {
     TodayWindow window(desk_, appearance_);

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "programs/desktop/AmountField.h"
 #include "programs/desktop/Appearance.h"
@@ -19,11 +20,12 @@
 #include "programs/desktop/CurrencyPicker.h"
 #include "programs/desktop/FreshnessCaption.h"
 #include "programs/desktop/HistoryThread.h"
-#include "programs/desktop/LineDelegate.h"
 #include "programs/desktop/LinesFilter.h"
 #include "programs/desktop/LinesModel.h"
 #include "programs/desktop/LinkButton.h"
 #include "programs/desktop/NoticeBar.h"
+#include "programs/desktop/OpenLine.h"
+#include "programs/desktop/PlotPanel.h"
 #include "programs/desktop/QtText.h"
 #include "programs/desktop/Refresher.h"
 #include "programs/desktop/SettingsPage.h"
@@ -96,7 +98,7 @@ void ConverterWindow::build() {
 
 void ConverterWindow::buildList() {
   list_->setModel(lines_);
-  list_->setItemDelegate(new LineDelegate(list_));
+  open_ = new OpenLine(desk_, *history_, *lines_, *list_);
   list_->setUniformItemSizes(true);
   styleList(*list_);
   list_->setDragDropMode(QAbstractItemView::InternalMove);
@@ -148,6 +150,7 @@ void ConverterWindow::buildMenu() {
   addAction(tr("&Find in the list"), "Ctrl+Shift+F", &ConverterWindow::findInList);
   addAction(tr("Copy all &lines"), "Ctrl+Shift+A", &ConverterWindow::copyTable);
   addAction(tr("&Refresh rates"), "F5; Ctrl+R", &ConverterWindow::refreshRates);
+  addAction(tr("&How the rate moved"), "Ctrl+H", &ConverterWindow::showHistory);
   menu_->addSeparator();
   addAction(tr("Show &Today"), "Ctrl+T", &ConverterWindow::openToday);
   addAction(tr("S&ettings…"), "Ctrl+,", &ConverterWindow::showSettings);
@@ -312,6 +315,13 @@ void ConverterWindow::refreshRates() {
   refresher_->start();
 }
 
+// Of the current line, or of the first; once more, and it is closed.
+void ConverterWindow::showHistory() {
+  const int row = std::max(currentRow(), 0);
+  const bool isShown = open_->isOpen() && open_->panel()->isAncestorOf(focusWidget());
+  isShown ? open_->close() : open_->open(row);
+}
+
 void ConverterWindow::openToday() {
   save();
   if (!openCompanion(Companion::today)) notice_->tell(tr("Today could not be started."));
@@ -357,6 +367,7 @@ void ConverterWindow::showMenu(const QPoint& position) {
     menu.addAction(text, QKeySequence(QString::fromLatin1(keys)), this, run);
   };
   add(tr("&Convert from this"), "Return", [this] { makeSource(currentRow()); });
+  add(tr("&How the rate moved"), "Right", [this] { open_->open(currentRow()); });
   menu.addSeparator();
   add(tr("Copy the &number"), "Ctrl+C", &ConverterWindow::copyNumber);
   add(tr("Copy “%1”").arg(lines_->lineText(index.row())), "Ctrl+Shift+C",
@@ -374,7 +385,9 @@ bool ConverterWindow::listKey(const QKeyEvent& key) {
   const bool shift = key.modifiers().testFlag(Qt::ShiftModifier);
   const bool control = key.modifiers().testFlag(Qt::ControlModifier);
   const auto is = [&](int wanted) { return key.key() == wanted; };
-  if (alt && (is(Qt::Key_Up) || is(Qt::Key_Down))) {
+  if (open_->takesKey(key)) {
+    // It has done what there is to do.
+  } else if (alt && (is(Qt::Key_Up) || is(Qt::Key_Down))) {
     moveCurrent(is(Qt::Key_Up) ? -1 : 1);
   } else if (is(Qt::Key_Return) || is(Qt::Key_Enter)) {
     makeSource(currentRow());

@@ -18,6 +18,7 @@ class HistoryThread;
 class LinesFilter;
 class LinesModel;
 class NoticeBar;
+class OpenLine;
 class Refresher;
 class SettingsPage;
 
@@ -36,6 +37,7 @@ class ConverterWindow final : public QMainWindow {
   LinesModel& lines() { return *lines_; }
   QListView& list() { return *list_; }
   NoticeBar& notice() { return *notice_; }
+  OpenLine& openLine() { return *open_; }
   Refresher& refresher() { return *refresher_; }
   void showSettings();
 
@@ -69,6 +71,7 @@ class ConverterWindow final : public QMainWindow {
   void copyLine();
   void copyTable();
   void refreshRates();
+  void showHistory();
   void openToday();
   void focusField();
   void takeOtherReading();
@@ -89,6 +92,7 @@ class ConverterWindow final : public QMainWindow {
   AmountField* field_;
   NoticeBar* notice_;
   QListView* list_;
+  OpenLine* open_ = nullptr;
   LinesFilter* filter_ = nullptr;
   FreshnessCaption* caption_;
   QMenu* menu_;

@@ -9,6 +9,7 @@
 #include "programs/desktop/FreshnessText.h"
 #include "programs/desktop/Languages.h"
 #include "programs/desktop/LinkButton.h"
+#include "programs/desktop/QtText.h"
 #include "programs/desktop/Refresher.h"
 #include "programs/desktop/Style.h"
 #include "programs/desktop/TextLine.h"
@@ -138,15 +139,10 @@ void FreshnessCaption::showBar() {
 // Nothing for an answer that comes at once: the window's rows would only jump.
 QString FreshnessCaption::progressText() const {
   const Transfer::Progress& progress = refresher_.progress();
-  const auto inKilobytes = [](std::uint64_t bytes) {
-    constexpr std::uint64_t kKilobyte = 1024;
-    const std::uint64_t begun = (bytes + kKilobyte - 1) / kKilobyte;
-    return languageLocale().toString(static_cast<qulonglong>(begun));
-  };
   if (progress.received == 0) return {};
-  const QString received = inKilobytes(progress.received);
+  const QString received = kilobytesText(progress.received);
   if (!progress.total) return tr("Refreshing… %1 KB").arg(received);
-  return tr("Refreshing… %1 of %2 KB").arg(received, inKilobytes(*progress.total));
+  return tr("Refreshing… %1 of %2 KB").arg(received, kilobytesText(*progress.total));
 }
 
 void FreshnessCaption::paintEvent(QPaintEvent* /*event*/) {

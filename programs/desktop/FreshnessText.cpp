@@ -28,12 +28,7 @@ QString dayText(const program::RatesDay& of, const Date& now, const QLocale& loc
         static_cast<int>(std::chrono::milliseconds(*of.time).count()));
     return FreshnessWords::tr("today, %1").arg(locale.toString(time, QLocale::ShortFormat));
   }
-  const bool isThisYear = of.day.year() == program::dayAt(now).year();
-  const QDate day(static_cast<int>(of.day.year()),
-                  static_cast<int>(static_cast<unsigned>(of.day.month())),
-                  static_cast<int>(static_cast<unsigned>(of.day.day())));
-  return locale.toString(day, isThisYear ? FreshnessWords::tr("d MMMM", "a day of this year")
-                                         : FreshnessWords::tr("d MMMM yyyy", "a day"));
+  return inWords(Day(of.day), now, locale);
 }
 
 QString ageText(const program::Age& age) {
@@ -84,6 +79,17 @@ FreshnessText inWords(const Freshness& freshness, const Date& now, const QLocale
   if (!source.isEmpty()) text.rates += FreshnessWords::tr(", ", "between parts") + source;
   if (date && !saysEnough) text.age = ageText(program::ageAt(now, *date));
   return text;
+}
+
+QString inWords(Day day, const Date& now, const QLocale& locale) {
+  const bool isThisYear = std::chrono::year_month_day(day).year() == program::dayAt(now).year();
+  return locale.toString(toQt(day), isThisYear ? FreshnessWords::tr("d MMMM", "a day of this year")
+                                               : FreshnessWords::tr("d MMMM yyyy", "a day"));
+}
+
+QDate toQt(Day day) {
+  static const QDate kEpoch(1970, 1, 1);
+  return kEpoch.addDays(day.time_since_epoch().count());
 }
 
 QString inWords(const program::RateOrigin& of, const Date& now, const QLocale& locale) {

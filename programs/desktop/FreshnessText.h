@@ -1,6 +1,7 @@
 // How fresh the rates are, in words for a person.
 #pragma once
 
+#include <QDate>
 #include <QLocale>
 #include <QString>
 
@@ -25,6 +26,11 @@ FreshnessText inWords(const Freshness& freshness, const Date& now, const QLocale
 
 // "rate of 29 September, bundled": of one that is not of the newest rates.
 QString inWords(const program::RateOrigin& of, const Date& now, const QLocale& locale);
+
+// "29 September", with the year when it is not this one.
+QString inWords(Day day, const Date& now, const QLocale& locale);
+// The same day for Qt.
+QDate toQt(Day day);
 
 // Seconds after which the words may have changed: up to an hour.
 int secondsToNextWords(const Freshness& freshness, const Date& now);

@@ -1,5 +1,6 @@
 #include "programs/desktop/LineDelegate.h"
 
+#include <QApplication>
 #include <QFontMetrics>
 
 #include "programs/desktop/LinesModel.h"
@@ -9,8 +10,31 @@ namespace fexora::desktop {
 namespace {
 
 constexpr double kGap = 12;
+constexpr double kSign = 26;  // as wide as it takes to be hit
+constexpr double kMargin = 18;
+
+QFont codeFont() {
+  return fontOf(15, QFont::DemiBold);
+}
 
 }  // namespace
+
+QSize LineDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const QSize closed = RowDelegate::sizeHint(option, index);
+  return open_ == index ? closed + QSize(0, room_) : closed;
+}
+
+void LineDelegate::updateEditorGeometry(QWidget* panel, const QStyleOptionViewItem& option,
+                                        const QModelIndex& /*index*/) const {
+  panel->setGeometry(option.rect.adjusted(0, height(), 0, 0));
+}
+
+QRect LineDelegate::signOf(const QRect& line, const QModelIndex& index) const {
+  const QString code = index.data(LinesModel::codeRole).toString();
+  const int start = sized(kMargin) + QFontMetrics(codeFont()).horizontalAdvance(code);
+  const QRect sign(line.left() + start, line.top(), sized(kSign), height() * 6 / 10);
+  return QStyle::visualRect(QApplication::layoutDirection(), line, sign);
+}
 
 void LineDelegate::paintRow(RowPainting& row, const QModelIndex& index) const {
   using Side = RowPainting::Side;
@@ -22,9 +46,14 @@ void LineDelegate::paintRow(RowPainting& row, const QModelIndex& index) const {
   upper.setTop(upper.top() + sized(4));
 
   const QString amount = textOf(LinesModel::amountRole);
-  const int codeWidth = row.text(upper, Side::start, textOf(LinesModel::codeRole),
-                                 fontOf(15, QFont::DemiBold), theme.text);
-  row.figure(row.without(upper, Side::start, codeWidth + sized(kGap)), amount, fontOf(19),
+  const int codeWidth =
+      row.text(upper, Side::start, textOf(LinesModel::codeRole), codeFont(), theme.text);
+  const bool isOpen = open_ == index;
+  const QStyle::State state = row.option().state;
+  if (isOpen || state.testFlag(QStyle::State_Selected) || state.testFlag(QStyle::State_MouseOver)) {
+    row.openingSign(signOf(row.option().rect, index), isOpen);
+  }
+  row.figure(row.without(upper, Side::start, codeWidth + sized(kSign)), amount, fontOf(19),
              theme.text);
   const QFont small = fontOf(12);
   const QRect end = row.without(lower, Side::start, lower.width() / 3);

@@ -1,6 +1,8 @@
 // Draws one line of the conversion: code over name at the start, amount over rate at the end.
 #pragma once
 
+#include <QPersistentModelIndex>
+
 #include "programs/desktop/RowDelegate.h"
 
 namespace fexora::desktop {
@@ -14,8 +16,24 @@ class LineDelegate final : public RowDelegate {
  public:
   explicit LineDelegate(QObject* parent = nullptr) : RowDelegate(58, parent) {}
 
+  // The line that has room below it, in pixels; an index that is invalid for none.
+  void setOpen(const QPersistentModelIndex& line, int room = 0) {
+    open_ = line;
+    room_ = room;
+  }
+  // Where the sign stands that opens or closes a line of that rectangle.
+  QRect signOf(const QRect& line, const QModelIndex& index) const;
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  void updateEditorGeometry(QWidget* panel, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const override;
+
  protected:
   void paintRow(RowPainting& row, const QModelIndex& index) const override;
+
+ private:
+  QPersistentModelIndex open_;
+  int room_ = 0;
 };
 
 }  // namespace fexora::desktop

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QStringList>
 #include <algorithm>
 #include <cmath>
@@ -91,6 +92,18 @@ QString exactText(double value, bool grouping) {
 
 QString plainNumber(double value) {
   return toQt(NumberFormat(kMostDigits, false).exact(value));
+}
+
+QString fixedText(double value, int digits) {
+  NumberStyle style;
+  style.minimumFractionDigits = style.maximumFractionDigits = digits;
+  style.grouping = true;
+  return toQt(Text::process().formatNumber(value, Locale::current(), style));
+}
+
+QString kilobytesText(std::uint64_t bytes) {
+  constexpr std::uint64_t kKilobyte = 1024;
+  return QLocale().toString(static_cast<qulonglong>((bytes + kKilobyte - 1) / kKilobyte));
 }
 
 QString leftToRight(const QString& text) {

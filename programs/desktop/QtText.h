@@ -43,6 +43,12 @@ QString exactText(double value, bool grouping = false);
 // many digits as it takes, since not every locale reads a power.
 QString plainNumber(double value);
 
+// With exactly so many digits after the mark, and marks between groups of the others.
+QString fixedText(double value, int digits);
+
+// "968", begun kilobytes of an answer.
+QString kilobytesText(std::uint64_t bytes);
+
 // The text keeps its order of signs wherever it stands, as in "1 USD = 0.88 EUR".
 QString leftToRight(const QString& text);
 

@@ -7,7 +7,9 @@ namespace fexora::desktop {
 void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const {
   painter->save();
-  RowPainting row(*painter, option);
+  QStyleOptionViewItem head = option;
+  head.rect.setHeight(height());
+  RowPainting row(*painter, head);
   row.ground();
   paintRow(row, index);
   painter->restore();
@@ -15,7 +17,11 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 
 QSize RowDelegate::sizeHint(const QStyleOptionViewItem& /*option*/,
                             const QModelIndex& /*index*/) const {
-  return {sized(200), sized(height_)};
+  return {sized(200), height()};
+}
+
+int RowDelegate::height() const {
+  return sized(height_);
 }
 
 }  // namespace fexora::desktop

@@ -17,11 +17,14 @@ class RowDelegate : public QStyledItemDelegate {
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const final;
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const final;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
  protected:
   // Draws what the row says; its ground is there.
   virtual void paintRow(RowPainting& row, const QModelIndex& index) const = 0;
+
+  // In pixels; a row that is higher is drawn at its head.
+  int height() const;
 
  private:
   double height_;

@@ -53,6 +53,22 @@ int RowPainting::figure(const QRect& area, const QString& text, QFont font, cons
   return this->text(area, Side::end, text, font, colour);
 }
 
+void RowPainting::openingSign(const QRect& area, bool isOpen) {
+  const double half = sized(4);
+  const double side = option_.direction == Qt::RightToLeft ? -half : half;
+  const QPointF middle = QRectF(area).center();
+  QPolygonF sign;
+  if (isOpen) {
+    sign << QPointF(-half, -half / 2) << QPointF(0, half / 2) << QPointF(half, -half / 2);
+  } else {
+    sign << QPointF(-side / 2, -half) << QPointF(side / 2, 0) << QPointF(-side / 2, half);
+  }
+  painter_.setRenderHint(QPainter::Antialiasing);
+  painter_.setPen(QPen(theme_.dim, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter_.drawPolyline(sign.translated(middle));
+  painter_.setRenderHint(QPainter::Antialiasing, false);
+}
+
 QRect RowPainting::without(const QRect& area, Side side, int width) const {
   QRect rest = area;
   const bool atLeft = (side == Side::start) == (option_.direction == Qt::LeftToRight);

@@ -22,6 +22,10 @@ class RowPainting {
   // The same, drawn smaller rather than cut.
   int figure(const QRect& area, const QString& text, QFont font, const QColor& colour);
 
+  // A sign for a row that opens, below or beside itself, in the middle of `area`.
+  void openingSign(const QRect& area, bool isOpen);
+
+  const QStyleOptionViewItem& option() const { return option_; }
   const Theme& theme() const { return theme_; }
   // The row without its margins.
   QRect inner() const { return inner_; }

@@ -1,9 +1,8 @@
 #include "programs/fexora/HistoryImport.h"
 
-#include <array>
+#include <algorithm>
+#include <iterator>
 
-#include "fexora/platform/base/Environment.h"
-#include "fexora/platform/base/Library.h"
 #include "fexora/platform/network/ShownAddress.h"
 
 #include "programs/fexora/FromSources.h"
@@ -11,54 +10,24 @@
 #include "programs/fexora/PastDay.h"
 #include "programs/shared/Failure.h"
 #include "programs/shared/JsonText.h"
-#include "programs/sources/PastTables.h"
+#include "programs/shared/PastSources.h"
 
 namespace fexora::program {
 namespace {
 
-struct NamedPast {
-  std::string_view name;
-  const char* variable;  // of the environment, that names another address
-  const char* address;
-};
-
-// Of the European Central Bank: since 4 January 1999, and the last ninety days.
-constexpr std::array<NamedPast, 2> kNamed = {{
-    {"ecb", "FEXORA_SOURCES_ECB_HISTORY",
-     "https://www.ecb.europa.eu/stats/eurofxref/eurofxref-hist.xml"},
-    {"ecb-90", "FEXORA_SOURCES_ECB_90",
-     "https://www.ecb.europa.eu/stats/eurofxref/eurofxref-hist-90d.xml"},
-}};
-
-std::string addressOf(const std::string& operand) {
-  for (const NamedPast& named : kNamed) {
-    if (operand == named.name) return environment(named.variable).value_or(named.address);
-  }
-  return isAddress(operand) ? operand : std::string();
-}
-
-sources::ReadPastTables& module() {
-  std::string reason;
-  void* const entry = moduleEntry("sources", "fexora_past_tables", reason);
-  if (entry == nullptr) {
-    throw Failure{Exit::network, "source", "files of past rates cannot be read: " + reason};
-  }
-  return *reinterpret_cast<sources::ReadPastTables*>(entry);
-}
-
 // Adds the operand's tables; how many keys were passed over.
 std::size_t addTables(const std::string& operand, std::vector<PublishedTable>& tables) {
   sources::PastOperand source{operand, std::nullopt};
-  if (const std::string address = addressOf(operand); !address.empty()) {
-    source = {shownAddress(address), textFrom({operand, {address}, operand == address})};
+  const bool isWeb = isAddress(operand);
+  const auto step =
+      isWeb ? std::optional(sources::SourceStep{operand, {operand}, true}) : pastStep(operand);
+  if (step) source = {shownAddress(step->addresses.front()), textFrom(*step)};
+  PastTablesRead read = readPastTables(source);
+  if (!read.problem.empty()) {
+    throw Failure{Exit::network, "source", read.problem + "; nothing was kept"};
   }
-  sources::PastReading reading;
-  const auto take = [&tables](PublishedTable table) { tables.push_back(std::move(table)); };
-  module()(source, take, reading);
-  if (!reading.problem.empty()) {
-    throw Failure{Exit::network, "source", reading.problem + "; nothing was kept"};
-  }
-  return reading.passedOver;
+  std::move(read.tables.begin(), read.tables.end(), std::back_inserter(tables));
+  return read.passedOver;
 }
 
 std::string counted(std::size_t count, const char* one, const char* many) {

@@ -11,15 +11,14 @@
 #include "fexora/platform/base/Environment.h"
 #include "fexora/platform/text/NumberText.h"
 
+#include "programs/shared/PlotScale.h"
+
 namespace fexora::program {
 namespace {
-
-namespace chrono = std::chrono;
 
 constexpr int kRows = 12;
 constexpr int kFewestColumns = 24;
 constexpr int kMostColumns = 200;
-constexpr int kGapDays = 7;
 constexpr std::array kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                 "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
@@ -96,37 +95,12 @@ class Canvas {
   std::vector<bool> dots_;
 };
 
-struct Scale {
-  double low = 0;
-  double high = 0;
-  double step = 1;  // between the axis' numbers
-  int digits = 0;   // of these, after the point
-};
-
-Scale scaleOf(const std::vector<DayRate>& rates) {
-  const auto less = [](const DayRate& a, const DayRate& b) { return a.rate < b.rate; };
-  const auto [lowest, highest] = std::minmax_element(rates.begin(), rates.end(), less);
-  Scale scale{lowest->rate, highest->rate};
-  double range = scale.high - scale.low;
-  if (!(range > scale.high * 1e-12)) {
-    range = scale.high * 0.02;
-    scale.low -= range / 2;
-    scale.high += range / 2;
-  }
-  const double raw = range / 3;
-  const double power = std::pow(10.0, std::floor(std::log10(raw)));
-  const double times = raw / power;
-  scale.step = (times < 1.5 ? 1 : times < 3.5 ? 2 : times < 7.5 ? 5 : 10) * power;
-  scale.digits = std::clamp(static_cast<int>(-std::floor(std::log10(scale.step) + 1e-9)), 0, 15);
-  return scale;
-}
-
 class Plot {
  public:
   Plot(const std::vector<DayRate>& rates, const PlotForm& form)
-      : rates_(rates), isBraille_(form.isBraille), scale_(scaleOf(rates)) {
+      : rates_(rates), isBraille_(form.isBraille), scale_(plotScale(rates)) {
     const int columns = std::clamp(form.columns, kFewestColumns, kMostColumns) - 1;
-    for (double value = firstTick(); value <= scale_.high; value += scale_.step) {
+    for (const double value : scale_.numbers()) {
       labelWidth_ = std::max(labelWidth_, fixedText(value, scale_.digits).size());
     }
     width_ = std::max(columns - static_cast<int>(labelWidth_) - 2, 10);
@@ -150,11 +124,9 @@ class Plot {
   }
 
  private:
-  double firstTick() const { return std::ceil(scale_.low / scale_.step) * scale_.step; }
-
   // The number that stands beside a row: one whose own place falls into it.
   std::string labelOf(int row) const {
-    for (double value = firstTick(); value <= scale_.high * (1 + 1e-12); value += scale_.step) {
+    for (const double value : scale_.numbers()) {
       const double part = (scale_.high - value) / (scale_.high - scale_.low);
       if (std::min(static_cast<int>(part * kRows), kRows - 1) == row) {
         return fixedText(value, scale_.digits);
@@ -176,7 +148,7 @@ class Plot {
       const double part = (scale_.high - rates_[i].rate) / (scale_.high - scale_.low);
       const int y = std::clamp(static_cast<int>(std::lround(part * (canvas.height() - 1))), 0,
                                canvas.height() - 1);
-      const bool isGap = i == 0 || rates_[i].day - rates_[i - 1].day > chrono::days(kGapDays);
+      const bool isGap = i == 0 || rates_[i].day - rates_[i - 1].day > kPlotGap;
       if (isGap) {
         canvas.set(x, y);
       } else {
@@ -187,43 +159,27 @@ class Plot {
     }
   }
 
-  // Days that get a mark, with their texts: of years, months or days, as many as have room.
-  std::vector<std::pair<Day, std::string>> marks() const {
-    const chrono::year_month_day begin(first_);
-    const Day last = rates_.back().day;
-    std::vector<std::pair<Day, std::string>> marks;
-    const int most = std::max(width_ / 12, 2);
-    const int months = days_ / 30;
-    if (months >= 24) {
-      const int years = std::max((months / 12 + most - 1) / most, 1);
-      for (auto year = begin.year(); Day(year / 1 / 1) <= last; ++year) {
-        if (static_cast<int>(year) % years != 0 || Day(year / 1 / 1) < first_) continue;
-        marks.emplace_back(year / 1 / 1, std::to_string(static_cast<int>(year)));
-      }
-    } else if (months >= 4) {
-      const int step = std::max((months + most - 1) / most, 1);
-      for (auto month = begin.year() / begin.month(); Day(month / 1) <= last;
-           month += chrono::months(step)) {
-        if (Day(month / 1) < first_) continue;
-        marks.emplace_back(month / 1, kMonths.at(static_cast<unsigned>(month.month()) - 1));
-      }
-    } else {
-      const int step = (days_ + most - 1) / most;
-      for (Day day = first_; day <= last; day += chrono::days(std::max(step, 1))) {
-        const chrono::year_month_day date(day);
-        marks.emplace_back(day, std::to_string(static_cast<unsigned>(date.day())) + " " +
-                                    kMonths.at(static_cast<unsigned>(date.month()) - 1));
-      }
+  static std::string textOf(const DayMark& mark) {
+    const std::chrono::year_month_day date(mark.day);
+    const std::string month = kMonths.at(static_cast<unsigned>(date.month()) - 1);
+    switch (mark.unit) {
+      case DayMark::Unit::year:
+        return std::to_string(static_cast<int>(date.year()));
+      case DayMark::Unit::month:
+        return month;
+      case DayMark::Unit::day:
+        break;
     }
-    return marks;
+    return std::to_string(static_cast<unsigned>(date.day())) + " " + month;
   }
 
   void addDays(std::vector<std::string>& lines) const {
     std::vector<bool> ticks(static_cast<std::size_t>(width_));
     std::string texts(labelWidth_ + 2 + static_cast<std::size_t>(width_), ' ');
     std::size_t free = 0;
-    for (const auto& [day, text] : marks()) {
-      const int at = place(day, width_);
+    for (const DayMark& mark : dayMarks(first_, rates_.back().day, std::max(width_ / 12, 2))) {
+      const std::string text = textOf(mark);
+      const int at = place(mark.day, width_);
       const auto middle = labelWidth_ + 2 + static_cast<std::size_t>(at);
       const auto begin = std::min(middle - std::min(middle, text.size() / 2),
                                   texts.size() - std::min(texts.size(), text.size()));
@@ -242,7 +198,7 @@ class Plot {
 
   const std::vector<DayRate>& rates_;
   bool isBraille_;
-  Scale scale_;
+  PlotScale scale_;
   std::size_t labelWidth_ = 0;
   int width_ = 0;
   Day first_{};

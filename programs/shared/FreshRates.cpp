@@ -58,7 +58,8 @@ void FreshRates::start(std::vector<SourceStep> steps, Done done) {
 void FreshRates::stop() {
   run_.reset();
   if (const auto transfer = std::exchange(transfer_, nullptr)) transfer->cancel();
-  rates_.cancelRequests();
+  // Another's request of the manager goes on.
+  if (std::exchange(asksService_, false)) rates_.cancelRequests();
 }
 
 void FreshRates::next(const std::shared_ptr<Run>& run) {
@@ -78,8 +79,10 @@ void FreshRates::fail(const std::shared_ptr<Run>& run, RatesProblem problem) {
 void FreshRates::askService(const std::shared_ptr<Run>& run, const std::string& address) {
   rates_.setRatesURL(address);
   rates_.setProgress(told_);
+  asksService_ = true;
   askForFreshRates(rates_, [run, this, alive = std::weak_ptr(alive_)](const ResponseError* error) {
     if (alive.expired() || run_ != run) return;
+    asksService_ = false;
     if (error != nullptr) return fail(run, refusalOf(*error));
     if (taken_) taken_(std::string(sources::kService), {serviceTable()});
     run->problem.reset();

@@ -73,6 +73,7 @@ class FreshRates {
   Transfer::ProgressHandler told_;
   Taken taken_;
   std::shared_ptr<Transfer> transfer_;
+  bool asksService_ = false;
   std::shared_ptr<Run> run_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };

@@ -1,6 +1,7 @@
 // The windows and their parts: each case is a process of its own, with a store in a folder that
 // goes.
 #include <QApplication>
+#include <QButtonGroup>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDBusArgument>
@@ -32,10 +33,14 @@
 #include "programs/desktop/LinesFilter.h"
 #include "programs/desktop/LinesModel.h"
 #include "programs/desktop/NoticeBar.h"
+#include "programs/desktop/OpenLine.h"
+#include "programs/desktop/PastImport.h"
 #include "programs/desktop/PickerModel.h"
+#include "programs/desktop/PlotPanel.h"
 #include "programs/desktop/Portal.h"
 #include "programs/desktop/ProblemText.h"
 #include "programs/desktop/QtText.h"
+#include "programs/desktop/RatePlot.h"
 #include "programs/desktop/Refresher.h"
 #include "programs/desktop/SettingsPage.h"
 #include "programs/desktop/Style.h"
@@ -181,6 +186,7 @@ class DesktopTest final : public QObject {
   void saysInWordsWhatIsWrong();
   void followsTheOtherProcess();
   void savesSettingsAtOnce();
+  void opensALineToItsPlot();
   void showsTodayInBothModes();
   void speaksEachLanguage();
   void staysUpWithoutAStore();
@@ -603,6 +609,60 @@ void DesktopTest::savesSettingsAtOnce() {
   const QByteArray kept = storeBytes();
   page.reload();
   QCOMPARE(storeBytes(), kept);
+}
+
+void DesktopTest::opensALineToItsPlot() {
+  ConverterWindow window(desk_, appearance_);
+  open(window);
+  OpenLine& line = window.openLine();
+  QListView& list = window.list();
+  QTest::keyClick(&window.field().entry(), Qt::Key_Down);
+  QTest::keyClick(&list, Qt::Key_Right);
+  QTRY_VERIFY(line.panel()->isAnswered());
+  QVERIFY(texts(*line.panel()).contains("No past rates of this pair are known."));
+  // What is stopped brings nothing; what comes fills the plot.
+  QString days;  // euros in dollars, of each day 1 / (1 + 0.01 × its number)
+  for (int i = 1; i <= 40; ++i) {
+    const QString day = QDate(2026, 1, 1).addDays(i < 40 ? i : 60).toString(Qt::ISODate);
+    days += QString("<Cube time='%1'><Cube currency='USD' rate='%2'/></Cube>")
+                .arg(day)
+                .arg(1 + 0.01 * (i == 20 ? 90 : i), 0, 'f', 2);
+  }
+  const auto answer =
+      std::make_shared<TextAnswer>(("<E><Cube>" + days + "</Cube></E>").toStdString());
+  QTest::keyClick(line.panel()->focusWidget(), Qt::Key_Space);
+  QVERIFY(line.import().isRunning());
+  line.import().stop();
+  transport.held(answer, {});
+  line.import().start();
+  transport.held(answer, {});
+  QTRY_VERIFY(line.panel()->hasRates());
+  QVERIFY(line.import().problem().isEmpty() && !line.import().isRunning());
+  RatePlot& plot = line.panel()->plot();
+  QVERIFY(plot.hasFocus());
+  int digits = 4;  // that tell two hundred steps of the range apart
+  const auto said = [&](double dollars, const char* day) {
+    return QString::number(1 / dollars, 'f', digits) + ", " + day;
+  };
+  // Thirty days back from the last.
+  QCOMPARE(plot.accessibleDescription(), QString("first %1; lowest %2; highest %1; last %2")
+                                             .arg(said(1.30, "31 January"), said(1.40, "2 March")));
+  line.panel()->findChild<QButtonGroup*>()->button(3)->click();
+  digits = 3;
+  QCOMPARE(plot.accessibleDescription(),
+           QString("first %1; lowest %2; highest %1; last %3")
+               .arg(said(1.01, "2 January"), said(1.90, "21 January"), said(1.40, "2 March")));
+  QTest::keyClick(&plot, Qt::Key_Home);
+  QTest::keyClick(&plot, Qt::Key_Right);
+  QCOMPARE(plot.accessibleName(), QString::number(1 / 1.02, 'f', 3) + " EUR, Sat 3 January 2026");
+  // The pair follows the source; what becomes the source is no line any more.
+  QTest::keyClick(&plot, Qt::Key_Escape);
+  QVERIFY(!line.isOpen() && list.hasFocus());
+  line.open(1);
+  QTRY_VERIFY(line.panel()->isAnswered());
+  QVERIFY(!line.panel()->hasRates());
+  QTest::keyClick(&list, Qt::Key_Delete);
+  QTRY_VERIFY(!line.isOpen());
 }
 
 void DesktopTest::showsTodayInBothModes() {

@@ -209,6 +209,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>Nothing new is kept: the store cannot be written.</source>
         <translation>لا يُحفظ أي جديد: تعذّرت الكتابة في المخزن.</translation>
     </message>
+    <message>
+        <source>&amp;How the rate moved</source>
+        <translation>ك&amp;يف تغيّر السعر</translation>
+    </message>
 </context>
 <context>
     <name>Currency</name>
@@ -452,6 +456,128 @@ Converts an amount into every currency you chose, offline, and says how old its 
     </message>
 </context>
 <context>
+    <name>fexora::desktop::PlotPanel</name>
+    <message>
+        <source>%1 days</source>
+        <translation>%1 يومًا</translation>
+    </message>
+    <message>
+        <source>1 year</source>
+        <translation>سنة</translation>
+    </message>
+    <message>
+        <source>%1 years</source>
+        <translation>%1 سنوات</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>الكل</translation>
+    </message>
+    <message>
+        <source>Change from the first day to the last</source>
+        <translation>التغيّر من أول يوم إلى آخر يوم</translation>
+    </message>
+    <message>
+        <source>Getting the past</source>
+        <translation>جلب الماضي</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <comment>a change in percent</comment>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>%1; dotted where unknown</source>
+        <comment>a source</comment>
+        <translation>%1؛ منقّط حيث لا سعر معروف</translation>
+    </message>
+    <message>
+        <source>%1, %2 to %3</source>
+        <comment>a source of rates, first and last day</comment>
+        <translation>%1، من %2 إلى %3</translation>
+    </message>
+    <message>
+        <source>No past rates of this pair are known.</source>
+        <translation>لا تُعرف أسعار سابقة لهذا الزوج.</translation>
+    </message>
+    <message>
+        <source>Only the rate of %1 is known.</source>
+        <translation>لا يُعرف إلا سعر %1.</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 of %2 KB</source>
+        <translation>جارٍ جلب الماضي… %1 من %2 كيلوبايت</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 KB</source>
+        <translation>جارٍ جلب الماضي… %1 كيلوبايت</translation>
+    </message>
+    <message>
+        <source>Getting the past…</source>
+        <translation>جارٍ جلب الماضي…</translation>
+    </message>
+    <message>
+        <source>Each refresh adds a day.</source>
+        <translation>يضيف كل تحديث يومًا.</translation>
+    </message>
+    <message>
+        <source>Each refresh adds a day. The European Central Bank publishes its rates since 1999, some 40 currencies.</source>
+        <translation>يضيف كل تحديث يومًا. ينشر البنك المركزي الأوروبي أسعاره منذ 1999، لنحو 40 عملة.</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>إيقاف</translation>
+    </message>
+    <message>
+        <source>Get them (1 MB)</source>
+        <translation>جلبها (1 ميغابايت)</translation>
+    </message>
+    <message>
+        <source>Since 1999…</source>
+        <translation>منذ 1999…</translation>
+    </message>
+    <message>
+        <source>Get the rates of the European Central Bank (1 MB)</source>
+        <translation>جلب أسعار البنك المركزي الأوروبي (1 ميغابايت)</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::RatePlot</name>
+    <message>
+        <source>%1, %2</source>
+        <comment>a rate and its day</comment>
+        <translation>%1، %2</translation>
+    </message>
+    <message>
+        <source>first %1; lowest %2; highest %3; last %4</source>
+        <translation>الأول %1؛ الأدنى %2؛ الأعلى %3؛ الأخير %4</translation>
+    </message>
+    <message>
+        <source>ddd d MMMM yyyy</source>
+        <comment>a day with its weekday</comment>
+        <translation>dddd d MMMM yyyy</translation>
+    </message>
+    <message>
+        <source>d MMM</source>
+        <comment>a day on an axis</comment>
+        <translation>d MMM</translation>
+    </message>
+    <message>
+        <source>MMM</source>
+        <comment>a month on an axis</comment>
+        <translation>MMM</translation>
+    </message>
+    <message>
+        <source>yyyy</source>
+        <comment>a year on an axis</comment>
+        <translation>yyyy</translation>
+    </message>
+    <message>
+        <source>How the rate moved</source>
+        <translation>كيف تغيّر السعر</translation>
+    </message>
+</context>
+<context>
     <name>ResponseError</name>
     <message>
         <source>This computer cannot ask for rates right now.</source>
@@ -679,6 +805,25 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>&amp;Fresh rates from</source>
         <translation>&amp;الأسعار الحديثة من</translation>
+    </message>
+</context>
+<context>
+    <name>SourceWords</name>
+    <message>
+        <source>European Central Bank</source>
+        <translation>البنك المركزي الأوروبي</translation>
+    </message>
+    <message>
+        <source>The rates service</source>
+        <translation>خدمة الأسعار</translation>
+    </message>
+    <message>
+        <source>bundled</source>
+        <translation>مرفقة</translation>
+    </message>
+    <message>
+        <source>Daily tables in %1</source>
+        <translation>جداول يومية بعملة %1</translation>
     </message>
 </context>
 <context>

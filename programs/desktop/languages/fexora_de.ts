@@ -209,6 +209,10 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <source>Nothing new is kept: the store cannot be written.</source>
         <translation>Nichts Neues wird behalten: Der Speicher ist nicht schreibbar.</translation>
     </message>
+    <message>
+        <source>&amp;How the rate moved</source>
+        <translation>Wie sich der Kurs &amp;bewegte</translation>
+    </message>
 </context>
 <context>
     <name>Currency</name>
@@ -440,6 +444,128 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
     </message>
 </context>
 <context>
+    <name>fexora::desktop::PlotPanel</name>
+    <message>
+        <source>%1 days</source>
+        <translation>%1 Tage</translation>
+    </message>
+    <message>
+        <source>1 year</source>
+        <translation>1 Jahr</translation>
+    </message>
+    <message>
+        <source>%1 years</source>
+        <translation>%1 Jahre</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alles</translation>
+    </message>
+    <message>
+        <source>Change from the first day to the last</source>
+        <translation>Veränderung vom ersten Tag zum letzten</translation>
+    </message>
+    <message>
+        <source>Getting the past</source>
+        <translation>Vergangenheit wird geholt</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <comment>a change in percent</comment>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>%1; dotted where unknown</source>
+        <comment>a source</comment>
+        <translation>%1; gepunktet, wo keiner bekannt ist</translation>
+    </message>
+    <message>
+        <source>%1, %2 to %3</source>
+        <comment>a source of rates, first and last day</comment>
+        <translation>%1, %2 bis %3</translation>
+    </message>
+    <message>
+        <source>No past rates of this pair are known.</source>
+        <translation>Von diesem Paar sind keine früheren Kurse bekannt.</translation>
+    </message>
+    <message>
+        <source>Only the rate of %1 is known.</source>
+        <translation>Nur der Kurs vom %1 ist bekannt.</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 of %2 KB</source>
+        <translation>Vergangenheit wird geholt … %1 von %2 KB</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 KB</source>
+        <translation>Vergangenheit wird geholt … %1 KB</translation>
+    </message>
+    <message>
+        <source>Getting the past…</source>
+        <translation>Vergangenheit wird geholt …</translation>
+    </message>
+    <message>
+        <source>Each refresh adds a day.</source>
+        <translation>Mit jedem Aktualisieren kommt ein Tag dazu.</translation>
+    </message>
+    <message>
+        <source>Each refresh adds a day. The European Central Bank publishes its rates since 1999, some 40 currencies.</source>
+        <translation>Mit jedem Aktualisieren kommt ein Tag dazu. Die Europäische Zentralbank veröffentlicht ihre Kurse seit 1999, für rund 40 Währungen.</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message>
+        <source>Get them (1 MB)</source>
+        <translation>Holen (1 MB)</translation>
+    </message>
+    <message>
+        <source>Since 1999…</source>
+        <translation>Seit 1999 …</translation>
+    </message>
+    <message>
+        <source>Get the rates of the European Central Bank (1 MB)</source>
+        <translation>Kurse der Europäischen Zentralbank holen (1 MB)</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::RatePlot</name>
+    <message>
+        <source>%1, %2</source>
+        <comment>a rate and its day</comment>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>first %1; lowest %2; highest %3; last %4</source>
+        <translation>erster %1; niedrigster %2; höchster %3; letzter %4</translation>
+    </message>
+    <message>
+        <source>ddd d MMMM yyyy</source>
+        <comment>a day with its weekday</comment>
+        <translation>ddd, d. MMMM yyyy</translation>
+    </message>
+    <message>
+        <source>d MMM</source>
+        <comment>a day on an axis</comment>
+        <translation>d. MMM</translation>
+    </message>
+    <message>
+        <source>MMM</source>
+        <comment>a month on an axis</comment>
+        <translation>MMM</translation>
+    </message>
+    <message>
+        <source>yyyy</source>
+        <comment>a year on an axis</comment>
+        <translation>yyyy</translation>
+    </message>
+    <message>
+        <source>How the rate moved</source>
+        <translation>Wie sich der Kurs bewegte</translation>
+    </message>
+</context>
+<context>
     <name>ResponseError</name>
     <message>
         <source>This computer cannot ask for rates right now.</source>
@@ -667,6 +793,25 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
     <message>
         <source>&amp;Fresh rates from</source>
         <translation>&amp;Frische Kurse von</translation>
+    </message>
+</context>
+<context>
+    <name>SourceWords</name>
+    <message>
+        <source>European Central Bank</source>
+        <translation>Europäische Zentralbank</translation>
+    </message>
+    <message>
+        <source>The rates service</source>
+        <translation>Kursdienst</translation>
+    </message>
+    <message>
+        <source>bundled</source>
+        <translation>mitgeliefert</translation>
+    </message>
+    <message>
+        <source>Daily tables in %1</source>
+        <translation>Tägliche Tabellen in %1</translation>
     </message>
 </context>
 <context>

@@ -209,6 +209,10 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <source>Nothing new is kept: the store cannot be written.</source>
         <translation>Rien de nouveau n’est gardé : l’écriture est impossible.</translation>
     </message>
+    <message>
+        <source>&amp;How the rate moved</source>
+        <translation>&amp;Évolution du cours</translation>
+    </message>
 </context>
 <context>
     <name>Currency</name>
@@ -440,6 +444,128 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
     </message>
 </context>
 <context>
+    <name>fexora::desktop::PlotPanel</name>
+    <message>
+        <source>%1 days</source>
+        <translation>%1 jours</translation>
+    </message>
+    <message>
+        <source>1 year</source>
+        <translation>1 an</translation>
+    </message>
+    <message>
+        <source>%1 years</source>
+        <translation>%1 ans</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Tout</translation>
+    </message>
+    <message>
+        <source>Change from the first day to the last</source>
+        <translation>Variation du premier jour au dernier</translation>
+    </message>
+    <message>
+        <source>Getting the past</source>
+        <translation>Récupération du passé</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <comment>a change in percent</comment>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>%1; dotted where unknown</source>
+        <comment>a source</comment>
+        <translation>%1 ; pointillé où aucun n’est connu</translation>
+    </message>
+    <message>
+        <source>%1, %2 to %3</source>
+        <comment>a source of rates, first and last day</comment>
+        <translation>%1, du %2 au %3</translation>
+    </message>
+    <message>
+        <source>No past rates of this pair are known.</source>
+        <translation>Aucun cours passé de cette paire n’est connu.</translation>
+    </message>
+    <message>
+        <source>Only the rate of %1 is known.</source>
+        <translation>Seul le cours du %1 est connu.</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 of %2 KB</source>
+        <translation>Récupération du passé… %1 sur %2 Ko</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 KB</source>
+        <translation>Récupération du passé… %1 Ko</translation>
+    </message>
+    <message>
+        <source>Getting the past…</source>
+        <translation>Récupération du passé…</translation>
+    </message>
+    <message>
+        <source>Each refresh adds a day.</source>
+        <translation>Chaque actualisation ajoute un jour.</translation>
+    </message>
+    <message>
+        <source>Each refresh adds a day. The European Central Bank publishes its rates since 1999, some 40 currencies.</source>
+        <translation>Chaque actualisation ajoute un jour. La Banque centrale européenne publie ses cours depuis 1999, pour une quarantaine de devises.</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Arrêter</translation>
+    </message>
+    <message>
+        <source>Get them (1 MB)</source>
+        <translation>Les récupérer (1 Mo)</translation>
+    </message>
+    <message>
+        <source>Since 1999…</source>
+        <translation>Depuis 1999…</translation>
+    </message>
+    <message>
+        <source>Get the rates of the European Central Bank (1 MB)</source>
+        <translation>Récupérer les cours de la Banque centrale européenne (1 Mo)</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::RatePlot</name>
+    <message>
+        <source>%1, %2</source>
+        <comment>a rate and its day</comment>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>first %1; lowest %2; highest %3; last %4</source>
+        <translation>premier %1 ; plus bas %2 ; plus haut %3 ; dernier %4</translation>
+    </message>
+    <message>
+        <source>ddd d MMMM yyyy</source>
+        <comment>a day with its weekday</comment>
+        <translation>ddd d MMMM yyyy</translation>
+    </message>
+    <message>
+        <source>d MMM</source>
+        <comment>a day on an axis</comment>
+        <translation>d MMM</translation>
+    </message>
+    <message>
+        <source>MMM</source>
+        <comment>a month on an axis</comment>
+        <translation>MMM</translation>
+    </message>
+    <message>
+        <source>yyyy</source>
+        <comment>a year on an axis</comment>
+        <translation>yyyy</translation>
+    </message>
+    <message>
+        <source>How the rate moved</source>
+        <translation>Évolution du cours</translation>
+    </message>
+</context>
+<context>
     <name>ResponseError</name>
     <message>
         <source>This computer cannot ask for rates right now.</source>
@@ -667,6 +793,25 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
     <message>
         <source>&amp;Fresh rates from</source>
         <translation>&amp;Cours récents de</translation>
+    </message>
+</context>
+<context>
+    <name>SourceWords</name>
+    <message>
+        <source>European Central Bank</source>
+        <translation>Banque centrale européenne</translation>
+    </message>
+    <message>
+        <source>The rates service</source>
+        <translation>Le service de cours</translation>
+    </message>
+    <message>
+        <source>bundled</source>
+        <translation>fournis</translation>
+    </message>
+    <message>
+        <source>Daily tables in %1</source>
+        <translation>Tableaux quotidiens en %1</translation>
     </message>
 </context>
 <context>

@@ -209,6 +209,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>Nothing new is kept: the store cannot be written.</source>
         <translation>書き込めないため、新しい内容は保存されません。</translation>
     </message>
+    <message>
+        <source>&amp;How the rate moved</source>
+        <translation>レートの推移(&amp;H)</translation>
+    </message>
 </context>
 <context>
     <name>Currency</name>
@@ -434,6 +438,128 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>%1, ticked</source>
         <translation>%1、選択済み</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::PlotPanel</name>
+    <message>
+        <source>%1 days</source>
+        <translation>%1日</translation>
+    </message>
+    <message>
+        <source>1 year</source>
+        <translation>1年</translation>
+    </message>
+    <message>
+        <source>%1 years</source>
+        <translation>%1年</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>すべて</translation>
+    </message>
+    <message>
+        <source>Change from the first day to the last</source>
+        <translation>最初の日から最後の日までの変化</translation>
+    </message>
+    <message>
+        <source>Getting the past</source>
+        <translation>過去のレートの取得</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <comment>a change in percent</comment>
+        <translation>%1%</translation>
+    </message>
+    <message>
+        <source>%1; dotted where unknown</source>
+        <comment>a source</comment>
+        <translation>%1、点線はレート不明</translation>
+    </message>
+    <message>
+        <source>%1, %2 to %3</source>
+        <comment>a source of rates, first and last day</comment>
+        <translation>%1、%2～%3</translation>
+    </message>
+    <message>
+        <source>No past rates of this pair are known.</source>
+        <translation>この組み合わせの過去のレートはありません。</translation>
+    </message>
+    <message>
+        <source>Only the rate of %1 is known.</source>
+        <translation>%1のレートだけがあります。</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 of %2 KB</source>
+        <translation>過去のレートを取得中… %1 / %2 KB</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 KB</source>
+        <translation>過去のレートを取得中… %1 KB</translation>
+    </message>
+    <message>
+        <source>Getting the past…</source>
+        <translation>過去のレートを取得中…</translation>
+    </message>
+    <message>
+        <source>Each refresh adds a day.</source>
+        <translation>更新のたびに1日分が加わります。</translation>
+    </message>
+    <message>
+        <source>Each refresh adds a day. The European Central Bank publishes its rates since 1999, some 40 currencies.</source>
+        <translation>更新のたびに1日分が加わります。欧州中央銀行は1999年以降、約40通貨のレートを公表しています。</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>中止</translation>
+    </message>
+    <message>
+        <source>Get them (1 MB)</source>
+        <translation>取得する (1 MB)</translation>
+    </message>
+    <message>
+        <source>Since 1999…</source>
+        <translation>1999年以降…</translation>
+    </message>
+    <message>
+        <source>Get the rates of the European Central Bank (1 MB)</source>
+        <translation>欧州中央銀行のレートを取得する (1 MB)</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::RatePlot</name>
+    <message>
+        <source>%1, %2</source>
+        <comment>a rate and its day</comment>
+        <translation>%1、%2</translation>
+    </message>
+    <message>
+        <source>first %1; lowest %2; highest %3; last %4</source>
+        <translation>最初 %1、最低 %2、最高 %3、最後 %4</translation>
+    </message>
+    <message>
+        <source>ddd d MMMM yyyy</source>
+        <comment>a day with its weekday</comment>
+        <translation>yyyy年M月d日(ddd)</translation>
+    </message>
+    <message>
+        <source>d MMM</source>
+        <comment>a day on an axis</comment>
+        <translation>M月d日</translation>
+    </message>
+    <message>
+        <source>MMM</source>
+        <comment>a month on an axis</comment>
+        <translation>M月</translation>
+    </message>
+    <message>
+        <source>yyyy</source>
+        <comment>a year on an axis</comment>
+        <translation>yyyy年</translation>
+    </message>
+    <message>
+        <source>How the rate moved</source>
+        <translation>レートの推移</translation>
     </message>
 </context>
 <context>
@@ -664,6 +790,25 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>&amp;Fresh rates from</source>
         <translation>最新レートの取得元(&amp;F)</translation>
+    </message>
+</context>
+<context>
+    <name>SourceWords</name>
+    <message>
+        <source>European Central Bank</source>
+        <translation>欧州中央銀行</translation>
+    </message>
+    <message>
+        <source>The rates service</source>
+        <translation>レートサービス</translation>
+    </message>
+    <message>
+        <source>bundled</source>
+        <translation>同梱</translation>
+    </message>
+    <message>
+        <source>Daily tables in %1</source>
+        <translation>%1建ての日次表</translation>
     </message>
 </context>
 <context>
