@@ -22,9 +22,11 @@
 #include "programs/desktop/AmountField.h"
 #include "programs/desktop/Appearance.h"
 #include "programs/desktop/CurrencyPicker.h"
+#include "programs/desktop/DayPicker.h"
 #include "programs/desktop/LinesModel.h"
 #include "programs/desktop/NoticeBar.h"
 #include "programs/desktop/OpenLine.h"
+#include "programs/desktop/PastDayRates.h"
 #include "programs/desktop/PastImport.h"
 #include "programs/desktop/PickerModel.h"
 #include "programs/desktop/PlotPanel.h"
@@ -74,6 +76,9 @@ class Pictures {
         {"gaps", &Pictures::gaps},
         {"offer", &Pictures::offer},
         {"getting", &Pictures::getting},
+        {"past", &Pictures::past},
+        {"unknown", &Pictures::unknown},
+        {"calendar", &Pictures::calendar},
         {"today", &Pictures::today},
         {"rates", &Pictures::rates}};
     const auto found = kStates.find(state.section('-', 0, 0));
@@ -256,6 +261,27 @@ class Pictures {
     save(window);
     window.openLine().import().stop();
     desk_.platform.transport = usual;
+  }
+  void past() {
+    keepPast(dayAgo(400), dayAgo(1), true);
+    ConverterWindow window(desk_, appearance_);
+    window.resize(name_.endsWith("narrow") ? window.minimumWidth() : sized(400), sized(580));
+    showDay(window, std::chrono::year(2026) / 9 / 12);
+  }
+  void unknown() {
+    ConverterWindow window(desk_, appearance_);
+    showDay(window, std::chrono::year(2024) / 3 / 1);
+  }
+  void showDay(ConverterWindow& window, Day day) {
+    window.activate();
+    window.showDay(day);
+    const auto isAnswered = [&] { return window.findChild<PastDayRates*>()->isAnswered(); };
+    if (!QTest::qWaitFor(isAnswered)) qFatal("no history");
+    save(window);
+  }
+  void calendar() {
+    DayPicker picker(desk_, Day(std::chrono::year(2026) / 9 / 12));
+    save(picker);
   }
   Day dayAgo(int days) const {
     return dayOfMoment(desk_.now().secondsSince1970()) - std::chrono::days(days);

@@ -13,23 +13,31 @@
 #include <QSettings>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "programs/desktop/AmountField.h"
 #include "programs/desktop/Appearance.h"
 #include "programs/desktop/Companion.h"
 #include "programs/desktop/CurrencyPicker.h"
+#include "programs/desktop/DayBar.h"
+#include "programs/desktop/DayPicker.h"
 #include "programs/desktop/FreshnessCaption.h"
+#include "programs/desktop/FreshnessText.h"
 #include "programs/desktop/HistoryThread.h"
+#include "programs/desktop/Languages.h"
 #include "programs/desktop/LinesFilter.h"
 #include "programs/desktop/LinesModel.h"
 #include "programs/desktop/LinkButton.h"
 #include "programs/desktop/NoticeBar.h"
 #include "programs/desktop/OpenLine.h"
+#include "programs/desktop/PastDayRates.h"
+#include "programs/desktop/PastImport.h"
 #include "programs/desktop/PlotPanel.h"
 #include "programs/desktop/QtText.h"
 #include "programs/desktop/Refresher.h"
 #include "programs/desktop/SettingsPage.h"
 #include "programs/desktop/SignButton.h"
+#include "programs/desktop/SourceText.h"
 #include "programs/desktop/Style.h"
 #include "programs/shared/Selection.h"
 #include "programs/shared/SentenceText.h"
@@ -48,8 +56,10 @@ ConverterWindow::ConverterWindow(const Desk& desk, Appearance& appearance)
       appearance_(appearance),
       history_(new HistoryThread(desk, this)),
       refresher_(new Refresher(desk, *history_, this)),
+      past_(new PastDayRates(*history_, this)),
       lines_(new LinesModel(desk, this)),
       field_(new AmountField),
+      dayBar_(new DayBar),
       notice_(new NoticeBar),
       list_(new QListView),
       caption_(new FreshnessCaption(desk, *refresher_)),
@@ -86,6 +96,7 @@ void ConverterWindow::build() {
   top->setContentsMargins(sized(18), sized(18), sized(18), sized(8));
   top->addWidget(field_);
   column->addLayout(top);
+  column->addWidget(dayBar_);
   column->addWidget(notice_);
   buildList();
   filter_ = new LinesFilter(desk_, *list_, middle);
@@ -97,6 +108,7 @@ void ConverterWindow::build() {
 }
 
 void ConverterWindow::buildList() {
+  lines_->setPast(*past_);
   list_->setModel(lines_);
   open_ = new OpenLine(desk_, *history_, *lines_, *list_);
   list_->setUniformItemSizes(true);
@@ -151,6 +163,7 @@ void ConverterWindow::buildMenu() {
   addAction(tr("Copy all &lines"), "Ctrl+Shift+A", &ConverterWindow::copyTable);
   addAction(tr("&Refresh rates"), "F5; Ctrl+R", &ConverterWindow::refreshRates);
   addAction(tr("&How the rate moved"), "Ctrl+H", &ConverterWindow::showHistory);
+  addAction(tr("Rates of a &day…"), "Ctrl+D", &ConverterWindow::chooseDay);
   menu_->addSeparator();
   addAction(tr("Show &Today"), "Ctrl+T", &ConverterWindow::openToday);
   addAction(tr("S&ettings…"), "Ctrl+,", &ConverterWindow::showSettings);
@@ -168,7 +181,10 @@ void ConverterWindow::connectParts() {
   connect(field_, &AmountField::changed, this, &ConverterWindow::convert);
   connect(field_, &AmountField::sourceWanted, this, &ConverterWindow::chooseSource);
   connect(field_, &AmountField::accepted, this, &ConverterWindow::accept);
-  connect(field_, &AmountField::reverted, this, &ConverterWindow::loadSource);
+  connect(field_, &AmountField::reverted, this, &ConverterWindow::revert);
+  connect(dayBar_, &DayBar::todayWanted, this, &ConverterWindow::showToday);
+  connect(past_, &PastDayRates::changed, this, &ConverterWindow::showPast);
+  connect(&open_->import(), &PastImport::stateChanged, this, &ConverterWindow::showImport);
   connect(field_, &AmountField::downWanted, this, &ConverterWindow::focusList);
   connect(filter_, &LinesFilter::left, this, &ConverterWindow::focusList);
   connect(list_, &QListView::doubleClicked, this,
@@ -190,6 +206,7 @@ void ConverterWindow::loadSource() {
   field_->setSource(*lines_->source());
   field_->setAmount(source != nullptr ? last->amount().doubleValue() : 1);
   lines_->setAmount(field_->amount());
+  beforeTyping_ = last;
   showTitle();
 }
 
@@ -201,6 +218,8 @@ void ConverterWindow::followStore() {
   if (isActiveWindow() && !isKept_) {
     // What was not yet saved goes over what came.
     lines_->record();
+  } else if (past_->day()) {
+    // What is shown of the past is nobody's last amount, and stays.
   } else if (!isActiveWindow() || !field_->entry().hasFocus() || !field_->isTyped()) {
     loadSource();
     isKept_ = true;
@@ -216,8 +235,9 @@ void ConverterWindow::settingsChanged() {
 }
 
 void ConverterWindow::convert() {
+  followTypedDay();
   lines_->setAmount(field_->amount());
-  if (field_->amount()) isKept_ = false;
+  if (field_->amount() && !past_->day()) isKept_ = false;
   lines_->record();
   showTitle();
 }
@@ -322,6 +342,78 @@ void ConverterWindow::showHistory() {
   isShown ? open_->close() : open_->open(row);
 }
 
+void ConverterWindow::revert() {
+  past_->day() ? showToday() : loadSource();
+}
+
+void ConverterWindow::chooseDay() {
+  DayPicker picker(desk_, past_->day(), this);
+  if (picker.exec() == QDialog::Accepted) showDay(picker.day());
+}
+
+void ConverterWindow::showDay(Day day) {
+  save();
+  isDayTyped_ = false;
+  past_->setDay(day);
+}
+
+// What was converted by another day's rates is left behind with them.
+void ConverterWindow::showToday() {
+  isDayTyped_ = false;
+  past_->setDay({});
+  loadSource();
+  if (std::exchange(isPastOffered_, false)) notice_->tell({});
+}
+
+// The day that stands in the text counts for as long as it stands there.
+void ConverterWindow::followTypedDay() {
+  const auto typed = field_->reading().day;
+  if (!typed && !isDayTyped_) return;
+  isDayTyped_ = typed.has_value();
+  // What the keys before the day have recorded is no last amount either.
+  if (!past_->day() && beforeTyping_ != nullptr) {
+    desk_.store.saveSourceCurrency(beforeTyping_->currency(), beforeTyping_->amount().doubleValue(),
+                                   true);
+    isKept_ = true;
+  }
+  past_->setDay(typed);
+}
+
+void ConverterWindow::showPast() {
+  const auto& day = past_->day();
+  const auto inWords = [this](Day of) {
+    return desktop::inWords(of, desk_.now(), languageLocale());
+  };
+  const QString source = past_->hasAny() ? sourceInWords(past_->mainSource()) : QString();
+  dayBar_->setVisible(day.has_value());
+  caption_->setPast(day ? inWords(past_->mainDay().value_or(*day)) : QString(), source);
+  showTitle();
+  if (!day) return;
+  dayBar_->tell(inWords(*day), past_->hasAny() ? inWords(*past_->mainDay()) : QString(), source);
+  if (past_->isAnswered()) offerPast();
+}
+
+// Where no line has a rate of the day.
+void ConverterWindow::offerPast() {
+  if (open_->import().isRunning()) return;
+  const bool wasOffered = std::exchange(isPastOffered_, !past_->hasAny() && lines_->rowCount() > 0);
+  if (!past_->problem().empty()) {
+    notice_->tell(lineOf(past_->problem()));
+  } else if (isPastOffered_) {
+    notice_->tell(tr("No rates for that day are kept."), tr("Get the past (1 MB)"),
+                  [this] { open_->import().start(); });
+  } else if (wasOffered) {
+    notice_->tell({});
+  }
+}
+
+void ConverterWindow::showImport() {
+  PastImport& import = open_->import();
+  if (!isPastOffered_) return;
+  if (!import.isRunning()) return notice_->tell(import.problem());
+  notice_->tell(import.inWords(), tr("Stop"), [&import] { import.stop(); });
+}
+
 void ConverterWindow::openToday() {
   save();
   if (!openCompanion(Companion::today)) notice_->tell(tr("Today could not be started."));
@@ -356,6 +448,7 @@ void ConverterWindow::showAbout() {
 void ConverterWindow::save() {
   if (!isKept_) lines_->keep();
   field_->setAmountKept();
+  beforeTyping_ = desk_.store.loadSourceCurrency();
 }
 
 void ConverterWindow::showMenu(const QPoint& position) {
@@ -387,6 +480,8 @@ bool ConverterWindow::listKey(const QKeyEvent& key) {
   const auto is = [&](int wanted) { return key.key() == wanted; };
   if (open_->takesKey(key)) {
     // It has done what there is to do.
+  } else if (is(Qt::Key_Escape) && past_->day()) {
+    showToday();
   } else if (alt && (is(Qt::Key_Up) || is(Qt::Key_Down))) {
     moveCurrent(is(Qt::Key_Up) ? -1 : 1);
   } else if (is(Qt::Key_Return) || is(Qt::Key_Enter)) {
@@ -432,9 +527,11 @@ int ConverterWindow::currentRow() const {
 void ConverterWindow::showTitle() {
   const auto amount = field_->amount();
   if (!amount || lines_->rowCount() == 0) return setWindowTitle(QStringLiteral("Fexora"));
-  setWindowTitle(
+  QString title =
       leftToRight(QStringLiteral("%1 %2 = %3")
-                      .arg(exactText(*amount), codeOf(*lines_->source()), lines_->lineText(0))));
+                      .arg(exactText(*amount), codeOf(*lines_->source()), lines_->lineText(0)));
+  if (past_->day()) title += " · " + inWords(*past_->day(), desk_.now(), languageLocale());
+  setWindowTitle(title);
 }
 
 void ConverterWindow::showProblem() {
@@ -451,6 +548,7 @@ void ConverterWindow::take(const QStringList& words) {
   const AmountReading reading = readTyped(toQt(program::sentenceOf(texts)));
   notice_->tell(reading.problem);
   if (reading.hasAmount()) {
+    if (reading.day) showDay(*reading.day);
     field_->type(reading.amountText);
     lines_->add(reading.destinations);
   }
@@ -461,6 +559,11 @@ void ConverterWindow::take(const QStringList& words) {
 void ConverterWindow::accept() {
   const auto destinations = field_->reading().destinations;
   if (!destinations.empty()) lines_->add(destinations);
+  if (field_->reading().day) {
+    // The text has done its work; what follows is of that day, too.
+    isDayTyped_ = false;
+    field_->setAmount(*field_->amount());
+  }
   save();
 }
 

@@ -13,12 +13,14 @@ namespace fexora::desktop {
 
 class AmountField;
 class Appearance;
+class DayBar;
 class FreshnessCaption;
 class HistoryThread;
 class LinesFilter;
 class LinesModel;
 class NoticeBar;
 class OpenLine;
+class PastDayRates;
 class Refresher;
 class SettingsPage;
 
@@ -37,9 +39,12 @@ class ConverterWindow final : public QMainWindow {
   LinesModel& lines() { return *lines_; }
   QListView& list() { return *list_; }
   NoticeBar& notice() { return *notice_; }
+  DayBar& dayBar() { return *dayBar_; }
   OpenLine& openLine() { return *open_; }
   Refresher& refresher() { return *refresher_; }
   void showSettings();
+  // By the rates of that day until Escape.
+  void showDay(Day day);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -71,6 +76,13 @@ class ConverterWindow final : public QMainWindow {
   void copyLine();
   void copyTable();
   void refreshRates();
+  void revert();
+  void chooseDay();
+  void showToday();
+  void followTypedDay();
+  void showPast();
+  void offerPast();
+  void showImport();
   void showHistory();
   void openToday();
   void focusField();
@@ -88,8 +100,13 @@ class ConverterWindow final : public QMainWindow {
   Appearance& appearance_;
   HistoryThread* history_;
   Refresher* refresher_;
+  PastDayRates* past_;
+  bool isDayTyped_ = false;     // and goes with the text
+  bool isPastOffered_ = false;  // by the notice
+  StoreSourceRef beforeTyping_;
   LinesModel* lines_;
   AmountField* field_;
+  DayBar* dayBar_;
   NoticeBar* notice_;
   QListView* list_;
   OpenLine* open_ = nullptr;

@@ -1,9 +1,6 @@
 #include "programs/desktop/AmountReading.h"
 
 #include <QCoreApplication>
-#include <algorithm>
-
-#include "fexora/input/SentenceDay.h"
 
 #include "programs/desktop/QtText.h"
 
@@ -83,15 +80,10 @@ AmountReading readingOf(const Sentence& sentence) {
   return reading;
 }
 
-// The windows convert by the newest rates: a day is a word that they do not know.
-SentenceProblem dayAsProblem(const std::string& typed, std::chrono::sys_days day) {
-  SentenceProblem problem{Problem::unknownCurrency, 0, typed.size(), "this is no currency", {}};
-  const auto found = sentenceDay(typed, day);
-  if (!found) return problem;
-  const bool isFirst = found->begin > 0;
-  if (!isFirst) problem.place = std::min(typed.find_first_not_of(" ,", found->end), typed.size());
-  problem.length = isFirst ? found->begin : typed.size() - problem.place;
-  return problem;
+// What has begun somewhere on earth is no day to come.
+bool isToCome(Day day) {
+  const double now = Platform::process().loop->wallSeconds();
+  return day > dayOfMoment(now) + std::chrono::days(1);
 }
 
 }  // namespace
@@ -106,9 +98,14 @@ AmountReading readTyped(const QString& text) {
     if (last != std::string::npos) sentence = readSentence(typed.substr(0, last + 1));
     sentence.isCalculation = true;
   }
-  if (sentence.day) sentence.problem = dayAsProblem(typed, *sentence.day);
+  if (sentence.day && isToCome(*sentence.day)) {
+    reading.kind = AmountReading::Kind::refused;
+    reading.problem = say(QT_TRANSLATE_NOOP("AmountReading", "That day is yet to come"));
+    return reading;
+  }
   if (!sentence.problem) {
     reading = readingOf(sentence);
+    reading.day = sentence.day;
     reading.amountText = toQt(typed.substr(0, sentence.amountEnd));
     return reading;
   }

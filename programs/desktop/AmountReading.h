@@ -22,12 +22,13 @@ struct AmountReading {
   QString notice;                         // what was read in one of several ways, or empty
   QString problem;                        // of a refused text, one line
   QString amountText;                     // the text without the destinations
+  std::optional<Day> day;                 // whose rates are asked for
 
   bool hasAmount() const { return kind == Kind::number || kind == Kind::calculation; }
 };
 
 // The text as one sentence (fexora/input/Sentence.h) in the current locale. A calculation that is
-// still being typed ("12+") is read as far as it goes.
+// still being typed ("12+") is read as far as it goes. A day that is yet to come is refused.
 AmountReading readTyped(const QString& text);
 
 }  // namespace fexora::desktop

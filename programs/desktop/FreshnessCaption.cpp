@@ -88,6 +88,8 @@ void FreshnessCaption::connectParts() {
 void FreshnessCaption::refreshText() {
   const Freshness freshness = desk_.rates.freshness();
   words_ = inWords(freshness, desk_.now(), languageLocale());
+  if (!pastDay_.isEmpty()) words_ = pastInWords(pastDay_, pastSource_);
+  dot_->setVisible(pastDay_.isEmpty());
   dot_->setFresh(words_.isFresh);
   age_->setText(words_.age);
   age_->setTone(words_.isFresh ? TextLine::Tone::dim : TextLine::Tone::warning);
@@ -108,6 +110,12 @@ void FreshnessCaption::fitText() {
 void FreshnessCaption::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   fitText();
+}
+
+void FreshnessCaption::setPast(const QString& day, const QString& source) {
+  pastDay_ = day;
+  pastSource_ = source;
+  refreshText();
 }
 
 void FreshnessCaption::setStoreProblem(const QString& problem) {

@@ -25,6 +25,9 @@ class FreshnessCaption final : public QWidget {
 
   // Looks at the store's rates anew.
   void refreshText();
+  // Instead of the store's rates: of which past day they are, and from whom, or nothing; without a
+  // day the store's again.
+  void setPast(const QString& day, const QString& source = {});
   // Of the store, beside whatever a refresh says; stays until it is set to none.
   void setStoreProblem(const QString& problem);
 
@@ -51,6 +54,8 @@ class FreshnessCaption final : public QWidget {
   LinkButton* action_;
   QTimer nextWords_;
   FreshnessText words_;
+  QString pastDay_;
+  QString pastSource_;
 };
 
 }  // namespace fexora::desktop

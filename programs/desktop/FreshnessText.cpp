@@ -92,6 +92,14 @@ QDate toQt(Day day) {
   return kEpoch.addDays(day.time_since_epoch().count());
 }
 
+FreshnessText pastInWords(const QString& day, const QString& source) {
+  FreshnessText text;
+  text.day = day;
+  text.rates = text.dated = FreshnessWords::tr("Rates of %1").arg(day);
+  if (!source.isEmpty()) text.rates += FreshnessWords::tr(", ", "between parts") + source;
+  return text;
+}
+
 QString inWords(const program::RateOrigin& of, const Date& now, const QLocale& locale) {
   const auto published = of.published ? program::ratesDay(*of.published) : std::nullopt;
   const QString day =

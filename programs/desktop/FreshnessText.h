@@ -24,6 +24,9 @@ struct FreshnessText {
 // Days as in programs/shared/RatesDay.h.
 FreshnessText inWords(const Freshness& freshness, const Date& now, const QLocale& locale);
 
+// Of rates of a past day, "29 September", and of a source, or nothing.
+FreshnessText pastInWords(const QString& day, const QString& source);
+
 // "rate of 29 September, bundled": of one that is not of the newest rates.
 QString inWords(const program::RateOrigin& of, const Date& now, const QLocale& locale);
 

@@ -56,13 +56,16 @@ void LineDelegate::paintRow(RowPainting& row, const QModelIndex& index) const {
   row.figure(row.without(upper, Side::start, codeWidth + sized(kSign)), amount, fontOf(19),
              theme.text);
   const QFont small = fontOf(12);
-  const QRect end = row.without(lower, Side::start, lower.width() / 3);
+  QRect end = row.without(lower, Side::start, lower.width() / 3);
   const QString origin = textOf(LinesModel::originRole);
   QString rate = textOf(LinesModel::rateRole);
   // Of another day than the rest is what matters more than the rate.
   if (!origin.isEmpty()) {
     rate += " · " + origin;
-    if (QFontMetrics(small).horizontalAdvance(rate) > end.width()) rate = origin;
+    if (QFontMetrics(small).horizontalAdvance(rate) > end.width()) {
+      rate = origin;
+      end = lower;
+    }
   }
   const int rateWidth =
       row.text(end, Side::end, rate, small, origin.isEmpty() ? theme.dim : theme.warning);

@@ -6,7 +6,9 @@
 
 #include "programs/desktop/FreshnessText.h"
 #include "programs/desktop/Languages.h"
+#include "programs/desktop/PastDayRates.h"
 #include "programs/desktop/QtText.h"
+#include "programs/desktop/SourceText.h"
 #include "programs/shared/Selection.h"
 
 namespace fexora::desktop {
@@ -57,12 +59,12 @@ QVariant LinesModel::data(const QModelIndex& index, int role) const {
       return lineText(row);
     case Qt::AccessibleTextRole:
       return tr("%1, %2").arg(nameOf(*currencyAt(row)), data(index, amountRole).toString());
-    case Qt::AccessibleDescriptionRole: {
-      const QString origin = originText(row);
-      return origin.isEmpty() ? rateText(row) : rateText(row) + " · " + origin;
+    case Qt::AccessibleDescriptionRole:
+      return wholeText(row);
+    case Qt::ToolTipRole: {
+      const QString whole = wholeText(row);
+      return whole == rateText(row) ? QVariant() : whole;
     }
-    case Qt::ToolTipRole:
-      return originText(row).isEmpty() ? QVariant() : data(index, Qt::AccessibleDescriptionRole);
     default:
       return {};
   }
@@ -87,6 +89,16 @@ bool LinesModel::moveRows(const QModelIndex& from, int row, int count, const QMo
   endMoveRows();
   saveSelection();
   return true;
+}
+
+void LinesModel::setPast(PastDayRates& past) {
+  past_ = &past;
+  past.ask(source_, rows_);
+  connect(past_, &PastDayRates::changed, this, &LinesModel::arrange);
+}
+
+bool LinesModel::isPast() const {
+  return past_ != nullptr && past_->day().has_value();
 }
 
 void LinesModel::reload() {
@@ -114,14 +126,14 @@ void LinesModel::setAmount(std::optional<double> amount) {
 }
 
 void LinesModel::record() {
-  if (!amount_) return;
+  if (!amount_ || isPast()) return;
   desk_.store.saveSourceCurrency(source_, *amount_, false);
   desk_.store.startSyncTimer();
 }
 
 void LinesModel::keep() {
   if (const auto& later = desk_.store.syncTimer()) later->invalidate();
-  if (amount_) desk_.store.saveSourceCurrency(source_, *amount_, false);
+  if (amount_ && !isPast()) desk_.store.saveSourceCurrency(source_, *amount_, false);
   desk_.store.synchronize();
 }
 
@@ -187,11 +199,19 @@ QString LinesModel::tableText() const {
 }
 
 std::optional<program::PairFinder::Found> LinesModel::rateAt(int row) const {
-  return pairs_->find(source_, currencyAt(row));
+  if (!isPast()) return pairs_->find(source_, currencyAt(row));
+  const PastRate* const past = pastAt(row);
+  if (past == nullptr) return std::nullopt;
+  return program::PairFinder::Found{Rate(source_, currencyAt(row), past->rate), std::nullopt};
+}
+
+const PastRate* LinesModel::pastAt(int row) const {
+  return past_->find(*currencyAt(row));
 }
 
 QString LinesModel::rateText(int row) const {
   const auto found = rateAt(row);
+  if (!found && isPast()) return past_->isAnswered() ? tr("no rate for that day") : QString();
   if (!found) return tr("no rate");
   if (!std::isfinite(resultAt(row).value_or(0))) return tr("too large a number");
   const NumberFormat format(desk_.store.fraction(), desk_.store.seporate());
@@ -201,9 +221,36 @@ QString LinesModel::rateText(int row) const {
 }
 
 QString LinesModel::originText(int row) const {
+  if (isPast()) {
+    const PastRate* const past = pastAt(row);
+    if (past == nullptr) return {};
+    if (past->source != past_->mainSource()) return pastText(*past);
+    return past->day != past_->mainDay() ? dayText(*past) : QString();
+  }
   const auto found = rateAt(row);
   if (!found || !found->of) return {};
   return inWords(*found->of, desk_.now(), languageLocale());
+}
+
+QString LinesModel::dayText(const PastRate& rate) const {
+  return tr("rate of %1").arg(inWords(rate.day, desk_.now(), languageLocale()));
+}
+
+QString LinesModel::pastText(const PastRate& rate) const {
+  return tr("%1, %2", "a rate's day, a source").arg(dayText(rate), sourceInWords(rate.source));
+}
+
+// Of a past rate nothing is left to guess.
+QString LinesModel::wholeText(int row) const {
+  const PastRate* const past = isPast() ? pastAt(row) : nullptr;
+  if (past == nullptr) {
+    const QString origin = originText(row);
+    return origin.isEmpty() ? rateText(row) : rateText(row) + " · " + origin;
+  }
+  const QString how = past->how == PastRate::How::printed   ? tr("as printed")
+                      : past->how == PastRate::How::crossed ? tr("from two printed ones")
+                                                            : tr("by a fixed ratio");
+  return rateText(row) + " · " + pastText(*past) + " · " + how;
 }
 
 QString LinesModel::nameText(int row) const {
@@ -222,6 +269,7 @@ void LinesModel::loadRates() {
 // Not a reset, so that the view keeps what is selected.
 void LinesModel::arrange() {
   auto lines = program::linesOf(selection_, *source_);
+  if (past_ != nullptr) past_->ask(source_, lines);
   if (lines == rows_) {
     if (!rows_.empty()) emit dataChanged(index(0), index(rowCount() - 1));
     return;

@@ -2,7 +2,8 @@
 //
 // A line is worked out when it is asked for, so that a key costs what is seen, whatever the number
 // of currencies. What changes the selection is saved at once; amount and source are recorded in the
-// store, and saved together a second after the last change (startSyncTimer). Main thread.
+// store, and saved together a second after the last change (startSyncTimer): but for what is shown
+// by the rates of a past day, which is nobody's last amount. Main thread.
 #pragma once
 
 #include <QAbstractListModel>
@@ -14,6 +15,8 @@
 
 namespace fexora::desktop {
 
+class PastDayRates;
+
 class LinesModel final : public QAbstractListModel {
   Q_OBJECT
 
@@ -23,11 +26,15 @@ class LinesModel final : public QAbstractListModel {
     nameRole,                     // "Euro", with what became of it when it was withdrawn
     amountRole,                   // "88.023", or "–" without an amount or a rate
     rateRole,                     // "1 USD = 0.880226 EUR", or what is wrong with the line
-    originRole,                   // "rate of 29 September, bundled", or empty for the newest rates
+    originRole,                   // "rate of 29 September, bundled" when it is of another day, or
+                                  // source, than the rest; or empty
     numberRole,                   // "88.0226": the amount for a paste, unrounded; empty without one
   };
 
   explicit LinesModel(const Desk& desk, QObject* parent = nullptr);
+
+  // While these have a day its rates count. They outlive it.
+  void setPast(PastDayRates& past);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
@@ -65,6 +72,12 @@ class LinesModel final : public QAbstractListModel {
   QString tableText() const;
 
  private:
+  bool isPast() const;
+  const PastRate* pastAt(int row) const;
+  // "rate of 17 September", and ", European Central Bank" after it.
+  QString dayText(const PastRate& rate) const;
+  QString pastText(const PastRate& rate) const;
+  QString wholeText(int row) const;
   std::optional<program::PairFinder::Found> rateAt(int row) const;
   std::optional<double> resultAt(int row) const;
   QString rateText(int row) const;
@@ -80,6 +93,7 @@ class LinesModel final : public QAbstractListModel {
   CurrencyRef source_;
   std::optional<double> amount_;
   std::optional<program::PairFinder> pairs_{std::in_place, desk_.rates, desk_.store};
+  PastDayRates* past_ = nullptr;
   std::optional<std::pair<std::size_t, CurrencyRef>> removed_;
 };
 

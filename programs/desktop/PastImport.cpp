@@ -25,18 +25,26 @@ PastImport::PastImport(const Desk& desk, HistoryThread& history, QObject* parent
   });
 }
 
+QString PastImport::inWords() const {
+  if (!isRunning()) return {};
+  if (progress_.received == 0) return tr("Getting the past…");
+  const QString received = kilobytesText(progress_.received);
+  if (!progress_.total) return tr("Getting the past… %1 KB").arg(received);
+  return tr("Getting the past… %1 of %2 KB").arg(received, kilobytesText(*progress_.total));
+}
+
 void PastImport::start() {
   if (isRunning()) return;
   run_ = std::make_shared<Run>();
   problem_.clear();
   progress_ = {};
   emit stateChanged();
-  fresh_.fetch(*program::pastStep("ecb"),
-               [self = QPointer(this), run = run_](std::optional<std::string> text,
-                                                   const program::RatesProblem& problem) {
-                 if (self == nullptr || self->run_ != run) return;
-                 text ? self->read(*std::move(text)) : self->finish(inWords(problem.error));
-               });
+  fresh_.fetch(*program::pastStep("ecb"), [self = QPointer(this), run = run_](
+                                              std::optional<std::string> text,
+                                              const program::RatesProblem& problem) {
+    if (self == nullptr || self->run_ != run) return;
+    text ? self->read(*std::move(text)) : self->finish(desktop::inWords(problem.error));
+  });
 }
 
 void PastImport::stop() {

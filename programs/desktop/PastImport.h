@@ -23,6 +23,8 @@ class PastImport final : public QObject {
   bool isRunning() const { return run_ != nullptr; }
   // Of the request; nothing before its first byte. What has come whole is being read.
   const Transfer::Progress& progress() const { return progress_; }
+  // "Getting the past… 12 of 48 KB"; empty while none is running.
+  QString inWords() const;
   // Why the last one brought nothing: one line, empty when it went well or was stopped.
   const QString& problem() const { return problem_; }
 

@@ -258,15 +258,7 @@ void PlotPanel::showOffer() {
 void PlotPanel::showImport() {
   const bool isRunning = import_.isRunning();
   const Transfer::Progress& progress = import_.progress();
-  QString state = import_.problem();
-  if (isRunning && progress.received > 0) {
-    const QString received = kilobytesText(progress.received);
-    state = progress.total
-                ? tr("Getting the past… %1 of %2 KB").arg(received, kilobytesText(*progress.total))
-                : tr("Getting the past… %1 KB").arg(received);
-  } else if (isRunning) {
-    state = tr("Getting the past…");
-  }
+  const QString state = isRunning ? import_.inWords() : import_.problem();
   const QString offer =
       past_.hasBank ? tr("Each refresh adds a day.")
                     : tr("Each refresh adds a day. The European Central Bank publishes its rates "

@@ -26,6 +26,7 @@
 #include "programs/desktop/AmountField.h"
 #include "programs/desktop/Appearance.h"
 #include "programs/desktop/CurrencyPicker.h"
+#include "programs/desktop/DayBar.h"
 #include "programs/desktop/FreshnessCaption.h"
 #include "programs/desktop/FreshnessText.h"
 #include "programs/desktop/HistoryThread.h"
@@ -187,6 +188,7 @@ class DesktopTest final : public QObject {
   void followsTheOtherProcess();
   void savesSettingsAtOnce();
   void opensALineToItsPlot();
+  void showsAPastDay();
   void showsTodayInBothModes();
   void speaksEachLanguage();
   void staysUpWithoutAStore();
@@ -663,6 +665,41 @@ void DesktopTest::opensALineToItsPlot() {
   QVERIFY(!line.panel()->hasRates());
   QTest::keyClick(&list, Qt::Key_Delete);
   QTRY_VERIFY(!line.isOpen());
+}
+
+void DesktopTest::showsAPastDay() {
+  ConverterWindow window(desk_, appearance_);
+  open(window);
+  LinesModel& lines = window.lines();
+  const auto day = [](int number) { return Day(std::chrono::year(2024) / 3 / number); };
+  const auto history = rateHistory(desk_.store.applicationDocumentsDirectory(),
+                                   *desk_.platform.files, *desk_.platform.log);
+  const std::vector<PublishedTable> tables = {
+      {day(1), "ecb", "EUR", {{"USD", "1.0813"}, {"GBP", "0.85635"}}},
+      {Day(std::chrono::year(2024) / 2 / 29), "ecb", "EUR", {{"USD", "1.0826"}, {"JPY", "162.4"}}}};
+  QVERIFY(history->keep(tables, desk_.now().secondsSince1970()).problem.empty());
+  // The sentence names it; each line says of which day it is; nothing of it is kept.
+  QTest::keyClicks(&window.field().entry(), "5 usd in eur on 1 march 2024");
+  QTRY_COMPARE(cell(lines, 0, LinesModel::amountRole), shown(5 / 1.0813, 3));
+  QCOMPARE(window.dayBar().text(), "At the rates of 1 March 2024, European Central Bank");
+  QCOMPARE(cell(lines, 0, LinesModel::originRole), "");
+  QVERIFY(lines.index(0).data(Qt::ToolTipRole).toString().endsWith("as printed"));
+  QCOMPARE(cell(lines, 2, LinesModel::amountRole), shown(5 / 1.0826 * 162.4, 3));
+  QCOMPARE(cell(lines, 2, LinesModel::originRole), "rate of 29 February 2024");
+  QVERIFY(window.windowTitle().endsWith(" · 1 March 2024"));
+  QTest::keyClick(&window.field().entry(), Qt::Key_Return);
+  QTest::keyClicks(&window.field().entry(), "7");
+  QCOMPARE(cell(lines, 1, LinesModel::amountRole), shown(7 / 1.0813 * 0.85635, 3));
+  QTest::keyClick(&window.field().entry(), Qt::Key_Escape);
+  QCOMPARE(window.dayBar().text(), "");
+  QCOMPARE(cell(lines, 0, LinesModel::amountRole), shown(bundled(100, "USD", "EUR"), 3));
+  window.close();
+  QCOMPARE(kept(), "100 USD");
+  // Where there is none, lines say so, and the past is offered.
+  window.showDay(day(20));
+  QTRY_COMPARE(cell(lines, 0, LinesModel::rateRole), "no rate for that day");
+  QCOMPARE(window.notice().text(), "No rates for that day are kept.");
+  QCOMPARE(readTyped("5 usd on 1 march 2199").problem, "That day is yet to come");
 }
 
 void DesktopTest::showsTodayInBothModes() {

@@ -78,6 +78,10 @@
         <source>%1, in troy ounces</source>
         <translation>%1، بالأونصة الترويسية</translation>
     </message>
+    <message>
+        <source>That day is yet to come</source>
+        <translation>هذا اليوم لم يأتِ بعد</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::ConverterWindow</name>
@@ -213,6 +217,22 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>&amp;How the rate moved</source>
         <translation>ك&amp;يف تغيّر السعر</translation>
     </message>
+    <message>
+        <source>Rates of a &amp;day…</source>
+        <translation>أسعار &amp;يوم…</translation>
+    </message>
+    <message>
+        <source>No rates for that day are kept.</source>
+        <translation>لا أسعار محفوظة لهذا اليوم.</translation>
+    </message>
+    <message>
+        <source>Get the past (1 MB)</source>
+        <translation>جلب الماضي (1 ميغابايت)</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>إيقاف</translation>
+    </message>
 </context>
 <context>
     <name>Currency</name>
@@ -267,6 +287,49 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>%1 (%L2)</source>
         <comment>a button, as in Add (2)</comment>
         <translation>%1 (%L2)</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::DayBar</name>
+    <message>
+        <source>Today (Esc)</source>
+        <translation>اليوم (Esc)</translation>
+    </message>
+    <message>
+        <source>Day of the rates</source>
+        <translation>يوم الأسعار</translation>
+    </message>
+    <message>
+        <source>Back to the newest rates</source>
+        <translation>العودة إلى أحدث الأسعار</translation>
+    </message>
+    <message>
+        <source>At the rates of %1</source>
+        <translation>بأسعار %1</translation>
+    </message>
+    <message>
+        <source>For %1: rates of %2</source>
+        <translation>ليوم %1: أسعار %2</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>rates of a day, a source</comment>
+        <translation>%1، %2</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::DayPicker</name>
+    <message>
+        <source>Rates of a day</source>
+        <translation>أسعار يوم</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>عرض</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>إلغاء</translation>
     </message>
 </context>
 <context>
@@ -436,6 +499,31 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>too large a number</source>
         <translation>عدد كبير جدًا</translation>
     </message>
+    <message>
+        <source>no rate for that day</source>
+        <translation>لا سعر لهذا اليوم</translation>
+    </message>
+    <message>
+        <source>rate of %1</source>
+        <translation>سعر %1</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>a rate&apos;s day, a source</comment>
+        <translation>%1، %2</translation>
+    </message>
+    <message>
+        <source>as printed</source>
+        <translation>كما نُشر</translation>
+    </message>
+    <message>
+        <source>from two printed ones</source>
+        <translation>من سعرين منشورين</translation>
+    </message>
+    <message>
+        <source>by a fixed ratio</source>
+        <translation>بنسبة ثابتة</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::NoticeBar</name>
@@ -446,6 +534,21 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>Message</source>
         <translation>رسالة</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::PastImport</name>
+    <message>
+        <source>Getting the past…</source>
+        <translation>جارٍ جلب الماضي…</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 KB</source>
+        <translation>جارٍ جلب الماضي… %1 كيلوبايت</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 of %2 KB</source>
+        <translation>جارٍ جلب الماضي… %1 من %2 كيلوبايت</translation>
     </message>
 </context>
 <context>
@@ -503,18 +606,6 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>Only the rate of %1 is known.</source>
         <translation>لا يُعرف إلا سعر %1.</translation>
-    </message>
-    <message>
-        <source>Getting the past… %1 of %2 KB</source>
-        <translation>جارٍ جلب الماضي… %1 من %2 كيلوبايت</translation>
-    </message>
-    <message>
-        <source>Getting the past… %1 KB</source>
-        <translation>جارٍ جلب الماضي… %1 كيلوبايت</translation>
-    </message>
-    <message>
-        <source>Getting the past…</source>
-        <translation>جارٍ جلب الماضي…</translation>
     </message>
     <message>
         <source>Each refresh adds a day.</source>

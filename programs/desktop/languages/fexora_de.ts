@@ -78,6 +78,10 @@
         <source>%1, in troy ounces</source>
         <translation>%1, in Feinunzen</translation>
     </message>
+    <message>
+        <source>That day is yet to come</source>
+        <translation>Dieser Tag kommt erst noch</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::ConverterWindow</name>
@@ -213,6 +217,22 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <source>&amp;How the rate moved</source>
         <translation>Wie sich der Kurs &amp;bewegte</translation>
     </message>
+    <message>
+        <source>Rates of a &amp;day…</source>
+        <translation>Kurse eines &amp;Tages …</translation>
+    </message>
+    <message>
+        <source>No rates for that day are kept.</source>
+        <translation>Für diesen Tag sind keine Kurse da.</translation>
+    </message>
+    <message>
+        <source>Get the past (1 MB)</source>
+        <translation>Vergangenheit holen (1 MB)</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Anhalten</translation>
+    </message>
 </context>
 <context>
     <name>Currency</name>
@@ -267,6 +287,49 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <source>%1 (%L2)</source>
         <comment>a button, as in Add (2)</comment>
         <translation>%1 (%L2)</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::DayBar</name>
+    <message>
+        <source>Today (Esc)</source>
+        <translation>Heute (Esc)</translation>
+    </message>
+    <message>
+        <source>Day of the rates</source>
+        <translation>Tag der Kurse</translation>
+    </message>
+    <message>
+        <source>Back to the newest rates</source>
+        <translation>Zurück zu den neuesten Kursen</translation>
+    </message>
+    <message>
+        <source>At the rates of %1</source>
+        <translation>Zu den Kursen vom %1</translation>
+    </message>
+    <message>
+        <source>For %1: rates of %2</source>
+        <translation>Für %1: Kurse vom %2</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>rates of a day, a source</comment>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::DayPicker</name>
+    <message>
+        <source>Rates of a day</source>
+        <translation>Kurse eines Tages</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Zeigen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -424,6 +487,31 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <source>too large a number</source>
         <translation>zu große Zahl</translation>
     </message>
+    <message>
+        <source>no rate for that day</source>
+        <translation>kein Kurs für diesen Tag</translation>
+    </message>
+    <message>
+        <source>rate of %1</source>
+        <translation>Kurs vom %1</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>a rate&apos;s day, a source</comment>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>as printed</source>
+        <translation>wie veröffentlicht</translation>
+    </message>
+    <message>
+        <source>from two printed ones</source>
+        <translation>aus zwei veröffentlichten</translation>
+    </message>
+    <message>
+        <source>by a fixed ratio</source>
+        <translation>nach festem Verhältnis</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::NoticeBar</name>
@@ -434,6 +522,21 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
     <message>
         <source>Message</source>
         <translation>Meldung</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::PastImport</name>
+    <message>
+        <source>Getting the past…</source>
+        <translation>Vergangenheit wird geholt …</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 KB</source>
+        <translation>Vergangenheit wird geholt … %1 KB</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 of %2 KB</source>
+        <translation>Vergangenheit wird geholt … %1 von %2 KB</translation>
     </message>
 </context>
 <context>
@@ -491,18 +594,6 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
     <message>
         <source>Only the rate of %1 is known.</source>
         <translation>Nur der Kurs vom %1 ist bekannt.</translation>
-    </message>
-    <message>
-        <source>Getting the past… %1 of %2 KB</source>
-        <translation>Vergangenheit wird geholt … %1 von %2 KB</translation>
-    </message>
-    <message>
-        <source>Getting the past… %1 KB</source>
-        <translation>Vergangenheit wird geholt … %1 KB</translation>
-    </message>
-    <message>
-        <source>Getting the past…</source>
-        <translation>Vergangenheit wird geholt …</translation>
     </message>
     <message>
         <source>Each refresh adds a day.</source>

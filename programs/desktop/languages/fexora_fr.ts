@@ -78,6 +78,10 @@
         <source>%1, in troy ounces</source>
         <translation>%1, en onces troy</translation>
     </message>
+    <message>
+        <source>That day is yet to come</source>
+        <translation>Ce jour est encore à venir</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::ConverterWindow</name>
@@ -213,6 +217,22 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <source>&amp;How the rate moved</source>
         <translation>&amp;Évolution du cours</translation>
     </message>
+    <message>
+        <source>Rates of a &amp;day…</source>
+        <translation>Cours d’un &amp;jour…</translation>
+    </message>
+    <message>
+        <source>No rates for that day are kept.</source>
+        <translation>Aucun cours n’est gardé pour ce jour.</translation>
+    </message>
+    <message>
+        <source>Get the past (1 MB)</source>
+        <translation>Récupérer le passé (1 Mo)</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Arrêter</translation>
+    </message>
 </context>
 <context>
     <name>Currency</name>
@@ -267,6 +287,49 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <source>%1 (%L2)</source>
         <comment>a button, as in Add (2)</comment>
         <translation>%1 (%L2)</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::DayBar</name>
+    <message>
+        <source>Today (Esc)</source>
+        <translation>Aujourd’hui (Échap)</translation>
+    </message>
+    <message>
+        <source>Day of the rates</source>
+        <translation>Jour des cours</translation>
+    </message>
+    <message>
+        <source>Back to the newest rates</source>
+        <translation>Revenir aux cours les plus récents</translation>
+    </message>
+    <message>
+        <source>At the rates of %1</source>
+        <translation>Aux cours du %1</translation>
+    </message>
+    <message>
+        <source>For %1: rates of %2</source>
+        <translation>Pour le %1 : cours du %2</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>rates of a day, a source</comment>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::DayPicker</name>
+    <message>
+        <source>Rates of a day</source>
+        <translation>Cours d’un jour</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Afficher</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
     </message>
 </context>
 <context>
@@ -424,6 +487,31 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <source>too large a number</source>
         <translation>nombre trop grand</translation>
     </message>
+    <message>
+        <source>no rate for that day</source>
+        <translation>aucun cours pour ce jour</translation>
+    </message>
+    <message>
+        <source>rate of %1</source>
+        <translation>cours du %1</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>a rate&apos;s day, a source</comment>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>as printed</source>
+        <translation>tel que publié</translation>
+    </message>
+    <message>
+        <source>from two printed ones</source>
+        <translation>à partir de deux cours publiés</translation>
+    </message>
+    <message>
+        <source>by a fixed ratio</source>
+        <translation>par un rapport fixe</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::NoticeBar</name>
@@ -434,6 +522,21 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
     <message>
         <source>Message</source>
         <translation>Message</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::PastImport</name>
+    <message>
+        <source>Getting the past…</source>
+        <translation>Récupération du passé…</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 KB</source>
+        <translation>Récupération du passé… %1 Ko</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 of %2 KB</source>
+        <translation>Récupération du passé… %1 sur %2 Ko</translation>
     </message>
 </context>
 <context>
@@ -491,18 +594,6 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
     <message>
         <source>Only the rate of %1 is known.</source>
         <translation>Seul le cours du %1 est connu.</translation>
-    </message>
-    <message>
-        <source>Getting the past… %1 of %2 KB</source>
-        <translation>Récupération du passé… %1 sur %2 Ko</translation>
-    </message>
-    <message>
-        <source>Getting the past… %1 KB</source>
-        <translation>Récupération du passé… %1 Ko</translation>
-    </message>
-    <message>
-        <source>Getting the past…</source>
-        <translation>Récupération du passé…</translation>
     </message>
     <message>
         <source>Each refresh adds a day.</source>

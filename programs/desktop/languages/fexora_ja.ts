@@ -78,6 +78,10 @@
         <source>%1, in troy ounces</source>
         <translation>%1（トロイオンス単位）</translation>
     </message>
+    <message>
+        <source>That day is yet to come</source>
+        <translation>その日はまだ来ていません</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::ConverterWindow</name>
@@ -213,6 +217,22 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>&amp;How the rate moved</source>
         <translation>レートの推移(&amp;H)</translation>
     </message>
+    <message>
+        <source>Rates of a &amp;day…</source>
+        <translation>ある日のレート(&amp;D)…</translation>
+    </message>
+    <message>
+        <source>No rates for that day are kept.</source>
+        <translation>その日のレートはありません。</translation>
+    </message>
+    <message>
+        <source>Get the past (1 MB)</source>
+        <translation>過去を取得 (1 MB)</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>中止</translation>
+    </message>
 </context>
 <context>
     <name>Currency</name>
@@ -267,6 +287,49 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>%1 (%L2)</source>
         <comment>a button, as in Add (2)</comment>
         <translation>%1 (%L2)</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::DayBar</name>
+    <message>
+        <source>Today (Esc)</source>
+        <translation>今日 (Esc)</translation>
+    </message>
+    <message>
+        <source>Day of the rates</source>
+        <translation>レートの日付</translation>
+    </message>
+    <message>
+        <source>Back to the newest rates</source>
+        <translation>最新のレートに戻る</translation>
+    </message>
+    <message>
+        <source>At the rates of %1</source>
+        <translation>%1のレートで換算</translation>
+    </message>
+    <message>
+        <source>For %1: rates of %2</source>
+        <translation>%1：%2のレート</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>rates of a day, a source</comment>
+        <translation>%1、%2</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::DayPicker</name>
+    <message>
+        <source>Rates of a day</source>
+        <translation>ある日のレート</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>表示</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
     </message>
 </context>
 <context>
@@ -421,6 +484,31 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>too large a number</source>
         <translation>数が大きすぎます</translation>
     </message>
+    <message>
+        <source>no rate for that day</source>
+        <translation>その日のレートなし</translation>
+    </message>
+    <message>
+        <source>rate of %1</source>
+        <translation>%1のレート</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>a rate&apos;s day, a source</comment>
+        <translation>%1、%2</translation>
+    </message>
+    <message>
+        <source>as printed</source>
+        <translation>公表値</translation>
+    </message>
+    <message>
+        <source>from two printed ones</source>
+        <translation>公表値二つから</translation>
+    </message>
+    <message>
+        <source>by a fixed ratio</source>
+        <translation>固定比率</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::NoticeBar</name>
@@ -431,6 +519,21 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>Message</source>
         <translation>メッセージ</translation>
+    </message>
+</context>
+<context>
+    <name>fexora::desktop::PastImport</name>
+    <message>
+        <source>Getting the past…</source>
+        <translation>過去のレートを取得中…</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 KB</source>
+        <translation>過去のレートを取得中… %1 KB</translation>
+    </message>
+    <message>
+        <source>Getting the past… %1 of %2 KB</source>
+        <translation>過去のレートを取得中… %1 / %2 KB</translation>
     </message>
 </context>
 <context>
@@ -488,18 +591,6 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>Only the rate of %1 is known.</source>
         <translation>%1のレートだけがあります。</translation>
-    </message>
-    <message>
-        <source>Getting the past… %1 of %2 KB</source>
-        <translation>過去のレートを取得中… %1 / %2 KB</translation>
-    </message>
-    <message>
-        <source>Getting the past… %1 KB</source>
-        <translation>過去のレートを取得中… %1 KB</translation>
-    </message>
-    <message>
-        <source>Getting the past…</source>
-        <translation>過去のレートを取得中…</translation>
     </message>
     <message>
         <source>Each refresh adds a day.</source>
