@@ -24,4 +24,8 @@ std::optional<NamedCurrency> CurrencyNaming::find(std::string_view name) const {
   return NamedCurrency{first.currency, whole->kind, Why::trade};
 }
 
+bool CurrencyNaming::mayGoOn(std::string_view text) const {
+  return keys_->mayGoOn(text_, text);
+}
+
 }  // namespace fexora

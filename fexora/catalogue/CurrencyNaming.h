@@ -31,6 +31,8 @@ class CurrencyNaming {
   // In any case, with any marks between its words; nothing for a text that is no name. Of several
   // currencies it is the one of the locale's region, else the most traded one.
   std::optional<NamedCurrency> find(std::string_view name) const;
+  // Whether any name of several words begins with the first word of `text`.
+  bool mayGoOn(std::string_view text) const;
 
  private:
   const CurrencyManager& catalogue_;

@@ -173,6 +173,10 @@ const WholeName* RankingKeys::named(Text& text, std::string_view typed) const {
   return whole_.find(nameWords(text.folded(typed)));
 }
 
+bool RankingKeys::mayGoOn(Text& text, std::string_view typed) const {
+  return whole_.goesOnAfter(nameWords(text.folded(typed)));
+}
+
 void RankingKeys::matchCodes(std::string_view folded, std::vector<Match>& best) const {
   const bool slips = letterCount(folded) >= kSlipLetters;
   for (std::size_t place = 0; place < codes_.size(); ++place) {

@@ -52,6 +52,8 @@ class RankingKeys {
 
   // What a whole name stands for, or null.
   const WholeName* named(Text& text, std::string_view typed) const;
+  // Whether a whole name of several words begins with the first word of `typed`.
+  bool mayGoOn(Text& text, std::string_view typed) const;
 
  private:
   struct Sign {

@@ -100,14 +100,21 @@ void WholeNames::complete() {
     std::sort(order.begin(), order.end());
     name.places.clear();
     for (const auto& [use, traded, place] : order) {
-      if (use == std::get<0>(order.front())) name.places.push_back(place);
+      const bool isFirst = use == std::get<0>(order.front());
+      if (isFirst || name.kind == NameKind::currency) name.places.push_back(place);
     }
+    const std::string_view first = wordAt(words, false);
+    if (first.size() < words.size()) firsts_.insert(first);
   }
 }
 
 const WholeName* WholeNames::find(const std::string& words) const {
   const auto at = names_.find(words);
   return at != names_.end() ? &at->second : nullptr;
+}
+
+bool WholeNames::goesOnAfter(std::string_view words) const {
+  return firsts_.contains(wordAt(words, false));
 }
 
 }  // namespace fexora

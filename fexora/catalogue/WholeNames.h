@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -22,7 +23,8 @@ enum class NameKind : std::uint8_t {
 struct WholeName {
   NameKind kind;
   // By their place in the catalogue: those in use before crypto currencies, these before withdrawn
-  // ones, only the first of these three that there are; the most traded first.
+  // ones, the most traded first. Of what is no whole name of a currency only the first of these
+  // three that there are.
   std::vector<std::uint32_t> places;
 };
 
@@ -41,6 +43,8 @@ class WholeNames {
   void complete();
 
   const WholeName* find(const std::string& words) const;
+  // Whether a name of several words begins with the first one of `words`.
+  bool goesOnAfter(std::string_view words) const;
 
  private:
   int useOf(std::uint32_t place) const;
@@ -48,6 +52,7 @@ class WholeNames {
 
   std::vector<std::string> codes_;
   std::unordered_map<std::string, WholeName> names_;
+  std::unordered_set<std::string_view> firsts_;  // words of names_ that others follow
 };
 
 }  // namespace fexora

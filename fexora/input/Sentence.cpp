@@ -284,15 +284,26 @@ Sentence rejected(Kind kind, std::string_view reason, std::size_t place) {
   return sentence;
 }
 
+// Whether a code in it may be a name all the same. In English none is.
+bool mayHoldNames(const SentenceTokens& tokens, std::string_view locale) {
+  if (Locale::hasPlainNumbers(locale)) return false;
+  return std::any_of(tokens.all().begin(), tokens.all().end(), [&tokens](const auto& token) {
+    const auto at = static_cast<std::size_t>(&token - tokens.all().data());
+    return token.kind == SentenceToken::Kind::word && isWrittenAsName(tokens.textOf(at, at + 1));
+  });
+}
+
 Sentence readTokens(const SentenceTokens& tokens, const Reader& reader) {
   Sentence plain = Reading(tokens, reader, nullptr).read();
   // Only words can be names.
   const bool hasWords =
       std::any_of(tokens.all().begin(), tokens.all().end(),
                   [](const auto& token) { return token.kind == SentenceToken::Kind::word; });
-  if (!plain.problem || !hasWords) return plain;
+  const bool isDone = !plain.problem && !mayHoldNames(tokens, reader.locale);
+  if (isDone || !hasWords) return plain;
   const CurrencyNaming names(reader.catalogue, reader.rules, reader.locale);
-  return Reading(tokens, reader, &names).read();
+  Sentence named = Reading(tokens, reader, &names).read();
+  return named.problem && !plain.problem ? plain : named;
 }
 
 // Forms of single locales, such as their exponents, that only the reader of amounts knows.

@@ -196,8 +196,10 @@ void SentenceAmount::takeWeight(Quantity& quantity) {
     return;
   }
   cursor_.moveTo(quantity.money ? at + 1 : metal->last);
-  quantity.value = quantity.value * *grams / kTroyOunce;
-  quantity.other = quantity.other * *grams / kTroyOunce;
+  // Ounces as they were written, to the last digit.
+  const bool isOunce = *grams == kTroyOunce;
+  quantity.value = isOunce ? quantity.value : quantity.value * *grams / kTroyOunce;
+  quantity.other = isOunce ? quantity.other : quantity.other * *grams / kTroyOunce;
   quantity.money = std::move(metal);
 }
 

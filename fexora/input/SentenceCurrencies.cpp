@@ -8,6 +8,7 @@
 #include "fexora/input/Hundredths.h"
 #include "fexora/input/SentenceWords.h"
 #include "fexora/input/TypedSides.h"
+#include "fexora/platform/text/Utf8.h"
 
 namespace fexora {
 namespace {
@@ -15,9 +16,10 @@ namespace {
 using By = TypedAmount::CurrencyBy;
 using Why = SignReading::Why;
 
-// As many words as the longest names have.
-constexpr std::size_t kMostWords = 6;
+// As many tokens as the longest names have: "Uruguayische Pesos (1975–1993)".
+constexpr std::size_t kMostTokens = 14;
 constexpr std::size_t kLongestCode = 8;
+constexpr std::size_t kLongestPair = 12;
 constexpr double kSatoshis = 1e8;
 constexpr double kCents = 100;
 
@@ -51,9 +53,29 @@ bool holdsSign(std::string_view text) {
   return text.find('$') != text.npos || text.find("\u00A3") != text.npos || text.ends_with("CFA");
 }
 
+// How many brackets are open after the token.
+int openAfter(const SentenceToken& token, int open) {
+  if (token.isMark(U'(') || token.isMark(U'[')) return open + 1;
+  return token.isMark(U')') || token.isMark(U']') ? open - 1 : open;
+}
+
+// Names hold years and notes as well: "dollars (1980–2008)", "yuan (offshore)".
 bool mayStandInName(const SentenceToken& token) {
-  return token.kind == SentenceToken::Kind::word || token.isMark(U'-') || token.isMark(U'&') ||
-         token.isMark(U'\'');
+  constexpr std::u32string_view kMarks = U"-\u2013\u2014/&'()[]";
+  using Kind = SentenceToken::Kind;
+  if (token.kind == Kind::mark) return kMarks.find(token.sign) != kMarks.npos;
+  return token.kind == Kind::word || token.exponent.empty();
+}
+
+bool mayEndName(const SentenceToken& token) {
+  return token.kind != SentenceToken::Kind::mark || token.isMark(U')') || token.isMark(U']');
+}
+
+// As signs have them.
+std::string withPlainBlanks(std::string_view text) {
+  std::string plain;
+  for (const TypedSymbol& symbol : typedSymbols(text).symbols) appendUtf8(plain, symbol.sign);
+  return plain;
 }
 
 }  // namespace
@@ -106,18 +128,33 @@ bool SentenceCurrencies::isSignOf(const Mention& mention, const Mention& other) 
 
 std::optional<Mention> SentenceCurrencies::several(std::size_t token) const {
   const auto& all = tokens_.all();
-  std::size_t most = token;
-  while (most < all.size() && most < token + kMostWords && mayStandInName(all[most])) ++most;
-  for (std::size_t last = most; last > token + 1; --last) {
-    if (all[last - 1].kind != SentenceToken::Kind::word) continue;
-    const std::string_view text = tokens_.textOf(token, last);
-    // A sign with a blank in it, as "F CFA".
-    const bool mayBeSign = last == token + 2 && text.size() < kLongestCode;
-    std::optional<Mention> found;
-    if (mayBeSign && text.find(' ') != text.npos && holdsSign(text)) {
-      found = sign(text);
-    }
-    if (!found) found = name(text);
+  const bool isPair = token + 1 < all.size() && all[token].kind == SentenceToken::Kind::word &&
+                      all[token + 1].kind == SentenceToken::Kind::word;
+  auto found = severalNamed(token);
+  if (found || !isPair) return found;
+  // A sign with a blank in it, as "F CFA".
+  const std::string_view text = tokens_.textOf(token, token + 2);
+  const bool mayBeSign = !all[token + 1].isGlued && text.size() < kLongestPair && holdsSign(text);
+  if (mayBeSign) found = sign(withPlainBlanks(text));
+  if (found) found->last = token + 2;
+  return found;
+}
+
+// The longest name of more than one token.
+std::optional<Mention> SentenceCurrencies::severalNamed(std::size_t token) const {
+  const auto& all = tokens_.all();
+  if (names_ == nullptr || !names_->mayGoOn(tokens_.textOf(token, token + 1))) return std::nullopt;
+  std::size_t ends[kMostTokens];
+  std::size_t count = 0;
+  int open = 0;
+  for (std::size_t at = token; at < all.size() && at < token + kMostTokens; ++at) {
+    open = openAfter(all[at], open);
+    if (!mayStandInName(all[at]) || open < 0) break;
+    if (at > token && open == 0 && mayEndName(all[at])) ends[count++] = at + 1;
+  }
+  while (count > 0) {
+    const std::size_t last = ends[--count];
+    auto found = name(tokens_.textOf(token, last));
     if (!found) continue;
     found->last = last;
     return found;
@@ -130,7 +167,8 @@ std::optional<Mention> SentenceCurrencies::single(std::size_t token) const {
   std::string typed = spelled(run);
   const std::string lower = tokens_.lower(token);
   if (sentenceWord(lower) != SentenceWord::none) return std::nullopt;
-  auto found = code(typed);
+  auto found = nameLikeCode(typed);
+  if (!found) found = code(typed);
   if (!found) found = sign(typed);
   if (endsShortened(run)) {
     typed.pop_back();
@@ -147,6 +185,12 @@ std::optional<Mention> SentenceCurrencies::single(std::size_t token) const {
   const bool isLetter = typed.size() == 1 && isTypedLetter(run.front().sign);
   if (found) found->isPlain = isLetter || (typed == lower && isPlainWord(lower));
   return found;
+}
+
+// Where a language has a name of a currency that is another one's code, as "Sol".
+std::optional<Mention> SentenceCurrencies::nameLikeCode(std::string_view typed) const {
+  auto found = isWrittenAsName(typed) ? name(typed) : std::nullopt;
+  return found && found->kind == NameKind::currency ? std::move(found) : std::nullopt;
 }
 
 std::optional<Mention> SentenceCurrencies::code(std::string_view typed) const {

@@ -52,6 +52,8 @@ class SentenceCurrencies {
   std::optional<Mention> found(std::size_t token) const;
   std::optional<Mention> single(std::size_t token) const;
   std::optional<Mention> several(std::size_t token) const;
+  std::optional<Mention> severalNamed(std::size_t token) const;
+  std::optional<Mention> nameLikeCode(std::string_view typed) const;
   std::optional<Mention> code(std::string_view typed) const;
   std::optional<Mention> sign(std::string_view typed) const;
   std::optional<Mention> name(std::string_view typed) const;

@@ -181,7 +181,8 @@ bool SentenceTokens::takeWord() {
   if (!isLetter(at_)) return false;
   std::size_t end = at_ + 1;
   while (!isParticle(sign(at_)) && end < symbols_.symbols.size() && !isParticle(sign(end))) {
-    const bool joins = (sign(end) == U'.' || sign(end) == U'\'') && isLetter(end + 1);
+    constexpr std::u32string_view kJoining = U".'\u2018\u00B7\u30FB";
+    const bool joins = kJoining.find(sign(end)) != kJoining.npos && isLetter(end + 1);
     if (!isLetter(end) && !joins) break;
     ++end;
   }

@@ -11,7 +11,7 @@ constexpr std::string_view kBetween[] = {
     "auf", "en", "vers", "et",  "a",   "à",  "が",   "を", "に",  "へ",
     "で",  "は", "と",   "إلى", "الى", "في", "ب",    "بـ", "و",   "何",
 };
-constexpr std::string_view kOf[] = {"of", "von", "vom", "de", "des", "du", "d", "の", "من"};
+constexpr std::string_view kOf[] = {"of", "von", "vom", "de", "des", "du", "の", "من"};
 constexpr std::string_view kLead[] = {
     "convert",     "exchange",  "rate", "rates", "what",   "whats", "is",        "how",
     "much",        "many",      "from", "price", "value",  "worth", "the",       "kurs",
@@ -84,6 +84,14 @@ SentenceWord sentenceWord(std::string_view word) noexcept {
 
 bool isPlainWord(std::string_view word) noexcept {
   return std::binary_search(std::begin(kPlain), std::end(kPlain), word);
+}
+
+bool isWrittenAsName(std::string_view word) noexcept {
+  constexpr std::size_t kShortest = 3;
+  constexpr std::size_t kLongest = 8;
+  const auto isSmall = [](char c) { return c >= 'a' && c <= 'z'; };
+  return word.size() >= kShortest && word.size() <= kLongest && word[0] >= 'A' && word[0] <= 'Z' &&
+         std::all_of(word.begin() + 1, word.end(), isSmall);
 }
 
 std::optional<double> gramsIn(std::string_view word) noexcept {

@@ -22,6 +22,9 @@ SentenceWord sentenceWord(std::string_view word) noexcept;
 // "try", "top", "link", "gold".
 bool isPlainWord(std::string_view word) noexcept;
 
+// Whether it has the length of a code, but the letters of a name: "Sol".
+bool isWrittenAsName(std::string_view word) noexcept;
+
 // The grams in a troy ounce, by definition.
 inline constexpr double kTroyOunce = 31.1034768;
 // The grams in a unit of weight ("g", "kg", "oz"), ounces being troy ones; nothing for any other

@@ -45,14 +45,15 @@ bool isTypedLetter(char32_t character) noexcept {
   struct Range {
     char32_t first, last;
   };
-  // Latin-1 signs, General Punctuation up to Miscellaneous Symbols and Arrows without the letters
-  // between, CJK punctuation, the Arabic marks, and their presentation and full-width forms.
+  // Joiners stand within words. Latin-1 signs, General Punctuation up to Miscellaneous Symbols and
+  // Arrows without the letters between, CJK punctuation, the Arabic marks, and their presentation
+  // and full-width forms.
   constexpr Range kOthers[] = {
       {0x0080, 0x00A9}, {0x00AB, 0x00B4}, {0x00B6, 0x00B9}, {0x00BB, 0x00BF}, {0x00D7, 0x00D7},
       {0x00F7, 0x00F7}, {0x0600, 0x060F}, {0x061B, 0x061F}, {0x066A, 0x066D}, {0x06D4, 0x06D4},
-      {0x09F2, 0x09FB}, {0x0E3F, 0x0E3F}, {0x2000, 0x20FF}, {0x2190, 0x2BFF}, {0x3001, 0x3004},
-      {0x3007, 0x3020}, {0x30FB, 0x30FB}, {0xFDFC, 0xFDFC}, {0xFE10, 0xFE6F}, {0xFFE0, 0xFFEE},
-      {0xFFFD, 0xFFFD}};
+      {0x09F2, 0x09FB}, {0x0E3F, 0x0E3F}, {0x2000, 0x200B}, {0x200E, 0x20FF}, {0x2190, 0x2BFF},
+      {0x3001, 0x3004}, {0x3007, 0x3020}, {0x30FB, 0x30FB}, {0xFDFC, 0xFDFC}, {0xFE10, 0xFE6F},
+      {0xFFE0, 0xFFEE}, {0xFFFD, 0xFFFD}};
   return std::none_of(std::begin(kOthers), std::end(kOthers), [character](const Range& range) {
     return character >= range.first && character <= range.last;
   });

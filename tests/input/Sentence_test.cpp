@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include "fexora/catalogue/CurrencyFacts.h"
 #include "fexora/catalogue/CurrencyNames.h"
 #include "fexora/history/PublishedTable.h"
 #include "fexora/input/SentenceDay.h"
@@ -58,6 +59,10 @@ std::string meaningOf(const Sentence& sentence) {
   if (sentence.destinations.empty()) text += "-";
   std::vector<std::string> notices;
   for (const SentenceNotice& notice : sentence.notices) notices.emplace_back(nameOf(notice.kind));
+  // That is for the programs to say.
+  const CurrencyFacts* const facts =
+      sentence.source != nullptr ? currencyFacts(sentence.source->code()) : nullptr;
+  if (facts != nullptr && facts->kind == CurrencyKind::withdrawn) notices.emplace_back("withdrawn");
   std::sort(notices.begin(), notices.end());
   notices.erase(std::unique(notices.begin(), notices.end()), notices.end());
   for (const std::string& notice : notices) text += (&notice == &notices[0] ? "\t" : " ") + notice;
