@@ -3,24 +3,22 @@
 #include <algorithm>
 
 #include "fexora/catalogue/CurrencyNames.h"
+#include "fexora/catalogue/NearCurrencies.h"
 #include "fexora/platform/Platform.h"
 #include "fexora/platform/base/NoDestructor.h"
+#include "fexora/platform/text/AsciiCase.h"
 
 namespace fexora::c {
 namespace {
 
 constexpr std::size_t kPacked = 8;
-constexpr std::int64_t kOffered = 3;
+constexpr std::size_t kOffered = 3;
 constexpr std::size_t kQuotedBytes = 60;
-
-char upper(char c) noexcept {
-  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
 
 // The upper-case code in one number; a short one ends with zeros, which no code has.
 std::uint64_t packed(std::string_view code) noexcept {
   std::uint64_t key = 0;
-  for (const char c : code) key = key << 8 | static_cast<unsigned char>(upper(c));
+  for (const char c : code) key = key << 8 | static_cast<unsigned char>(ascii::upper(c));
   return key;
 }
 
@@ -31,7 +29,7 @@ std::size_t slotOf(std::uint64_t key, std::size_t slots) noexcept {
 
 std::string near(std::string_view typed) {
   std::string text;
-  for (const CurrencyRef& one : searchedCatalogue().rankedCurrencies(typed, kOffered, {})) {
+  for (const CurrencyRef& one : nearCurrencies(searchedCatalogue(), typed, kOffered)) {
     text += (text.empty() ? "; near: " : ", ") + one->code();
   }
   return text;
@@ -77,7 +75,7 @@ Codes::Codes(const CurrencyManager& catalogue) : records_(catalogue.currencies()
 std::uint32_t Codes::longPlace(std::string_view code) const noexcept {
   const auto at = std::find_if(codes_.begin(), codes_.end(), [&](const std::string& one) {
     return std::equal(one.begin(), one.end(), code.begin(), code.end(),
-                      [](char a, char b) { return a == upper(b); });
+                      [](char a, char b) { return a == ascii::upper(b); });
   });
   return at != codes_.end() ? static_cast<std::uint32_t>(at - codes_.begin()) : kNone;
 }

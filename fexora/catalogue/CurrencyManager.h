@@ -72,6 +72,7 @@ class FEXORA_API CurrencyManager : public NSObject {
   friend CurrencyManager& currencyManager();
   friend class CataloguePlaces;
   friend class CurrencyNaming;
+  friend class NearSearch;
   static constexpr std::uint32_t kNoPlace = Currency::kNoPlace;
   enum class Lifetime : std::uint8_t { counted, endless };
   CurrencyManager(Platform& platform, Lifetime lifetime);

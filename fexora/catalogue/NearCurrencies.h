@@ -10,8 +10,12 @@
 
 namespace fexora {
 
-// At most `limit` currencies: the first ones that the ranked search finds, else those whose code
-// the text is but for one slip of the finger, the most traded first. Any thread.
+// At most `limit` currencies, none where nothing is nearly right: those whose code, sign or whole
+// name the text is; from two letters on, whose code begins with it; from three on, whose name or a
+// word of it does; from four on, a word of a country, and all of these but for one slip of the
+// finger; in the order of the ranked search. Where there are none of these: those whose code the
+// text is but for two letters that changed places or one too many, and, of the most traded ones,
+// but for one that is missing or another. Any thread.
 FEXORA_API std::vector<CurrencyRef> nearCurrencies(const CurrencyManager& catalogue,
                                                    std::string_view text, std::size_t limit);
 

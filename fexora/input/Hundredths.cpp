@@ -4,6 +4,8 @@
 #include <iterator>
 #include <string>
 
+#include "fexora/platform/text/AsciiCase.h"
+
 namespace fexora {
 namespace {
 
@@ -34,9 +36,7 @@ std::optional<std::string_view> hundredthsOf(std::string_view word) noexcept {
   if (word.size() != kPence.size()) return std::nullopt;
   if (word == kPence) return "GBP";
   char upper[3];
-  std::transform(word.begin(), word.end(), upper, [](char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-  });
+  std::transform(word.begin(), word.end(), upper, ascii::upper);
   return find(kCodes, std::string_view(upper, word.size()));
 }
 

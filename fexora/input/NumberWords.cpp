@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "fexora/platform/text/AsciiCase.h"
+
 namespace fexora {
 namespace {
 
@@ -27,9 +29,7 @@ constexpr std::size_t kLongest = 32;
 // Without the dot of an abbreviation, and ASCII in small letters.
 std::string plainForm(std::string_view word) {
   while (word.ends_with('.')) word.remove_suffix(1);
-  std::string form(word);
-  for (char& c : form) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  return form;
+  return ascii::lowercased(word);
 }
 
 template <std::size_t N>

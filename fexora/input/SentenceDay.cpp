@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "fexora/platform/text/AsciiCase.h"
+
 namespace fexora {
 namespace {
 
@@ -47,14 +49,6 @@ struct DayWord {
   std::size_t begin;
 };
 
-std::string lowered(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return lower;
-}
-
 // The last words, the last one first.
 std::vector<DayWord> lastWords(std::string_view text) {
   constexpr std::size_t kMost = 4;
@@ -64,7 +58,7 @@ std::vector<DayWord> lastWords(std::string_view text) {
     if (last == std::string_view::npos) break;
     text = text.substr(0, last + 1);
     const std::size_t begin = text.find_last_of(kBetweenWords) + 1;  // npos + 1 is 0
-    words.push_back({lowered(text.substr(begin)), begin});
+    words.push_back({ascii::lowercased(text.substr(begin)), begin});
     text = text.substr(0, begin);
   }
   return words;

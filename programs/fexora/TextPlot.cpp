@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "fexora/platform/base/Environment.h"
+#include "fexora/platform/text/AsciiCase.h"
 #include "fexora/platform/text/NumberText.h"
 
 #include "programs/shared/PlotScale.h"
@@ -209,9 +210,7 @@ bool isUnicodeLocale() {
   for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
     const auto value = environment(name);
     if (!value || value->empty()) continue;
-    std::string upper = *value;
-    std::transform(upper.begin(), upper.end(), upper.begin(),
-                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+    const std::string upper = ascii::uppercased(*value);
     return upper.find("UTF-8") != std::string::npos || upper.find("UTF8") != std::string::npos;
   }
   return false;

@@ -1,8 +1,9 @@
 #include "programs/shared/Currencies.h"
 
 #include <algorithm>
-#include <cctype>
 #include <utility>
+
+#include "fexora/platform/text/AsciiCase.h"
 
 #include "programs/shared/Failure.h"
 #include "programs/shared/ShownNames.h"
@@ -12,17 +13,11 @@ namespace {
 
 constexpr std::size_t kOffered = 3;
 
-std::string upperCase(std::string_view text) {
-  std::string upper(text);
-  for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return upper;
-}
-
 }  // namespace
 
 CurrencyRef findCurrency(std::string_view typed) {
   if (auto currency = currencyManager().currencyForCode(typed)) return currency;
-  return currencyManager().currencyForCode(upperCase(typed));
+  return currencyManager().currencyForCode(ascii::uppercased(typed));
 }
 
 CurrencyRef currencyFromText(std::string_view typed) {

@@ -1,9 +1,9 @@
 #include "programs/shared/TakenTables.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "fexora/history/TableText.h"
+#include "fexora/platform/text/AsciiCase.h"
 #include "fexora/platform/text/NumberText.h"
 
 #include "programs/sources/NamedSources.h"
@@ -15,11 +15,7 @@ namespace {
 std::string sourceOf(const std::string& name, const RatesTable& table) {
   if (name == sources::kService || name == "ecb") return name;
   if (table.base == "EUR") return "ecb";
-  std::string base = table.base;
-  std::transform(base.begin(), base.end(), base.begin(), [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  });
-  return base;
+  return ascii::lowercased(table.base);
 }
 
 PublishedTable tableOf(const RatesTable& rates, std::string source) {

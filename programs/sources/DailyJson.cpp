@@ -1,10 +1,10 @@
-#include <algorithm>
 #include <optional>
 #include <vector>
 
 #include <simdjson.h>
 
 #include "fexora/history/TableText.h"
+#include "fexora/platform/text/AsciiCase.h"
 #include "fexora/records/Response.h"
 
 #include "programs/sources/Source.h"
@@ -150,10 +150,7 @@ class DailyReader {
     if (day_.empty()) tables_.reject(line_, {}, "its rates name no day");
     if (base_.empty()) base_ = "USD";
     if (!isTableCode(base_)) tables_.reject(line_, {}, "its base is no currency code");
-    std::string source = isService_ ? "service" : base_;
-    std::transform(source.begin(), source.end(), source.begin(), [](char c) {
-      return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    const std::string source = isService_ ? "service" : ascii::lowercased(base_);
     tables_.setSource(source, base_);
     tables_.begin(line_, day_);
     for (const Figure& figure : figures_) tables_.add(figure.line, figure.code, figure.text);

@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "fexora/platform/text/AsciiCase.h"
 #include "fexora/platform/text/NumberText.h"
 #include "fexora/rates/AnswerCheck.h"
 
 #include "programs/sources/Source.h"
-#include "programs/sources/SourceText.h"
 
 namespace fexora::sources {
 namespace {
@@ -39,7 +39,7 @@ bool RateCollector::isCode(std::string_view code) {
 void RateCollector::add(std::size_t line, std::string_view code, double rate,
                         std::string_view figure) {
   if (!isCode(code)) reject(line, code, "this is no currency code");
-  source_.rates.push_back({upperCase(code), rate, std::string(figure), line});
+  source_.rates.push_back({ascii::uppercased(code), rate, std::string(figure), line});
   checkRate(source_.rates.back());
 }
 
@@ -62,7 +62,7 @@ void RateCollector::setMoment(Date moment) {
 }
 
 void RateCollector::setBase(std::size_t line, std::string_view code) {
-  const std::string base = upperCase(code);
+  const std::string base = ascii::uppercased(code);
   if (hasBase_ && base != source_.base) {
     reject(line, code, "it is said to be of one " + source_.base + ", too");
   }

@@ -1,9 +1,9 @@
 #include "programs/sources/TableMaker.h"
 
 #include "fexora/history/TableText.h"
+#include "fexora/platform/text/AsciiCase.h"
 
 #include "programs/sources/Source.h"
-#include "programs/sources/SourceText.h"
 
 namespace fexora::sources {
 namespace {
@@ -20,7 +20,7 @@ void TableMaker::reject(std::size_t line, std::string_view code, const std::stri
 
 void TableMaker::setSource(std::string_view source, std::string_view base) {
   table_.source = source;
-  table_.base = upperCase(base);
+  table_.base = ascii::uppercased(base);
 }
 
 void TableMaker::begin(std::size_t line, std::string_view day) {
@@ -41,7 +41,7 @@ void TableMaker::add(std::size_t line, std::string_view code, std::string_view f
     reject(line, code,
            "\"" + std::string(figure.substr(0, kShown)) + "\" is no finite and positive figure");
   }
-  table_.figures.emplace_back(upperCase(code), figure);
+  table_.figures.emplace_back(ascii::uppercased(code), figure);
 }
 
 void TableMaker::end() {

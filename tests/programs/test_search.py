@@ -81,7 +81,7 @@ class Offers(ProgramTest):
     def test_a_mistyped_code_is_offered_what_the_search_finds(self):
         self.assertIn("near: JPY (Japanese Yen)", self.reject(1, "select", "yen"))
         self.assertIn("near: JPY (日本円)", self.reject(1, "select", "円", "--lang", "ja"))
-        self.assertIn("near: USD (US Dollar),", self.reject(1, "1", "EUR", "UDS"))
+        self.assertIn("near: USD (US Dollar),", self.reject(1, "1", "EUR", "dolar"))
         error = self.failure(1, "1", "frank")
         self.assertEqual(error["kind"], "currency")
         self.assertIn("CHF (Swiss Franc)", error["message"])

@@ -3,10 +3,6 @@
 namespace fexora::ascii {
 namespace {
 
-char lower(char c) noexcept {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 // Whether a character ends before byte `at`: not inside a UTF-8 sequence, not between CR and LF.
 bool isBoundary(std::string_view text, std::size_t at) noexcept {
   if (at == 0 || at == text.size()) return true;
@@ -15,12 +11,6 @@ bool isBoundary(std::string_view text, std::size_t at) noexcept {
 }
 
 }  // namespace
-
-std::string lowercased(std::string_view text) {
-  std::string out(text);
-  for (char& c : out) c = lower(c);
-  return out;
-}
 
 std::size_t characterCount(std::string_view text) noexcept {
   std::size_t count = 0;

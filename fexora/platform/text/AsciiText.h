@@ -9,9 +9,10 @@
 #include <string_view>
 #include <vector>
 
+#include "fexora/platform/text/AsciiCase.h"
+
 namespace fexora::ascii {
 
-std::string lowercased(std::string_view text);
 std::size_t characterCount(std::string_view text) noexcept;
 std::vector<std::size_t> characterEnds(std::string_view text);
 bool contains(std::string_view whole, std::string_view part) noexcept;
