@@ -1,7 +1,6 @@
 #include "fexora/catalogue/CurrencySigns.h"
 
 #include <algorithm>
-#include <array>
 #include <string>
 
 #include "fexora/catalogue/CurrencySignsTable.h"
@@ -10,23 +9,19 @@
 namespace fexora {
 namespace {
 
-// Bytes; what is longer is not looked for.
-constexpr std::size_t kLongestKey = 64;
-
 // What a line of the table has after its key and the tab; empty when no line has the key.
 std::string_view lineOf(std::string_view table, std::string_view key) noexcept {
-  // A key with one of the table's own marks in it is none.
-  if (key.empty() || key.size() > kLongestKey || key.find_first_of("\t\n") != key.npos) return {};
-  std::array<char, kLongestKey + 1> buffer{};
-  key.copy(buffer.data(), key.size());
-  buffer[key.size()] = '\t';
-  const std::string_view cell(buffer.data(), key.size() + 1);
-  // By the key's first byte, which is rarer than a line end.
-  auto at = table.find(cell);
-  while (at != table.npos && table[at - 1] != '\n') at = table.find(cell, at + 1);
-  if (at == table.npos) return {};
-  const std::string_view rest = table.substr(at + cell.size());
-  return rest.substr(0, rest.find('\n'));
+  table.remove_prefix(1);
+  while (!key.empty() && !table.empty()) {
+    // The line in whose middle the table's lies.
+    const std::size_t start = table.rfind('\n', table.size() / 2 - 1) + 1;
+    std::string_view rest = table.substr(start);
+    std::string_view line = takeUntil(rest, '\n');
+    const int order = takeUntil(line, '\t').compare(key);
+    if (order == 0) return line;
+    table = order < 0 ? rest : table.substr(0, start);
+  }
+  return {};
 }
 
 // Two letters or three digits; a language has no place here, since it comes first.
@@ -67,14 +62,16 @@ std::optional<std::string_view> currencyOfLocale(std::string_view locale) {
 
 std::optional<SignReading> readSign(std::string_view sign, std::string_view locale) {
   using Why = SignReading::Why;
-  const std::vector<std::string_view> codes = codesOfSign(sign);
-  if (codes.empty()) return std::nullopt;
-  if (codes.size() == 1) return SignReading{codes.front(), Why::only};
+  std::string_view codes = lineOf(kCurrencySigns, sign);
+  const std::string_view first = takeUntil(codes, ' ');
+  if (first.empty()) return std::nullopt;
+  if (codes.empty()) return SignReading{first, Why::only};
   const auto local = currencyOfLocale(locale);
-  if (local && std::find(codes.begin(), codes.end(), *local) != codes.end()) {
-    return SignReading{*local, Why::region};
+  if (local == first) return SignReading{first, Why::region};
+  while (local && !codes.empty()) {
+    if (takeUntil(codes, ' ') == *local) return SignReading{*local, Why::region};
   }
-  return SignReading{codes.front(), Why::trade};
+  return SignReading{first, Why::trade};
 }
 
 }  // namespace fexora

@@ -6,7 +6,7 @@
 namespace fexora {
 
 // One line for each: sign, tab, codes separated by blanks; and region, or locale without one, tab,
-// code. A line end before the first.
+// code. In the order of what comes before the tab, byte by byte, with a line end before the first.
 extern const std::string_view kCurrencySigns;
 extern const std::string_view kRegionCurrencies;
 

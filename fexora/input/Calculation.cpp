@@ -91,7 +91,7 @@ bool Calculation::takeOf(const Quantity& left) {
   const SentenceToken* const word = cursor_.token();
   if (!left.isShare || word == nullptr || word->kind != SentenceToken::Kind::word) return false;
   const std::size_t at = cursor_.at();
-  if (sentenceWord(cursor_.tokens().lower(at)) != SentenceWord::of) return false;
+  if (word->word != SentenceWord::of) return false;
   if (!amounts_.startsAt(at + 1)) return false;
   cursor_.moveTo(at + 1);
   ++steps_;

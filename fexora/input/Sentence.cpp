@@ -171,8 +171,7 @@ void Reading::takeSource() {
 }
 
 bool Reading::isBetweenWord(std::size_t token) const {
-  if (tokens_.all()[token].kind != SentenceToken::Kind::word) return false;
-  const SentenceWord word = sentenceWord(tokens_.lower(token));
+  const SentenceWord word = tokens_.all()[token].word;
   return word == SentenceWord::between || word == SentenceWord::lead;
 }
 
@@ -194,9 +193,7 @@ bool Reading::isLead(std::size_t token) const {
   constexpr std::u32string_view kMarks = U"?.!:\u061F\uFF1F";
   const SentenceToken& here = tokens_.all()[token];
   if (here.kind == SentenceToken::Kind::mark) return kMarks.find(here.sign) != kMarks.npos;
-  if (here.kind != SentenceToken::Kind::word) return false;
-  const SentenceWord word = sentenceWord(tokens_.lower(token));
-  return word == SentenceWord::lead || word == SentenceWord::of;
+  return here.word == SentenceWord::lead || here.word == SentenceWord::of;
 }
 
 void Reading::skipLead() {

@@ -183,13 +183,13 @@ void SentenceAmount::takeWeight(Quantity& quantity) {
   if (word == nullptr || word->kind != SentenceToken::Kind::word) return;
   const auto& tokens = cursor_.tokens();
   std::size_t at = cursor_.at();
-  if (tokens.lower(at) == "troy" && at + 1 < tokens.all().size()) ++at;
-  const std::string unit = tokens.lower(at);
+  if (word->lower == "troy" && at + 1 < tokens.all().size()) ++at;
+  const std::string& unit = tokens.all()[at].lower;
   const auto grams = gramsIn(unit);
   // A code or a sign may be called the same.
   if (!grams || (unit.size() > 2 && currencies_.at(at) && !quantity.money)) return;
   std::size_t next = at + 1;
-  if (next < tokens.all().size() && sentenceWord(tokens.lower(next)) == SentenceWord::of) ++next;
+  if (next < tokens.all().size() && tokens.all()[next].word == SentenceWord::of) ++next;
   auto metal = quantity.money ? quantity.money : currencies_.at(next);
   if (!metal || !metal->isMetal()) {
     cursor_.fail(Kind::unit, kUnit, at);
@@ -207,7 +207,7 @@ void SentenceAmount::takeMoney(Quantity& quantity) {
   for (int mentions = 0; mentions < 2; ++mentions) {
     const SentenceToken* const word = cursor_.token();
     if (word == nullptr || word->kind != SentenceToken::Kind::word) return;
-    const bool isOf = sentenceWord(cursor_.tokens().lower(cursor_.at())) == SentenceWord::of;
+    const bool isOf = word->word == SentenceWord::of;
     // "20% of €50"
     if (isOf && startsAt(cursor_.at() + 1)) return;
     auto money = currencies_.at(cursor_.at() + (isOf ? 1 : 0));

@@ -8,6 +8,7 @@
 #include "fexora/input/Hundredths.h"
 #include "fexora/input/SentenceWords.h"
 #include "fexora/input/TypedSides.h"
+#include "fexora/platform/text/AsciiCase.h"
 #include "fexora/platform/text/Utf8.h"
 
 namespace fexora {
@@ -22,12 +23,6 @@ constexpr std::size_t kLongestCode = 8;
 constexpr std::size_t kLongestPair = 12;
 constexpr double kSatoshis = 1e8;
 constexpr double kCents = 100;
-
-std::string inCapitals(std::string_view typed) {
-  std::string code(typed);
-  for (char& c : code) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-  return code;
-}
 
 By byOf(Why why, By only) {
   if (why == Why::only) return only;
@@ -129,7 +124,8 @@ bool SentenceCurrencies::isSignOf(const Mention& mention, const Mention& other) 
 std::optional<Mention> SentenceCurrencies::several(std::size_t token) const {
   const auto& all = tokens_.all();
   const bool isPair = token + 1 < all.size() && all[token].kind == SentenceToken::Kind::word &&
-                      all[token + 1].kind == SentenceToken::Kind::word;
+                      all[token + 1].kind == SentenceToken::Kind::word &&
+                      all[token].word == SentenceWord::none;
   auto found = severalNamed(token);
   if (found || !isPair) return found;
   // A sign with a blank in it, as "F CFA".
@@ -164,9 +160,9 @@ std::optional<Mention> SentenceCurrencies::severalNamed(std::size_t token) const
 
 std::optional<Mention> SentenceCurrencies::single(std::size_t token) const {
   const TypedRun run = tokens_.all()[token].run;
+  const std::string& lower = tokens_.all()[token].lower;
+  if (tokens_.all()[token].word != SentenceWord::none) return std::nullopt;
   std::string typed = spelled(run);
-  const std::string lower = tokens_.lower(token);
-  if (sentenceWord(lower) != SentenceWord::none) return std::nullopt;
   auto found = nameLikeCode(typed);
   if (!found) found = code(typed);
   if (!found) found = sign(typed);
@@ -202,7 +198,7 @@ std::optional<Mention> SentenceCurrencies::code(std::string_view typed) const {
   }
   // The one sign that is a code but for its case.
   if (typed == "Ar") return std::nullopt;
-  return wholeOf(inCapitals(typed));
+  return wholeOf(ascii::uppercased(typed));
 }
 
 std::optional<Mention> SentenceCurrencies::wholeOf(std::string_view code) const {
@@ -232,7 +228,7 @@ std::optional<Mention> SentenceCurrencies::name(std::string_view typed) const {
 std::optional<std::string_view> SentenceCurrencies::coinsAt(std::size_t token) const {
   const auto& all = tokens_.all();
   if (token >= all.size() || all[token].kind != SentenceToken::Kind::word) return std::nullopt;
-  return coinsOf(tokens_.lower(token));
+  return coinsOf(all[token].lower);
 }
 
 // "pence", "cents", "cents of USD", "cent euro".
@@ -246,7 +242,7 @@ std::optional<Mention> SentenceCurrencies::coins(std::size_t token) const {
   }
   std::size_t next = token + 1;
   const auto& all = tokens_.all();
-  if (next < all.size() && sentenceWord(tokens_.lower(next)) == SentenceWord::of) ++next;
+  if (next < all.size() && all[next].word == SentenceWord::of) ++next;
   std::optional<Mention> found = several(next < all.size() ? next : token);
   if (!found && next < all.size() && all[next].kind == SentenceToken::Kind::word)
     found = single(next);

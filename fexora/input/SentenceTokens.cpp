@@ -5,6 +5,7 @@
 
 #include "fexora/catalogue/CurrencySigns.h"
 #include "fexora/input/TypedSides.h"
+#include "fexora/platform/text/AsciiCase.h"
 #include "fexora/platform/text/Utf8.h"
 
 namespace fexora {
@@ -13,6 +14,7 @@ namespace {
 using TokenKind = SentenceToken::Kind;
 
 constexpr std::u32string_view kBlanks = U" \t\r\n";
+constexpr std::size_t kUsualTokens = 8;
 // Signs of currencies that are no letters alone are looked up no further than this.
 constexpr std::size_t kLongestSign = 12;
 
@@ -33,6 +35,13 @@ bool mayBeSign(char32_t sign) noexcept {
          sign != 0x00D7 && sign != 0x00F7 && sign != 0x2192;
 }
 
+std::string lowerOf(TypedRun run) {
+  std::string word = spelled(run);
+  if (endsShortened(run)) word.pop_back();
+  for (char& c : word) c = ascii::lower(c);
+  return word;
+}
+
 }  // namespace
 
 SentenceTokens::SentenceTokens(std::string_view text, const NumberMarks& marks)
@@ -43,6 +52,7 @@ SentenceTokens::SentenceTokens(std::string_view text, const NumberMarks& marks)
   for (TypedSymbol& symbol : symbols_.symbols) {
     if (isBlank(symbol.sign)) symbol.sign = U' ';
   }
+  tokens_.reserve(kUsualTokens);
   if (!symbols_.broken) cut();
 }
 
@@ -75,13 +85,17 @@ void SentenceTokens::add(TokenKind kind, std::size_t length) {
   if (mark == 0x00D7) mark = U'*';
   if (mark == 0x00F7) mark = U'/';
   const std::size_t last = run.back().place;
-  tokens_.push_back({kind,
-                     isGlued_ && !tokens_.empty(),
-                     mark,
-                     run,
-                     {},
-                     run.front().place,
-                     last + utf8Length(text_.substr(last))});
+  SentenceToken& token = tokens_.emplace_back();
+  token.kind = kind;
+  token.isGlued = isGlued_ && tokens_.size() > 1;
+  token.sign = mark;
+  token.run = run;
+  token.begin = run.front().place;
+  token.end = last + utf8Length(text_.substr(last));
+  if (kind == TokenKind::word) {
+    token.lower = lowerOf(run);
+    token.word = sentenceWord(token.lower);
+  }
   at_ += length;
   isGlued_ = true;
 }
@@ -165,7 +179,7 @@ bool SentenceTokens::takeSign() {
                     [](const TypedSymbol& s) { return isTypedLetter(s.sign); })) {
       return false;
     }
-    if (codesOfSign(spelled(run)).empty()) continue;
+    if (!readSign(spelled(run), {})) continue;
     add(TokenKind::word, length);
     // "S/." and "S/" are one.
     if (sign(at_) == U'.' && run.back().sign == U'/') {
@@ -194,13 +208,6 @@ bool SentenceTokens::takeWord() {
 
 std::string_view SentenceTokens::textOf(std::size_t first, std::size_t last) const noexcept {
   return text_.substr(tokens_[first].begin, tokens_[last - 1].end - tokens_[first].begin);
-}
-
-std::string SentenceTokens::lower(std::size_t at) const {
-  std::string word = spelled(tokens_[at].run);
-  if (endsShortened(tokens_[at].run)) word.pop_back();
-  for (char& c : word) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  return word;
 }
 
 }  // namespace fexora

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "fexora/input/SentenceWords.h"
 #include "fexora/input/TypedNumber.h"
 #include "fexora/input/TypedSymbols.h"
 
@@ -19,13 +20,15 @@ struct SentenceToken {
     word,    // letters, or a sign of money; the dot of an abbreviation belongs to it
     mark,    // one other symbol
   };
-  Kind kind;
-  bool isGlued;          // to the token before it: without a blank
-  char32_t sign;         // of a mark: "*" for U+00D7, "/" for U+00F7
+  Kind kind{};
+  bool isGlued = false;  // to the token before it: without a blank
+  char32_t sign = 0;     // of a mark: "*" for U+00D7, "/" for U+00F7
   TypedRun run;          // of a number without what follows here
   std::string exponent;  // of a number, see exponentOf()
-  std::size_t begin;     // bytes of the sentence
-  std::size_t end;
+  std::string lower;     // of a word: in small ASCII letters, without the dot of an abbreviation
+  SentenceWord word = SentenceWord::none;
+  std::size_t begin = 0;  // bytes of the sentence
+  std::size_t end = 0;
 
   bool isMark(char32_t other) const noexcept { return kind == Kind::mark && sign == other; }
 };
@@ -39,10 +42,8 @@ class SentenceTokens {
   const std::vector<SentenceToken>& all() const noexcept { return tokens_; }
   // Where the text is no UTF-8.
   std::optional<std::size_t> broken() const noexcept { return symbols_.broken; }
-  // The text of the tokens from `first` up to, not including, `last`; and of one in small ASCII
-  // letters without the dot of an abbreviation.
+  // The text of the tokens from `first` up to, not including, `last`.
   std::string_view textOf(std::size_t first, std::size_t last) const noexcept;
-  std::string lower(std::size_t at) const;
 
  private:
   void cut();

@@ -6,19 +6,37 @@
 namespace fexora {
 namespace {
 
-constexpr std::string_view kBetween[] = {
-    "in",  "to", "into", "as",  "and", "at", "nach", "zu", "als", "und",
-    "auf", "en", "vers", "et",  "a",   "à",  "が",   "を", "に",  "へ",
-    "で",  "は", "と",   "إلى", "الى", "في", "ب",    "بـ", "و",   "何",
+struct KnownWord {
+  std::string_view text;
+  SentenceWord kind;
 };
-constexpr std::string_view kOf[] = {"of", "von", "vom", "de", "des", "du", "の", "من"};
-constexpr std::string_view kLead[] = {
-    "convert",     "exchange",  "rate", "rates", "what",   "whats", "is",        "how",
-    "much",        "many",      "from", "price", "value",  "worth", "the",       "kurs",
-    "wechselkurs", "umrechnen", "wie",  "viel",  "sind",   "aus",   "convertir", "taux",
-    "cours",       "combien",   "font", "fait",  "depuis", "換算",  "レート",    "から",
-    "حول",         "تحويل",     "سعر",  "كم",    "يساوي",
-};
+using enum SentenceWord;
+// In order, byte by byte.
+constexpr KnownWord kKnown[] = {{"a", between},      {"als", between},    {"and", between},
+                                {"as", between},     {"at", between},     {"auf", between},
+                                {"aus", lead},       {"combien", lead},   {"convert", lead},
+                                {"convertir", lead}, {"cours", lead},     {"de", of},
+                                {"depuis", lead},    {"des", of},         {"du", of},
+                                {"en", between},     {"et", between},     {"exchange", lead},
+                                {"fait", lead},      {"font", lead},      {"from", lead},
+                                {"how", lead},       {"in", between},     {"into", between},
+                                {"is", lead},        {"kurs", lead},      {"many", lead},
+                                {"much", lead},      {"nach", between},   {"of", of},
+                                {"price", lead},     {"rate", lead},      {"rates", lead},
+                                {"sind", lead},      {"taux", lead},      {"the", lead},
+                                {"to", between},     {"umrechnen", lead}, {"und", between},
+                                {"value", lead},     {"vers", between},   {"viel", lead},
+                                {"vom", of},         {"von", of},         {"wechselkurs", lead},
+                                {"what", lead},      {"whats", lead},     {"wie", lead},
+                                {"worth", lead},     {"zu", between},     {"à", between},
+                                {"إلى", between},    {"الى", between},    {"ب", between},
+                                {"بـ", between},     {"تحويل", lead},     {"حول", lead},
+                                {"سعر", lead},       {"في", between},     {"كم", lead},
+                                {"من", of},          {"و", between},      {"يساوي", lead},
+                                {"から", lead},      {"が", between},     {"で", between},
+                                {"と", between},     {"に", between},     {"の", of},
+                                {"は", between},     {"へ", between},     {"を", between},
+                                {"レート", lead},    {"何", between},     {"換算", lead}};
 
 // In order.
 constexpr std::string_view kPlain[] = {
@@ -69,17 +87,17 @@ constexpr Weight kWeights[] = {
     {"أونصة", kTroyOunce},
 };
 
-template <std::size_t N>
-bool holds(const std::string_view (&words)[N], std::string_view word) noexcept {
-  return std::find(std::begin(words), std::end(words), word) != std::end(words);
+constexpr bool isBefore(const KnownWord& one, const KnownWord& other) noexcept {
+  return one.text < other.text;
 }
+static_assert(std::is_sorted(std::begin(kKnown), std::end(kKnown), isBefore));
 
 }  // namespace
 
 SentenceWord sentenceWord(std::string_view word) noexcept {
-  if (holds(kBetween, word)) return SentenceWord::between;
-  if (holds(kOf, word)) return SentenceWord::of;
-  return holds(kLead, word) ? SentenceWord::lead : SentenceWord::none;
+  const auto* const at =
+      std::lower_bound(std::begin(kKnown), std::end(kKnown), KnownWord{word, none}, isBefore);
+  return at != std::end(kKnown) && at->text == word ? at->kind : none;
 }
 
 bool isPlainWord(std::string_view word) noexcept {

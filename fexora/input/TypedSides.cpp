@@ -6,6 +6,7 @@
 
 #include "fexora/catalogue/EnglishNames.h"
 #include "fexora/input/Hundredths.h"
+#include "fexora/platform/text/AsciiCase.h"
 
 namespace fexora {
 namespace {
@@ -18,8 +19,7 @@ bool writes(std::string_view sign, std::string_view code) {
 }  // namespace
 
 std::string typedCode(std::string_view text) {
-  std::string code(text);
-  for (char& c : code) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+  std::string code = ascii::uppercased(text);
   return englishName(code) ? code : std::string();
 }
 
@@ -31,12 +31,19 @@ bool endsShortened(TypedRun run) noexcept {
 
 bool TypedSides::takeCurrency(TypedRun run) {
   run = trimmed(run);
+  second_ = false;
   if (run.empty() || takeOne(run)) return true;
   const auto blank = std::find_if(run.begin(), run.end(),
                                   [](const TypedSymbol& symbol) { return symbol.sign == U' '; });
   const auto length = static_cast<std::size_t>(blank - run.begin());
-  return blank != run.end() && !second_ && takeOne(run.first(length)) &&
-         takeOne(trimmed(run.subspan(length)));
+  if (blank == run.end() || second_) return false;
+  const TypedSides before = *this;
+  if (takeOne(run.first(length)) && takeOne(trimmed(run.subspan(length)))) return true;
+  // Whatever the first half was taken for.
+  const bool isSecond = second_;
+  *this = before;
+  second_ = isSecond;
+  return false;
 }
 
 bool TypedSides::takeOne(TypedRun run) {

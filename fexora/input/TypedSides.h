@@ -16,8 +16,8 @@ class TypedSides {
   // `locale` outlives this object.
   explicit TypedSides(std::string_view locale) noexcept : locale_(locale) {}
 
-  // Takes a currency, or one and the same twice, as "AUD $", or blanks alone; false for anything
-  // else and for a second, other currency.
+  // Takes a currency, or one and the same twice, as "AUD $", or blanks alone; false, and nothing is
+  // taken, for anything else and for a second, other currency.
   bool takeCurrency(TypedRun run);
   // The same with one of `signs` at either end, when no earlier run had one.
   bool takeSigned(TypedRun run, std::u32string_view signs);

@@ -83,7 +83,15 @@ TypedRun trimmed(TypedRun run) noexcept {
 
 std::string spelled(TypedRun run) {
   std::string text;
-  for (const TypedSymbol& symbol : run) appendUtf8(text, symbol.sign);
+  text.reserve(run.size());
+  for (const TypedSymbol& symbol : run) {
+    // Most are ASCII.
+    if (symbol.sign < 0x80) {
+      text += static_cast<char>(symbol.sign);
+    } else {
+      appendUtf8(text, symbol.sign);
+    }
+  }
   return text;
 }
 
