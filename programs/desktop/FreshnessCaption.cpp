@@ -17,10 +17,10 @@
 namespace fexora::desktop {
 namespace {
 
-constexpr double kHeight = 44;
+constexpr double kActionHeight = 44;
 constexpr double kLine = 30;
-constexpr double kMargin = 18;
-constexpr double kGap = 4;
+constexpr double kCaptionMargin = 18;
+constexpr double kCaptionGap = 4;
 constexpr double kLinkPadding = 4;
 
 }  // namespace
@@ -44,7 +44,7 @@ FreshnessCaption::FreshnessCaption(const Desk& desk, Refresher& refresher, QWidg
 }
 
 void FreshnessCaption::build() {
-  const int margin = sized(kMargin);
+  const int margin = sized(kCaptionMargin);
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
@@ -62,17 +62,17 @@ void FreshnessCaption::build() {
   auto* const row = new QHBoxLayout;
   // Margins would not change sides in a language that runs from right to left.
   row->setContentsMargins(margin - sized(kLinkPadding), 0, margin - sized(kLinkPadding), 0);
-  row->setSpacing(sized(kGap));
+  row->setSpacing(sized(kCaptionGap));
   row->addSpacing(sized(kLinkPadding));
   row->addWidget(dot_);
-  row->addSpacing(sized(kGap));
+  row->addSpacing(sized(kCaptionGap));
   row->addWidget(rates_);
   row->addWidget(age_);
   row->addStretch(1);
   row->addWidget(action_);
   column->addLayout(row);
   age_->setKeepsWhole(true);
-  action_->setFixedHeight(sized(kHeight));
+  action_->setFixedHeight(sized(kActionHeight));
 }
 
 void FreshnessCaption::connectParts() {
@@ -101,7 +101,7 @@ void FreshnessCaption::refreshText() {
 void FreshnessCaption::fitText() {
   const QString mark = words_.age.isEmpty() ? QString() : tr(",", "before an age");
   const int taken = age_->sizeHint().width() + action_->sizeHint().width() + dot_->width() +
-                    sized(2 * kMargin) + 5 * sized(kGap);
+                    sized(2 * kCaptionMargin) + 5 * sized(kCaptionGap);
   const bool fits = rates_->fontMetrics().horizontalAdvance(words_.rates + mark) + taken <= width();
   rates_->setText((fits ? words_.rates : words_.dated) + mark);
   rates_->setWhole(words_.whole());

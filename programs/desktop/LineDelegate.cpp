@@ -9,9 +9,7 @@
 namespace fexora::desktop {
 namespace {
 
-constexpr double kGap = 12;
 constexpr double kSign = 26;  // as wide as it takes to be hit
-constexpr double kMargin = 18;
 
 QFont codeFont() {
   return fontOf(15, QFont::DemiBold);
@@ -31,7 +29,7 @@ void LineDelegate::updateEditorGeometry(QWidget* panel, const QStyleOptionViewIt
 
 QRect LineDelegate::signOf(const QRect& line, const QModelIndex& index) const {
   const QString code = index.data(LinesModel::codeRole).toString();
-  const int start = sized(kMargin) + QFontMetrics(codeFont()).horizontalAdvance(code);
+  const int start = sized(kRowMargin) + QFontMetrics(codeFont()).horizontalAdvance(code);
   const QRect sign(line.left() + start, line.top(), sized(kSign), height() * 6 / 10);
   return QStyle::visualRect(QApplication::layoutDirection(), line, sign);
 }
@@ -69,7 +67,7 @@ void LineDelegate::paintRow(RowPainting& row, const QModelIndex& index) const {
   }
   const int rateWidth =
       row.text(end, Side::end, rate, small, origin.isEmpty() ? theme.dim : theme.warning);
-  row.text(row.without(lower, Side::end, rateWidth + sized(kGap)), Side::start,
+  row.text(row.without(lower, Side::end, rateWidth + sized(kColumnGap)), Side::start,
            textOf(LinesModel::nameRole), small, theme.dim);
 }
 

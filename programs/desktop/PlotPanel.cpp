@@ -30,7 +30,7 @@
 namespace fexora::desktop {
 namespace {
 
-constexpr double kMargin = 18;
+constexpr double kPanelMargin = 18;
 constexpr std::array kRangeDays = {30, 365, 1826, 0};  // 0: all
 constexpr std::size_t kManyDays = 250;                 // about a year's
 constexpr Day kFirst = std::chrono::year(1900) / 1 / 1;
@@ -93,7 +93,7 @@ PlotPanel::PlotPanel(const Desk& desk, HistoryThread& history, PastImport& impor
       bar_(new QProgressBar),
       get_(new LinkButton) {
   auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(sized(kMargin), sized(8), sized(kMargin), sized(8));
+  column->setContentsMargins(sized(kPanelMargin), sized(8), sized(kPanelMargin), sized(8));
   column->addLayout(stack_);
   stack_->addWidget(new QWidget);  // before the history has answered
   stack_->addWidget(buildShown());
@@ -288,7 +288,7 @@ void PlotPanel::takeFocus() {
 void PlotPanel::fitTexts() {
   int wanted = change_->sizeHint().width();
   for (const QAbstractButton* button : ranges_->buttons()) wanted += button->sizeHint().width();
-  change_->setVisible(wanted + sized(2 * kMargin) <= width());
+  change_->setVisible(wanted + sized(2 * kPanelMargin) <= width());
 }
 
 void PlotPanel::resizeEvent(QResizeEvent* event) {

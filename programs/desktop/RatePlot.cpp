@@ -16,11 +16,11 @@
 namespace fexora::desktop {
 namespace {
 
-constexpr double kHeight = 150;
+constexpr double kPlotHeight = 150;
 constexpr double kSmall = 11;
 constexpr double kAbove = 20;  // for the figure of the highest
 constexpr double kBelow = 36;  // for that of the lowest, and the days
-constexpr double kGap = 8;
+constexpr double kPlotGap = 8;
 
 bool isLess(const DayRate& a, const DayRate& b) {
   return a.rate < b.rate;
@@ -51,7 +51,7 @@ RatePlot::RatePlot(const Desk& desk, QWidget* parent) : QWidget(parent), desk_(d
 }
 
 QSize RatePlot::sizeHint() const {
-  return {sized(200), sized(kHeight)};
+  return {sized(200), sized(kPlotHeight)};
 }
 
 void RatePlot::setRates(std::vector<DayRate> rates, const QString& code) {
@@ -98,7 +98,7 @@ void RatePlot::fit() {
   for (const double number : scale_.numbers()) {
     widest = std::max(widest, metrics.horizontalAdvance(fixedText(number, scale_.digits)));
   }
-  const double axis = widest + sized(kGap);
+  const double axis = widest + sized(kPlotGap);
   const bool mirrored = layoutDirection() == Qt::RightToLeft;
   area_ = QRectF(rect()).adjusted(mirrored ? axis : 0, sized(kAbove), mirrored ? 0 : -axis,
                                   -sized(kBelow));
@@ -178,8 +178,8 @@ void RatePlot::paintAxes(QPainter& painter, const Theme& theme) const {
     painter.setPen(QPen(theme.hairline, 1));
     painter.drawLine(QPointF(area_.left(), y), QPointF(area_.right(), y));
     const QRectF beside(
-        mirrored ? 0.0 : area_.right() + sized(kGap), y - metrics.height() / 2,
-        mirrored ? area_.left() - sized(kGap) : width() - area_.right() - sized(kGap),
+        mirrored ? 0.0 : area_.right() + sized(kPlotGap), y - metrics.height() / 2,
+        mirrored ? area_.left() - sized(kPlotGap) : width() - area_.right() - sized(kPlotGap),
         metrics.height());
     painter.setPen(theme.dim);
     painter.drawText(beside, Qt::AlignRight | Qt::AlignVCenter, fixedText(number, scale_.digits));
@@ -196,7 +196,7 @@ void RatePlot::paintAxes(QPainter& painter, const Theme& theme) const {
     const QRectF held = heldWithin(box, area_.left(), area_.right());
     const double far = mirrored ? width() - held.right() : held.left();
     if (far < free) continue;
-    free = far + held.width() + sized(kGap);
+    free = far + held.width() + sized(kPlotGap);
     painter.drawText(held, Qt::AlignCenter, text);
   }
 }
@@ -280,7 +280,7 @@ void RatePlot::paintBubble(QPainter& painter, const Theme& theme, const Line& li
       languageLocale().toString(toQt(rate.day), tr("ddd d MMMM yyyy", "a day with its weekday"));
   const QFontMetricsF largeMetrics(large);
   const QFontMetricsF smallMetrics(small);
-  const double pad = sized(kGap);
+  const double pad = sized(kPlotGap);
   QRectF box(0, 0,
              std::max(largeMetrics.horizontalAdvance(value), smallMetrics.horizontalAdvance(day)) +
                  2 * pad,

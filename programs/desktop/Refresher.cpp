@@ -10,7 +10,7 @@
 namespace fexora::desktop {
 namespace {
 
-constexpr double kHour = 3600;
+constexpr double kSoon = 3600;
 constexpr int kLookEveryMilliseconds = 15 * 60 * 1000;
 
 QString lastTryKey() {
@@ -63,7 +63,7 @@ void Refresher::startByItself() {
 void Refresher::startIfStale() {
   const double last = QSettings().value(lastTryKey(), 0.0).toDouble();
   const double passed = desk_.now().secondsSince1970() - last;
-  const bool isSoon = passed >= 0 && passed < kHour;
+  const bool isSoon = passed >= 0 && passed < kSoon;
   if (isSoon || fresh_.steps().empty() ||
       desk_.rates.freshness().state == Freshness::State::fresh || savesPower())
     return;

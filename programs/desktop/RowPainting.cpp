@@ -7,7 +7,6 @@
 namespace fexora::desktop {
 namespace {
 
-constexpr double kMargin = 18;
 constexpr double kBar = 3;
 constexpr int kSmallestFigure = 8;
 
@@ -17,7 +16,7 @@ RowPainting::RowPainting(QPainter& painter, const QStyleOptionViewItem& option)
     : painter_(painter),
       option_(option),
       theme_(themeOf(option.palette)),
-      inner_(option.rect.adjusted(sized(kMargin), 0, -sized(kMargin), 0)) {}
+      inner_(option.rect.adjusted(sized(kRowMargin), 0, -sized(kRowMargin), 0)) {}
 
 void RowPainting::ground() {
   const bool selected = option_.state.testFlag(QStyle::State_Selected);

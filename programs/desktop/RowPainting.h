@@ -9,6 +9,10 @@
 
 namespace fexora::desktop {
 
+// At both ends of a row, and between what stands there.
+constexpr double kRowMargin = 18;
+constexpr double kColumnGap = 12;
+
 class RowPainting {
  public:
   RowPainting(QPainter& painter, const QStyleOptionViewItem& option);

@@ -10,7 +10,7 @@
 namespace fexora::desktop {
 namespace {
 
-constexpr const char* kInterface = "org.freedesktop.Application";
+constexpr const char* kApplicationInterface = "org.freedesktop.Application";
 
 QString wordsAction() {
   return QStringLiteral("convert");
@@ -33,7 +33,7 @@ bool SingleInstance::handOver(const QStringList& words) {
 bool SingleInstance::activateOther(const QStringList& words) {
   constexpr int kPatienceMilliseconds = 2000;
   QDBusMessage call = QDBusMessage::createMethodCall(
-      id_, path(), kInterface,
+      id_, path(), kApplicationInterface,
       words.isEmpty() ? QStringLiteral("Activate") : QStringLiteral("ActivateAction"));
   if (!words.isEmpty()) {
     QVariantList list;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double kArrow = 8;
 // A store may hold any text for a code.
-constexpr double kLongestCode = 80;
+constexpr double kLongestWidth = 80;
 
 }  // namespace
 
@@ -21,7 +21,7 @@ SourceButton::SourceButton(QWidget* parent) : QPushButton(parent) {
 
 QSize SourceButton::sizeHint() const {
   const int wanted = fontMetrics().horizontalAdvance(text());
-  return {std::min(wanted, sized(kLongestCode)) + sized(24 + 6 + kArrow), sized(36)};
+  return {std::min(wanted, sized(kLongestWidth)) + sized(24 + 6 + kArrow), sized(36)};
 }
 
 void SourceButton::paintEvent(QPaintEvent* /*event*/) {
@@ -37,7 +37,7 @@ void SourceButton::paintEvent(QPaintEvent* /*event*/) {
   const QRect label = rect().adjusted(sized(12), 0, -sized(12), 0);
   painter.setPen(theme.text);
   // Left is where a text begins: the painter knows the direction.
-  const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, sized(kLongestCode));
+  const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, sized(kLongestWidth));
   painter.drawText(label, static_cast<int>(Qt::AlignVCenter | Qt::AlignLeft), shown);
   const double arrow = sized(kArrow);
   const double left = mirrored ? label.left() : label.right() - arrow;

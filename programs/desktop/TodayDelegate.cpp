@@ -9,7 +9,6 @@ namespace fexora::desktop {
 namespace {
 
 constexpr double kText = 13.5;
-constexpr double kGap = 12;
 
 }  // namespace
 
@@ -20,7 +19,7 @@ void TodayDelegate::paintRow(RowPainting& row, const QModelIndex& index) const {
   const QString origin = index.data(TodayModel::originRole).toString();
   const int width = row.figure(row.inner(), index.data(TodayModel::valueRole).toString(), font,
                                origin.isEmpty() ? theme.text : theme.warning);
-  const QRect start = row.without(row.inner(), Side::end, width + sized(kGap));
+  const QRect start = row.without(row.inner(), Side::end, width + sized(kColumnGap));
   const QString label = index.data(TodayModel::labelRole).toString();
   const QString dated = label + " · " + origin;
   // Where the day has no room the colour says that it is another one, and the tooltip which.

@@ -272,11 +272,12 @@ TEST(RateHistory, FileThatIsNotAsItShouldBe_IsKeptAsideOrLeftAlone) {
   }
 }
 
-// Each byte of a small history with one of its bits flipped; all eight, with
-// FEXORA_HISTORY_FLIPS=8.
+// Every fifth byte of a small history with one of its bits flipped; each byte with
+// FEXORA_HISTORY_FLIPS=1, and all of its bits with 8.
 TEST(RateHistory, FlippedBits_MakeATableMissingAndNoFigureAnother) {
   const char* const wanted = std::getenv("FEXORA_HISTORY_FLIPS");
   const unsigned flips = wanted != nullptr ? static_cast<unsigned>(std::atoi(wanted)) : 1;
+  const std::size_t step = wanted != nullptr ? 1 : 5;
   World world;
   const auto tables = [&world] {
     std::vector<PublishedTable> all;
@@ -289,7 +290,7 @@ TEST(RateHistory, FlippedBits_MakeATableMissingAndNoFigureAnother) {
   const std::string whole = readFile(world.file());
   const std::vector<PublishedTable> kept = tables();
   std::size_t missing = 0;
-  for (std::size_t at = 0; at < whole.size(); ++at) {
+  for (std::size_t at = 0; at < whole.size(); at += at < 100 ? 1 : step) {
     for (unsigned i = 0; i < flips; ++i) {
       std::string damaged = whole;
       damaged[at] = static_cast<char>(damaged[at] ^ (1 << ((at * 5 + i) % 8)));
@@ -305,7 +306,7 @@ TEST(RateHistory, FlippedBits_MakeATableMissingAndNoFigureAnother) {
       }
     }
     const bool isVersion = at >= 60 && at < 64;
-    if (isVersion || (at > 100 && at % 61 != 0)) continue;
+    if (isVersion || (at > 100 && at % (61 * step) != 0)) continue;
     const Kept next = world.keep({table("2026-09-12", "ecb", "EUR", {{"USD", "1.5"}})});
     EXPECT_EQ(next.problem, "") << at;
   }

@@ -25,6 +25,7 @@ namespace {
 
 using icu::number::LocalizedNumberFormatter;
 using icu::number::NumberFormatter;
+using By = TypedAmount::CurrencyBy;
 using Kind = TypedAmount::Kind;
 
 constexpr UNumberUnitWidth kWidths[] = {UNUM_UNIT_WIDTH_SHORT, UNUM_UNIT_WIDTH_NARROW,
@@ -77,7 +78,6 @@ class WrittenAmounts : public testing::Test {
 
   void checkSentence(const LocalizedNumberFormatter& formatter, const char* locale, int fraction,
                      const std::string& code, const CurrencyManager& catalogue) {
-    using By = TypedAmount::CurrencyBy;
     const std::string typed = amount(fraction);
     UErrorCode error = U_ZERO_ERROR;
     std::string text;
@@ -114,7 +114,6 @@ class WrittenAmounts : public testing::Test {
 
   static void checkCurrency(const TypedAmount& read, const std::string& text,
                             const std::string& code, const char* locale) {
-    using By = TypedAmount::CurrencyBy;
     const bool isShared = read.currencyBy == By::region || read.currencyBy == By::trade;
     // Where the sign is a character without width, none is seen.
     const bool isUnseen = read.currency.empty() && text.find("\u200B") != text.npos;

@@ -15,10 +15,10 @@
 namespace fexora {
 namespace {
 
-using Rates = std::map<std::string, double>;
+using RatesByCode = std::map<std::string, double>;
 struct Table {
   Date day;
-  Rates rates;
+  RatesByCode rates;
 };
 
 // See tests/data/README.md.
@@ -72,14 +72,14 @@ class RealTablesTest : public testing::Test {
   void setDay(const Table& table) {
     world.desktop.loop.setWall(table.day.secondsSince1970() + 40'000);
   }
-  Rates listed() const {
-    Rates found;
+  RatesByCode listed() const {
+    RatesByCode found;
     for (const USDRateRef& rate : store.loadUSDRates().value_or(std::vector<USDRateRef>())) {
       found[rate->code()] = rate->rate().doubleValue();
     }
     return found;
   }
-  std::string random(const Rates& of, bool (*fits)(const std::string&)) {
+  std::string random(const RatesByCode& of, bool (*fits)(const std::string&)) {
     std::vector<std::string> codes;
     for (const auto& [code, rate] : of) {
       if (fits(code)) codes.push_back(code);
@@ -205,8 +205,8 @@ TEST_F(RealTablesTest, HarmsAreKeptOut) {
     for (std::size_t i = 2; i < tables.size(); ++i) {
       begin(tables[i - 1]);
       setDay(tables[i]);
-      const Rates before = listed();
-      const Rates truth = tables[i].rates;
+      const RatesByCode before = listed();
+      const RatesByCode truth = tables[i].rates;
       Table harmed = tables[i];
       const auto codes = harm(*this, harmed, i);
       if (!take(harmed).empty()) {
@@ -214,7 +214,7 @@ TEST_F(RealTablesTest, HarmsAreKeptOut) {
         ++refused;
         continue;
       }
-      const Rates now = listed();
+      const RatesByCode now = listed();
       std::set<std::string> there;
       for (const auto& [code, rate] : now) there.insert(code);
       for (const RatesTable& table : keptTables(store.ud())) {

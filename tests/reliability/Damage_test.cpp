@@ -22,10 +22,10 @@ namespace fexora::test {
 namespace {
 
 // A process whose container is a disk in memory.
-struct World {
+struct DamagedWorld {
   static constexpr const char* kFolder = "/container";
 
-  World() { disk.makeFolder(kFolder, 0700); }
+  DamagedWorld() { disk.makeFolder(kFolder, 0700); }
   bool isKeptAside(const std::string& bytes) {
     const auto names = disk.list(kFolder);
     return std::any_of(names->begin(), names->end(), [&](const std::string& name) {
@@ -42,7 +42,7 @@ struct World {
 
 // As the library writes it.
 std::string realStore(std::size_t rates) {
-  World world;
+  DamagedWorld world;
   StoreManager store(world.desktop.platform);
   seedBundledRates(store);
   auto all = *store.loadUSDRates();
@@ -67,7 +67,7 @@ class Damage : public testing::Test {
  protected:
   // A running store reloads the file, and another one starts with it and saves.
   void meet(const std::string& bytes) {
-    World world;
+    DamagedWorld world;
     world.disk.put(world.path, xml_);
     StoreManager running(world.desktop.platform);
     const Dictionary before = running.ud();

@@ -14,7 +14,7 @@
 namespace fexora {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kInfinite = std::numeric_limits<double>::infinity();
 
 TEST(NumberText, ReadsBackTheSameDouble) {
   for (const double value : {0.1, 1.0 / 3, -0.0, 5e-324, 1.7976931348623157e308, 85.23, 1e21}) {
@@ -23,15 +23,15 @@ TEST(NumberText, ReadsBackTheSameDouble) {
     EXPECT_EQ(*back, value);
     EXPECT_EQ(std::signbit(*back), std::signbit(value));
   }
-  EXPECT_EQ(parseDouble(shortestText(-kInfinity)), -kInfinity);
+  EXPECT_EQ(parseDouble(shortestText(-kInfinite)), -kInfinite);
   EXPECT_TRUE(std::isnan(*parseDouble(shortestText(std::nan("")))));
 }
 
 TEST(NumberText, OutOfRange_TakesTheNearestEnd) {
   for (const std::string& text :
        {std::string("1e400"), std::string("0.0001e99999999999999999999"), std::string(400, '9')}) {
-    EXPECT_EQ(parseDouble(text), kInfinity) << text;
-    EXPECT_EQ(parseDouble("-" + text), -kInfinity) << text;
+    EXPECT_EQ(parseDouble(text), kInfinite) << text;
+    EXPECT_EQ(parseDouble("-" + text), -kInfinite) << text;
   }
   EXPECT_EQ(parseDouble("1e-400"), 0.0);
   EXPECT_EQ(parseDouble("0." + std::string(400, '0') + "1"), 0.0);
