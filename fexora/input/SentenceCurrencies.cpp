@@ -57,9 +57,9 @@ int openAfter(const SentenceToken& token, int open) {
 // Names hold years and notes as well: "dollars (1980–2008)", "yuan (offshore)".
 bool mayStandInName(const SentenceToken& token) {
   constexpr std::u32string_view kMarks = U"-\u2013\u2014/&'()[]";
-  using Kind = SentenceToken::Kind;
-  if (token.kind == Kind::mark) return kMarks.find(token.sign) != kMarks.npos;
-  return token.kind == Kind::word || token.exponent.empty();
+  using Token = SentenceToken::Kind;
+  if (token.kind == Token::mark) return kMarks.find(token.sign) != kMarks.npos;
+  return token.kind == Token::word || token.exponent.empty();
 }
 
 bool mayEndName(const SentenceToken& token) {
