@@ -89,11 +89,12 @@ void racePairs(const World& world, const PairRates& pairs) {
   race.run();
 }
 
-void raceConversion(const World& world, const PairRates& pairs) {
+// Room of the caller's: what the arithmetic costs.
+void raceAmounts(const World& world, const PairRates& pairs) {
   const std::size_t n = world.codes.size();
-  const auto& euro = *currencyManager().currencies()[1];
+  const auto& currencies = currencyManager().currencies();
   std::vector<double> amounts(n);
-  Race race("one amount into all", n);
+  Race race("one amount into an array", n);
   race.add(
       "dst[i] = a * r[i]",
       [&] {
@@ -106,11 +107,72 @@ void raceConversion(const World& world, const PairRates& pairs) {
       },
       kBatch);
   race.add(
+      "dst[i] = a * (r[i] / s)",
+      [&] {
+        double amount = 3.5;
+        for (int round = 0; round < kBatch; ++round) {
+          for (std::size_t i = 0; i < n; ++i) {
+            amounts[i] = amount * (world.values[i] / world.values[1]);
+          }
+          amount += amounts[1] * 1e-9;
+        }
+        return amount;
+      },
+      kBatch);
+  const auto enter = [&](const char* name, std::size_t from) {
+    race.add(
+        name,
+        [&, from] {
+          double amount = 3.5;
+          for (int round = 0; round < kBatch; ++round) {
+            pairs.convertInto(amounts, *currencies[from], amount, false);
+            amount += amounts[1] * 1e-9;
+          }
+          return amount;
+        },
+        kBatch);
+  };
+  enter("convertInto, from the dollar", 0);
+  enter("convertInto, from the euro", 1);
+  race.run();
+}
+
+// What a line is made of, without anything around it.
+struct BareLine {
+  CurrencyRef src;
+  CurrencyRef dst;
+  NSNumber rate;
+  NSNumber amount;
+  NSNumber converted;
+};
+
+void raceConversion(const World& world, const PairRates& pairs) {
+  const std::size_t n = world.codes.size();
+  const auto& currencies = currencyManager().currencies();
+  const CurrencyRef& euro = currencies[1];
+  Race race("one amount into all", n);
+  race.add(
+      "a list of the same records",
+      [&] {
+        double sum = 0;
+        for (int round = 0; round < kConversions; ++round) {
+          std::vector<BareLine> lines;
+          lines.reserve(n);
+          for (std::size_t i = 0; i < n; ++i) {
+            const double rate = world.values[i] / world.values[1];
+            lines.push_back({euro, currencies[i], rate, 3.5, 3.5 * rate});
+          }
+          sum += lines.back().converted.doubleValue();
+        }
+        return sum;
+      },
+      kConversions);
+  race.add(
       "items",
       [&] {
         double sum = 0;
         for (int round = 0; round < kConversions; ++round) {
-          sum += pairs.convert(euro, 3.5, false).back().dstAmount.doubleValue();
+          sum += pairs.convert(*euro, 3.5, false).back().dstAmount.doubleValue();
         }
         return sum;
       },
@@ -127,6 +189,7 @@ void benchRates(const World& world) {
   const PairRates pairs(catalogue, knownRates(catalogue, world.records), catalogue.currencies());
   raceDerivation(world);
   racePairs(world, pairs);
+  raceAmounts(world, pairs);
   raceConversion(world, pairs);
 }
 

@@ -24,10 +24,12 @@ void PairRates::filterUSDRatesForCurrencies(const std::vector<KnownRate>& usdRat
   const std::size_t most = usdRates.size();
   places_.reserve(most);
   rates_.reserve(most);
+  values_.reserve(most);
   for (const KnownRate& known : usdRates) {
     if (!selected[known.place]) continue;
     places_.push_back(known.place);
     rates_.push_back(known.rate);
+    values_.push_back(known.rate.doubleValue());
   }
 }
 
@@ -153,6 +155,55 @@ void PairRates::convertGroup(std::uint32_t entry, std::size_t count, NSNumber am
     items.emplace_back(key, source, currencies[places_[other]], rateAt(other) / rate, amount,
                        invert);
   }
+}
+
+// Runs of entries lie side by side, so that a compiler takes several at once.
+template <class Fill>
+void PairRates::eachRunWithout(std::uint32_t place, Fill fill) const {
+  std::uint32_t begin = 0;
+  for (std::uint32_t entry = first_[place]; entry != kNone; entry = next_[entry]) {
+    fill(std::span(values_).subspan(begin, entry - begin));
+    begin = entry + 1;
+  }
+  fill(std::span(values_).subspan(begin));
+}
+
+std::size_t PairRates::convertInto(std::span<double> amounts, const Currency& src, double amount,
+                                   bool invert) const {
+  const std::size_t lines = linesFrom(src);
+  if (lines == 0) return 0;
+  double* to = amounts.data();
+  double* const end = to + amounts.size();
+  const auto fill = [&](std::span<const double> rates, auto converted) {
+    const auto left = static_cast<std::size_t>(end - to);
+    const std::span<const double> fitting = rates.first(std::min(left, rates.size()));
+    to = std::transform(fitting.begin(), fitting.end(), to, converted);
+  };
+  // `rates` over `rate`, the source's own, are the pairs' rates.
+  const auto fillPairs = [&](std::span<const double> rates, double rate) {
+    if (invert) {
+      fill(rates, [=](double other) { return amount / (other / rate); });
+    } else {
+      fill(rates, [=](double other) { return amount * (other / rate); });
+    }
+  };
+  const std::uint32_t from = place(src);
+  if (from == dollar_) {
+    eachRunWithout(from, [&](std::span<const double> rates) {
+      if (invert) {
+        fill(rates, [=](double rate) { return amount / rate; });
+      } else {
+        fill(rates, [=](double rate) { return amount * rate; });
+      }
+    });
+    return lines;
+  }
+  constexpr double kDollar[] = {1.0};
+  for (std::uint32_t entry = first_[from]; entry != kNone; entry = next_[entry]) {
+    fillPairs(kDollar, values_[entry]);
+    eachRunWithout(from, [&](std::span<const double> rates) { fillPairs(rates, values_[entry]); });
+  }
+  return lines;
 }
 
 }  // namespace fexora

@@ -18,6 +18,7 @@
 #include <cstdint>
 #include <iterator>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "fexora/catalogue/CataloguePlaces.h"
@@ -49,6 +50,11 @@ class FEXORA_API PairRates {
   // One line for each pair from `src`, in order; of more than limits::kConversionLines the first.
   std::vector<ConvertedItem> convert(const Currency& src, NSNumber amount, bool invert) const;
 
+  // The amounts of all these lines, in order and without limit, into `amounts` as far as that
+  // reaches; gives how many there are. No memory is taken.
+  std::size_t convertInto(std::span<double> amounts, const Currency& src, double amount,
+                          bool invert) const;
+
  private:
   static constexpr std::uint32_t kNone = CataloguePlaces::kNone;
 
@@ -57,10 +63,12 @@ class FEXORA_API PairRates {
   void link();
   const CurrencyRef& currencyAt(std::uint32_t place) const;
   std::uint32_t place(const Currency& currency) const;
-  double rateAt(std::uint32_t entry) const { return rates_[entry].doubleValue(); }
+  double rateAt(std::uint32_t entry) const { return values_[entry]; }
   Rate pairInGroup(std::uint32_t entry, std::size_t offset) const;
   void convertFromDollar(std::size_t count, NSNumber amount, bool invert,
                          std::vector<ConvertedItem>& items) const;
+  template <class Fill>
+  void eachRunWithout(std::uint32_t place, Fill fill) const;
   void convertGroup(std::uint32_t entry, std::size_t count, NSNumber amount, bool invert,
                     std::vector<ConvertedItem>& items) const;
 
@@ -68,6 +76,7 @@ class FEXORA_API PairRates {
   std::uint32_t dollar_ = kNone;       // the US dollar's place in the catalogue
   std::vector<std::uint32_t> places_;  // of each entry of L
   std::vector<NSNumber> rates_;        // of each entry of L
+  std::vector<double> values_;         // the same as doubles, side by side
   std::vector<std::uint32_t> next_;    // the next entry of L with the same code
   std::vector<std::uint32_t> first_;   // by place in the catalogue: its first entry of L
   std::vector<std::uint32_t> groups_;  // the entries of L that are not the dollar's

@@ -332,6 +332,13 @@ std::pair<Converted, StoreSourceRef> RateManager::convertAmount(NSNumber amount,
   return result;
 }
 
+std::size_t RateManager::convertInto(std::span<double> amounts, double amount,
+                                     const CurrencyRef& srcCurrency, bool invert) const {
+  if (srcCurrency == nullptr || rates_ == nullptr) return 0;
+  return guardedOr(*platform_.log, "Converting an amount", std::size_t{0},
+                   [&] { return rates_->convertInto(amounts, *srcCurrency, amount, invert); });
+}
+
 std::optional<Rate> RateManager::rateForSourceCurrency(const CurrencyRef& src,
                                                        const CurrencyRef& dst) const {
   if (src == nullptr || dst == nullptr || rates_ == nullptr) return std::nullopt;

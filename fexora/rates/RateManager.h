@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -134,6 +135,11 @@ class FEXORA_API RateManager : public NSObject {
   virtual std::pair<Converted, StoreSourceRef> convertAmount(NSNumber amount,
                                                              CurrencyRef srcCurrency, bool sync,
                                                              bool invert = false);
+  // The amounts alone of those lines, in double arithmetic and without limit, into `amounts` as far
+  // as that reaches; gives how many there are. Records nothing and takes no memory: for a host that
+  // converts over and over into room of its own.
+  std::size_t convertInto(std::span<double> amounts, double amount, const CurrencyRef& srcCurrency,
+                          bool invert = false) const;
   // The first pair rate from `src` to `dst`; nothing is derived, inverted or made up for it.
   virtual std::optional<Rate> rateForSourceCurrency(const CurrencyRef& src,
                                                     const CurrencyRef& dst) const;

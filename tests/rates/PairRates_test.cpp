@@ -4,6 +4,7 @@
 #include <bit>
 #include <limits>
 #include <random>
+#include <span>
 
 #include <gtest/gtest.h>
 
@@ -71,6 +72,21 @@ void expectLikeReference(const CurrencyManager& catalogue, const std::vector<USD
     for (std::size_t i = 0; i < items.size(); ++i) {
       EXPECT_EQ(items[i].dstCurrency, lines[i].dstCurrency);
       EXPECT_EQ(bits(items[i].dstAmount), bits(lines[i].dstAmount));
+    }
+    for (const bool invert : {false, true}) {
+      // Room for all of them, and for all but one.
+      std::vector<double> amounts(lines.size() + 1, -1);
+      ASSERT_EQ(pairs.convertInto(amounts, *src, 3.5, invert), lines.size());
+      for (std::size_t i = 0; i < lines.size(); ++i) {
+        const ConvertedItem line(Rate(lines[i].srcCurrency, lines[i].dstCurrency, lines[i].rate),
+                                 3.5, invert);
+        EXPECT_EQ(bits(amounts[i]), bits(line.dstAmount)) << src->code() << i;
+      }
+      EXPECT_EQ(amounts.back(), -1);
+      amounts.assign(amounts.size(), -1);
+      const std::size_t few = lines.empty() ? 0 : lines.size() - 1;
+      EXPECT_EQ(pairs.convertInto(std::span(amounts).first(few), *src, 3.5, invert), lines.size());
+      EXPECT_EQ(amounts[few], -1);
     }
     for (const auto& dst : catalogue.currencies()) {
       const auto first = std::find_if(reference.begin(), reference.end(), [&](const Rate& pair) {
