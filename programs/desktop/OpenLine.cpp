@@ -94,11 +94,11 @@ bool OpenLine::takesKey(const QKeyEvent& key) {
   return true;
 }
 
-bool OpenLine::eventFilter(QObject* watched, QEvent* event) {
+// Of the list's viewport alone, which outlives what makes a list of it: nothing of the list is
+// asked before a press.
+bool OpenLine::eventFilter(QObject* /*watched*/, QEvent* event) {
   const bool isPress = event->type() == QEvent::MouseButtonPress;
-  if (watched != list_.viewport() || (!isPress && event->type() != QEvent::MouseButtonDblClick)) {
-    return false;
-  }
+  if (!isPress && event->type() != QEvent::MouseButtonDblClick) return false;
   const QPoint position = static_cast<const QMouseEvent*>(event)->position().toPoint();
   const QModelIndex index = list_.indexAt(position);
   if (!index.isValid() || !delegate_->signOf(list_.visualRect(index), index).contains(position)) {
