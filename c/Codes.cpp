@@ -101,9 +101,9 @@ Outcome Codes::find(const char* code, std::uint32_t& place) const {
     const bool isLong = typed.size() > kQuotedBytes;
     std::string quoted(kQuotedBytes + 1, '\0');
     putText(typed, quoted.data(), quoted.size());
-    return {FEXORA_NO_CURRENCY, "there is no currency \"" + std::string(quoted.c_str()) +
-                                    (isLong ? "…" : "") + "\"; expected a code like USD" +
-                                    (isLong ? "" : near(typed))};
+    quoted.resize(quoted.find('\0'));
+    return {FEXORA_NO_CURRENCY, "there is no currency \"" + quoted + (isLong ? "…" : "") +
+                                    "\"; expected a code like USD" + (isLong ? "" : near(typed))};
   }
   place = found;
   return {};

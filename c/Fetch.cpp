@@ -12,12 +12,13 @@
 #include "fexora/platform/loop/Clocks.h"
 #include "fexora/platform/network/OwnTransport.h"
 
+#include "programs/sources/NamedSources.h"
 #include "programs/sources/SourcesModule.h"
 
 namespace fexora::c {
 namespace {
 
-Outcome readWith(std::vector<sources::Operand> operands, std::vector<RatesTable>& tables) {
+Outcome readWith(const std::vector<sources::Operand>& operands, std::vector<RatesTable>& tables) {
   std::string reason;
   void* const entry = moduleEntry("sources", "fexora_sources_module", reason);
   if (entry == nullptr) return {FEXORA_REFUSED, "rates cannot be read: " + reason};
@@ -25,9 +26,15 @@ Outcome readWith(std::vector<sources::Operand> operands, std::vector<RatesTable>
   (*reinterpret_cast<sources::ReadSources*>(entry))(operands, reading);
   if (reading.tables.empty()) return {FEXORA_REFUSED, reading.problem};
   tables = std::move(reading.tables);
-  // Whoever hands a text or a file over is not the service.
-  for (RatesTable& table : tables) table.origin = RatesAnswer::Origin::file;
   return {};
+}
+
+// Whoever hands a text or a file over is not the service.
+Outcome readForeign(std::string name, std::optional<std::string> text,
+                    std::vector<RatesTable>& tables) {
+  Outcome read = readWith({{std::move(name), std::move(text)}}, tables);
+  for (RatesTable& table : tables) table.origin = RatesAnswer::Origin::file;
+  return read;
 }
 
 Outcome readFile(const std::string& path, std::vector<RatesTable>& tables) {
@@ -37,7 +44,7 @@ Outcome readFile(const std::string& path, std::vector<RatesTable>& tables) {
   if (unknown) return {FEXORA_NETWORK, path + ": " + unknown.message()};
   const auto file = readWholeFile(Files::process(), place.string(), limits::kAnswerBytes);
   if (!file.ok()) return {FEXORA_NETWORK, path + ": " + file.error().message()};
-  return readWith({{path, file->bytes}}, tables);
+  return readForeign(path, file->bytes, tables);
 }
 
 fexora_code codeOf(ResponseError::Kind kind) {
@@ -124,25 +131,107 @@ class Request {
   Outcome outcome_;
 };
 
+bool isWebAddress(std::string_view operand) {
+  return operand.starts_with("http://") || operand.starts_with("https://");
+}
+
+bool isSourceName(std::string_view operand) {
+  return operand == sources::kService || sources::namedSource(operand) != nullptr;
+}
+
+// One refresh: asks the steps, one after the other, each at one address after the other, until an
+// answer is taken.
+class Asking {
+ public:
+  Asking(fexora_session& session, std::vector<sources::SourceStep> steps, double seconds)
+      : session_(session), steps_(std::move(steps)) {
+    for (const sources::SourceStep& step : steps_) left_ += step.addresses.size();
+    const double whole =
+        limits::kRequestSeconds * static_cast<double>(std::max(left_, std::size_t{1}));
+    until_ = monotonicClockSeconds() + (seconds > 0 ? std::min(seconds, whole) : whole);
+  }
+
+  // Why the first of them gave nothing, where none was taken.
+  Outcome take() {
+    const fexora_session::Turn turn(session_, until_);
+    if (turn.isCancelled()) return {FEXORA_CANCELLED, "cancelled"};
+    if (!turn.isOurs()) return {FEXORA_TIMEOUT, "another refresh has taken the time"};
+    Outcome first;
+    for (const sources::SourceStep& step : steps_) {
+      Outcome outcome = step.addresses.empty()
+                            ? Outcome{FEXORA_NETWORK, step.name + ": no address is known"}
+                            : takeStep(step, turn);
+      if (outcome.isOk() || turn.isCancelled()) return outcome;
+      if (first.isOk()) first = outcome;
+    }
+    return first;
+  }
+
+ private:
+  Outcome takeStep(const sources::SourceStep& step, const fexora_session::Turn& turn) {
+    Outcome first;
+    for (const std::string& address : step.addresses) {
+      // None may take the time of those after it.
+      const double now = monotonicClockSeconds();
+      const double until = now + (until_ - now) / static_cast<double>(left_--);
+      Fetched fetched;
+      Outcome got = fetch(step, address, Request(session_, turn, until), fetched);
+      if (turn.isCancelled()) return got;
+      if (got.isOk() && fetched.answer != nullptr) {
+        return session_.take(*fetched.answer, RatesAnswer::Origin::service);
+      }
+      if (got.isOk()) return session_.take(std::move(fetched.tables));
+      if (first.isOk()) first = got;
+    }
+    return first;
+  }
+
+  // What was fetched: the service's own answer, or tables.
+  struct Fetched {
+    std::shared_ptr<Response> answer;
+    std::vector<RatesTable> tables;
+  };
+
+  static Outcome fetch(const sources::SourceStep& step, const std::string& address,
+                       Request&& request, Fetched& fetched) {
+    if (step.isService) return request.answer(address, fetched.answer);
+    const bool isNamed = !step.name.empty();
+    if (isNamed && !address.starts_with("https://")) {
+      return {FEXORA_NETWORK, shownAddress(address) + ": a source is asked by https only"};
+    }
+    std::string text;
+    Outcome got = request.text(address, text);
+    if (!got.isOk()) return got;
+    return isNamed ? readWith({{step.name, std::move(text)}}, fetched.tables)
+                   : readTables(shownAddress(address), std::move(text), fetched.tables);
+  }
+
+  fexora_session& session_;
+  const std::vector<sources::SourceStep> steps_;
+  double until_ = 0;
+  std::size_t left_ = 0;  // addresses that have not been asked
+};
+
 }  // namespace
 
 Outcome readTables(const std::string& name, std::string text, std::vector<RatesTable>& tables) {
   if (text.size() > limits::kAnswerBytes) return {FEXORA_REFUSED, name + ": it is too large"};
-  return readWith({{name, std::move(text)}}, tables);
+  return readForeign(name, std::move(text), tables);
 }
 
-Outcome fetchRates(fexora_session& session, const fexora_session::Turn& turn, const char* from,
-                   double until, Fetched& fetched) {
-  if (turn.isCancelled()) return {FEXORA_CANCELLED, "cancelled"};
-  if (!turn.isOurs()) return {FEXORA_TIMEOUT, "another refresh has taken the time"};
-  const std::string operand = from != nullptr ? from : session.ratesURL();
-  const bool isAddress = operand.starts_with("http://") || operand.starts_with("https://");
-  if (from != nullptr && !isAddress) return readFile(operand, fetched.tables);
-  Request request(session, turn, until);
-  if (from == nullptr) return request.answer(operand, fetched.answer);
-  std::string text;
-  const Outcome got = request.text(operand, text);
-  return got.isOk() ? readTables(shownAddress(operand), std::move(text), fetched.tables) : got;
+Outcome refreshRates(fexora_session& session, const char* from, double seconds) {
+  const bool isAddress = from != nullptr && isWebAddress(from);
+  if (from != nullptr && !isAddress && !isSourceName(from)) {
+    std::vector<RatesTable> tables;
+    Outcome read = readFile(from, tables);
+    return read.isOk() ? session.take(std::move(tables)) : read;
+  }
+  if (isAddress) return Asking(session, {{{}, {from}}}, seconds).take();
+  const auto steps = from != nullptr ? std::vector{sources::stepFor(from, session.ratesURL())}
+                                     : sources::stepsFor(session.ratesFrom(), session.ratesURL());
+  if (steps.empty())
+    return {FEXORA_REFUSED, "the setting ratesFrom says that rates are from nowhere"};
+  return Asking(session, steps, seconds).take();
 }
 
 }  // namespace fexora::c

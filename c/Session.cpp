@@ -122,6 +122,11 @@ fexora::c::Outcome fexora_session::taken(const std::optional<fexora::ResponseErr
   return isWritable() ? saved() : Outcome();
 }
 
+std::string fexora_session::ratesFrom() const {
+  const std::lock_guard lock(mutex_);
+  return store_->ratesFrom();
+}
+
 fexora::c::Outcome fexora_session::show(double amount, const fexora::CurrencyRef& currency) {
   if (!isWritable()) return fexora::c::misuse("the session was not opened for writing");
   const std::lock_guard lock(mutex_);

@@ -61,6 +61,8 @@ struct fexora_session {
 
   fexora::Files& files() noexcept { return *platform_.files; }
   const std::string& ratesURL() const { return rates_->ratesURL(); }
+  // The store's setting.
+  std::string ratesFrom() const;
   fexora::NetOptions netOptions() const;
 
  private:

@@ -4,8 +4,6 @@
 #include <vector>
 
 #include "fexora/c.h"
-#include "fexora/platform/base/Limits.h"
-#include "fexora/platform/loop/Clocks.h"
 
 #include "c/Fetch.h"
 #include "c/calls/Checked.h"
@@ -117,18 +115,7 @@ int fexora_read_rates(fexora_session* session, const char* text, size_t size, fe
 int fexora_refresh(fexora_session* session, const char* from, double seconds, fexora_error* error) {
   return withSession(session, error, [&] {
     if (!(seconds >= 0)) return misuse("seconds are 0 or more");
-    const double most = fexora::limits::kRequestSeconds;
-    const double until =
-        fexora::monotonicClockSeconds() + (seconds > 0 && seconds < most ? seconds : most);
-    Fetched fetched;
-    Outcome outcome;
-    {
-      const fexora_session::Turn turn(*session, until);
-      outcome = fetchRates(*session, turn, from, until, fetched);
-    }
-    if (!outcome.isOk()) return outcome;
-    if (fetched.answer == nullptr) return session->take(std::move(fetched.tables));
-    return session->take(*fetched.answer, RatesAnswer::Origin::service);
+    return refreshRates(*session, from, seconds);
   });
 }
 

@@ -181,9 +181,13 @@ FEXORA_C_API int fexora_set_rates(fexora_session* session, const char* const* co
  * daily euro reference rates. Codes that the catalogue does not have are left out. */
 FEXORA_C_API int fexora_read_rates(fexora_session* session, const char* text, size_t size,
                                    fexora_error* error);
-/* The same from a file (its path) or an address (http:, https:; null: the rates service's), waiting
- * `seconds` at most (0: the library's own bounds, which are never exceeded). Conversions go on
- * meanwhile. One refresh a session at a time; a second one waits for its turn. */
+/* The same from a file (its path), an address (http:, https:), the rates service ("service") or a
+ * public source by its name ("exchange-api", "ecb"). Null asks as the program and the windows do:
+ * whom the store's setting `ratesFrom` names, else the service where one is configured, else the
+ * public sources one after the other, until an answer is taken; the failure is the first one's.
+ * Waits `seconds` at most, shared among all addresses (0: the library's own bounds for each, which
+ * are never exceeded). Conversions go on meanwhile. One refresh a session at a time; a second one
+ * waits for its turn. */
 FEXORA_C_API int fexora_refresh(fexora_session* session, const char* from, double seconds,
                                 fexora_error* error);
 /* Ends each refresh of the session that has begun: it returns FEXORA_CANCELLED. Nothing where none

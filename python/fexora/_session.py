@@ -223,8 +223,10 @@ class Session:
         _native.call("read_rates", handle.pointer, data, len(data))
 
     def refresh(self, source: str | os.PathLike[str] | None = None, *, timeout: float = 0) -> None:
-        """The same from a file or an address (None: the rates service), in `timeout` seconds at most.
+        """The same from a source's name, a file or an address, in `timeout` seconds at most.
 
+        None asks as the program and the windows do: by the store's setting `ratesFrom`, else a
+        configured service, else "exchange-api" and then "ecb".
         Ctrl-C ends it; so does cancel(), from any thread and from a signal's handler.
         """
         handle = self._held()

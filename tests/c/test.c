@@ -237,6 +237,21 @@ static void texts(void) {
   fexora_close(s);
 }
 
+/* Refreshes the person's own store from each word ("" is null) in so many seconds. */
+static int refresh_from(int count, char** words) {
+  fexora_session* s = session_on(NULL, FEXORA_WRITABLE);
+  fexora_freshness fresh;
+  double rate = 0;
+  for (int i = 3; i < count; ++i) {
+    const int code = fexora_refresh(s, *words[i] ? words[i] : NULL, atof(words[2]), &failure);
+    OK(fexora_get_freshness(s, &fresh, sizeof fresh, &failure));
+    OK(fexora_rate(s, "USD", "EUR", &rate, NULL, &failure));
+    printf("%d %s %.17g\n", code, fresh.source, rate);
+  }
+  fexora_close(s);
+  return failures;
+}
+
 int main(int count, char** words) {
   char store[4096];
   pthread_t thread;
@@ -250,6 +265,7 @@ int main(int count, char** words) {
                   (int)sizeof(fexora_reading), (int)sizeof(fexora_facts),
                   (int)sizeof(fexora_past)) < 0;
   }
+  if (count > 3 && strcmp(words[1], "refresh") == 0) return refresh_from(count, words);
   if (count != 3) return 2;
   CHECK(fexora_c_revision() >= FEXORA_C_REVISION && strlen(fexora_version()) >= 5);
   snprintf(store, sizeof store, "%s/a/store", words[1]);

@@ -4,6 +4,7 @@ import datetime
 import json
 import ssl
 import subprocess
+import time
 
 from service import Service, answer
 from support import ProgramTest, snapshot_rates
@@ -45,6 +46,16 @@ def certificate(folder, first, last):
 def table(day, **changes):
     rates = {code.lower(): rate for code, rate in snapshot_rates().items()} | changes
     return json.dumps({"date": day, "usd": rates})
+
+
+def slow(day):
+    """Nothing of it is wrong, but it never ends."""
+    def send(connection):
+        connection.sendall(b"HTTP/1.1 200 OK\r\n\r\n" + table(day).encode())
+        while True:
+            connection.sendall(b" ")
+            time.sleep(0.1)
+    return send
 
 
 class Sources(ProgramTest):
@@ -115,7 +126,29 @@ class Sources(ProgramTest):
         self.assertIn("fexora settings ratesFrom automatic", self.reject(3, "refresh"))
         self.assertIn("from ecb", self.succeed("refresh", "--from", "ecb"))
 
+    def test_hosts_in_c_ask_the_same(self):
+        def refresh(*words, **changes):
+            code, out, err = self.run_program("refresh", "0", *words, program="test_c",
+                                              env=self.environment(**changes))
+            self.assertEqual((code, err), (0, ""))
+            return [line.split() for line in out.splitlines()]
+
+        self.assertEqual(refresh("", "ecb"), [["0", "exchange-api", "0.90000000000000002"],
+                                              ["0", "ecb", "0.88888888888888884"]])
+        self.service.paths["/slow"] = slow(self.day)
+        self.service.requests.clear()
+        base = self.service.base
+        code, out, _ = self.run_program("refresh", "1", "", "exchange-api", program="test_c", env=self.environment(
+            FEXORA_SOURCES_EXCHANGE_API=f"{base}/slow"))
+        self.assertEqual([line.split()[:2] for line in out.splitlines()], [["0", "ecb"], ["8", "ecb"]])
+        self.assertEqual(self.asked(), ["/slow", "/euro.xml", "/slow"])
+        self.succeed("settings", "ratesFrom", "nowhere")
+        self.assertEqual(refresh("")[0][0], "10")
+
     def test_who_lies_or_cannot_prove_who_it_is_gets_nowhere(self):
+        self.service.paths["/slow"] = slow(self.day)
+        late = self.start("refresh", "--from", "exchange-api", "--json", env=self.environment(
+            FEXORA_CONTAINER=str(self.new_folder()), FEXORA_SOURCES_EXCHANGE_API=f"{self.service.base}/slow"))
         plain = Service(self, answer(table(self.day)))
         old = certificate(self.folder / "expired", "20200101", "20210101")
         expired = self.serve(old)
@@ -138,5 +171,7 @@ class Sources(ProgramTest):
                 if kind != "taken":
                     self.assertEqual((code, json.loads(out)["error"]["kind"]), (3, kind), err)
         self.assertEqual(plain.requests, [])
+        out, err = late.communicate(timeout=120)
+        self.assertEqual((late.returncode, json.loads(out)["error"]["kind"]), (3, "timeOut"), err)
         # Of those that were left out the older rates stay.
         self.assertIn("(rate of 29 September, bundled)", self.succeed("1", "USD", "EUR"))
