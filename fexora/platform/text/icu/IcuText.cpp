@@ -72,6 +72,26 @@ void appendBare(icu::UnicodeString& out, UChar32 letter) {
 constexpr int kMarksOfALetter = 30;
 constexpr UChar32 kGraphemeJoiner = 0x034F;  // parts marks that would change places
 
+// Asked of ICU once, which keeps them for the process; each null where it has none.
+struct NormalForms {
+  NormalForms() noexcept {
+    UErrorCode error = U_ZERO_ERROR;
+    fold = icu::Normalizer2::getNFKCCasefoldInstance(error);
+    decompose = icu::Normalizer2::getNFDInstance(error);
+    compose = icu::Normalizer2::getNFCInstance(error);
+  }
+  bool areThere() const { return fold != nullptr && decompose != nullptr && compose != nullptr; }
+
+  const icu::Normalizer2* fold = nullptr;
+  const icu::Normalizer2* decompose = nullptr;
+  const icu::Normalizer2* compose = nullptr;
+};
+
+const NormalForms& normalForms() {
+  static const NormalForms forms;
+  return forms;
+}
+
 enum class Rest { parted, dropped };
 
 // A text whose runs of what `form` may join to a letter before are no longer than that; what comes
@@ -123,26 +143,25 @@ std::string IcuText::lowercased(std::string_view text) {
 }
 
 std::string IcuText::folded(std::string_view text) {
+  const NormalForms& forms = normalForms();
+  if (!forms.areThere()) return lowercased(text);
   UErrorCode error = U_ZERO_ERROR;
-  const auto* const fold = icu::Normalizer2::getNFKCCasefoldInstance(error);
-  const auto* const decompose = icu::Normalizer2::getNFDInstance(error);
-  const auto* const compose = icu::Normalizer2::getNFCInstance(error);
-  if (U_FAILURE(error) != 0) return lowercased(text);
-  const auto plain = inShortRuns(text, *fold, Rest::dropped);
-  const icu::UnicodeString marked = decompose->normalize(fold->normalize(plain, error), error);
+  const auto plain = inShortRuns(text, *forms.fold, Rest::dropped);
+  const icu::UnicodeString marked =
+      forms.decompose->normalize(forms.fold->normalize(plain, error), error);
   icu::UnicodeString bare;
   for (std::int32_t at = 0; at < marked.length(); at = marked.moveIndex32(at, 1)) {
     appendBare(bare, marked.char32At(at));
   }
   std::string out;
-  compose->normalize(bare, error).toUTF8String(out);
+  forms.compose->normalize(bare, error).toUTF8String(out);
   return U_SUCCESS(error) != 0 ? out : lowercased(text);
 }
 
 std::string IcuText::canonical(std::string_view text) {
+  const icu::Normalizer2* const nfd = normalForms().decompose;
+  if (nfd == nullptr) return std::string(text);
   UErrorCode error = U_ZERO_ERROR;
-  const icu::Normalizer2* const nfd = icu::Normalizer2::getNFDInstance(error);
-  if (U_FAILURE(error) != 0) return std::string(text);
   std::string out;
   nfd->normalize(inShortRuns(text, *nfd, Rest::parted), error).toUTF8String(out);
   return U_SUCCESS(error) != 0 ? out : std::string(text);
