@@ -80,7 +80,8 @@ class Pictures {
         {"unknown", &Pictures::unknown},
         {"calendar", &Pictures::calendar},
         {"today", &Pictures::today},
-        {"rates", &Pictures::rates}};
+        {"rates", &Pictures::rates},
+        {"trend", &Pictures::trend}};
     const auto found = kStates.find(state.section('-', 0, 0));
     if (found == kStates.end()) qFatal("no such state");
     name_ = state;
@@ -289,6 +290,19 @@ class Pictures {
   void today() {
     TodayWindow window(desk_, appearance_);
     save(window);
+  }
+  void trend() {
+    keepPast(dayAgo(400), dayAgo(1), true);
+    const bool isDark = name_.endsWith("dark");
+    desk_.store.setMode(isDark ? StyleMode::dark : StyleMode::light);
+    desk_.store.setTodayTrend(true);
+    TodayWindow window(desk_, appearance_);
+    const auto isDrawn = [&] {
+      return window.lines().index(0).data(TodayModel::trendRole).isValid();
+    };
+    if (!QTest::qWaitFor(isDrawn)) qFatal("no trend");
+    save(window);
+    desk_.store.setTodayTrend(false);
   }
   void rates() {
     desk_.store.setMode(StyleMode::dark);

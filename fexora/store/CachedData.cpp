@@ -49,6 +49,29 @@ std::string StoreManager::ratesFrom() const {
   return word;
 }
 
+bool StoreManager::todayTrend() const {
+  bool isDrawn = false;
+  attempt("Reading whether the widget draws how rates moved", [&] {
+    const Value* stored = ud().find(kUDTodayTrend);
+    const NSNumber* number = stored != nullptr ? stored->number() : nullptr;
+    isDrawn = number != nullptr && number->kind() == NSNumber::Kind::boolean && number->boolValue();
+  });
+  return isDrawn;
+}
+
+void StoreManager::setTodayTrend(bool isDrawn) {
+  attempt("Keeping whether the widget draws how rates moved", [&] {
+    Dictionary content = ud();
+    if (isDrawn) {
+      content.set(kUDTodayTrend, true);
+    } else {
+      content.remove(kUDTodayTrend);
+    }
+    setUd(std::move(content));
+    synchronize();
+  });
+}
+
 void StoreManager::setRatesFrom(std::string_view word) {
   attempt("Keeping where rates come from", [&] {
     Dictionary content = ud();

@@ -13,6 +13,8 @@ inline constexpr std::string_view kUDSourceCurrency = "UDSourceCurrency";
 inline constexpr std::string_view kUDRatesAnswer = "UDRatesAnswer";
 // Where rates come from, a word of the programs: see StoreManager::ratesFrom.
 inline constexpr std::string_view kUDRatesFrom = "UDRatesFrom";
+// Whether the widget draws how rates moved: see StoreManager::todayTrend.
+inline constexpr std::string_view kUDTodayTrend = "UDTodayTrend";
 // What it lacked of earlier ones: see KeptRates.h.
 inline constexpr std::string_view kUDRatesKept = "UDRatesKept";
 

@@ -74,6 +74,10 @@ class FEXORA_API StoreManager : public UserStoreManager {
   // the library none. Empty where nobody chose. Setting it saves the file at once; "" takes it out.
   std::string ratesFrom() const;
   void setRatesFrom(std::string_view word);
+  // Whether the widget draws how each rate moved; false where nobody chose. Setting it saves the
+  // file at once.
+  bool todayTrend() const;
+  void setTodayTrend(bool isDrawn);
 
   // A one-shot switch: false makes the next saveSettings() do nothing but set it to true again.
   virtual bool canSave() const { return canSave_; }

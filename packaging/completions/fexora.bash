@@ -71,7 +71,7 @@ _fexora() {
     convert:* | select:* | history:* | settings:2) _fexora_values "$program" "$word" "$command" ;;
     settings:1)
       COMPREPLY=($(compgen -W "fraction mode seporate namingInWidget numberOfCurrenciesInWidget
-        todayCurrencies todayConversionMode todayRelativeCurrency ratesFrom" -- "$word"))
+        todayCurrencies todayConversionMode todayRelativeCurrency ratesFrom todayTrend" -- "$word"))
       ;;
   esac
 }
@@ -81,7 +81,7 @@ _fexora_values() {
   local program=$1 word=$2 values
   case $3:${COMP_WORDS[COMP_CWORD - 1]} in
     settings:mode) values="light dark" ;;
-    settings:seporate) values="true false" ;;
+    settings:seporate | settings:todayTrend) values="true false" ;;
     settings:namingInWidget) values="names codes" ;;
     settings:todayConversionMode) values="linear rate" ;;
     settings:ratesFrom) values="automatic exchange-api ecb service nowhere" ;;

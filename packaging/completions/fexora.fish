@@ -1,7 +1,7 @@
 # fish completion for fexora: commands, options, settings, and currencies with their names.
 
 set -l settings fraction mode seporate namingInWidget numberOfCurrenciesInWidget todayCurrencies \
-    todayConversionMode todayRelativeCurrency ratesFrom
+    todayConversionMode todayRelativeCurrency ratesFrom todayTrend
 
 # The operands before the word at the cursor.
 function __fexora_operands
@@ -61,6 +61,8 @@ complete -c fexora -n '__fexora_is settings; and contains -- mode (__fexora_oper
 complete -c fexora -n '__fexora_is settings; and contains -- ratesFrom (__fexora_operands)' \
     -a 'automatic exchange-api ecb service nowhere'
 complete -c fexora -n '__fexora_is settings; and contains -- seporate (__fexora_operands)' \
+    -a 'true false'
+complete -c fexora -n '__fexora_is settings; and contains -- todayTrend (__fexora_operands)' \
     -a 'true false'
 complete -c fexora -n '__fexora_is settings; and contains -- namingInWidget (__fexora_operands)' \
     -a 'names codes'

@@ -221,10 +221,7 @@ std::vector<DayRate> PlotPanel::inRange() const {
 
 void PlotPanel::showRange() {
   std::vector<DayRate> rates = inRange();
-  const double percent = (rates.back().rate / rates.front().rate - 1) * 100;
-  change_->setText(leftToRight(tr("%1 %", "a change in percent")
-                                   .arg((percent < 0 ? QStringLiteral("−") : QStringLiteral("+")) +
-                                        fixedText(std::abs(percent), 2))));
+  change_->setText(percentText((rates.back().rate / rates.front().rate - 1) * 100));
   const bool isProblem = !past_.problem.empty();
   sourceLine_->setTone(isProblem ? TextLine::Tone::warning : TextLine::Tone::dim);
   sourceLine_->setText(isProblem ? lineOf(past_.problem) : sourceText(rates));

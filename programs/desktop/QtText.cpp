@@ -101,6 +101,12 @@ QString fixedText(double value, int digits) {
   return toQt(Text::process().formatNumber(value, Locale::current(), style));
 }
 
+QString percentText(double percent) {
+  const QString number = fixedText(std::abs(percent), 2);
+  return leftToRight(QCoreApplication::translate("FreshnessWords", "%1 %", "a change in percent")
+                         .arg((percent < 0 ? u'−' : u'+') + number));
+}
+
 QString kilobytesText(std::uint64_t bytes) {
   constexpr std::uint64_t kKilobyte = 1024;
   return QLocale().toString(static_cast<qulonglong>((bytes + kKilobyte - 1) / kKilobyte));

@@ -46,6 +46,9 @@ QString plainNumber(double value);
 // With exactly so many digits after the mark, and marks between groups of the others.
 QString fixedText(double value, int digits);
 
+// "+1.98 %"
+QString percentText(double percent);
+
 // "968", begun kilobytes of an answer.
 QString kilobytesText(std::uint64_t bytes);
 

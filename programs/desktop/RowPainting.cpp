@@ -68,6 +68,24 @@ void RowPainting::openingSign(const QRect& area, bool isOpen) {
   painter_.setRenderHint(QPainter::Antialiasing, false);
 }
 
+void RowPainting::sparkline(const QRectF& area, QPolygonF shape) {
+  const double radius = sized(2);
+  const QRectF inner = area.adjusted(radius, radius, -radius, -radius);
+  const bool mirrored = option_.direction == Qt::RightToLeft;
+  for (QPointF& point : shape) {
+    const double along = mirrored ? 1 - point.x() : point.x();
+    point = {inner.left() + along * inner.width(), inner.bottom() - point.y() * inner.height()};
+  }
+  painter_.setRenderHint(QPainter::Antialiasing);
+  painter_.setPen(QPen(theme_.dim, 1.25, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter_.setBrush(Qt::NoBrush);
+  painter_.drawPolyline(shape);
+  painter_.setPen(Qt::NoPen);
+  painter_.setBrush(theme_.accent);
+  painter_.drawEllipse(shape.back(), radius, radius);
+  painter_.setRenderHint(QPainter::Antialiasing, false);
+}
+
 QRect RowPainting::without(const QRect& area, Side side, int width) const {
   QRect rest = area;
   const bool atLeft = (side == Side::start) == (option_.direction == Qt::LeftToRight);

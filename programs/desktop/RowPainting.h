@@ -3,6 +3,7 @@
 
 #include <QFont>
 #include <QPainter>
+#include <QPolygonF>
 #include <QStyleOptionViewItem>
 
 #include "programs/desktop/Style.h"
@@ -28,6 +29,10 @@ class RowPainting {
 
   // A sign for a row that opens, below or beside itself, in the middle of `area`.
   void openingSign(const QRect& area, bool isOpen);
+
+  // A small line over `area`, in the row's direction, its last point in the accent; both sides of
+  // `shape` from 0 to 1, upwards.
+  void sparkline(const QRectF& area, QPolygonF shape);
 
   const QStyleOptionViewItem& option() const { return option_; }
   const Theme& theme() const { return theme_; }

@@ -46,6 +46,7 @@ SettingsPage::SettingsPage(const Desk& desk, QWidget* parent)
       useSelection_(new QPushButton(tr("As in the converter"))),
       conversion_(choices({tr("The last amount"), tr("Rates of one unit")})),
       relative_(new QPushButton),
+      trend_(new QCheckBox(tr("Draw how each rate &moved"))),
       ratesFrom_(choices({tr("Automatic"), tr("exchange-api, daily"), tr("European Central Bank"),
                           tr("The rates service"), tr("Nowhere")})),
       autostart_(new QCheckBox(tr("&Open at login"))) {
@@ -84,6 +85,7 @@ void SettingsPage::addFields(QFormLayout& form) {
   form.addRow(QString(), useSelection_);
   form.addRow(tr("&Named by"), naming_);
   form.addRow(tr("&Lines at most"), number_);
+  form.addRow(QString(), trend_);
   form.addRow(QString(), autostart_);
 }
 
@@ -120,6 +122,8 @@ void SettingsPage::connectFields() {
   connect(relative_, &QPushButton::clicked, this, &SettingsPage::chooseRelative);
   connect(useSelection_, &QPushButton::clicked, this,
           [&, this] { save([&] { store.setTodayCurrencies({}); }); });
+  connect(trend_, &QCheckBox::toggled, this,
+          [&, this](bool on) { save([&] { store.setTodayTrend(on); }); });
   connect(autostart_, &QCheckBox::toggled, this, [this](bool on) {
     if (!isFilling_ && !setStartsTodayAtLogin(on)) reload();
   });
@@ -138,6 +142,7 @@ void SettingsPage::reload() {
   const auto chosen = std::find(sources.begin(), sources.end(), store.ratesFrom());
   ratesFrom_->setCurrentIndex(chosen != sources.end() ? static_cast<int>(chosen - sources.begin())
                                                       : 0);
+  trend_->setChecked(store.todayTrend());
   autostart_->setChecked(startsTodayAtLogin());
   isFilling_ = false;
   showChoices();

@@ -48,6 +48,7 @@ class SettingsPage final : public QDialog {
   QPushButton* useSelection_;
   QComboBox* conversion_;
   QPushButton* relative_;
+  QCheckBox* trend_;
   QComboBox* ratesFrom_;
   QCheckBox* autostart_;
 };

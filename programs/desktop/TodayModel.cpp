@@ -5,6 +5,7 @@
 #include "programs/desktop/FreshnessText.h"
 #include "programs/desktop/Languages.h"
 #include "programs/desktop/QtText.h"
+#include "programs/desktop/Trends.h"
 #include "programs/shared/Selection.h"
 
 namespace fexora::desktop {
@@ -32,8 +33,15 @@ QVariant TodayModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
     case Qt::AccessibleTextRole:
       return tr("%1, %2").arg(nameOf(currency), valueText(index.row()));
-    case Qt::AccessibleDescriptionRole:
-      return originText(index.row());
+    case Qt::AccessibleDescriptionRole: {
+      const QString origin = originText(index.row());
+      const QString trend = trendText(index.row());
+      return origin.isEmpty() || trend.isEmpty() ? origin + trend : origin + " · " + trend;
+    }
+    case trendRole: {
+      const auto* const trend = trendAt(index.row());
+      return trend != nullptr ? Trends::shapeOf(*trend, isTurned()) : QVariant();
+    }
     default:
       return {};
   }
@@ -59,6 +67,34 @@ void TodayModel::reload() {
   desk_.rates.loadStoredRates(std::move(wanted));
   pairs_.emplace(desk_.rates, desk_.store);
   endResetModel();
+  askTrends();
+}
+
+void TodayModel::setTrends(Trends& trends) {
+  trends_ = &trends;
+  connect(trends_, &Trends::changed, this, [this] {
+    if (!lines_.empty()) emit dataChanged(index(0), index(rowCount() - 1));
+  });
+  askTrends();
+}
+
+void TodayModel::askTrends() {
+  if (trends_ != nullptr && desk_.store.todayTrend()) trends_->ask(source_, lines_);
+}
+
+const std::vector<DayRate>* TodayModel::trendAt(int row) const {
+  if (trends_ == nullptr || !desk_.store.todayTrend()) return nullptr;
+  const auto& rates = trends_->of(currencyAt(row));
+  return rates.empty() ? nullptr : &rates;
+}
+
+QString TodayModel::trendText(int row) const {
+  const auto* const trend = trendAt(row);
+  if (trend == nullptr) return {};
+  const double change = trend->back().rate / trend->front().rate;
+  return tr("in %1 days %2")
+      .arg(languageLocale().toString(Trends::kDays),
+           percentText(((isTurned() ? 1 / change : change) - 1) * 100));
 }
 
 void TodayModel::turn() {

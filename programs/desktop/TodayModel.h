@@ -10,6 +10,8 @@
 
 namespace fexora::desktop {
 
+class Trends;
+
 class TodayModel final : public QAbstractListModel {
   Q_OBJECT
 
@@ -17,10 +19,14 @@ class TodayModel final : public QAbstractListModel {
   enum Role {
     labelRole = Qt::UserRole + 1,  // the name or the code
     originRole,                    // as LinesModel's
+    trendRole,                     // Trends' shape, when the setting says so and days are known
     valueRole,                     // what the heading's amount gives; "–" without a rate
   };
 
   explicit TodayModel(const Desk& desk, QObject* parent = nullptr);
+
+  // Asked for what the setting wants drawn. They outlive it.
+  void setTrends(Trends& trends);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
@@ -40,6 +46,10 @@ class TodayModel final : public QAbstractListModel {
  private:
   std::optional<program::PairFinder::Found> rateAt(int row) const;
   QString originText(int row) const;
+  // "in 30 days +1.98 %", or empty
+  QString trendText(int row) const;
+  const std::vector<DayRate>* trendAt(int row) const;
+  void askTrends();
   QString valueText(int row) const;
 
   Desk desk_;
@@ -48,6 +58,7 @@ class TodayModel final : public QAbstractListModel {
   double amount_ = 1;
   bool isTurned_ = false;
   std::optional<program::PairFinder> pairs_;
+  Trends* trends_ = nullptr;
 };
 
 }  // namespace fexora::desktop

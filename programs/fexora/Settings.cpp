@@ -67,7 +67,7 @@ std::int64_t raw(Enum value) {
 
 // Those of the windows, and then what the JSON form of all leaves away.
 constexpr std::size_t kGivenSettings = 8;
-const std::array<Setting, kGivenSettings + 1> kSettings = {{
+const std::array<Setting, kGivenSettings + 2> kSettings = {{
     {"fraction", "digits after the decimal mark",
      [](JsonText& json, const StoreManager& store) { json.integer(store.fraction()); },
      [](StoreManager& store, Text name, Text value) {
@@ -133,6 +133,9 @@ const std::array<Setting, kGivenSettings + 1> kSettings = {{
        }
        store.setRatesFrom(value == sources::kAutomatic ? std::string() : value);
      }},
+    {"todayTrend", "whether the widget draws how each rate moved in 30 days",
+     [](JsonText& json, const StoreManager& store) { json.boolean(store.todayTrend()); },
+     [](StoreManager& store, Text name, Text value) { store.setTodayTrend(boolean(name, value)); }},
 }};
 
 const Setting& settingNamed(Text typed) {
@@ -180,7 +183,8 @@ void print(const CommandLine& line, const StoreManager& store) {
     json.beginObject();
     addGivenSettings(json, store);
     const Setting* named = line.operands.empty() ? nullptr : &settingNamed(line.operands[0]);
-    if (named == &kSettings.back()) named->write(json.key(named->name), store);
+    const bool isFurther = named != nullptr && named >= &kSettings[kGivenSettings];
+    if (isFurther) named->write(json.key(named->name), store);
     printLine(json.endObject().text());
   } else if (!line.operands.empty()) {
     printLine(shown(settingNamed(line.operands[0]), store));

@@ -19,6 +19,7 @@
 #include "programs/desktop/Companion.h"
 #include "programs/desktop/FreshnessDot.h"
 #include "programs/desktop/FreshnessText.h"
+#include "programs/desktop/HistoryThread.h"
 #include "programs/desktop/Languages.h"
 #include "programs/desktop/LinkButton.h"
 #include "programs/desktop/PlainLabels.h"
@@ -27,6 +28,7 @@
 #include "programs/desktop/TextLine.h"
 #include "programs/desktop/TodayDelegate.h"
 #include "programs/desktop/TodayModel.h"
+#include "programs/desktop/Trends.h"
 
 namespace fexora::desktop {
 namespace {
@@ -55,8 +57,10 @@ TodayWindow::TodayWindow(const Desk& desk, Appearance& appearance)
     : QMainWindow(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::Tool),
       desk_(desk),
       appearance_(appearance),
+      history_(new HistoryThread(desk, this)),
       lines_(new TodayModel(desk, this)),
       heading_(new TextLine(17, TextLine::Tone::text, QFont::DemiBold)),
+      span_(new TextLine(11)),
       mode_(new LinkButton({}, nullptr, 11)),
       list_(new QListView),
       dot_(new FreshnessDot),
@@ -64,6 +68,7 @@ TodayWindow::TodayWindow(const Desk& desk, Appearance& appearance)
   setWindowTitle(tr("Fexora Today"));
   setAttribute(Qt::WA_TranslucentBackground);
   setAttribute(Qt::WA_QuitOnClose);
+  lines_->setTrends(*new Trends(desk, *history_, this));
   build();
   reload();
   const QPoint position = QSettings().value(positionKey()).toPoint();
@@ -97,7 +102,9 @@ QWidget* TodayWindow::buildHead() {
   auto* const row = new QHBoxLayout(head);
   row->setContentsMargins(sized(kMargin), 0, sized(kMargin), 0);
   row->addWidget(heading_, 1);
+  row->addWidget(span_);
   row->addWidget(mode_);
+  span_->setKeepsWhole(true);
   heading_->setAccessibleDescription(tr("Converted amount"));
   connect(mode_, &QPushButton::clicked, this, &TodayWindow::turn);
   head->installEventFilter(this);
@@ -126,6 +133,8 @@ void TodayWindow::reload() {
 
 void TodayWindow::showWords() {
   heading_->setText(lines_->heading());
+  span_->setVisible(desk_.store.todayTrend());
+  span_->setText(tr("%1 days").arg(languageLocale().toString(Trends::kDays)));
   mode_->setVisible(lines_->showsRates());
   mode_->setText(tr("rates ⇄"));
   mode_->setToolTip(tr("Turn the rates around"));

@@ -14,6 +14,7 @@ namespace fexora::desktop {
 
 class Appearance;
 class FreshnessDot;
+class HistoryThread;
 class LinkButton;
 class TextLine;
 class TodayModel;
@@ -53,8 +54,10 @@ class TodayWindow final : public QMainWindow {
 
   Desk desk_;
   Appearance& appearance_;
+  HistoryThread* history_;
   TodayModel* lines_;
   TextLine* heading_;
+  TextLine* span_;
   LinkButton* mode_;
   QListView* list_;
   FreshnessDot* dot_;

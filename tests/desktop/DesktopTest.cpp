@@ -2,6 +2,7 @@
 // goes.
 #include <QApplication>
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDBusArgument>
@@ -47,6 +48,7 @@
 #include "programs/desktop/Style.h"
 #include "programs/desktop/TextLine.h"
 #include "programs/desktop/TodayModel.h"
+#include "programs/desktop/Trends.h"
 #include "programs/desktop/WindowProgram.h"
 #include "programs/shared/RatesText.h"
 #include "programs/today/TodayWindow.h"
@@ -607,6 +609,9 @@ void DesktopTest::savesSettingsAtOnce() {
   QCOMPARE(changes, 2);
   for (auto* const box : page.findChildren<QComboBox*>()) box->setCurrentIndex(box->count() - 1);
   QCOMPARE(desk_.store.ratesFrom(), "nowhere");
+  QVERIFY(!desk_.store.todayTrend());
+  page.findChildren<QCheckBox*>().at(1)->click();
+  QVERIFY(desk_.store.todayTrend());
   QVERIFY(program::FreshRates(desk_.rates, desk_.store).steps().empty());
   const QByteArray kept = storeBytes();
   page.reload();
@@ -723,6 +728,26 @@ void DesktopTest::showsTodayInBothModes() {
            toQt(NumberFormat(3, true).rate(bundled(1, "EUR", "CHF"))));
   lines.turn();
   QCOMPARE(text(1, TodayModel::valueRole), toQt(NumberFormat(3, true).rate(1 / 1.95583)));
+  // Trends are drawn where they are wanted and known, turned around with the rates.
+  HistoryThread history(desk_);
+  Trends trends(desk_, history);
+  lines.setTrends(trends);
+  desk_.store.setTodayTrend(true);
+  std::vector<PublishedTable> tables;
+  for (const auto& [day, figure] : {std::pair(1, "0.95"), {11, "0.97"}, {21, "0.96"}}) {
+    tables.push_back({Day(std::chrono::year(2026) / 3 / day), "ecb", "EUR", {{"CHF", figure}}});
+  }
+  history.keep(tables, &history, {});
+  lines.reload();
+  QTRY_VERIFY(lines.index(0).data(TodayModel::trendRole).isValid());
+  const auto shape = [&] { return lines.index(0).data(TodayModel::trendRole).value<QPolygonF>(); };
+  QCOMPARE(shape(), QPolygonF({{0, 1}, {0.5, 0}, {1, 0.5}}));
+  QCOMPARE(lines.index(0).data(Qt::AccessibleDescriptionRole).toString(),
+           "in 30 days −" + QString::number((1 - 0.95 / 0.96) * 100, 'f', 2) + " %");
+  // A fixed ratio does not move.
+  QCOMPARE(lines.index(1).data(TodayModel::trendRole).value<QPolygonF>().first(), QPointF(0, 0.5));
+  lines.turn();
+  QCOMPARE(shape().first(), QPointF(0, 0));
   // What newer rates lack has a day of its own, here and in the converter.
   const std::vector rates = {USDRate::make(1, "USD"), USDRate::make(0.9, "EUR")};
   QVERIFY(!desk_.rates.takeTables({{rates, desk_.now(), "a bank"}}, false));

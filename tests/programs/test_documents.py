@@ -80,6 +80,7 @@ class Documents(ProgramTest):
         for source in (SNAPSHOT, few):
             self.succeed("refresh", "--from", source, "--force")
         self.succeed("settings", "ratesFrom", "ecb")
+        self.succeed("settings", "todayTrend", "true")
         self.succeed("100", "USD")
         content = self.content()
         self.assertEqual(table, {key: TYPES[type(value)] for key, value in content.items()})

@@ -470,6 +470,11 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>rate of %1</source>
         <translation>سعر %1</translation>
     </message>
+    <message>
+        <source>%1 %</source>
+        <comment>a change in percent</comment>
+        <translation>%1 %</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::HistoryThread</name>
@@ -583,11 +588,6 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>Getting the past</source>
         <translation>جلب الماضي</translation>
-    </message>
-    <message>
-        <source>%1 %</source>
-        <comment>a change in percent</comment>
-        <translation>%1 %</translation>
     </message>
     <message>
         <source>%1; dotted where unknown</source>
@@ -897,6 +897,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>&amp;Fresh rates from</source>
         <translation>&amp;الأسعار الحديثة من</translation>
     </message>
+    <message>
+        <source>Draw how each rate &amp;moved</source>
+        <translation>ا&amp;رسم كيف تغيّر كل سعر</translation>
+    </message>
 </context>
 <context>
     <name>SourceWords</name>
@@ -926,6 +930,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>in %1</source>
         <translation>بعملة %1</translation>
+    </message>
+    <message>
+        <source>in %1 days %2</source>
+        <translation>خلال %1 يومًا %2</translation>
     </message>
 </context>
 <context>
@@ -969,6 +977,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>The store could not be read.</source>
         <translation>تعذّرت قراءة المخزن.</translation>
+    </message>
+    <message>
+        <source>%1 days</source>
+        <translation>%1 يومًا</translation>
     </message>
 </context>
 </TS>

@@ -458,6 +458,11 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <source>rate of %1</source>
         <translation>Kurs vom %1</translation>
     </message>
+    <message>
+        <source>%1 %</source>
+        <comment>a change in percent</comment>
+        <translation>%1 %</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::HistoryThread</name>
@@ -571,11 +576,6 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
     <message>
         <source>Getting the past</source>
         <translation>Vergangenheit wird geholt</translation>
-    </message>
-    <message>
-        <source>%1 %</source>
-        <comment>a change in percent</comment>
-        <translation>%1 %</translation>
     </message>
     <message>
         <source>%1; dotted where unknown</source>
@@ -885,6 +885,10 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
         <source>&amp;Fresh rates from</source>
         <translation>&amp;Frische Kurse von</translation>
     </message>
+    <message>
+        <source>Draw how each rate &amp;moved</source>
+        <translation>&amp;Verlauf der Kurse zeichnen</translation>
+    </message>
 </context>
 <context>
     <name>SourceWords</name>
@@ -914,6 +918,10 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
     <message>
         <source>in %1</source>
         <translation>in %1</translation>
+    </message>
+    <message>
+        <source>in %1 days %2</source>
+        <translation>in %1 Tagen %2</translation>
     </message>
 </context>
 <context>
@@ -957,6 +965,10 @@ Rechnet einen Betrag ohne Netz in alle gewählten Währungen um und sagt, wie al
     <message>
         <source>The store could not be read.</source>
         <translation>Der Speicher war nicht lesbar.</translation>
+    </message>
+    <message>
+        <source>%1 days</source>
+        <translation>%1 Tage</translation>
     </message>
 </context>
 </TS>

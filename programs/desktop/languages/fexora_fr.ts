@@ -458,6 +458,11 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <source>rate of %1</source>
         <translation>cours du %1</translation>
     </message>
+    <message>
+        <source>%1 %</source>
+        <comment>a change in percent</comment>
+        <translation>%1 %</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::HistoryThread</name>
@@ -571,11 +576,6 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
     <message>
         <source>Getting the past</source>
         <translation>Récupération du passé</translation>
-    </message>
-    <message>
-        <source>%1 %</source>
-        <comment>a change in percent</comment>
-        <translation>%1 %</translation>
     </message>
     <message>
         <source>%1; dotted where unknown</source>
@@ -885,6 +885,10 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
         <source>&amp;Fresh rates from</source>
         <translation>&amp;Cours récents de</translation>
     </message>
+    <message>
+        <source>Draw how each rate &amp;moved</source>
+        <translation>&amp;Dessiner l’évolution des cours</translation>
+    </message>
 </context>
 <context>
     <name>SourceWords</name>
@@ -914,6 +918,10 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
     <message>
         <source>in %1</source>
         <translation>en %1</translation>
+    </message>
+    <message>
+        <source>in %1 days %2</source>
+        <translation>en %1 jours %2</translation>
     </message>
 </context>
 <context>
@@ -957,6 +965,10 @@ Convertit un montant dans toutes les devises choisies, hors ligne, et dit l’â
     <message>
         <source>The store could not be read.</source>
         <translation>La lecture a échoué.</translation>
+    </message>
+    <message>
+        <source>%1 days</source>
+        <translation>%1 jours</translation>
     </message>
 </context>
 </TS>

@@ -455,6 +455,11 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>rate of %1</source>
         <translation>%1のレート</translation>
     </message>
+    <message>
+        <source>%1 %</source>
+        <comment>a change in percent</comment>
+        <translation>%1%</translation>
+    </message>
 </context>
 <context>
     <name>fexora::desktop::HistoryThread</name>
@@ -568,11 +573,6 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>Getting the past</source>
         <translation>過去のレートの取得</translation>
-    </message>
-    <message>
-        <source>%1 %</source>
-        <comment>a change in percent</comment>
-        <translation>%1%</translation>
     </message>
     <message>
         <source>%1; dotted where unknown</source>
@@ -882,6 +882,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
         <source>&amp;Fresh rates from</source>
         <translation>最新レートの取得元(&amp;F)</translation>
     </message>
+    <message>
+        <source>Draw how each rate &amp;moved</source>
+        <translation>レートの推移を描く(&amp;M)</translation>
+    </message>
 </context>
 <context>
     <name>SourceWords</name>
@@ -911,6 +915,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>in %1</source>
         <translation>%1 建て</translation>
+    </message>
+    <message>
+        <source>in %1 days %2</source>
+        <translation>%1日間で%2</translation>
     </message>
 </context>
 <context>
@@ -954,6 +962,10 @@ Converts an amount into every currency you chose, offline, and says how old its 
     <message>
         <source>The store could not be read.</source>
         <translation>保存データを読めません。</translation>
+    </message>
+    <message>
+        <source>%1 days</source>
+        <translation>%1日</translation>
     </message>
 </context>
 </TS>
