@@ -51,9 +51,10 @@ class Lines {
   Lines(const CommandLine& line, StoreManager& store, const std::optional<PastDay>& on)
       : line_(line), store_(store), on_(on) {}
 
+  // Where a signal ends the lines, what was read is kept, and end() ends the program by it.
   Exit convert() {
     Exit exit = Exit::done;
-    InputLines lines;
+    InputLines lines(endAsked_);
     try {
       while (const auto amount = lines.next()) {
         if (amount->empty()) continue;
@@ -69,6 +70,7 @@ class Lines {
     if (isRecorded_ && !line_.noSave) store_.synchronize();
     return exit;
   }
+  void end() { endAsked_.end(); }
 
  private:
   Exit convertNumbered(std::string text, const std::string& place) {
@@ -90,6 +92,7 @@ class Lines {
   StoreManager& store_;
   const std::optional<PastDay>& on_;
   bool isRecorded_ = false;
+  EndAsked endAsked_;
 };
 
 Sentence readOperands(const std::vector<std::string>& operands) {
@@ -115,9 +118,15 @@ Exit convert(const CommandLine& line) {
   // An amount of the past is not the last one.
   const bool saves = !line.noSave && !on;
   StoreManager& store = openStore(saves);
-  const Exit exit =
-      isMany ? Lines(line, store, on).convert() : convertOne(sentence, line, store, saves, {}, on);
+  if (!isMany) {
+    const Exit exit = convertOne(sentence, line, store, saves, {}, on);
+    if (saves) requireSaved(store);
+    return exit;
+  }
+  Lines lines(line, store, on);
+  const Exit exit = lines.convert();
   if (saves) requireSaved(store);
+  lines.end();
   return exit;
 }
 

@@ -12,6 +12,7 @@ namespace fexora::program {
 
 // False at the end.
 bool InputLines::fill() {
+  if (!endAsked_.awaitInput()) return false;
   ssize_t count = 0;
   do {
     count = ::read(STDIN_FILENO, buffer_.data(), buffer_.size());

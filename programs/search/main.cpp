@@ -1,6 +1,8 @@
 // The desktop's own search: answers amounts of money where people search for everything else.
 #include <array>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <optional>
 #include <string>
@@ -14,6 +16,7 @@
 
 #include "programs/search/Answers.h"
 #include "programs/search/Session.h"
+#include "programs/shared/Failure.h"
 #include "programs/shared/JsonText.h"
 #include "programs/shared/Process.h"
 #include "programs/shared/ShownNames.h"
@@ -83,7 +86,10 @@ int runProgram(const std::vector<std::string>& words) {
     if (!options.query) return serve(options.idle.value_or(kIdleSeconds)) ? 0 : 1;
     options.answer = jsonOf(answersTo(*options.query, storeManager())) + "\n";
   }
-  return std::fputs(options.answer->c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? 0 : 1;
+  if (std::fputs(options.answer->c_str(), stdout) >= 0 && std::fflush(stdout) == 0) return 0;
+  std::fprintf(stderr, "fexora-search: standard output does not take the result: %s\n",
+               std::strerror(errno));
+  return static_cast<int>(program::Exit::notWritten);
 }
 
 }  // namespace

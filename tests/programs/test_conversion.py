@@ -4,6 +4,8 @@ import json
 import os
 import plistlib
 import re
+import signal
+import subprocess
 import time
 
 from support import BIN, ProgramTest, snapshot_rates
@@ -107,6 +109,14 @@ class Conversion(ProgramTest):
         self.assertEqual([line.get("amount") for line in lines], [1, 5, None, None, 1234, 4])
         self.assertRegex(err, r'\Afexora: line 4: "x".*\n.* line 5: it is longer.*\n.* line 6: "1,234" was.*\n\Z')
         self.assertEqual((code, self.content()["UDSourceCurrency"]["amount"]), (2, 4))
+        # Ended by Ctrl+C, it keeps what it has shown.
+        process = self.start("-", "USD", "EUR", stdin=subprocess.PIPE)
+        process.stdin.write("6\n")
+        process.stdin.flush()
+        self.assertEqual(process.stdout.readline(), "6 USD =\n")
+        process.send_signal(signal.SIGINT)
+        self.assertEqual(process.wait(timeout=60), -signal.SIGINT)
+        self.assertEqual(self.content()["UDSourceCurrency"]["amount"], 6)
         for unreadable in ("<.", "<&-"):
             code, out, err = self.run_program("-c", f'"$0" - USD EUR {unreadable}', BIN / "fexora", program="/bin/sh")
             self.assertEqual((code, out), (2, ""))

@@ -50,6 +50,7 @@ class DesktopSearch(ProgramTest):
         self.container.mkdir()
         for words in (["--idle", "0"], ["--nothing"], ["100"]):
             self.reject(2, *words)
+        self.reject_full_output("--query", "1 usd eur")
 
     def test_rates_and_settings_are_the_stores(self):
         self.succeed("1", "USD", "EUR", program="fexora")
