@@ -23,6 +23,7 @@ void PastDayRates::setDay(std::optional<Day> day) {
 
 void PastDayRates::ask(const CurrencyRef& source, const std::vector<CurrencyRef>& destinations) {
   std::vector<std::string> codes;
+  codes.reserve(destinations.size());
   for (const CurrencyRef& each : destinations) codes.push_back(each->code());
   if (source->code() == source_ && codes == codes_) return;
   if (source->code() != source_) rates_.clear();

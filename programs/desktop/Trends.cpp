@@ -18,6 +18,7 @@ Trends::Trends(const Desk& desk, HistoryThread& history, QObject* parent)
 
 void Trends::ask(const CurrencyRef& source, const std::vector<CurrencyRef>& destinations) {
   std::vector<std::string> codes;
+  codes.reserve(destinations.size());
   for (const CurrencyRef& each : destinations) codes.push_back(each->code());
   const auto stored = desk_.rates.freshness().stored;
   if (source->code() == source_ && codes == codes_ && stored == stored_) return;
