@@ -1,4 +1,4 @@
-"""Currency data of the Unicode CLDR, read out of the machine's own ICU (the packages' libicu-dev)."""
+"""Currency data of the Unicode CLDR, read out of the machine's own ICU (of libicu-dev)."""
 import ctypes
 import datetime
 import functools
@@ -16,7 +16,8 @@ MARKS = re.compile("[\u200e\u200f\u061c]")
 def library():
     loaded = ctypes.CDLL("libicui18n.so")
     common = ctypes.CDLL("libicuuc.so")
-    name = next(line.split()[-1] for line in pathlib.Path("/proc/self/maps").read_text().splitlines()
+    name = next(line.split()[-1]
+                for line in pathlib.Path("/proc/self/maps").read_text().splitlines()
                 if "/libicuuc.so" in line)
     version = re.search(r"\.so\.(\d+)", name)[1]
     return loaded, common, version
@@ -69,7 +70,8 @@ class Bundle:
 
     def children(self):
         get = function("ures_getByIndex", c_void_p, c_void_p, c_int32, c_void_p)
-        return [Bundle(get(self.handle, i, None)) for i in range(self.plain("ures_getSize", c_int32))]
+        return [Bundle(get(self.handle, i, None))
+                for i in range(self.plain("ures_getSize", c_int32))]
 
     def plain(self, name, result):
         return plain(name, result, c_void_p(self.handle))

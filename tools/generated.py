@@ -33,7 +33,8 @@ def finish(files, data=None):
             path.write_bytes(content)
         return
     named = {found[0] for path in files if path.exists()
-             for found in [re.search(r"CLDR \d+ of ICU \d+", path.read_text(encoding="utf-8"))] if found}
+             for found in [re.search(r"CLDR \d+ of ICU \d+", path.read_text(encoding="utf-8"))]
+             if found}
     if data and named and data not in named:
         print(f"not compared: made from {' and '.join(named)}, here is {data}")
         return

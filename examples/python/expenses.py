@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""expenses.py FILE [CODE]: a CSV of day,amount,currency,… with the amount in one currency beside it.
+"""expenses.py FILE [CODE]: a CSV of day,amount,currency,… with the amount in one currency beside.
 
 Each expense goes by the rate of its own day where the history has one, else by today's; the last
 column says which day that was. Amounts stay decimals from the file to the file.

@@ -19,9 +19,10 @@ from time import monotonic
 
 from . import _native
 from ._errors import (AmountError, CancelledError, CurrencyError, Error, InternalError, MisuseError,
-                      NetworkError, NoMemoryError, RateError, RefusedError, StoreError, TimeOutError)
-from ._records import (KINDS, ROUNDINGS, Facts, Freshness, How, Kind, Origin, PastRate, Rate, Reading,
-                       Rounding, State)
+                      NetworkError, NoMemoryError, RateError, RefusedError, StoreError,
+                      TimeOutError)
+from ._records import (KINDS, ROUNDINGS, Facts, Freshness, How, Kind, Origin, PastRate, Rate,
+                       Reading, Rounding, State)
 from ._session import Session
 
 TYPE_CHECKING = False  # see _session.py
@@ -35,10 +36,10 @@ __version__: str = _native.version().decode()
 
 __all__ = [
     "AmountError", "CancelledError", "CurrencyError", "Error", "Facts", "Freshness", "How",
-    "InternalError", "Kind", "MisuseError", "NetworkError", "NoMemoryError", "Origin", "PastRate", "Rate", "RateError", "Reading",
-    "RefusedError", "Rounding", "Session", "State", "StoreError", "TimeOutError", "codes", "convert",
-    "convert_amounts", "convert_to", "facts", "format_amount", "freshness", "name", "rate", "rate_on", "read",
-    "round_amount", "search",
+    "InternalError", "Kind", "MisuseError", "NetworkError", "NoMemoryError", "Origin", "PastRate",
+    "Rate", "RateError", "Reading", "RefusedError", "Rounding", "Session", "State", "StoreError",
+    "TimeOutError", "codes", "convert", "convert_amounts", "convert_to", "facts", "format_amount",
+    "freshness", "name", "rate", "rate_on", "read", "round_amount", "search",
 ]
 
 _DECIMAL = {"half-even": ROUND_HALF_EVEN, "half-up": ROUND_HALF_UP, "up": ROUND_UP,
@@ -74,6 +75,8 @@ os.register_at_fork(after_in_child=_shared.__init__)  # type: ignore[misc]
 def convert(amount: Decimal, source: str, target: str) -> Decimal: ...
 @overload
 def convert(amount: float, source: str, target: str) -> float: ...
+
+
 def convert(amount: Any, source: str, target: str) -> Any:
     """The amount times the rate, nothing rounded: a double, and a Decimal of a Decimal."""
     return _shared.get().convert(amount, source, target)
@@ -87,8 +90,12 @@ def convert_amounts(amounts: Any, source: str, target: str) -> Any:
 @overload
 def convert_to(amount: Decimal, source: str,
                targets: Iterable[str]) -> dict[str, Decimal | None]: ...
+
+
 @overload
 def convert_to(amount: float, source: str, targets: Iterable[str]) -> dict[str, float | None]: ...
+
+
 def convert_to(amount: Any, source: str, targets: Iterable[str]) -> Any:
     """One amount in many currencies; None for one without a rate."""
     return _shared.get().convert_to(amount, source, targets)
@@ -155,6 +162,8 @@ def name(code: str, language: str | None = None) -> str:
 def round_amount(amount: Decimal, code: str, mode: Rounding = "half-even") -> Decimal: ...
 @overload
 def round_amount(amount: float, code: str, mode: Rounding = "half-even") -> float: ...
+
+
 def round_amount(amount: float | Decimal, code: str,
                  mode: Rounding = "half-even") -> float | Decimal:
     """The amount rounded to the currency's minor unit, or to what can be paid in cash."""

@@ -6,8 +6,8 @@ from __future__ import annotations
 
 import ctypes
 import os
-from ctypes import (CFUNCTYPE, POINTER, Structure, byref, c_char, c_char_p, c_double, c_int, c_int32,
-                    c_size_t, c_uint32, c_void_p)
+from ctypes import (CFUNCTYPE, POINTER, Structure, byref, c_char, c_char_p, c_double, c_int,
+                    c_int32, c_size_t, c_uint32, c_void_p)
 
 from ._errors import BY_CODE, Error, InternalError, MisuseError
 
@@ -84,7 +84,8 @@ for _name, _parameters in _PARAMETERS.items():
 
 version = _library.fexora_version
 version.restype = c_char_p
-close, cancel, descriptor = _library.fexora_close, _library.fexora_cancel, _library.fexora_descriptor
+close, cancel = _library.fexora_close, _library.fexora_cancel
+descriptor = _library.fexora_descriptor
 close.argtypes = cancel.argtypes = descriptor.argtypes = [c_void_p]
 close.restype = cancel.restype = None
 convert = functions["convert"]

@@ -114,6 +114,7 @@ class Session:
     def convert(self, amount: Decimal, source: str, target: str) -> Decimal: ...
     @overload
     def convert(self, amount: float, source: str, target: str) -> float: ...
+
     def convert(self, amount: float | Decimal, source: str, target: str) -> float | Decimal:
         """The amount times the rate, nothing rounded: a double, and a Decimal of a Decimal."""
         if isinstance(amount, Decimal):
@@ -133,8 +134,9 @@ class Session:
     def convert_amounts(self, amounts: _Decimals, source: str, target: str) -> list[Decimal]: ...
     @overload
     def convert_amounts(self, amounts: _Doubles, source: str, target: str) -> list[float]: ...
+
     def convert_amounts(self, amounts: Any, source: str, target: str) -> Any:
-        """Many by one rate: numpy's array (of any shape), array.array, or a list of what is else."""
+        """Many by one rate: numpy's array (any shape), array.array, or a list of what is else."""
         if hasattr(amounts, "astype"):
             doubles = amounts.astype("f8", order="C", copy=True)
             if hasattr(doubles, "ctypes"):
@@ -160,9 +162,11 @@ class Session:
     @overload
     def convert_to(self, amount: Decimal, source: str,
                    targets: Iterable[str]) -> dict[str, Decimal | None]: ...
+
     @overload
     def convert_to(self, amount: float, source: str,
                    targets: Iterable[str]) -> dict[str, float | None]: ...
+
     def convert_to(self, amount: Any, source: str, targets: Iterable[str]) -> Any:
         """One amount in many currencies, by one state of the rates; None for one without a rate."""
         handle, names = self._held(), list(targets)
@@ -173,7 +177,8 @@ class Session:
         # By units of the source; not-a-number goes through, so that only a rate can be missing.
         _native.call("convert_to", handle.pointer, 1.0, _native.text(source), codes, len(names),
                      results)
-        return {name: None if rate != rate else amount * _exact(rate) if is_exact else one.value * rate
+        return {name: None if rate != rate else
+                amount * _exact(rate) if is_exact else one.value * rate
                 for name, rate in zip(names, results)}
 
     def rate_on(self, day: date | str, source: str, target: str, *, publisher: str | None = None,
@@ -218,7 +223,7 @@ class Session:
                      _native.optional(source))
 
     def read_rates(self, text: str | bytes) -> None:
-        """The same from a text in a form in which rates are published: JSON, CSV, the euro's XML."""
+        """The same from a text as rates are published: JSON, CSV, the euro's XML."""
         handle, data = self._held(), text.encode() if isinstance(text, str) else text
         _native.call("read_rates", handle.pointer, data, len(data))
 
@@ -266,12 +271,12 @@ class Session:
     # -- The store
 
     def fileno(self) -> int:
-        """Readable when look() has something to do: for select, selectors and asyncio's add_reader."""
+        """Readable when look() has something to do: for select, selectors, asyncio's add_reader."""
         handle = self._held()
         return int(_native.descriptor(handle.pointer))
 
     def look(self) -> bool:
-        """Takes what other processes have saved by now; whether there was something. Never waits."""
+        """Takes what other processes have saved by now; whether there was any. Never waits."""
         handle, changed = self._held(), c_int()
         _native.call("look", handle.pointer, byref(changed))
         return changed.value != 0
@@ -287,7 +292,7 @@ class Session:
         _native.call("show", handle.pointer, float(amount), _native.text(code))
 
     def set_log(self, line: Callable[[str], object] | None) -> None:
-        """Hands over each line of the session's log, the first ones at once; None: nobody gets any."""
+        """Hands over each line of the session's log, the first at once; None: nobody gets any."""
         handle = self._held()
 
         def take(_: object, text: bytes) -> None:

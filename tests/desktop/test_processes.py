@@ -133,7 +133,8 @@ class Windows(unittest.TestCase):
         before = self.windows(process)
         xdotool("windowraise", *before)
         xdotool("mousemove", x, y, "mousedown", 1, "mousemove", x, y - 30)
-        # What is dragged is a window under the pointer: it comes as the hand goes on, and goes along.
+        # What is dragged is a window under the pointer: it comes as the hand goes on, and goes
+        # along.
         dragged, = wait_for(lambda: xdotool("mousemove_relative", "--", 0, -1) or
                             self.windows(process) - before)
         where = xdotool("getwindowgeometry", dragged)
@@ -218,7 +219,8 @@ def main():
         with tempfile.TemporaryFile("w+") as output, tempfile.TemporaryDirectory() as data:
             if SERVICES is not None:
                 describe_services(data)
-            # A display that begins anew when its last client goes would drop the next one on the way.
+            # A display that begins anew when its last client goes would drop the next one on the
+            # way.
             result = subprocess.run(["xvfb-run", "-a", "-s", "-screen 0 1400x1000x24 -noreset",
                                      "dbus-run-session", "--", sys.executable, "-B", __file__],
                                     env=dict(os.environ, XDG_DATA_HOME=data, **{INNER: "1"}),

@@ -19,8 +19,9 @@ import unittest
 SOURCE = pathlib.Path(__file__).resolve().parent.parent.parent
 HISTORIAN = pathlib.Path(os.environ["FEXORA_BIN"]) / "historian"
 NOW = "1790900000"
+# Of the European Central Bank, 2026-09-11.
 EURO = {"USD": "1.1592", "JPY": "178.56", "GBP": "0.85815", "CHF": "0.9331", "AUD": "1.7684",
-        "CAD": "1.6012", "ILS": "3.5301", "NZD": "1.9455"}  # of the European Central Bank, 2026-09-11
+        "CAD": "1.6012", "ILS": "3.5301", "NZD": "1.9455"}
 DIGITS = decimal.Context(prec=15)
 
 
@@ -71,7 +72,8 @@ class Figures(PastRatesTest):
         super().setUp()
         self.tables = {(day, "usd"): ("USD", figures) for day, figures in dollar_tables().items()}
         self.tables["2026-09-11", "ecb"] = "EUR", EURO
-        self.lines = [f"{day} {source} {base} " + " ".join(f"{c}={f}" for c, f in sorted(figures.items()))
+        self.lines = [f"{day} {source} {base} " +
+                      " ".join(f"{c}={f}" for c, f in sorted(figures.items()))
                       for (day, source), (base, figures) in sorted(self.tables.items())]
         self.run_historian("keep", NOW, text="\n".join(self.lines))
 
@@ -117,7 +119,8 @@ class Figures(PastRatesTest):
         common = [*EURO, "EUR", "DEM", "FRF", "GRD", "TRL", "HRK", "XPT", "ADP", "USD", "BTC"]
         questions = []
         for _ in range(int(os.environ.get("FEXORA_PAIRS", "20000"))):
-            day = datetime.date.fromisoformat(chance.choice(days)) + datetime.timedelta(chance.randrange(10))
+            day = datetime.date.fromisoformat(chance.choice(days))
+            day += datetime.timedelta(chance.randrange(10))
             pair = [chance.choice(chance.choice([codes, common, common])) for _ in range(2)]
             wanted = chance.choice([["ecb", "usd"], ["usd"], ["ecb"], ["usd", "ecb"]])
             questions.append((day.isoformat(), *pair, wanted))
@@ -130,7 +133,8 @@ class Figures(PastRatesTest):
                 self.assertEqual(answer, "none", question)
                 continue
             rate, *rest = answer.split()
-            self.assertEqual((float(rate), rest), (float(expected[0]), list(expected[1:])), question)
+            self.assertEqual((float(rate), rest),
+                             (float(expected[0]), list(expected[1:])), question)
             found += 1
         self.assertGreater(found, len(questions) / 4)
 
@@ -155,7 +159,8 @@ class Crashes(PastRatesTest):
                         [HISTORIAN, "keep", NOW, "--each"], stdin=file, stdout=subprocess.PIPE,
                         env={"FEXORA_CONTAINER": str(self.container)}, text=True)
             for source in chance.sample(sorted(writers), 2):
-                told = [writers[source].stdout.readline() for _ in range(chance.choice([1, 1, 2, 5]))]
+                told = [writers[source].stdout.readline()
+                        for _ in range(chance.choice([1, 1, 2, 5]))]
                 writers[source].kill()
                 told += writers[source].communicate()[0].splitlines(True)
                 done = [line for line in told if line.endswith("\n")]

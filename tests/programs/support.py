@@ -40,14 +40,16 @@ class ProgramTest(unittest.TestCase):
 
     def environment(self, **changes):
         env = {k: v for k, v in os.environ.items() if not k.startswith(("LC_", "LANG", "FEXORA"))}
-        env |= {"FEXORA_CONTAINER": str(self.container), "FEXORA_RATES_URL": self.url, "no_proxy": "*",
-                "XDG_CACHE_HOME": f"{self.container}-cache"}
+        env |= {"FEXORA_CONTAINER": str(self.container), "FEXORA_RATES_URL": self.url,
+                "no_proxy": "*", "XDG_CACHE_HOME": f"{self.container}-cache"}
         return {k: v for k, v in (env | changes).items() if v is not None}
 
     def start(self, *words, program=None, before=(), env=None, **options):
         words = [*before, BIN / (program or self.program), *words]
-        outputs = {"stdin": subprocess.DEVNULL, "stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
-        process = subprocess.Popen(words, env=env or self.environment(), text=True, **outputs | options)
+        outputs = {"stdin": subprocess.DEVNULL, "stdout": subprocess.PIPE,
+                   "stderr": subprocess.PIPE}
+        process = subprocess.Popen(words, env=env or self.environment(), text=True,
+                                   **outputs | options)
         self.addCleanup(process.wait)
         self.addCleanup(process.kill)  # should it hang
         return process

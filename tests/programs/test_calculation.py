@@ -29,7 +29,8 @@ class Calculations(ProgramTest):
         self.assertEqual(json.loads(out)["amount"], 3734)
         self.assertEqual(json.loads(out)["reading"],
                          {"kind": "ambiguous", "value": 3734, "other": 1.234 + 2.5})
-        for note in ('"1,234" was read as 1234; write 1.234', '"2,500" was read as 2500; write 2.5 '):
+        for note in ('"1,234" was read as 1234; write 1.234',
+                     '"2,500" was read as 2500; write 2.5 '):
             self.assertIn(note, err)
 
     def test_what_is_malformed_is_rejected_with_its_place(self):

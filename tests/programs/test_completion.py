@@ -14,8 +14,10 @@ COMMANDS = ["select", "settings", "search", "refresh", "history", "watch", "stat
 EVERYWHERE = [
     ([""], COMMANDS), (["se"], ["select", "settings", "search"]),
     (["settings", "mode", ""], ["light", "dark"]), (["100", "--n"], ["--no-save", "--names"]),
-    (["search", "x", "--ex"], ["--exclude"]), (["history", "USD", "--cs"], ["--csv"]), (["settings", "todayR"], ["todayRelativeCurrency"]),
-    (["100", "jp"], ["JPY"]), (["select", ""], ["USD", "EUR"]), (["select", "eur"], ["EUR", "EURC"])]
+    (["search", "x", "--ex"], ["--exclude"]), (["history", "USD", "--cs"], ["--csv"]),
+    (["settings", "todayR"], ["todayRelativeCurrency"]),
+    (["100", "jp"], ["JPY"]), (["select", ""], ["USD", "EUR"]),
+    (["select", "eur"], ["EUR", "EURC"])]
 IN_BASH = [
     (["--json", "settings", "mode", ""], ["light", "dark"]), (["100", "yen"], ["JPY"]),
     (["100", "USD", "zlo"], ["PLN"]), (["100", ""], ["USD", "EUR"]),
@@ -26,7 +28,8 @@ class Shells(ProgramTest):
     def run_shell(self, *words, **changes):
         env = self.environment(PATH=f"{BIN}:{os.environ['PATH']}", LANG="C.UTF-8",
                                HOME=str(self.container), **changes)
-        done = subprocess.run(words, env=env, text=True, capture_output=True, check=True, timeout=60)
+        done = subprocess.run(words, env=env, text=True, capture_output=True, check=True,
+                              timeout=60)
         self.assertEqual(done.stderr, "")
         return done.stdout.splitlines()
 
@@ -34,7 +37,8 @@ class Shells(ProgramTest):
         script = ('source "$1"; shift; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); '
                   '_fexora fexora "${COMP_WORDS[COMP_CWORD]}" "${COMP_WORDS[COMP_CWORD - 1]}"; '
                   'printf "%s\\n" "${COMPREPLY[@]}"')
-        found = self.run_shell("bash", "-c", script, "bash", COMPLETIONS / "fexora.bash", "fexora", *words)
+        found = self.run_shell("bash", "-c", script, "bash", COMPLETIONS / "fexora.bash", "fexora",
+                               *words)
         return " ".join(found).split()
 
     def fish(self, *words):
@@ -67,7 +71,8 @@ class Zsh(ProgramTest):
         for line, wanted in [("100 yen", "JPY"), ("setti", "settings"),
                              ("settings mode d", "dark"), ("search x --exc", "--exclude"),
                              # Several that begin otherwise are listed, and the word stays.
-                             ("100 krone", "Norwegian Krone"), ("100 krone", "\nREADY> fexora 100 krone")]:
+                             ("100 krone", "Norwegian Krone"),
+                             ("100 krone", "\nREADY> fexora 100 krone")]:
             os.write(terminal, f"\x15fexora {line}\t".encode())  # in place of the line so far
             self.read_until(terminal, wanted)
 

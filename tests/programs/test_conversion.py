@@ -19,24 +19,29 @@ class Conversion(ProgramTest):
         self.succeed("select", *codes)
         for source in codes:
             items = json.loads(self.run_program("1", source, "--json")[1])["items"]
-            self.assertEqual([item["currency"] for item in items], [c for c in codes if c != source])
+            self.assertEqual([item["currency"] for item in items],
+                             [c for c in codes if c != source])
             for item in items:
                 # The dollar's own 1 makes both directions of it plain quotients too.
-                self.assertEqual(item["rate"], rates[item["currency"]] / rates[source], (source, item))
+                self.assertEqual(item["rate"], rates[item["currency"]] / rates[source],
+                                 (source, item))
 
     def test_keys_and_values_of_the_answer(self):
         answer = self.json("100", "usd", "Eur", "GBP", "eur")
         self.assertEqual(list(answer), ["amount", "source", "invert", "updated", "age_seconds",
-                                        "origin", "rates", "reading", "items", "missing", "notices"])
+                                        "origin", "rates", "reading", "items", "missing",
+                                        "notices"])
         self.assertEqual({**answer["rates"], "stored": None}, {
             "published": "2026-09-29T00:00:00Z", "stored": None, "source": "", "origin": "bundled",
             "state": "old"})
-        self.assertEqual((answer["amount"], answer["source"], answer["invert"]), (100, "USD", False))
+        self.assertEqual((answer["amount"], answer["source"], answer["invert"]),
+                         (100, "USD", False))
         self.assertEqual((answer["updated"], answer["origin"]), ("2026-09-29T00:00:00Z", "bundled"))
         self.assertAlmostEqual(answer["age_seconds"], time.time() - 1790640000, delta=60)
         self.assertEqual([item["currency"] for item in answer["items"]], ["EUR", "GBP"])
         rate = snapshot_rates()["EUR"]
-        self.assertEqual(answer["items"][0], {"currency": "EUR", "rate": rate, "amount": 100 * rate})
+        self.assertEqual(answer["items"][0],
+                         {"currency": "EUR", "rate": rate, "amount": 100 * rate})
         self.assertEqual((answer["missing"], answer["notices"]), ([], []))
         self.assertEqual(answer["reading"], {"kind": "exact", "value": 100, "other": None})
         # Until others are stored they are the bundled ones, whoever stored them.
@@ -66,9 +71,12 @@ class Conversion(ProgramTest):
 
     def test_what_has_two_readings_is_said(self):
         for words, amount, source, note in [
-                (("1,234", "USD", "EUR"), 1234, "USD", '"1,234" was read as 1234; write 1.234 for the other'),
-                (("1.234", "USD", "EUR", "--locale", "de_DE"), 1234, "USD", "write 1,234 for the other"),
-                (("$100", "EUR"), 100, "USD", "the most traded"), (("kr 5", "EUR", "--locale", "da_DK"), 5, "DKK", "of the locale"),
+                (("1,234", "USD", "EUR"), 1234, "USD",
+                 '"1,234" was read as 1234; write 1.234 for the other'),
+                (("1.234", "USD", "EUR", "--locale", "de_DE"), 1234, "USD",
+                 "write 1,234 for the other"),
+                (("$100", "EUR"), 100, "USD", "the most traded"),
+                (("kr 5", "EUR", "--locale", "da_DK"), 5, "DKK", "of the locale"),
                 (("100", "uk", "in", "euro"), 100, "GBP", '"uk" was read as GBP (British Pound)'),
                 (("250", "GBp", "USD"), 2.5, "GBP", "GBp are hundredths of GBP"),
                 (("3", "ILA", "to", "USD"), 0.03, "ILS", "hundredths of ILS")]:
@@ -78,7 +86,8 @@ class Conversion(ProgramTest):
             self.assertTrue(any(note in notice for notice in answer["notices"]), answer)
         reading = self.noted("1,234", "USD", "EUR")[0]["reading"]
         self.assertEqual(reading, {"kind": "ambiguous", "value": 1234, "other": 1.234})
-        for words in (("100USD", "eur"), ("€5", "=", "usd"), ("EUR 5", "into", "USD"), ("5", "usd", "AS", "eur", "gbp")):
+        for words in (("100USD", "eur"), ("€5", "=", "usd"), ("EUR 5", "into", "USD"),
+                      ("5", "usd", "AS", "eur", "gbp")):
             self.succeed(*words)
 
     def test_withdrawn_money_and_rates_of_another_day(self):
@@ -91,7 +100,8 @@ class Conversion(ProgramTest):
         items = self.noted("1", "USD", "DEM", "JPY", "EUR")[0]["items"]
         self.assertAlmostEqual(items[0]["rate"], 0.5 * 1.95583, 15)  # by law
         self.assertEqual(items[1]["rate"], snapshot_rates()["JPY"])
-        self.assertEqual([item.get("published") for item in items], [None, "2026-09-29T00:00:00Z", None])
+        self.assertEqual([item.get("published") for item in items],
+                         [None, "2026-09-29T00:00:00Z", None])
         self.assertRegex(self.succeed("1", "USD", "JPY"), r"\(rate of 29 September.*, bundled\)")
 
     def test_rounded_to_the_minor_unit(self):
@@ -107,7 +117,8 @@ class Conversion(ProgramTest):
                                           text=f"1\n\n2+3\r\nx\n{'5' * 5000}\n1,234\n4")
         lines = [json.loads(line) for line in out.splitlines()]
         self.assertEqual([line.get("amount") for line in lines], [1, 5, None, None, 1234, 4])
-        self.assertRegex(err, r'\Afexora: line 4: "x".*\n.* line 5: it is longer.*\n.* line 6: "1,234" was.*\n\Z')
+        self.assertRegex(err, r'\Afexora: line 4: "x".*\n.* line 5: it is longer.*\n'
+                              r'.* line 6: "1,234" was.*\n\Z')
         self.assertEqual((code, self.content()["UDSourceCurrency"]["amount"]), (2, 4))
         # Ended by Ctrl+C, it keeps what it has shown.
         process = self.start("-", "USD", "EUR", stdin=subprocess.PIPE)
@@ -118,15 +129,18 @@ class Conversion(ProgramTest):
         self.assertEqual(process.wait(timeout=60), -signal.SIGINT)
         self.assertEqual(self.content()["UDSourceCurrency"]["amount"], 6)
         for unreadable in ("<.", "<&-"):
-            code, out, err = self.run_program("-c", f'"$0" - USD EUR {unreadable}', BIN / "fexora", program="/bin/sh")
+            code, out, err = self.run_program("-c", f'"$0" - USD EUR {unreadable}', BIN / "fexora",
+                                              program="/bin/sh")
             self.assertEqual((code, out), (2, ""))
             self.assertIn("standard input cannot be read: ", err)
 
     def test_the_number_alone_for_scripts(self):
         rates = snapshot_rates()
         shown = self.succeed("1234.5", "USD", "USD", "JPY", "--plain", "--locale", "de_DE")
-        self.assertEqual([float(line) for line in shown.splitlines()], [1234.5, 1234.5 * rates["JPY"]])
-        self.assertEqual(self.succeed("2", "USD", "EUR", "--plain", "--rounded"), f"{2 * rates['EUR']:.2f}\n")
+        self.assertEqual([float(line) for line in shown.splitlines()],
+                         [1234.5, 1234.5 * rates["JPY"]])
+        self.assertEqual(self.succeed("2", "USD", "EUR", "--plain", "--rounded"),
+                         f"{2 * rates['EUR']:.2f}\n")
 
     def test_the_input_is_recorded_unless_told_not_to(self):
         self.succeed("--no-save", "5", "USD", "EUR")
@@ -154,7 +168,8 @@ class Conversion(ProgramTest):
             {"UDUSDRates": [{"code": code, "rate": rate} for code, rate in rates.items()] +
                            [{"code": "USD", "rate": 1.0}], "Fraction": 2}))
         for amount, code, shown, rate in [
-                ("1", "BTC", "0.00000012", "0.00000012"), ("-1", "BTC", "-0.00000012", "0.00000012"),
+                ("1", "BTC", "0.00000012", "0.00000012"),
+                ("-1", "BTC", "-0.00000012", "0.00000012"),
                 ("1", "ETH", "1.00", "0.99996"), ("-1", "XRP", f"{-1e-40:.40f}", f"{1e-40:.40f}"),
                 ("5e-324", "ETH", "0." + "0" * 323 + "5", "0.99996")]:
             title, row, _ = self.succeed("--", amount, "USD", code).splitlines()
@@ -166,11 +181,13 @@ class Rejections(ProgramTest):
     def test_wrong_use_and_no_numbers_exit_with_2(self):
         self.assertIn("usage: fexora AMOUNT", self.reject(2))
         self.assertIn("currency", self.reject(2, "100"))
-        for text in ["abc", "1.2.3", "", "12,34,5", "--", "0x10", "1e", "½", "1e400", "-1e400", "∞"]:
+        for text in ["abc", "1.2.3", "", "12,34,5", "--", "0x10", "1e", "½", "1e400", "-1e400",
+                     "∞"]:
             words = ["--", text] if text.startswith("--") else [text]
             self.assertIn(f'"{text}"', self.reject(2, *words, "USD", "EUR"))
-        for words, offered in [(["selct"], "did you mean select?"), (["help"], "mean --help?"), (["-v"], "--help"),
-                               (["--hlep"], "mean --help?"), (["1", "USD", "--bogus=1"], "no option --bogus\n"),
+        for words, offered in [(["selct"], "did you mean select?"), (["help"], "mean --help?"),
+                               (["-v"], "--help"), (["--hlep"], "mean --help?"),
+                               (["1", "USD", "--bogus=1"], "no option --bogus\n"),
                                (["settings", "seperate"], "mean seporate?")]:
             self.assertIn(offered, self.reject(2, *words))
         self.assertIn("--count", self.reject(2, "watch", "--count", "0"))
@@ -207,7 +224,8 @@ class Rejections(ProgramTest):
         for option, words in [
                 ("--container", ["--container", "", "--json", "1", "USD", "EUR"]),
                 ("--container", ["1", "USD", "EUR", "--container=", "--json"]),
-                ("--lang", ["status", "--lang", ""]), ("--limit", ["search", "yen", "--limit=", "3"]),
+                ("--lang", ["status", "--lang", ""]),
+                ("--limit", ["search", "yen", "--limit=", "3"]),
                 ("--limit", ["search", "yen", "--limit", "9" * 30]),
                 ("--limit", ["search", "yen", "--limit", "0x3"]),
                 ("--refresh", ["watch", "--refresh", "1e400"]),
@@ -223,7 +241,8 @@ class Rejections(ProgramTest):
     def test_bytes_that_are_no_text(self):
         """They stand as U+FFFD in JSON, whose reader could not take them."""
         folder = f"{self.container}/\udcffÄ\udce2\udc82"
-        for words in (["status"], ["1\udcff", "USD", "EUR"], ["search", "yen", "--limit", "\udc80"]):
+        for words in (["status"], ["1\udcff", "USD", "EUR"],
+                      ["search", "yen", "--limit", "\udc80"]):
             env = self.environment(FEXORA_CONTAINER=folder)
             _, out, _ = self.run_program(*words, "--json", env=env, errors="surrogateescape")
             self.assertIn("\ufffd", out)

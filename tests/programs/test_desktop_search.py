@@ -24,7 +24,8 @@ class DesktopSearch(ProgramTest):
     def test_amounts_with_a_currency_are_answered(self):
         for query, amount, source, destinations in [
                 ("100 usd in eur", 100, "USD", ["EUR"]), ("€20 yen", 20, "EUR", ["JPY"]),
-                ("  usd 7  =  chf jpy ", 7, "USD", ["CHF", "JPY"]), ("300 GBp eur", 3, "GBP", ["EUR"]),
+                ("  usd 7  =  chf jpy ", 7, "USD", ["CHF", "JPY"]),
+                ("300 GBp eur", 3, "GBP", ["EUR"]),
                 ("100 usd", 100, "USD", ["EUR"]), ("100 yen in", 100, "JPY", ["USD", "EUR"])]:
             answers = self.ask(query)
             self.assertEqual([answer["id"] for answer in answers],
@@ -61,7 +62,8 @@ class DesktopSearch(ProgramTest):
                          [f"{quotient(1000, 'USD', code):.1f} {code}" for code in ("GBP", "CHF")])
         self.assertEqual(self.store.read_bytes(), before)
 
-    @unittest.skipUnless(shutil.which("dbus-run-session") and shutil.which("gdbus"), "no session bus")
+    @unittest.skipUnless(shutil.which("dbus-run-session") and shutil.which("gdbus"),
+                         "no session bus")
     def test_both_desktops_ask_on_the_bus_which_starts_and_outlives_it(self):
         data = self.new_folder()
         (data / "dbus-1/services").mkdir(parents=True)
@@ -85,7 +87,8 @@ class DesktopSearch(ProgramTest):
             echo ended"""
         env = self.environment(XDG_DATA_HOME=str(data), PATH="/usr/bin:/bin")
         out = subprocess.run(["dbus-run-session", "--", "bash", "-euc", script], env=env, text=True,
-                             stdout=subprocess.PIPE, stderr=subprocess.PIPE, timeout=120, check=False)
+                             stdout=subprocess.PIPE, stderr=subprocess.PIPE, timeout=120,
+                             check=False)
         lines = out.stdout.splitlines()
         self.assertEqual(len(lines), 8, (out.stdout, out.stderr))
         self.store.unlink()  # the setting was followed, and the answers before were without

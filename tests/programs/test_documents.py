@@ -1,4 +1,4 @@
-"""The documents to the letter: their code, what their commands print, and the files that they describe."""
+"""The documents to the letter: their code, what their commands print, the files they describe."""
 
 import datetime
 import os
@@ -34,7 +34,8 @@ class Documents(ProgramTest):
         for document in DOCUMENTS:
             text = document.read_text(encoding="utf-8")
             quotes = CODE.findall(text)
-            self.assertEqual(len(quotes), len(re.findall(r"```(?:cpp|c|python)\n", text)), f"{document}: code of no sample")
+            self.assertEqual(len(quotes), len(re.findall(r"```(?:cpp|c|python)\n", text)),
+                             f"{document}: code of no sample")
             for sample, code in quotes:
                 lines = (SOURCE / sample).read_text(encoding="utf-8").splitlines()
                 length = code.count("\n")
@@ -46,7 +47,8 @@ class Documents(ProgramTest):
             text = document.read_text(encoding="utf-8")
             links = re.findall(r"\]\(([\w./-]+)[#)]", text)
             names = re.findall(r"`([A-Za-z-]+\.md)`", text)
-            names += re.findall(r"`((?:docs|examples|packaging|tools|tests|fuzz|bench)/[\w./-]+)`", text)
+            names += re.findall(r"`((?:docs|examples|packaging|tools|tests|fuzz|bench)/[\w./-]+)`",
+                                text)
             for name in links:
                 self.assertTrue((document.parent / name).exists(), f"{document} links to {name}")
             for name in names:
@@ -61,14 +63,16 @@ class Documents(ProgramTest):
                 if SANITIZED and "python3" in command:
                     continue  # the interpreter does not have the sanitizers loaded
                 command = command.replace("./run", "fexora")
-                printed = subprocess.run(["bash", "-c", command], env=env, text=True, check=True, cwd=SOURCE,
-                                         stdout=subprocess.PIPE, stderr=subprocess.STDOUT).stdout
+                printed = subprocess.run(["bash", "-c", command], env=env, text=True, check=True,
+                                         cwd=SOURCE, stdout=subprocess.PIPE,
+                                         stderr=subprocess.STDOUT).stdout
                 self.assertEqual(without_age(printed), without_age(textwrap.dedent(shown)), command)
 
     @unittest.skipIf(SANITIZED, "the interpreter does not have the sanitizers loaded")
     def test_python_answers_what_is_shown(self):
-        subprocess.run(["python3", "-B", "-m", "doctest", SOURCE / "docs/c-and-python.md"], check=True,
-                       env=self.environment(FEXORA_CONTAINER=str(self.new_folder()), **PYTHON))
+        subprocess.run(["python3", "-B", "-m", "doctest", SOURCE / "docs/c-and-python.md"],
+                       check=True, env=self.environment(
+                           FEXORA_CONTAINER=str(self.new_folder()), **PYTHON))
 
     def test_store_has_the_keys_of_its_table(self):
         text = (SOURCE / "docs/file-formats.md").read_text(encoding="utf-8")
@@ -84,8 +88,8 @@ class Documents(ProgramTest):
         self.succeed("100", "USD")
         content = self.content()
         self.assertEqual(table, {key: TYPES[type(value)] for key, value in content.items()})
-        for inner in (content["UDRatesAnswer"], content["UDSourceCurrency"], content["UDUSDRates"][0],
-                      content["UDRatesKept"][0]):
+        for inner in (content["UDRatesAnswer"], content["UDSourceCurrency"],
+                      content["UDUSDRates"][0], content["UDRatesKept"][0]):
             for key in inner:
                 self.assertIn(f"`{key}`", text)
 

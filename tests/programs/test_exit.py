@@ -9,9 +9,10 @@ HOST = "network_exiting"
 
 class Exit(ProgramTest):
     def test_nothing_holds_it_up(self):
-        # A leak checker that runs at exit does not see what threads held that a fork has left behind.
+        # A leak checker that runs at exit does not see what threads held that a fork left behind.
         env = self.environment(LSAN_OPTIONS="detect_leaks=0")
-        for when in ("at-once", "resolving", "connected", "secured", "receiving", "completed", "forked"):
+        for when in ("at-once", "resolving", "connected", "secured", "receiving", "completed",
+                     "forked"):
             hosts = [self.start(when, program=HOST, env=env) for _ in range(10)]
             for host in hosts:
                 _, err = host.communicate(timeout=60)

@@ -20,7 +20,8 @@ class History(ProgramTest):
             (self.files / f"{day}.json").write_text(f'{{"date": "{day}", "usd": {{{figures}}}}}\n')
 
     def fill(self):
-        code, out, err = self.run_program("refresh", "--history", EURO, *sorted(self.files.glob("*.json")))
+        code, out, err = self.run_program("refresh", "--history", EURO,
+                                          *sorted(self.files.glob("*.json")))
         self.assertEqual((code, out), (0, "3 days read, 3 of them new, with 13 new figures\n"))
         self.assertEqual(err, "fexora: 1 key is no currency code and was passed over\n")
 
@@ -39,13 +40,16 @@ class History(ProgramTest):
                 (["--on", "2026-09-13", "--source", "usd"], 0.862, "2026-09-11", "usd", "printed"),
                 (["on", "2026-09-11"], 1 / 1.1592, "2026-09-11", "ecb", "printed"),
                 (["--before", "2026-09-11"], 0.86, "2026-09-10", "usd", "printed"),
-                (["--on", "2026-09-30", "--at-most", "19"], 1 / 1.1592, "2026-09-11", "ecb", "printed")]:
+                (["--on", "2026-09-30", "--at-most", "19"], 1 / 1.1592, "2026-09-11", "ecb",
+                 "printed")]:
             answer = self.past("100", "USD", "EUR", *words)
             item = answer["items"][0]
             self.assertEqual([item[key] for key in PAST], expected)
             self.assertAlmostEqual(item["rate"], rate, delta=1e-15)
-            self.assertEqual((answer["on"], answer["origin"], "rates" in answer), (words[1], "history", False))
-        many = self.past("100", "EUR", "DEM", "XPT", "GBP", "JPY", "XAU", "--on", "2026-09-12", code=1)
+            self.assertEqual((answer["on"], answer["origin"], "rates" in answer),
+                             (words[1], "history", False))
+        many = self.past("100", "EUR", "DEM", "XPT", "GBP", "JPY", "XAU", "--on", "2026-09-12",
+                         code=1)
         self.assertEqual([(item["currency"], item["day"], item["how"]) for item in many["items"]], [
             ("DEM", "2026-09-11", "byLaw"), ("XPT", "2026-09-10", "crossed"),
             ("GBP", "2026-09-11", "printed"), ("JPY", "2026-09-11", "printed")])
@@ -53,27 +57,32 @@ class History(ProgramTest):
         lines = "2026-09-12 100 USD EUR\n2026-09-10 1.5 GBP USD\n2026-09-12 1 000 USD EUR\nx\n"
         code, out, err = self.run_program("-", "--json", text=lines)
         items = [json.loads(line) for line in out.splitlines()]
-        self.assertEqual([item.get("on") for item in items], ["2026-09-12", "2026-09-10", "2026-09-12", None])
+        self.assertEqual([item.get("on") for item in items],
+                         ["2026-09-12", "2026-09-10", "2026-09-12", None])
         self.assertEqual(items[2]["amount"], 1000)
         self.assertEqual((code, err.count("line 4")), (2, 1))
         self.assertEqual(self.store.read_bytes(), before)
 
     def test_where_there_is_no_rate_it_says_what_there_is(self):
-        self.assertIn("there is no history yet", self.reject(1, "1", "USD", "EUR", "--on", "2026-09-11"))
+        self.assertIn("there is no history yet",
+                      self.reject(1, "1", "USD", "EUR", "--on", "2026-09-11"))
         self.fill()
         for day in ("2026-09-09", "2026-09-19"):
-            self.assertIn("the history begins on 10 September", self.reject(1, "1", "USD", "EUR", "--on", day))
+            self.assertIn("the history begins on 10 September",
+                          self.reject(1, "1", "USD", "EUR", "--on", day))
         tomorrow = str(datetime.date.today() + datetime.timedelta(3))
-        for words in (["--on", "yesterday?"], ["--on", "2026-02-30"], ["--on", tomorrow], ["--at-most", "3"],
-                      ["--on", "2026-09-11", "--before", "2026-09-11"], ["--on", "2026-09-11", "--at-most", "-1"]):
+        for words in (["--on", "yesterday?"], ["--on", "2026-02-30"], ["--on", tomorrow],
+                      ["--at-most", "3"], ["--on", "2026-09-11", "--before", "2026-09-11"],
+                      ["--on", "2026-09-11", "--at-most", "-1"]):
             self.reject(2, "1", "USD", "EUR", *words)
         self.reject(2, "history", "USD")
         self.reject(1, "history", "USD", "XAU")
 
     def test_files_are_kept_whole_or_not_at_all(self):
         bad = self.new_folder() / "bad.json"
-        for text in ('{"date": "2026-09-12", "usd": {"eur": 0}}', '{"usd": {"eur": 1}}', "code,rate\nEUR,1\n",
-                     '{"date": "2026-09-12"}', '<Cube time="2026-09-12"><Cube currency="USD" rate="x"/></Cube>',
+        for text in ('{"date": "2026-09-12", "usd": {"eur": 0}}', '{"usd": {"eur": 1}}',
+                     "code,rate\nEUR,1\n", '{"date": "2026-09-12"}',
+                     '<Cube time="2026-09-12"><Cube currency="USD" rate="x"/></Cube>',
                      "Date,USD\n2026-09-12,1,2\n", "", '{"date": "2099-01-01", "usd": {"eur": 1}}'):
             bad.write_text(text)
             code, out, err = self.run_program("refresh", "--history", EURO, bad)
@@ -83,33 +92,39 @@ class History(ProgramTest):
         self.fill()
         days = self.files / "days.xml"
         days.write_text('<x><Cube><Cube time="2026-09-10"><Cube currency="USD" rate="1.10"/></Cube>'
-                        '<Cube time="2026-09-11"><Cube currency="USD" rate="1.1593"/></Cube></Cube></x>')
+                        '<Cube time="2026-09-11"><Cube currency="USD" rate="1.1593"/></Cube>'
+                        '</Cube></x>')
         lines = self.files / "days.csv"
         lines.write_text("Date,USD,CYP,\r\n2026-09-09,1.2,N/A,\r\n2026-09-08,1.3,0.58,\r\n")
         code, out, err = self.run_program("refresh", "--history", days, lines, "--json")
-        self.assertEqual((code, json.loads(out)), (0, {"read": 4, "tables": 3, "figures": 4, "corrected": 1,
-                                                      "passedOver": 0}))
+        self.assertEqual((code, json.loads(out)),
+                         (0, {"read": 4, "tables": 3, "figures": 4, "corrected": 1,
+                              "passedOver": 0}))
         self.assertIn("USD 2026-09-11: 1.1593 instead of 1.1592", err)
-        self.assertEqual(self.past("1", "EUR", "CYP", "--on", "2026-09-08", "--source", "ecb")["items"][0]["how"],
-                         "printed")
+        past = self.past("1", "EUR", "CYP", "--on", "2026-09-08", "--source", "ecb")
+        self.assertEqual(past["items"][0]["how"], "printed")
 
     def test_a_pair_is_listed_and_drawn(self):
         self.fill()
         self.assertEqual(self.succeed("history", "USD", "EUR", "XPT", "--csv", "--source", "usd"),
                          "day,EUR,XPT,source\n2026-09-10,0.86,0.00056,usd\n2026-09-11,0.862,,usd\n")
-        self.assertEqual(self.succeed("history", "EUR", "GBP", "--source", "ecb"), "2026-09-11  0.85815\n")
+        self.assertEqual(self.succeed("history", "EUR", "GBP", "--source", "ecb"),
+                         "2026-09-11  0.85815\n")
         pair = self.past("history", "USD", "GBP", "--until", "2026-09-10")
-        self.assertEqual((pair["days"], pair["lowest"], pair["rates"]), (1, {"day": "2026-09-10", "rate": 0.74},
-                         [{"day": "2026-09-10", "rate": 0.74, "source": "usd"}]))
+        self.assertEqual((pair["days"], pair["lowest"], pair["rates"]),
+                         (1, {"day": "2026-09-10", "rate": 0.74},
+                          [{"day": "2026-09-10", "rate": 0.74, "source": "usd"}]))
         kept = self.past("history")
-        self.assertEqual([(line["source"], line["tables"]) for line in kept["sources"]], [("ecb", 1), ("usd", 2)])
+        self.assertEqual([(line["source"], line["tables"]) for line in kept["sources"]],
+                         [("ecb", 1), ("usd", 2)])
         self.assertEqual(kept["damaged"], 0)
         for locale, ink in (("C", "*"), ("C.UTF-8", "\u2800")):
             env = self.environment(LC_ALL=locale, COLUMNS="60")
             plot = self.succeed("history", "USD", "GBP", "--plot", env=env).splitlines()
             self.assertLessEqual(max(map(len, plot)), 60)
             self.assertEqual(locale == "C", "".join(plot).isascii())
-            self.assertTrue(any(char == ink or char > ink == "\u2800" for char in "".join(plot[2:14])), plot)
+            self.assertTrue(any(char == ink or char > ink == "\u2800"
+                                for char in "".join(plot[2:14])), plot)
             self.assertRegex("\n".join(plot), r"\n  lowest +0\.740* +10 September")
 
     def test_damage_is_said_and_costs_nothing_else(self):

@@ -8,7 +8,8 @@ import struct
 
 from service import LIMIT, PACKED, ServedTest, answer, gzip
 
-BODY = json.dumps({"serviceMessage": "hello", "rates": [{"code": "EUR", "rate": 0.85}, {"code": "USD", "rate": 1}]})
+BODY = json.dumps({"serviceMessage": "hello",
+                   "rates": [{"code": "EUR", "rate": 0.85}, {"code": "USD", "rate": 1}]})
 HEAD = b"HTTP/1.1 200 OK\r\nConnection: close\r\n"
 CHUNKED = HEAD + b"Transfer-Encoding: chunked\r\n\r\n"
 # What one answer may cost in memory, whatever it holds. Sanitizers keep freed memory for a while.
@@ -51,14 +52,16 @@ class Answers(ServedTest):
             with self.subTest(str(self.service.script)[:200]):
                 error = self.failure(3, "refresh")
                 self.assertEqual(error["kind"], kind, error)
-                for part in (self.url, f"{WORDS[kind]} {status}".strip(), "cached rates stay: rates of"):
+                for part in (self.url, f"{WORDS[kind]} {status}".strip(),
+                             "cached rates stay: rates of"):
                     self.assertIn(part, error["message"])
                 self.assertEqual(self.store.read_bytes(), self.before)
 
     def test_good_ones_in_each_form(self):
         whole = BODY.encode()
-        chunks = b"5\r\n" + whole[:5] + b"\r\n%x\r\n" % (len(whole) - 5) + whole[5:] + b"\r\n0\r\n\r\n"
-        self.accept(answer(BODY), answer(gzip(whole), PACKED), HEAD + b"\r\n" + whole, CHUNKED + chunks)
+        chunks = b"5\r\n%s\r\n%x\r\n%s\r\n0\r\n\r\n" % (whole[:5], len(whole) - 5, whole[5:])
+        self.accept(answer(BODY), answer(gzip(whole), PACKED), HEAD + b"\r\n" + whole,
+                    CHUNKED + chunks)
 
     def test_the_request_says_who_asks_and_takes_gzip(self):
         head, = self.service.requests
@@ -76,8 +79,9 @@ class Answers(ServedTest):
             self.reject_each("noConnection", b"")
         self.url = self.service.url
         self.reject_each(
-            "noConnection", b"", broken_off(b""), broken_off(HEAD + b"Content-Length: 500\r\n\r\n{}"),
-            b"SSH-2.0-Server\r\n", b"HTTP/1.1 200 OK\r\nConte")
+            "noConnection", b"", broken_off(b""),
+            broken_off(HEAD + b"Content-Length: 500\r\n\r\n{}"), b"SSH-2.0-Server\r\n",
+            b"HTTP/1.1 200 OK\r\nConte")
 
     def test_lengths_that_are_wrong(self):
         whole = BODY.encode()
@@ -92,21 +96,25 @@ class Answers(ServedTest):
         packed = gzip(BODY.encode())
         flipped = packed[:-6] + bytes([packed[-6] ^ 1]) + packed[-5:]  # the check sum
         self.reject_each(
-            "notJson", answer(packed[:len(packed) // 2], PACKED), answer(packed[:5], PACKED), answer(packed),
-            answer(BODY, PACKED), answer(flipped, PACKED), answer(BODY, PACKED + ", gzip" * 6))
+            "notJson", answer(packed[:len(packed) // 2], PACKED), answer(packed[:5], PACKED),
+            answer(packed), answer(BODY, PACKED), answer(flipped, PACKED),
+            answer(BODY, PACKED + ", gzip" * 6))
 
     def test_what_is_too_large_takes_no_memory(self):
-        tiny = ("[" + part * (15 * (1 << 20) // len(part)) + "1]" for part in ("[1],", '{"":""},', '"",'))
+        tiny = ("[" + part * (15 * (1 << 20) // len(part)) + "1]"
+                for part in ("[1],", '{"":""},', '"",'))
         spaces = b" " * (1 << 16)
         self.reject_each(
             "tooLarge", HEAD + b"Content-Length: 1073741824\r\n\r\n",
             answer(gzip(*[spaces] * 4096), PACKED), endless(HEAD + b"\r\n", spaces),
-            answer(BODY, *["X-Header: " + "x" * 60] * 1000), endless(b"HTTP/1.1 200 OK\r\nX: ", spaces),
+            answer(BODY, *["X-Header: " + "x" * 60] * 1000),
+            endless(b"HTTP/1.1 200 OK\r\nX: ", spaces),
             endless(b"", b"HTTP/1.1 100 Continue\r\n\r\n"), *map(answer, tiny))
         self.assertLess(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss, MEMORY)
 
     def test_too_large_is_just_beyond_the_limit_only(self):
-        body = b'{"serviceMessage":"hello","rates":[{"code":"EUR","rate":0.85},{"code":"USD","rate":1}],"":"%s"}'
+        body = (b'{"serviceMessage":"hello",'
+                b'"rates":[{"code":"EUR","rate":0.85},{"code":"USD","rate":1}],"":"%s"}')
         body %= b"x" * (LIMIT - len(body) + 2)
         self.assertEqual(len(body), LIMIT)
         self.accept(answer(body), answer(gzip(body), PACKED))
@@ -118,8 +126,9 @@ class Answers(ServedTest):
         self.reject_each("httpStatus", redirect("/rates.json"), status=302)
         self.assertEqual(len(self.service.requests), asked + 6)
         self.reject_each("httpStatus", redirect("file:///etc/hostname"),
-                         redirect("ftp://127.0.0.1/rates.json"), redirect("http://127.0.0.1:99999/"),
-                         answer(BODY, status="302 Found"), status=302)
+                         redirect("ftp://127.0.0.1/rates.json"),
+                         redirect("http://127.0.0.1:99999/"), answer(BODY, status="302 Found"),
+                         status=302)
         for i in range(2, 7):
             self.service.paths[f"/{i}"] = redirect(f"/{i + 1}", "301 Moved")
         self.service.paths["/7"] = answer(BODY)
@@ -132,8 +141,10 @@ class Answers(ServedTest):
         # Of 304: nothing was asked about, so nothing can stand unchanged.
         for status, rest in ((204, b""), (304, b""), (404, b"Content-Length: 0\r\n"),
                              (500, b"Content-Length: 1073741824\r\n\r\n{}")):
-            self.reject_each("httpStatus", b"HTTP/1.1 %d Oops\r\n%s\r\n" % (status, rest), status=status)
-        self.reject_each("httpStatus", endless(b"HTTP/1.1 404 Not Found\r\n\r\n", BODY.encode()), status=404)
+            self.reject_each("httpStatus", b"HTTP/1.1 %d Oops\r\n%s\r\n" % (status, rest),
+                             status=status)
+        self.reject_each("httpStatus", endless(b"HTTP/1.1 404 Not Found\r\n\r\n", BODY.encode()),
+                         status=404)
 
     def test_bodies_that_are_no_object(self):
         self.reject_each("notJson", answer("<html>Please log in</html>"), answer("[" * 100_000))
@@ -141,7 +152,8 @@ class Answers(ServedTest):
 
     def test_an_answer_without_rates_is_taken_by_force_only(self):
         for self.service.script in map(answer, (
-                "{}", '{"serviceMessage": 7}', '{"rates": [{}, 1]}', '{"rates": {}}', '{"rates": null}')):
+                "{}", '{"serviceMessage": 7}', '{"rates": [{}, 1]}', '{"rates": {}}',
+                '{"rates": null}')):
             self.assertEqual(self.failure(3, "refresh")["kind"], "implausible")
             self.assertEqual(self.store.read_bytes(), self.before)
         code, out, err = self.run_program("refresh", "--force", "--json")
@@ -155,7 +167,8 @@ class Answers(ServedTest):
         through = {"http_proxy": self.service.base, "no_proxy": None}
         self.service.paths[self.url] = answer(BODY)
         self.succeed("refresh", env=self.environment(**through))
-        self.assertRegex(self.service.requests[-1], r"\AGET http://rates\.invalid/rates\.json HTTP/")
+        self.assertRegex(self.service.requests[-1],
+                         r"\AGET http://rates\.invalid/rates\.json HTTP/")
         # What the library underneath says of a proxy quotes it, whole or cut off.
         for length in (6, 300):
             through["http_proxy"] = f"http://user:{'s' * length}@[no-proxy"

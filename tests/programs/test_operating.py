@@ -26,7 +26,8 @@ class Operating(ProgramTest):
         self.root = self.container / "root"
         for folder in ("etc/nginx/sites-enabled", "var/lib/fexora", "var/www", "bin"):
             (self.root / folder).mkdir(parents=True)
-        (self.root / "etc/nginx/sites-enabled/default").symlink_to("/etc/nginx/sites-available/default")
+        (self.root / "etc/nginx/sites-enabled/default").symlink_to(
+            "/etc/nginx/sites-available/default")
 
     def sources(self):
         """A curl that brings the two sources as of today."""

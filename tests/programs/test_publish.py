@@ -38,7 +38,7 @@ class Publish(ProgramTest):
         return result
 
     def publish(self, *words, **options):
-        """What must succeed; the answer with its rates by code, checked to be in the wire format."""
+        """What must succeed; the answer with its rates by code, checked to be in wire format."""
         return self.answer(self.succeed(*words, **options) or self.output.read_text())
 
     def answer(self, text):
@@ -74,10 +74,12 @@ class Sources(Publish):
     def test_every_figure_is_kept(self):
         figures = json.loads(SNAPSHOT.read_text())["usd"]
         self.assertEqual(len(figures), 339)
-        self.assertEqual(self.rates(SNAPSHOT), {code.upper(): rate for code, rate in figures.items()})
+        self.assertEqual(self.rates(SNAPSHOT),
+                         {code.upper(): rate for code, rate in figures.items()})
         long = '{"usd": {"eur": 0.123456789012345678901234567, "jpy": 1034444444444444459008e0}}'
         self.assertEqual(self.rates("-", text=long),
-                         {"EUR": 0.123456789012345678901234567, "JPY": 1034444444444444459008.0, "USD": 1})
+                         {"EUR": 0.123456789012345678901234567, "JPY": 1034444444444444459008.0,
+                          "USD": 1})
 
     def test_later_sources_fill_what_earlier_lack(self):
         euro, dollar = self.rates(EURO), self.rates(SNAPSHOT)
@@ -108,22 +110,29 @@ class Sources(Publish):
 
     def test_csv_that_is_rejected(self):
         self.reject_each([
-            ("eur,1\ngbp,1,5\n", "standard input", "line 2", "gbp", "1,5"), ("eur,1\ngbp\n", "line 2"),
+            ("eur,1\ngbp,1,5\n", "standard input", "line 2", "gbp", "1,5"),
+            ("eur,1\ngbp\n", "line 2"),
             ("eur,1\n\ngbp,0\n", "line 3", "GBP", "positive"), ("gbp,\n", "line 1", "gbp"),
-            ("gbp,1e999\n", "line 1", "GBP", "finite"), ("gbp,1e-320\n", "line 1", "GBP", "reciprocal"),
+            ("gbp,1e999\n", "line 1", "GBP", "finite"),
+            ("gbp,1e-320\n", "line 1", "GBP", "reciprocal"),
             ('g"p,1\n', "line 1", 'g"p', "code"), (",1\n", "line 1", "code"),
             ("gbp,1\nGBP,1\n", "line 2", "GBP", "line 1"), ("usd,1.1\n", "line 1", "USD"),
             ("code,rate\n", "no rates"), (" " * (LIMIT + 1), "too large")])
 
     def test_json_that_is_rejected(self):
         self.reject_each([
-            ('{"usd": {\n"eur": 1,\n"gbp": 0}}', "line 3", "GBP", "positive"), ('{"usd": [1]}', "line 1"),
-            ('{"usd": {\n"gbp": 1e400}}', "line 2", "gbp", "1e400"), ('{"usd": {"gbp": 1}', "line 1"),
-            ('{"usd": {\n\n"gbp": "1"}}', "line 3", "gbp"), ('{"usd": {"gbp": 1}} x', "standard input"),
+            ('{"usd": {\n"eur": 1,\n"gbp": 0}}', "line 3", "GBP", "positive"),
+            ('{"usd": [1]}', "line 1"),
+            ('{"usd": {\n"gbp": 1e400}}', "line 2", "gbp", "1e400"),
+            ('{"usd": {"gbp": 1}', "line 1"),
+            ('{"usd": {\n\n"gbp": "1"}}', "line 3", "gbp"),
+            ('{"usd": {"gbp": 1}} x', "standard input"),
             ('{"usd": {"gbp": 1}, "usd": {}}', "line 1", "twice"),
             ('{"rates": [{"code": "EUR",\n"rate": 1, "rate": 2}]}', "line 2", "rate", "twice"),
-            ('{"base": "EUR", "usd": {"gbp": 1}}', "usd", "EUR"), ('{"usd": {"gbp": true}}', "gbp", "number"),
-            ('{"base": "EUR", "rates": {"GBP": 0.86}}', "EUR", "dollar"), ('{"eur": {"gbp": 1}}', "usd"),
+            ('{"base": "EUR", "usd": {"gbp": 1}}', "usd", "EUR"),
+            ('{"usd": {"gbp": true}}', "gbp", "number"),
+            ('{"base": "EUR", "rates": {"GBP": 0.86}}', "EUR", "dollar"),
+            ('{"eur": {"gbp": 1}}', "usd"),
             ('{"date": "2026-02-30",\n"usd": {"gbp": 1}}', "2026-02-30", "date")])
 
     def test_xml_that_is_rejected(self):
@@ -132,7 +141,8 @@ class Sources(Publish):
                           for cubes, *said in [
             ("<Cube currency='JPY' rate='178'/>\n", "standard input", "USD"),
             (dollar + "<Cube currency='JPY' rate='x'/>", "line 3", "JPY"),
-            (dollar + "<Cube currency='JPY'/>", "line 3", "JPY"), (dollar + "<Cube rate='1'/>", "line 3"),
+            (dollar + "<Cube currency='JPY'/>", "line 3", "JPY"),
+            (dollar + "<Cube rate='1'/>", "line 3"),
             ("<Cube currency='USD' rate='0'/>", "line 2", "USD"),
             ("<Cube currency='USD' rate='1e-300'/><Cube currency='JPY' rate='1e300'/>",
              "line 2", "JPY", "finite"),
@@ -184,7 +194,8 @@ class Output(Publish):
 
     def test_jumps(self):
         for percent, csv, *words in [
-                ("10", "eur,100\ngbp,110\n"), ("10", "eur,100\ngbp,90\n"), ("10", "gbp,500\n", "--force"),
+                ("10", "eur,100\ngbp,110\n"), ("10", "eur,100\ngbp,90\n"),
+                ("10", "gbp,500\n", "--force"),
                 ("10", "gbp,1e308\n", "--force")]:
             self.assertEqual(self.jump(percent, csv, *words), "")
         self.reject(2, "--output", self.output, "--max-jump", "10", "-", text="gbp,1.7e308\n")
@@ -241,7 +252,8 @@ class Output(Publish):
 
     def test_use(self):
         for words in [(), ("--colour", EURO), ("--max-age", EURO), ("--max-age", "-1", EURO),
-                      ("--max-age", "x", EURO), ("--min-count", "-1", EURO), ("--max-jump", "nan", EURO),
+                      ("--max-age", "x", EURO), ("--min-count", "-1", EURO),
+                      ("--max-jump", "nan", EURO),
                       ("--max-age", "0x3", EURO), ("--min-count", "9e9", EURO),
                       ("--output", "--force", EURO), ("-", "-"), ("--output",)]:
             self.reject(2, *words)

@@ -32,10 +32,12 @@ class Refresh(ServedTest):
         self.assertEqual(len(self.service.requests), 2, "one a run")
 
     def test_odd_figures_cost_only_themselves(self):
-        self.service.script = answer("""\ufeff{"serviceMessage": 7, "updated": 123456789012345678901234567890,
-            "count": "two", "rates": [{"code": "EUR", "rate": "0.5"}, {"code": "JPY", "rate": "150,5"},
+        self.service.script = answer("""\ufeff{
+            "serviceMessage": 7, "updated": 123456789012345678901234567890, "count": "two",
+            "rates": [{"code": "EUR", "rate": "0.5"}, {"code": "JPY", "rate": "150,5"},
             {"code": "GBP", "rate": 1e400}, {"code": "CHF", "rate": 1, "rate": 2}, {"rate": 3},
-            {"code": "CNY", "rate": null}, {"code": "INR", "rate": "x"}, {"code": "SEK", "rate": true},
+            {"code": "CNY", "rate": null}, {"code": "INR", "rate": "x"},
+            {"code": "SEK", "rate": true},
             {"code": "USD", "rate": 1}, {"code": "USD", "rate": 1, "code": "EUR"}]}""")
         self.assertEqual(self.failure(3, "refresh")["kind"], "implausible")
         self.assertEqual(self.json("refresh", "--force")["message"], "")
@@ -54,14 +56,16 @@ class Refresh(ServedTest):
             "own": json.dumps({"updated": published, "rates": [
                 {"rate": 0.5, "code": "EUR"}, {"code": "USD", "rate": 1}]}),
             "dollar.json": json.dumps({"date": day, "usd": {"usd": 1, "eur": 0.5}}),
-            "euro.xml": f"""<E><Cube><Cube time="{day}"><Cube currency="USD" rate="2"/></Cube></Cube></E>""",
+            "euro.xml": f'<E><Cube><Cube time="{day}">'
+                        '<Cube currency="USD" rate="2"/></Cube></Cube></E>',
             "some.csv": "code,rate\nUSD,1\nEUR,0.5\n"}
         for name, content in forms.items():
             (self.folder / name).write_text(content)
             self.service.paths["/" + name] = answer(content)
             for source, origin in ((str(self.folder / name), "file"),
                                    (f"{self.service.base}/{name}", "service")):
-                self.assertEqual(self.json("refresh", "--force", "--from", source)["origin"], origin)
+                self.assertEqual(self.json("refresh", "--force", "--from", source)["origin"],
+                                 origin)
                 rates = self.json("1", "USD", "EUR")
                 self.assertEqual(rates["items"][0]["amount"], 0.5)
                 self.assertIn(name, rates["rates"]["source"])
@@ -69,24 +73,28 @@ class Refresh(ServedTest):
                     self.assertEqual(rates["rates"]["published"][:10], day)
                     self.assertIn("rates of 11 September", self.succeed("1", "USD", "EUR"))
         # The first is the base, later ones add what it lacks; a dash is standard input.
-        result = self.run_program("refresh", "--force", "--from", str(self.folder / "own"), "--from", "-",
-                                  text="JPY,140\n")
+        result = self.run_program("refresh", "--force", "--from", str(self.folder / "own"),
+                                  "--from", "-", text="JPY,140\n")
         self.assertIn("3 rates", result[1])
         (self.folder / "more").write_text("EUR,9\nJPY,150\n")
         words = ("refresh", "--from", str(self.folder / "own"), "--from", str(self.folder / "more"))
         self.assertIn("EUR is 0.5 in one and 9 in another", self.reject(3, *words))
-        (self.folder / "more").write_text('{"date": "2026-10-01", "usd": {"eur": 0.51, "jpy": 150}}')
+        (self.folder / "more").write_text(
+            '{"date": "2026-10-01", "usd": {"eur": 0.51, "jpy": 150}}')
         self.assertEqual(self.json(*words)["count"], 3)
         euro, yen = self.json("1", "USD", "EUR", "JPY")["items"]
         self.assertEqual((euro["amount"], "published" in euro), (0.5, False))
-        self.assertEqual((yen["amount"], yen["published"][:10], yen["source"]), (150, "2026-10-01", "more"))
+        self.assertEqual((yen["amount"], yen["published"][:10], yen["source"]),
+                         (150, "2026-10-01", "more"))
         self.assertIn("(rate of 1 October, more)", self.succeed("1", "USD", "EUR", "JPY"))
 
     def test_what_may_not_replace_the_rates_stays_out_and_says_why(self):
         self.succeed("refresh")
         before = self.store.read_bytes()
-        for text, kind, part in (("EUR,0\n", "source", "line 1, EUR"), ("EUR,1.5\nJPY,150\n", "implausible", "EUR"),
-                                 ("EUR,1\nJPY,180\n", "source", "dollar"), ("\n", "implausible", "there are none")):
+        for text, kind, part in (("EUR,0\n", "source", "line 1, EUR"),
+                                 ("EUR,1.5\nJPY,150\n", "implausible", "EUR"),
+                                 ("EUR,1\nJPY,180\n", "source", "dollar"),
+                                 ("\n", "implausible", "there are none")):
             (self.folder / "source.csv").write_text(text)
             error = self.failure(3, "refresh", "--from", str(self.folder / "source.csv"))
             self.assertEqual(error["kind"], kind)
@@ -98,7 +106,8 @@ class Refresh(ServedTest):
             self.assertIn("none", self.failure(3, "refresh", "--from", missing)["message"])
 
     def test_the_first_answer_is_compared_with_the_bundled_rates(self):
-        for text in ("EUR,85\nGBP,0.75\n", "EUR,1\nGBP,0.86\n", "EUR,1.136\nJPY,0.0063\n", "JPY,1.57\n"):
+        for text in ("EUR,85\nGBP,0.75\n", "EUR,1\nGBP,0.86\n", "EUR,1.136\nJPY,0.0063\n",
+                     "JPY,1.57\n"):
             (self.folder / "source.csv").write_text(text)
             self.reject(3, "refresh", "--from", str(self.folder / "source.csv"))
         self.service.script = answer('{"rates": [{"code": "EUR", "rate": 0.88}]}')
@@ -112,9 +121,11 @@ class Refresh(ServedTest):
             f'<E><Cube><Cube time="{day}"><Cube currency="USD" rate="1.14"/></Cube></Cube></E>')
         for name in ("wide.json", "euro.xml"):
             self.succeed("refresh", "--from", str(self.folder / name))
-        items = {item["currency"]: item for item in self.json("100", "USD", "EUR", "TRY", "BTC", "KWD")["items"]}
+        items = {item["currency"]: item
+                 for item in self.json("100", "USD", "EUR", "TRY", "BTC", "KWD")["items"]}
         self.assertEqual(items["EUR"]["amount"], 100 / 1.14)
-        self.assertEqual([(items[code].get("published", day)[:10], items[code].get("source")) for code in items],
+        self.assertEqual([(items[code].get("published", day)[:10], items[code].get("source"))
+                          for code in items],
                          [(day, None), ("2026-10-01", "wide.json"), ("2026-10-01", "wide.json"),
                           ("2026-09-29", "bundled")])
         # The age is that of the rates, and not that of their storing.
@@ -132,8 +143,10 @@ class Refresh(ServedTest):
         self.assertAlmostEqual(rates["age_seconds"], 75 * 86400 + 60, delta=600)
 
     def test_user_secret_and_query_of_an_address_are_neither_shown_nor_kept(self):
-        for address, name in ((f"{self.service.base}/own?key=s3cret", "own"), (f"{self.service.base}/?s3cret", "127.0.0.1")):
-            self.service.paths[address.removeprefix(self.service.base)] = answer("USD,1\nEUR,0.5\n", 'ETag: "1"')
+        for address, name in ((f"{self.service.base}/own?key=s3cret", "own"),
+                              (f"{self.service.base}/?s3cret", "127.0.0.1")):
+            path = address.removeprefix(self.service.base)
+            self.service.paths[path] = answer("USD,1\nEUR,0.5\n", 'ETag: "1"')
             out = self.succeed("refresh", "--force", "--from", address)
             self.assertIn(f" from {name}", out)
         self.url = f"{self.service.base}/good?key=s3cret"
@@ -141,7 +154,8 @@ class Refresh(ServedTest):
         self.run_program("refresh", "--force")
         past = self.container / ".fexora-history/rates.sqlite"
         self.assertNotIn(b"cret", past.read_bytes())
-        kept = [*self.container.glob("*.plist"), *pathlib.Path(f"{self.container}-cache").glob("*/*")]
+        kept = [*self.container.glob("*.plist"),
+                *pathlib.Path(f"{self.container}-cache").glob("*/*")]
         self.assertEqual(len(kept), 2)
         for file in kept:
             self.assertNotIn("cret", repr(plistlib.loads(file.read_bytes())))

@@ -17,7 +17,8 @@ IF_DATE = "If-Modified-Since: Tue, 29 Sep 2026 00:00:00 GMT"
 
 
 def said(message):
-    return json.dumps({"serviceMessage": message, "rates": [{"code": "EUR", "rate": 0.85}, {"code": "USD", "rate": 1}]})
+    return json.dumps({"serviceMessage": message,
+                       "rates": [{"code": "EUR", "rate": 0.85}, {"code": "USD", "rate": 1}]})
 
 
 class Revalidation(ServedTest):
@@ -42,14 +43,16 @@ class Revalidation(ServedTest):
 
     def test_unchanged_counts_as_the_answer_again(self):
         for validators, asked in (([TAG, DATE], [IF_TAG, IF_DATE]), ([TAG], [IF_TAG]),
-                                  ([DATE], [IF_DATE]), (['ETag: W/"two"'], ['If-None-Match: W/"two"'])):
+                                  ([DATE], [IF_DATE]),
+                                  (['ETag: W/"two"'], ['If-None-Match: W/"two"'])):
             self.keep(validators[0], *validators)
             for _ in range(2):
                 self.assertEqual(self.ask(UNCHANGED), (validators[0], *asked))
 
     def test_gzip_and_redirects(self):
         self.service.paths["/target"] = answer(gzip(said("packed").encode()), PACKED, TAG)
-        for script in (answer("", "Location: /target", 'ETag: "no"', status="302 Found"), UNCHANGED):
+        for script in (answer("", "Location: /target", 'ETag: "no"', status="302 Found"),
+                       UNCHANGED):
             self.assertEqual(self.ask(script)[0], "packed")
             self.service.paths["/target"] = UNCHANGED
         # Kept under the address that was asked for.
@@ -94,7 +97,8 @@ class Revalidation(ServedTest):
         self.cache.chmod(0o770)
         self.assertEqual(self.ask(UNCHANGED), NOTHING_KEPT)
         self.service.script = answer(said("two"), TAG)
-        self.assertIn(f"could not be kept in {self.cache}", self.run_program("refresh", "--verbose")[2])
+        self.assertIn(f"could not be kept in {self.cache}",
+                      self.run_program("refresh", "--verbose")[2])
 
     def test_what_is_no_such_property_list_or_no_file_counts_as_none(self):
         self.keep("one", TAG, DATE)
@@ -102,17 +106,21 @@ class Revalidation(ServedTest):
         whole = file.read_bytes()
         content = plistlib.loads(whole)
         self.assertEqual(set(content), {"container", "address", "etag", "lastModified", "body"})
-        without = [{key: value for key, value in content.items() if key != name} for name in content]
+        without = [{key: value for key, value in content.items() if key != name}
+                   for name in content]
         spoilt = [content | change for change in (
-            {"etag": 1}, {"body": "{}"}, {"body": [b"{}"]}, {"etag": "\x7f"}, {"etag": "", "lastModified": ""},
+            {"etag": 1}, {"body": "{}"}, {"body": [b"{}"]}, {"etag": "\x7f"},
+            {"etag": "", "lastModified": ""},
             {"lastModified": "x" * 1025}, {"body": b"<html>"}, {"body": b"[]"},
             {"body": b" " * (LIMIT + 1)}, {"address": content["container"]})]
         others = map(plistlib.dumps, [*without, *spoilt, [content], content["body"]])
-        for damaged in (*[whole[:size] for size in range(0, len(whole) - 1, 61)], b"bplist00", *others):
+        for damaged in (*[whole[:size] for size in range(0, len(whole) - 1, 61)], b"bplist00",
+                        *others):
             file.write_bytes(damaged)
             self.assertEqual(self.ask(UNCHANGED), NOTHING_KEPT, damaged[-200:])
         (self.container / "elsewhere").write_bytes(whole)
-        for make in (lambda: file.symlink_to(self.container / "elsewhere"), lambda: os.mkfifo(file)):
+        for make in (lambda: file.symlink_to(self.container / "elsewhere"),
+                     lambda: os.mkfifo(file)):
             file.unlink()
             make()
             self.assertEqual(self.ask(UNCHANGED), NOTHING_KEPT)

@@ -11,7 +11,8 @@ class Search(ProgramTest):
         self.assertEqual(self.json("search", "--plain", "yen"),
                          {"matches": [{"code": "JPY", "name": "Japanese Yen"}]})
         self.assertEqual(self.succeed("search", "bitcoin", "ca"), "BCH  Bitcoin Cash\n")
-        for text, code in [("zlo", "PLN"), ("usd", "USD"), ("switz", "CHF"), ("€", "EUR"), ("円", "JPY"),
+        for text, code in [("zlo", "PLN"), ("usd", "USD"), ("switz", "CHF"), ("€", "EUR"),
+                           ("円", "JPY"),
                            ("yen", "JPY"), ("dolar", "USD"), ("Deutschland", "EUR")]:
             self.assertEqual(self.codes(text)[0], code, text)
 
@@ -20,7 +21,7 @@ class Search(ProgramTest):
         self.assertGreater(len(everything), 20)
         first, second, *others = everything
         for words, found in [
-                ("--limit 010", everything[:10]), 
+                ("--limit 010", everything[:10]),
                 (f"--exclude {second} --exclude jpy", [first, *others]),
                 # Matches that are left out count all the same.
                 (f"--limit 3 --exclude {first.lower()}", everything[1:3])]:
@@ -40,10 +41,12 @@ class Search(ProgramTest):
             self.assertEqual(items[0]["name"], name)
         # The language of the environment serves where none is asked for.
         env = self.environment(LANG="de_DE.UTF-8")
-        self.assertEqual(self.succeed("search", "schweizer franken", env=env), "CHF  Schweizer Franken\n")
+        self.assertEqual(self.succeed("search", "schweizer franken", env=env),
+                         "CHF  Schweizer Franken\n")
 
     def test_nothing_found_offers_near_ones(self):
-        self.assertIn('no currency matches "no such money"', self.reject(1, "search", "no", "such", "money"))
+        self.assertIn('no currency matches "no such money"',
+                      self.reject(1, "search", "no", "such", "money"))
         self.assertIn("near: USD (US Dollar)", self.reject(1, "search", "--plain", "UDS"))
         self.assertIn("matches", self.reject(1, "search", ""))
 

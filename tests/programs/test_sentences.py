@@ -1,4 +1,4 @@
-"""What people write means the same in the terminal and in the desktop's search as in the library."""
+"""What people write means the same in the terminal and the desktop's search as in the library."""
 
 import json
 
@@ -35,7 +35,8 @@ class Sentences(ProgramTest):
                 self.assertEqual(answer["source"], source)
                 self.assertEqual(bool(answer["notices"]), bool(notices))
                 if destinations != "-":
-                    self.assertEqual([item["currency"] for item in answer["items"]], destinations.split())
+                    self.assertEqual([item["currency"] for item in answer["items"]],
+                                     destinations.split())
                 # A currency alone, and a pair of names, may be about something else.
                 for result in found:
                     query = result["id"].split()
@@ -55,11 +56,13 @@ class Sentences(ProgramTest):
 
     def test_words_are_one_sentence(self):
         for words, amount, source, items in [
-                (["100", "usd", "in", "eur"], 100, "USD", ["EUR"]), (["5k", "dollars", "to", "euros"], 5000, "USD", ["EUR"]),
+                (["100", "usd", "in", "eur"], 100, "USD", ["EUR"]),
+                (["5k", "dollars", "to", "euros"], 5000, "USD", ["EUR"]),
                 (["$100", "CAD"], 100, "USD", ["CAD"]), (["100", "$", "CAD"], 100, "USD", ["CAD"]),
                 (["$100 CAD", "EUR"], 100, "CAD", ["EUR"]), (["usd", "eur"], 1, "USD", ["EUR"])]:
             answer = json.loads(self.run_program(*words, "--json")[1])
             self.assertEqual((answer["amount"], answer["source"]), (amount, source), words)
             self.assertEqual([item["currency"] for item in answer["items"]], items, words)
         code, out, _ = self.run_program("-", "--json", text="100 usd in eur\n5 quid\n€3 usd\n")
-        self.assertEqual([json.loads(line)["source"] for line in out.splitlines()], ["USD", "GBP", "EUR"])
+        self.assertEqual([json.loads(line)["source"] for line in out.splitlines()],
+                         ["USD", "GBP", "EUR"])

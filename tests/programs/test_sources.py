@@ -32,10 +32,12 @@ def certificate(folder, first, last):
     (folder / "index").touch()
     (folder / "serial").write_text("01\n")
     (folder / "conf").write_text(AUTHORITY.format(folder=folder))
-    for words in (["req", "-new", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes",
-                   "-subj", "/CN=127.0.0.1", "-keyout", folder / "key", "-out", folder / "request"],
-                  ["ca", "-batch", "-selfsign", "-notext", "-config", folder / "conf", "-keyfile", folder / "key",
-                   "-in", folder / "request", "-out", folder / "certificate",
+    for words in (["req", "-new", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1",
+                   "-nodes", "-subj", "/CN=127.0.0.1", "-keyout", folder / "key",
+                   "-out", folder / "request"],
+                  ["ca", "-batch", "-selfsign", "-notext", "-config", folder / "conf",
+                   "-keyfile", folder / "key", "-in", folder / "request",
+                   "-out", folder / "certificate",
                    "-startdate", f"{first}000000Z", "-enddate", f"{last}000000Z"]):
         subprocess.run(["openssl", *words], check=True, capture_output=True)
     both = folder / "both.pem"
@@ -69,8 +71,10 @@ class Sources(ProgramTest):
         self.day = datetime.date.today().isoformat()
         self.service.paths |= {
             "/usd.json": answer(table(self.day, eur=0.9)),
-            "/euro.xml": answer(f"""<E><Cube><Cube time="{self.day}"><Cube currency="USD" rate="1.125"/>
-                <Cube currency="GBP" rate="0.9"/></Cube></Cube></E>"""), "/none": answer("", status="404 Gone")}
+            "/euro.xml": answer(f"""<E><Cube><Cube time="{self.day}">
+                <Cube currency="USD" rate="1.125"/>
+                <Cube currency="GBP" rate="0.9"/></Cube></Cube></E>"""),
+            "/none": answer("", status="404 Gone")}
 
     def serve(self, pem):
         service = Service(self)
@@ -138,9 +142,11 @@ class Sources(ProgramTest):
         self.service.paths["/slow"] = slow(self.day)
         self.service.requests.clear()
         base = self.service.base
-        code, out, _ = self.run_program("refresh", "1", "", "exchange-api", program="test_c", env=self.environment(
-            FEXORA_SOURCES_EXCHANGE_API=f"{base}/slow"))
-        self.assertEqual([line.split()[:2] for line in out.splitlines()], [["0", "ecb"], ["8", "ecb"]])
+        env = self.environment(FEXORA_SOURCES_EXCHANGE_API=f"{base}/slow")
+        code, out, _ = self.run_program("refresh", "1", "", "exchange-api", program="test_c",
+                                        env=env)
+        self.assertEqual([line.split()[:2] for line in out.splitlines()],
+                         [["0", "ecb"], ["8", "ecb"]])
         self.assertEqual(self.asked(), ["/slow", "/euro.xml", "/slow"])
         self.succeed("settings", "ratesFrom", "nowhere")
         self.assertEqual(refresh("")[0][0], "10")
@@ -148,7 +154,8 @@ class Sources(ProgramTest):
     def test_who_lies_or_cannot_prove_who_it_is_gets_nowhere(self):
         self.service.paths["/slow"] = slow(self.day)
         late = self.start("refresh", "--from", "exchange-api", "--json", env=self.environment(
-            FEXORA_CONTAINER=str(self.new_folder()), FEXORA_SOURCES_EXCHANGE_API=f"{self.service.base}/slow"))
+            FEXORA_CONTAINER=str(self.new_folder()),
+            FEXORA_SOURCES_EXCHANGE_API=f"{self.service.base}/slow"))
         plain = Service(self, answer(table(self.day)))
         old = certificate(self.folder / "expired", "20200101", "20210101")
         expired = self.serve(old)
@@ -160,13 +167,17 @@ class Sources(ProgramTest):
         self.service.paths["/login"] = answer("<html><body>Log in</body></html>")
         self.service.paths["/part"] = answer(table(self.day))[:-900]
         for address, kind, part in (
-                (plain.url, "noAddress", "https only"), (f"{expired.base}/x", "notTrusted", "expired"),
-                (f"{stranger.base}/x", "notTrusted", "self-signed"), (f"{self.service.base}/lead", "httpStatus", "https"),
-                (f"{self.service.base}/lies", "taken", "left out"), (f"{self.service.base}/login", "source", "no reference rates"),
+                (plain.url, "noAddress", "https only"),
+                (f"{expired.base}/x", "notTrusted", "expired"),
+                (f"{stranger.base}/x", "notTrusted", "self-signed"),
+                (f"{self.service.base}/lead", "httpStatus", "https"),
+                (f"{self.service.base}/lies", "taken", "left out"),
+                (f"{self.service.base}/login", "source", "no reference rates"),
                 (f"{self.service.base}/part", "noConnection", "part")):
             with self.subTest(address):
                 env = self.environment(FEXORA_SOURCES_EXCHANGE_API=address)
-                code, out, err = self.run_program("refresh", "--from", "exchange-api", "--json", env=env)
+                code, out, err = self.run_program("refresh", "--from", "exchange-api", "--json",
+                                                  env=env)
                 self.assertIn(part, err)
                 if kind != "taken":
                     self.assertEqual((code, json.loads(out)["error"]["kind"]), (3, kind), err)

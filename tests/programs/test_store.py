@@ -32,7 +32,8 @@ class Settings(ProgramTest):
         self.assertEqual(content["TodayCurrencies"], [{"code": "EUR"}, {"code": "GBP"}])
 
     def test_values_out_of_range_are_rejected_and_change_nothing(self):
-        for name, typed in [("fraction", "0"), ("fraction", "two"), ("mode", "2"), ("seporate", "x"),
+        for name, typed in [("fraction", "0"), ("fraction", "two"), ("mode", "2"),
+                            ("seporate", "x"),
                             ("numberOfCurrenciesInWidget", "-1"), ("nope", "1")]:
             self.assertIn(name, self.reject(2, "settings", name, typed))
         self.reject(1, "settings", "todayCurrencies", "EUR,nope")
@@ -115,5 +116,6 @@ class Unusable(ProgramTest):
     def test_standard_output_that_is_full_or_closed(self):
         self.reject_full_output("1", "USD", "EUR")
         # Eight bytes, as much as an event's descriptor takes, which would have the number.
-        code, _, err = self.run_program("-c", '"$0" 2 USD EUR >&-', BIN / "fexora", program="/bin/sh")
+        code, _, err = self.run_program("-c", '"$0" 2 USD EUR >&-', BIN / "fexora",
+                                        program="/bin/sh")
         self.assertEqual((code, "standard output" in err), (4, True), err)

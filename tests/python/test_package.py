@@ -65,8 +65,10 @@ class Package(unittest.TestCase):
         self.assertEqual(self.session.convert_to(BIG, "USD", ["CHF", "eur"]),
                          {"CHF": BIG * Decimal("0.3"), "eur": BIG / 10})
         self.assertEqual(self.session.freshness().source, "till")
-        for amount, code, mode, expected in [("2.675", "USD", "half-even", "2.68"), ("1.5", "JPY", "down", "1"),
-                                             ("1.025", "CHF", "cash", "1.05"), ("1.05", "NZD", "cash", "1.0")]:
+        for amount, code, mode, expected in [("2.675", "USD", "half-even", "2.68"),
+                                             ("1.5", "JPY", "down", "1"),
+                                             ("1.025", "CHF", "cash", "1.05"),
+                                             ("1.05", "NZD", "cash", "1.0")]:
             self.assertEqual(fexora.round_amount(Decimal(amount), code, mode), Decimal(expected))
             self.assertEqual(fexora.round_amount(float(amount), code, mode), float(expected))
 

@@ -39,7 +39,8 @@ class Calls(ServedTest):
         # Nothing of all this may hang.
         done = subprocess.run(
             ["/usr/bin/timeout", "25", *before, SAVER, *job], capture_output=True, text=True,
-            env=self.environment(FEXORA_CONTAINER=str(container), XDG_CACHE_HOME=f"{container}/cache"))
+            env=self.environment(FEXORA_CONTAINER=str(container),
+                                 XDG_CACHE_HOME=f"{container}/cache"))
         return types.SimpleNamespace(
             code=done.returncode, out=done.stdout, err=done.stderr, path=str(store),
             content=plistlib.loads(store.read_bytes()), names=set(os.listdir(container)),
@@ -73,7 +74,8 @@ class Save(Calls):
             self.assertEqual((run.code, run.out), (0, "6\n7\n") if is_saved else (1, "6\n"))
             self.assertEqual(run.content["Fraction"], 7 if is_saved or run.is_doubted else 6)
             self.assertTrue(is_saved or run.path in run.err)
-            # An interrupted call is made again, but for a flush: that is tried once, however it fails.
+            # An interrupted call is made again, but for a flush: that is tried once, however it
+            # fails.
             call, error, when = case
             self.assertTrue(is_saved or error != "EINTR" or when == "1+" or call == "fsync")
             self.assertFalse(is_saved and (call, when) == ("fsync", "1"))
@@ -103,7 +105,8 @@ class Save(Calls):
     def test_on_a_full_disk_the_old_file_stays(self):
         folder = self.container / "disk"
         folder.mkdir()
-        mount = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k,mode=0700", "fexora-test", folder],
+        mount = subprocess.run(["mount", "-t", "tmpfs", "-o", "size=64k,mode=0700",
+                                "fexora-test", folder],
                                stderr=subprocess.DEVNULL, check=False)
         if mount.returncode != 0:
             self.skipTest("this system allows no mount: nothing is proven")
@@ -116,8 +119,9 @@ class Save(Calls):
 
 
 class Order(Calls):
-    HARMLESS = {"newfstatat", "fstat", "lstat", "stat", "statx", "read", "flock", "getdents64", "fcntl",
-                "inotify_add_watch", "access", "faccessat2", "lseek", "fchmod", "readlink", "close"}
+    HARMLESS = {"newfstatat", "fstat", "lstat", "stat", "statx", "read", "flock", "getdents64",
+                "fcntl", "inotify_add_watch", "access", "faccessat2", "lseek", "fchmod", "readlink",
+                "close"}
 
     def changes(self, trace, folder):
         """What was done that could not be undone, in its order, as the call and its object."""
@@ -178,9 +182,9 @@ class Refresh(Calls):
         self.assertGreater(min(self.saved, self.failed), fewest, "the tracer did what it was asked")
 
     def test_a_request_ends_with_an_error(self):
-        self.refresh_without(["clone3", "socket", "connect", "sendto", "recvfrom", "poll", "getsockopt",
-                              "setsockopt", "getsockname", "getpeername", "fcntl", "socketpair",
-                              "eventfd2"], 60)
+        self.refresh_without(["clone3", "socket", "connect", "sendto", "recvfrom", "poll",
+                              "getsockopt", "setsockopt", "getsockname", "getpeername", "fcntl",
+                              "socketpair", "eventfd2"], 60)
 
     def test_what_keeps_its_answer_leaves_it_or_says_so(self):
         self.refresh_without(OF_A_SAVE, 20)

@@ -41,7 +41,8 @@ def describe(value):
 
 
 def text():
-    return "".join(SOURCE.choices("aZ09 .<>&'\"]\t\n\u00e9\u20ac\U0001f4b6\u0627", k=SOURCE.randrange(40)))
+    return "".join(SOURCE.choices("aZ09 .<>&'\"]\t\n\u00e9\u20ac\U0001f4b6\u0627",
+                                  k=SOURCE.randrange(40)))
 
 
 LEAVES = [
