@@ -106,10 +106,10 @@ bool isPlainWord(std::string_view word) noexcept {
 
 bool isWrittenAsName(std::string_view word) noexcept {
   constexpr std::size_t kShortest = 3;
-  constexpr std::size_t kLongest = 8;
+  constexpr std::size_t kLongestName = 8;
   const auto isSmall = [](char c) { return c >= 'a' && c <= 'z'; };
-  return word.size() >= kShortest && word.size() <= kLongest && word[0] >= 'A' && word[0] <= 'Z' &&
-         std::all_of(word.begin() + 1, word.end(), isSmall);
+  return word.size() >= kShortest && word.size() <= kLongestName && word[0] >= 'A' &&
+         word[0] <= 'Z' && std::all_of(word.begin() + 1, word.end(), isSmall);
 }
 
 std::optional<double> gramsIn(std::string_view word) noexcept {

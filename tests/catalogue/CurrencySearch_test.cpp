@@ -106,8 +106,8 @@ TEST(CurrencySearch, Keys_AreKeptForOneGenerationOfStrings) {
   search.desktop.platform.strings = &strings;
   // Of generation zero is what promises nothing: that is asked at every search.
   for (const auto& [generation, prefix, asked] :
-       {std::tuple(1, "one ", 2), std::tuple(1, "one ", 2), std::tuple(2, "two ", 4),
-        std::tuple(0, "three ", 6), std::tuple(0, "four ", 8)}) {
+       {std::tuple(1U, "one ", 2), std::tuple(1U, "one ", 2), std::tuple(2U, "two ", 4),
+        std::tuple(0U, "three ", 6), std::tuple(0U, "four ", 8)}) {
     strings.now = generation;
     strings.prefix = prefix;
     EXPECT_EQ(search(prefix), " USD EUR");

@@ -34,11 +34,11 @@ using Changes = std::vector<std::pair<const char*, double>>;  // 0: without it
 
 Rates with(const Changes& changes) {
   Rates rates = held();
-  for (const auto& [code, value] : changes) {
-    const bool isLost = value == 0;
-    std::erase_if(rates, [&](const auto& rate) { return isLost && rate.first == code; });
+  for (const auto& change : changes) {
+    const bool isLost = change.second == 0;
+    std::erase_if(rates, [&](const auto& rate) { return isLost && rate.first == change.first; });
     for (auto& [known, rate] : rates) {
-      if (known == code) rate = value;
+      if (known == change.first) rate = change.second;
     }
   }
   return rates;

@@ -55,7 +55,7 @@ struct Steps {
   std::int64_t fraction;  // the setting then
   std::string told;       // what it was at each notification
   bool skips;
-  int saves;  // with the first start's
+  std::size_t saves;  // with the first start's
 };
 
 TEST_F(UserStore, KeepsToTheProtocol) {
