@@ -21,6 +21,7 @@
 #include "programs/desktop/CurrencyPicker.h"
 #include "programs/desktop/DayBar.h"
 #include "programs/desktop/DayPicker.h"
+#include "programs/desktop/EndSignals.h"
 #include "programs/desktop/FreshnessCaption.h"
 #include "programs/desktop/FreshnessText.h"
 #include "programs/desktop/HistoryThread.h"
@@ -73,7 +74,10 @@ ConverterWindow::ConverterWindow(const Desk& desk, Appearance& appearance)
   following_ =
       desk_.platform.notifications->addObserver(fileWatcherUpdate, [this] { followStore(); });
   desk_.store.setAfterSave([this] {
-    if (desk_.store.saveProblem().empty()) isKept_ = true;
+    if (desk_.store.saveProblem().empty()) {
+      isKept_ = true;
+      isLossTold_ = false;
+    }
     showProblem();
   });
   // Narrower ones cut what matters.
@@ -577,6 +581,11 @@ void ConverterWindow::activate() {
 void ConverterWindow::closeEvent(QCloseEvent* event) {
   QSettings().setValue(geometryKey(), saveGeometry());
   save();
+  const std::string problem = isKept_ ? std::string() : desk_.store.saveProblem();
+  // The caption says it; whoever closes the window again means it.
+  const bool isAsked = problem.empty() || std::exchange(isLossTold_, true) || isEndingBySignal();
+  if (!isAsked) return event->ignore();
+  if (!problem.empty()) qWarning("the last amount is not kept: %s", problem.c_str());
   event->accept();
 }
 

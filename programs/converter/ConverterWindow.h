@@ -114,7 +114,8 @@ class ConverterWindow final : public QMainWindow {
   FreshnessCaption* caption_;
   QMenu* menu_;
   SettingsPage* settings_ = nullptr;
-  bool isKept_ = true;  // what is shown is in the store, or is no amount
+  bool isKept_ = true;       // what is shown is in the store, or is no amount
+  bool isLossTold_ = false;  // that it cannot be kept, to one who wanted to close
   NotificationCenter::Token following_;
 };
 

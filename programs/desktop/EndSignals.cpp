@@ -12,6 +12,7 @@ namespace fexora::desktop {
 namespace {
 
 std::array<int, 2> ends{-1, -1};
+bool isEnding = false;
 
 // All that a handler may do; the loop does the rest.
 void onSignal(int /*number*/) {
@@ -27,6 +28,7 @@ void endOnSignals() {
       new QSocketNotifier(ends[0], QSocketNotifier::Read, QCoreApplication::instance());
   QObject::connect(notifier, &QSocketNotifier::activated, notifier, [notifier] {
     notifier->setEnabled(false);
+    isEnding = true;
     QApplication::quit();
   });
   struct sigaction action = {};
@@ -34,6 +36,10 @@ void endOnSignals() {
   // A second one ends the process at once.
   action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
   for (const int number : {SIGTERM, SIGINT, SIGHUP}) sigaction(number, &action, nullptr);
+}
+
+bool isEndingBySignal() noexcept {
+  return isEnding;
 }
 
 }  // namespace fexora::desktop

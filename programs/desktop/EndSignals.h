@@ -7,4 +7,7 @@ namespace fexora::desktop {
 // where it stands. Once, before exec().
 void endOnSignals();
 
+// Whether one has come.
+bool isEndingBySignal() noexcept;
+
 }  // namespace fexora::desktop
