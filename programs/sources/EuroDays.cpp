@@ -3,6 +3,8 @@
 
 #include <expat.h>
 
+#include "fexora/platform/plist/expat/ExpatLine.h"
+
 #include "programs/sources/Source.h"
 #include "programs/sources/TableMaker.h"
 
@@ -76,7 +78,7 @@ class DaysParser {
     if (!currency.empty() || !rate.empty()) tables_.add(line(), currency, rate);
   }
 
-  std::size_t line() const { return XML_GetCurrentLineNumber(parser_.get()); }
+  std::size_t line() const { return currentLine(parser_.get()); }
 
   TableMaker tables_;
   std::unique_ptr<XML_ParserStruct, Free> parser_;
