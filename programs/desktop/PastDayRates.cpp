@@ -4,6 +4,8 @@
 #include <map>
 #include <utility>
 
+#include "programs/shared/Currencies.h"
+
 namespace fexora::desktop {
 
 PastDayRates::PastDayRates(HistoryThread& history, QObject* parent)
@@ -22,9 +24,7 @@ void PastDayRates::setDay(std::optional<Day> day) {
 }
 
 void PastDayRates::ask(const CurrencyRef& source, const std::vector<CurrencyRef>& destinations) {
-  std::vector<std::string> codes;
-  codes.reserve(destinations.size());
-  for (const CurrencyRef& each : destinations) codes.push_back(each->code());
+  std::vector<std::string> codes = program::codesOf(destinations);
   if (source->code() == source_ && codes == codes_) return;
   if (source->code() != source_) rates_.clear();
   source_ = source->code();

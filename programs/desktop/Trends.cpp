@@ -5,6 +5,8 @@
 #include <chrono>
 #include <utility>
 
+#include "programs/shared/Currencies.h"
+
 namespace fexora::desktop {
 namespace {
 
@@ -17,16 +19,15 @@ Trends::Trends(const Desk& desk, HistoryThread& history, QObject* parent)
     : QObject(parent), desk_(desk), history_(history) {}
 
 void Trends::ask(const CurrencyRef& source, const std::vector<CurrencyRef>& destinations) {
-  std::vector<std::string> codes;
-  codes.reserve(destinations.size());
-  for (const CurrencyRef& each : destinations) codes.push_back(each->code());
+  std::vector<std::string> codes = program::codesOf(destinations);
   const auto stored = desk_.rates.freshness().stored;
   if (source->code() == source_ && codes == codes_ && stored == stored_) return;
+  const bool areRatesOthers = !source_.empty() && stored != stored_;
   source_ = source->code();
   codes_ = std::move(codes);
   stored_ = stored;
   send();
-  QTimer::singleShot(kMoment, this, &Trends::send);
+  if (areRatesOthers) QTimer::singleShot(kMoment, this, &Trends::send);
 }
 
 void Trends::send() {

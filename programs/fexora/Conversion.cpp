@@ -69,8 +69,7 @@ std::string dayAndReach(const PastDay& on) {
 // The same by the rates of a past day, all of them asked for at once.
 std::vector<std::string> addPastLines(const std::vector<CurrencyRef>& wanted, StoreManager& store,
                                       Conversion& result) {
-  std::vector<std::string> codes;
-  for (const CurrencyRef& destination : wanted) codes.push_back(destination->code());
+  const std::vector<std::string> codes = codesOf(wanted);
   const PastDay& on = *result.on;
   const auto rates = history(store).on(on.day, result.source->code(), codes, on.question);
   std::vector<std::string> noRates;
