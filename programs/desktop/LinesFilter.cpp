@@ -21,11 +21,12 @@ LinesFilter::LinesFilter(const Desk& desk, QListView& list, QWidget* parent)
   entry_->setPlaceholderText(tr("Find in the list"));
   entry_->setAccessibleName(tr("Find in the list"));
   entry_->setToolTip(tr("Find in the list") + " (Ctrl+Shift+F)");
-  entry_->setClearButtonEnabled(true);
   entry_->installEventFilter(this);
   auto* const row = new QHBoxLayout(this);
   row->setContentsMargins(sized(18), 0, sized(18), sized(8));
   row->addWidget(entry_);
+  // The button is seen beside a text alone, and Qt looks through the themes of icons for it.
+  connect(entry_, &QLineEdit::textChanged, entry_, [this] { entry_->setClearButtonEnabled(true); });
   connect(entry_, &QLineEdit::textChanged, this, &LinesFilter::apply);
   // However lines come and go.
   const QAbstractItemModel& model = *list.model();

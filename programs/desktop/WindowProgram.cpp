@@ -8,6 +8,7 @@
 #include <chrono>
 
 #include "programs/desktop/EndSignals.h"
+#include "programs/desktop/FirstPaint.h"
 #include "programs/desktop/Languages.h"
 #include "programs/desktop/PlainLabels.h"
 
@@ -31,7 +32,6 @@ void prepareApplication(QApplication& application, const QString& id, const QStr
   QApplication::setApplicationName(name);
   QApplication::setApplicationVersion(QStringLiteral(FEXORA_VERSION));
   QGuiApplication::setDesktopFileName(id);
-  application.setWindowIcon(QIcon(QStringLiteral(":/icons/org.fexora.Fexora.svg")));
   keepLabelsPlain(application);
   applyLanguage();
 }
@@ -53,6 +53,10 @@ CommandLine commandLineOf(QApplication& application, const QString& purpose,
 int run(const CommandLine& line, QWidget& window) {
   constexpr auto kPatience = std::chrono::seconds(10);
   endOnSignals();
+  // What draws it is a plugin of Qt's, which is not waited for.
+  onceItIsPainted(window, [] {
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/org.fexora.Fexora.svg")));
+  });
   if (!line.isService) {
     window.show();
     return QApplication::exec();

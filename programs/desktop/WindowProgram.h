@@ -5,7 +5,7 @@
 
 namespace fexora::desktop {
 
-// Names, icon and language of a program; before any widget. `id` is that of its .desktop file.
+// Names and language of a program; before any widget. `id` is that of its .desktop file.
 void prepareApplication(QApplication& application, const QString& id, const QString& name);
 
 struct CommandLine {
@@ -19,7 +19,8 @@ CommandLine commandLineOf(QApplication& application, const QString& purpose,
                           const QString& operands);
 
 // Shows the window, of a service only when it is wanted, and runs until it is closed or a signal
-// asks for the end. A service that nobody wants for ten seconds ends. What main() returns.
+// asks for the end. A service that nobody wants for ten seconds ends. The icon comes once the
+// window is painted. What main() returns.
 int run(const CommandLine& line, QWidget& window);
 
 }  // namespace fexora::desktop

@@ -28,6 +28,7 @@
 #include "programs/desktop/Appearance.h"
 #include "programs/desktop/CurrencyPicker.h"
 #include "programs/desktop/DayBar.h"
+#include "programs/desktop/FirstPaint.h"
 #include "programs/desktop/FreshnessCaption.h"
 #include "programs/desktop/FreshnessText.h"
 #include "programs/desktop/HistoryThread.h"
@@ -177,6 +178,7 @@ class DesktopTest final : public QObject {
  private slots:
   void readsWhatIsTyped();
   void readsTheTableOfSentences();
+  void doesTheRestOnceItIsPainted();
   void convertsEachKeyAndSavesOnce();
   void keepsWhatIsShown();
   void takesTheCurrencyAndTheOtherReading();
@@ -246,6 +248,20 @@ void DesktopTest::readsTheTableOfSentences() {
     QCOMPARE(destinations.isEmpty() ? "-" : destinations.join(' '), cells[4]);
   }
   Locale::setCurrent("en_US");
+}
+
+void DesktopTest::doesTheRestOnceItIsPainted() {
+  QWidget window;
+  int times = 0;
+  onceItIsPainted(window, [&] { ++times; });
+  QCoreApplication::processEvents();
+  QCOMPARE(times, 0);
+  for (int painted = 0; painted < 2; ++painted) {
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTRY_COMPARE(times, 1);
+    window.hide();
+  }
 }
 
 void DesktopTest::convertsEachKeyAndSavesOnce() {
@@ -369,7 +385,9 @@ void DesktopTest::editsTheList() {
   QVERIFY(filter.isVisible());
   list.setCurrentIndex(window.lines().index(0));
   QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+  QVERIFY(!filter.entry().isClearButtonEnabled());
   QTest::keyClicks(&filter.entry(), "swiss");
+  QVERIFY(filter.entry().isClearButtonEnabled());
   QVERIFY(!list.currentIndex().isValid());  // JPY
   QTest::keyClick(&filter.entry(), Qt::Key_Return);
   QCOMPARE(codeOf(*window.lines().currencyAt(list.currentIndex().row())), "CHF");
