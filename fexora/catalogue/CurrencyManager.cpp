@@ -77,6 +77,7 @@ CurrencyManager::CurrencyManager(Platform& platform, Lifetime lifetime) : platfo
 }
 
 CurrencyManager::~CurrencyManager() {
+  preparing_.join();
   // Whoever holds a record may keep it.
   for (const CurrencyRef& currency : _currencies) {
     currency->place_ = kNoPlace;

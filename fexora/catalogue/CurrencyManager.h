@@ -18,6 +18,7 @@
 
 #include "fexora/catalogue/Currency.h"
 #include "fexora/platform/Platform.h"
+#include "fexora/platform/network/WorkerThread.h"
 #include "fexora/platform/values/NSObject.h"
 
 namespace fexora {
@@ -61,6 +62,12 @@ class FEXORA_API CurrencyManager : public NSObject {
   // one: the only one that matches it best in the ranks 1 to 8 of rankedCurrencies(), withdrawn and
   // crypto currencies left out from rank 5 on. Otherwise null.
   CurrencyRef currencyMeant(std::string_view text) const;
+
+  // Makes what the searches compare with, unless it is kept, on a thread of its own; returns at
+  // once. For whoever is about to let a person type: the first search takes milliseconds otherwise.
+  // One that comes meanwhile does not wait for it. Any thread. The host's strings are asked on that
+  // thread; it ends before this object does, and before the process.
+  void prepareSearch() const;
 
   // Each record's display record, in order; see catalogue/NSCurrency.h, where it is defined.
   virtual std::vector<NSCurrencyRef> getNSCurrenciesFromCurrencies(
@@ -108,6 +115,9 @@ class FEXORA_API CurrencyManager : public NSObject {
   mutable std::uint64_t searchedChanges_ = 0;
   mutable std::shared_ptr<const RankingKeys> rankingKeys_;
   mutable std::mutex searchMutex_;
+  mutable std::mutex preparingMutex_;
+  mutable std::atomic<bool> isPreparing_ = false;
+  mutable WorkerThread preparing_;  // last: it uses the above
 };
 
 // The process's one catalogue, made at the first call and never destroyed. Any thread.

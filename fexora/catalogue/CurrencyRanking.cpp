@@ -41,7 +41,36 @@ bool isInUse(const Currency& currency) {
          (facts->kind != CurrencyKind::withdrawn && facts->kind != CurrencyKind::crypto);
 }
 
+// Nothing may be taken down under a thread that still searches.
+class JoinedAtExit {
+ public:
+  explicit JoinedAtExit(WorkerThread& thread) : thread_(thread) {}
+  JoinedAtExit(const JoinedAtExit&) = delete;
+  JoinedAtExit& operator=(const JoinedAtExit&) = delete;
+  ~JoinedAtExit() { thread_.join(); }
+
+ private:
+  WorkerThread& thread_;
+};
+
 }  // namespace
+
+void CurrencyManager::prepareSearch() const {
+  const std::lock_guard lock(preparingMutex_);
+  if (isPreparing_) return;
+  preparing_.join();
+  // The one catalogue that lives for ever.
+  if (block_ != nullptr) static const JoinedAtExit joined(preparing_);
+  isPreparing_ = true;
+  const bool isStarted = preparing_.start([this] {
+    guarded(*platform_.log, "Preparing the search", [this] {
+      searchKeys();
+      rankingKeys();
+    });
+    isPreparing_ = false;
+  });
+  if (!isStarted) isPreparing_ = false;
+}
 
 std::vector<CurrencyRef> CurrencyManager::rankedCurrencies(
     std::string_view text, std::int64_t limit, const std::vector<CurrencyRef>& exclude) const {

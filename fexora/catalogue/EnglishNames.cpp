@@ -1,25 +1,20 @@
 #include "fexora/catalogue/EnglishNames.h"
 
-#include <array>
-
 namespace fexora {
-namespace {
-
-constexpr std::size_t kLongestCode = 15;
-
-}  // namespace
 
 std::optional<std::string_view> englishName(std::string_view code) noexcept {
-  // A code with one of the table's own marks in it is none.
-  if (code.empty() || code.size() > kLongestCode || code.find_first_of("\t\n") != code.npos) {
-    return std::nullopt;
+  std::string_view lines = kEnglishNames.substr(1);
+  while (!lines.empty()) {
+    // The line in the middle.
+    const std::size_t middle = lines.size() / 2;
+    const std::size_t start = middle == 0 ? 0 : lines.rfind('\n', middle - 1) + 1;
+    const std::string_view line = lines.substr(start, lines.find('\n', start) - start);
+    const std::size_t mark = line.find('\t');
+    const int order = code.compare(line.substr(0, mark));
+    if (order == 0) return line.substr(mark + 1);
+    lines = order < 0 ? lines.substr(0, start) : lines.substr(start + line.size() + 1);
   }
-  std::array<char, kLongestCode + 2> line{'\n'};
-  line[code.copy(&line[1], code.size()) + 1] = '\t';
-  const auto at = kEnglishNames.find(std::string_view(line.data(), code.size() + 2));
-  if (at == kEnglishNames.npos) return std::nullopt;
-  const std::string_view name = kEnglishNames.substr(at + code.size() + 2);
-  return name.substr(0, name.find('\n'));
+  return std::nullopt;
 }
 
 }  // namespace fexora

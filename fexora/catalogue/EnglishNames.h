@@ -12,8 +12,8 @@ namespace fexora {
 // Any thread.
 FEXORA_API std::optional<std::string_view> englishName(std::string_view code) noexcept;
 
-// One line for each: code, tab, name; a line end before the first. Made by tools/make-names from
-// fexora/resources/currencies.tsv.
+// One line for each, in the order of their codes: code, tab, name; a line end before the first.
+// Made by tools/make-names from fexora/resources/currencies.tsv.
 extern const std::string_view kEnglishNames;
 
 }  // namespace fexora

@@ -14,6 +14,7 @@ bool isWordByte(char byte) noexcept {
 // The bytes of a mark at the head of `text`, of which `joins` tells whether it stands inside of a
 // word (the apostrophe, the okina); 0 for anything else.
 std::size_t markLength(std::string_view text, bool& joins) noexcept {
+  if (isWordByte(text[0]) && text[0] != '\xCA' && text[0] != '\xE2') return 0;
   // U+2000 to U+203F hold dashes, quotation marks and blanks.
   const bool general = text.starts_with("\u2019") || text.substr(0, 2) == "\xE2\x80";
   const bool modifier = text.starts_with("\u02BB") || text.starts_with("\u02BC");

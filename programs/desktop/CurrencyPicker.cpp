@@ -28,6 +28,7 @@ CurrencyPicker::CurrencyPicker(const Desk& desk, Takes takes, QWidget* parent)
       entry_(new QLineEdit),
       list_(new QListView),
       take_(new QPushButton) {
+  desk.catalogue.prepareSearch();
   setWindowTitle(takes == Takes::one ? tr("Convert from") : tr("Add currencies"));
   resize(sized(400), sized(460));
   entry_->setFont(fontOf(14));

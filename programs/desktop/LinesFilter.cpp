@@ -36,6 +36,7 @@ LinesFilter::LinesFilter(const Desk& desk, QListView& list, QWidget* parent)
 }
 
 bool LinesFilter::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusIn) desk_.catalogue.prepareSearch();
   if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
   switch (static_cast<const QKeyEvent&>(*event).key()) {
     case Qt::Key_Escape:

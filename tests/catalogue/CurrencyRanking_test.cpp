@@ -1,5 +1,6 @@
 #include "fexora/catalogue/CurrencyRanking.h"
 
+#include <atomic>
 #include <string>
 #include <thread>
 #include <vector>
@@ -138,6 +139,49 @@ TEST(CurrencyRanking, ThreadsWhileTheLanguageChanges_EachSeeOneOfThem) {
   }
   for (std::thread& thread : threads) thread.join();
   EXPECT_EQ(wrong, std::vector<int>(wrong.size()));
+}
+
+// Counts who asks, and holds every thread but the one that made it until it is opened.
+class HeldStrings final : public HostStrings {
+ public:
+  std::optional<std::string> string(std::string_view key) override {
+    if (std::this_thread::get_id() == owner_) {
+      ++asked;
+    } else {
+      ++askedElsewhere;
+      isOpen.wait(false);
+    }
+    return "name of " + std::string(key);
+  }
+  std::uint64_t generation() override { return 1; }
+
+  int asked = 0;
+  std::atomic<int> askedElsewhere = 0;
+  std::atomic<bool> isOpen = false;
+
+ private:
+  const std::thread::id owner_ = std::this_thread::get_id();
+};
+
+TEST(CurrencyRanking, PreparedSearch_IsMadeOnAThreadThatOnlyTheEndWaitsFor) {
+  for (const bool searchesMeanwhile : {true, false}) {
+    HeldStrings names;
+    {
+      TestCatalogue catalogue({"USD", "JPY"});
+      catalogue.desktop.platform.strings = &names;
+      auto& manager = catalogue.manager();
+      manager.prepareSearch();
+      manager.prepareSearch();
+      if (searchesMeanwhile) {
+        EXPECT_EQ(codes(manager.rankedCurrencies("name of jpy", 9)), Codes{"JPY"});
+      }
+      names.isOpen = true;
+      names.isOpen.notify_all();
+    }
+    // The plain search asks for each name once, the ranked one twice, unless its keys are there.
+    EXPECT_EQ(names.asked, searchesMeanwhile ? 4 : 0);
+    EXPECT_EQ(names.askedElsewhere, searchesMeanwhile ? 2 : 6);
+  }
 }
 
 }  // namespace

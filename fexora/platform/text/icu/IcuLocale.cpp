@@ -4,6 +4,8 @@
 #include <set>
 #include <string>
 
+#include <unicode/uloc.h>
+
 #include "fexora/platform/base/NoDestructor.h"
 
 namespace fexora {
@@ -13,9 +15,10 @@ using Languages = std::set<std::string, std::less<>>;
 
 Languages availableLanguages() {
   Languages languages;
-  std::int32_t count = 0;
-  const icu::Locale* const locales = icu::Locale::getAvailableLocales(count);
-  for (std::int32_t i = 0; i < count; ++i) languages.emplace(locales[i].getLanguage());
+  for (std::int32_t i = 0; i < uloc_countAvailable(); ++i) {
+    const std::string_view name = uloc_getAvailable(i);
+    languages.emplace(name.substr(0, name.find('_')));
+  }
   return languages;
 }
 

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include <unicode/casemap.h>
-#include <unicode/locdspnm.h>
 #include <unicode/normalizer2.h>
 #include <unicode/putil.h>
 #include <unicode/stringoptions.h>
@@ -17,6 +16,7 @@
 #include "fexora/platform/base/ModuleEntries.h"
 #include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/text/icu/CharacterBreaks.h"
+#include "fexora/platform/text/icu/IcuLanguage.h"
 #include "fexora/platform/text/icu/IcuLocale.h"
 #include "fexora/platform/text/icu/IcuNumbers.h"
 
@@ -111,16 +111,6 @@ icu::UnicodeString inShortRuns(std::string_view text, const icu::Normalizer2& fo
     }
     out.append(letter);
   }
-  return out;
-}
-
-std::string shownRegion(const std::string& region, const icu::Locale& language,
-                        UDisplayContext length) {
-  const std::unique_ptr<icu::LocaleDisplayNames> names(
-      icu::LocaleDisplayNames::createInstance(language, &length, 1));
-  icu::UnicodeString found;
-  std::string out;
-  if (names != nullptr) names->regionDisplayName(region.c_str(), found).toUTF8String(out);
   return out;
 }
 
@@ -233,16 +223,16 @@ std::optional<std::string> IcuText::currencyName(std::string_view code, std::str
 }
 
 std::vector<std::string> IcuText::currencyPlurals(std::string_view code, std::string_view locale) {
-  const auto language = languageLocale(locale);
+  const auto language = IcuLanguage::named(locale);
   std::vector<std::string> names;
-  if (!language || !isIsoForm(code, 3)) return names;
+  if (language == nullptr || !isIsoForm(code, 3)) return names;
   auto key = icu::UnicodeString::fromUTF8(piece(code));
-  for (const char* count : {"one", "other", "two", "few", "many", "zero"}) {
+  for (const char* const count : language->counts()) {
     UErrorCode error = U_ZERO_ERROR;
     UBool isChoice = 0;
     std::int32_t length = 0;
-    const char16_t* const name = ucurr_getPluralName(key.getTerminatedBuffer(), language->getName(),
-                                                     &isChoice, count, &length, &error);
+    const char16_t* const name = ucurr_getPluralName(
+        key.getTerminatedBuffer(), language->locale().getName(), &isChoice, count, &length, &error);
     const icu::UnicodeString found(false, name, U_SUCCESS(error) != 0 ? length : 0);
     std::string text;
     if (found == key || found.toUTF8String(text).empty()) continue;
@@ -258,14 +248,12 @@ std::vector<NumberWord> IcuText::numberWords(std::string_view locale) {
 std::vector<std::string> IcuText::regionNames(std::string_view region, std::string_view locale) {
   if (!isIsoForm(region, 2)) return {};
   const std::string code(region);
-  const auto language = locale.empty() ? regionLanguage(code) : languageLocale(locale);
-  if (!language) return {};
-  std::vector<std::string> names{shownRegion(code, *language, UDISPCTX_LENGTH_FULL)};
-  // What it has no name for it calls by the code.
-  if (names[0].empty() || names[0] == region) return {};
-  std::string shorter = shownRegion(code, *language, UDISPCTX_LENGTH_SHORT);
-  if (shorter != names[0]) names.push_back(std::move(shorter));
-  return names;
+  if (locale.empty()) {
+    const auto language = regionLanguage(code);
+    return language ? regionNamesIn(*language, code) : std::vector<std::string>();
+  }
+  const auto language = IcuLanguage::named(locale);
+  return language != nullptr ? language->regionNames(code) : std::vector<std::string>();
 }
 
 std::vector<std::string> IcuText::locales() {
