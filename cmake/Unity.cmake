@@ -1,18 +1,30 @@
-# A unity build (CMAKE_UNITY_BUILD) compiles the sources of one folder of a target as one, which takes
-# a third of the time. So a name of file scope stands once in a folder: tools/check-units. What does
-# not ask for it is compiled source by source.
+# A unity build (CMAKE_UNITY_BUILD) compiles the sources of a target as one, or as few, which takes a
+# third of the time. So a name of file scope stands once in the library, and once in each folder of
+# what stands over it: tools/check-units. What does not ask for it is compiled source by source.
 set(FEXORA_UNITY "${CMAKE_UNITY_BUILD}")
 set(CMAKE_UNITY_BUILD OFF)
-function(fexora_unity_by_folder target)
-  get_target_property(sources ${target} SOURCES)
-  foreach(source IN LISTS sources)
-    cmake_path(ABSOLUTE_PATH source NORMALIZE OUTPUT_VARIABLE folder)
-    cmake_path(GET folder PARENT_PATH folder)
-    cmake_path(RELATIVE_PATH folder BASE_DIRECTORY ${PROJECT_SOURCE_DIR})
-    string(MAKE_C_IDENTIFIER "${folder}" group)
-    set_source_files_properties(${source} PROPERTIES UNITY_GROUP ${group})
-  endforeach()
+
+# fexora_compile_together(target [UNITS]): in so many units of nearly the same size, or in one.
+function(fexora_compile_together target)
   set_target_properties(${target} PROPERTIES UNITY_BUILD "${FEXORA_UNITY}" UNITY_BUILD_MODE GROUP)
+  set(units 1)
+  if(ARGC GREATER 1)
+    set(units ${ARGV1})
+  endif()
+  get_target_property(sources ${target} SOURCES)
+  list(FILTER sources INCLUDE REGEX "\\.cpp$")
+  set(bytes 0)
+  set(ends)
+  foreach(source IN LISTS sources)
+    cmake_path(ABSOLUTE_PATH source)
+    file(SIZE ${source} size)
+    math(EXPR bytes "${bytes} + ${size}")
+    list(APPEND ends ${bytes})
+  endforeach()
+  foreach(source end IN ZIP_LISTS sources ends)
+    math(EXPR unit "(${end} - 1) * ${units} / ${bytes}")
+    set_source_files_properties(${source} PROPERTIES UNITY_GROUP unit_${unit})
+  endforeach()
 endfunction()
 
 # Sources with CLI11 in them run once a start and take longest to compile: alone, and less optimized.

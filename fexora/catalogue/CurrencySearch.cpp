@@ -15,7 +15,7 @@ namespace fexora {
 namespace {
 
 constexpr char kSeparator = '\xFF';  // in no UTF-8
-constexpr std::size_t kStep = 32;
+constexpr std::size_t kBlockStep = 32;
 constexpr std::size_t kNowhere = std::string_view::npos;
 
 std::size_t findFrom(std::string_view whole, std::string_view part, std::size_t from) noexcept {
@@ -26,7 +26,7 @@ std::size_t findFrom(std::string_view whole, std::string_view part, std::size_t 
 }
 
 // Whether every byte of the key starts a character of its own.
-bool isPlain(std::string_view key) noexcept {
+bool isOfSingleBytes(std::string_view key) noexcept {
   return isAscii(key) && key.find('\r') == kNowhere;
 }
 
@@ -65,7 +65,7 @@ SearchKeys::SearchKeys(const std::vector<CurrencyRef>& currencies, HostStrings& 
 
 void SearchKeys::makeIndexes() {
   std::uint32_t place = 0;
-  for (std::size_t at = 0; at < block_.size(); at += kStep) {
+  for (std::size_t at = 0; at < block_.size(); at += kBlockStep) {
     while (starts_[place + 1] <= at) ++place;
     steps_.push_back(place);
   }
@@ -82,7 +82,7 @@ std::string SearchKeys::keyOf(Text& text, std::string_view plain) {
 void SearchKeys::append(std::string_view key, Text& text) {
   const std::size_t start = block_.size();
   block_.append(key).push_back(kSeparator);
-  if (isPlain(key)) {
+  if (isOfSingleBytes(key)) {
     if (!breaks_.empty()) breaks_.resize(block_.size(), true);
     return;
   }
@@ -97,7 +97,7 @@ bool SearchKeys::isBreak(std::size_t at) const noexcept {
 }
 
 std::uint32_t SearchKeys::placeAt(std::size_t at) const noexcept {
-  std::uint32_t place = steps_[at / kStep];
+  std::uint32_t place = steps_[at / kBlockStep];
   while (starts_[place + 1] <= at) ++place;
   return place;
 }

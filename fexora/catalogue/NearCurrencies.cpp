@@ -13,7 +13,7 @@
 namespace fexora {
 namespace {
 
-constexpr std::size_t kLongest = 16;
+constexpr std::size_t kLongestSlipped = 16;
 constexpr std::size_t kOfCodes = 2;
 constexpr std::size_t kOfNames = 3;
 constexpr std::size_t kOfCountries = 4;
@@ -58,7 +58,7 @@ class NearSearch {
     for (std::size_t place = 0; place < matches.size(); ++place) {
       if (isNearly(matches[place], letters)) add(static_cast<int>(matches[place]), place);
     }
-    if (order_.empty() && letters >= kOfCodes && text_.size() <= kLongest) addSlips();
+    if (order_.empty() && letters >= kOfCodes && text_.size() <= kLongestSlipped) addSlips();
     std::sort(order_.begin(), order_.end());
     std::vector<CurrencyRef> near;
     for (const auto& [rank, traded, length, place] : order_) {

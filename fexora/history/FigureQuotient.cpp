@@ -9,9 +9,9 @@
 namespace fexora {
 namespace {
 
-constexpr int kDigits = 15;
+constexpr int kSignificantDigits = 15;
 // Numbers below it can be multiplied by ten once more.
-constexpr std::uint64_t kMost = 1'000'000'000'000'000'000;
+constexpr std::uint64_t kMostOfFigure = 1'000'000'000'000'000'000;
 constexpr std::uint64_t kBeyondDigits = 1'000'000'000'000'000;
 
 struct Scaled {
@@ -29,7 +29,7 @@ std::optional<Scaled> scaled(std::string_view figure) noexcept {
       isFraction = true;
       continue;
     }
-    if (number.digits >= kMost / 10) return std::nullopt;
+    if (number.digits >= kMostOfFigure / 10) return std::nullopt;
     number.digits = number.digits * 10 + static_cast<std::uint64_t>(figure[at] - '0');
     if (isFraction) --number.exponent;
   }
@@ -88,7 +88,7 @@ void FigureQuotient::Product::add(std::string_view figure) noexcept {
   if (count == figures.size()) return;
   figures[count++] = figure;
   const auto number = scaled(figure);
-  if (!number || number->digits == 0 || digits > kMost / number->digits) {
+  if (!number || number->digits == 0 || digits > kMostOfFigure / number->digits) {
     isExact = false;
     return;
   }
@@ -115,7 +115,7 @@ double FigureQuotient::slowValue() const {
     const auto divisor = Decimal::fromText(bottom_.figures[i]);
     if (divisor && !divisor->isZero()) number.divideBy(*divisor);
   }
-  number.roundToDigits(kDigits);
+  number.roundToDigits(kSignificantDigits);
   return number.value();
 }
 

@@ -9,8 +9,8 @@ namespace {
 
 namespace chrono = std::chrono;
 
-constexpr Day kFirst = chrono::year(1900) / 1 / 1;
-constexpr Day kLast = chrono::year(2199) / 12 / 31;
+constexpr Day kFirstOfTables = chrono::year(1900) / 1 / 1;
+constexpr Day kLastOfTables = chrono::year(2199) / 12 / 31;
 
 // The whole text as a number without a sign.
 std::optional<unsigned> digits(std::string_view text) noexcept {
@@ -35,7 +35,7 @@ std::optional<Day> dayFromIsoText(std::string_view text) noexcept {
   if (!year || !month || !day) return std::nullopt;
   const auto date =
       chrono::year(static_cast<int>(*year)) / chrono::month(*month) / chrono::day(*day);
-  if (!date.ok() || Day(date) < kFirst || Day(date) > kLast) return std::nullopt;
+  if (!date.ok() || Day(date) < kFirstOfTables || Day(date) > kLastOfTables) return std::nullopt;
   return Day(date);
 }
 
@@ -56,7 +56,8 @@ Day dayOfMoment(double seconds) noexcept {
   constexpr double kDaySeconds = 86400;
   const auto inDays = [](Day day) { return static_cast<double>(day.time_since_epoch().count()); };
   const double days = std::floor((std::isfinite(seconds) ? seconds : 0) / kDaySeconds);
-  return Day(chrono::days(static_cast<int>(std::clamp(days, inDays(kFirst), inDays(kLast)))));
+  return Day(chrono::days(
+      static_cast<int>(std::clamp(days, inDays(kFirstOfTables), inDays(kLastOfTables)))));
 }
 
 }  // namespace fexora

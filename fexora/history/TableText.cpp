@@ -14,7 +14,7 @@ constexpr std::size_t kCodeLength = 32;
 constexpr std::size_t kFigureLength = 64;
 constexpr std::size_t kSourceLength = 64;
 
-bool isDigit(char c) noexcept {
+bool isFigureDigit(char c) noexcept {
   return c >= '0' && c <= '9';
 }
 
@@ -28,7 +28,7 @@ bool isSourceName(std::string_view text) noexcept {
 
 bool isTableCode(std::string_view text) noexcept {
   const auto isCodeCharacter = [](char c) {
-    return isDigit(c) || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+    return isFigureDigit(c) || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
   };
   return !text.empty() && text.size() <= kCodeLength &&
          std::all_of(text.begin(), text.end(), isCodeCharacter);
@@ -36,7 +36,7 @@ bool isTableCode(std::string_view text) noexcept {
 
 bool isFigure(std::string_view text) noexcept {
   if (text.empty() || text.size() > kFigureLength) return false;
-  if (!isDigit(text.front()) && text.front() != '.') return false;
+  if (!isFigureDigit(text.front()) && text.front() != '.') return false;
   const auto value = parseDouble(text);
   return value && std::isfinite(*value) && *value > 0 && std::isfinite(1 / *value);
 }

@@ -12,7 +12,7 @@ namespace {
 struct Part {
   std::string_view word, of;
 };
-constexpr Part kCodes[] = {{"GBX", "GBP"}, {"ZAC", "ZAR"}, {"ILA", "ILS"}};
+constexpr Part kCodesOfHundredths[] = {{"GBX", "GBP"}, {"ZAC", "ZAR"}, {"ILA", "ILS"}};
 constexpr std::string_view kPence = "GBp";
 
 constexpr Part kCoins[] = {
@@ -37,7 +37,7 @@ std::optional<std::string_view> hundredthsOf(std::string_view word) noexcept {
   if (word == kPence) return "GBP";
   char upper[3];
   std::transform(word.begin(), word.end(), upper, ascii::upper);
-  return find(kCodes, std::string_view(upper, word.size()));
+  return find(kCodesOfHundredths, std::string_view(upper, word.size()));
 }
 
 std::optional<std::string_view> coinsOf(std::string_view word) noexcept {

@@ -24,7 +24,7 @@ constexpr Word kWords[] = {
     {"thousands", 1e3}, {"tn", 1e12},     {"trillion", 1e12}, {"trillions", 1e12},
     {"tsd", 1e3},       {"万", 1e4},      {"億", 1e8},        {"兆", 1e12},
 };
-constexpr std::size_t kLongest = 32;
+constexpr std::size_t kLongestNumberWord = 32;
 
 // Without the dot of an abbreviation, and ASCII in small letters.
 std::string plainForm(std::string_view word) {
@@ -57,7 +57,7 @@ std::optional<double> localFactor(std::string_view word, std::string_view locale
 
 std::optional<NumberFactor> numberFactor(std::string_view word, std::string_view locale,
                                          Text& rules) {
-  if (word.empty() || word.size() > kLongest) return std::nullopt;
+  if (word.empty() || word.size() > kLongestNumberWord) return std::nullopt;
   const Word* known = find(kLetters, word);
   if (known == nullptr) known = find(kWords, plainForm(word));
   const auto local = localFactor(word, locale, rules);

@@ -12,7 +12,7 @@
 namespace fexora {
 namespace {
 
-using Kind = RatesReason::Kind;
+using Fault = RatesReason::Kind;
 using Reason = std::optional<RatesReason>;
 
 constexpr double kDay = 86'400;
@@ -23,13 +23,13 @@ constexpr std::size_t kFewest = 5;
 
 // Triennial Central Bank Survey of the Bank for International Settlements, 2022 and 2025: the ten
 // are the same.
-constexpr std::array<std::string_view, 10> kMostTraded = {"USD", "EUR", "JPY", "GBP", "CNY",
-                                                          "AUD", "CAD", "CHF", "HKD", "SGD"};
+constexpr std::array<std::string_view, 10> kTenTraded = {"USD", "EUR", "JPY", "GBP", "CNY",
+                                                         "AUD", "CAD", "CHF", "HKD", "SGD"};
 
 enum class Group : std::uint8_t { traded, official, other };
 
 bool isMostTraded(std::string_view code) {
-  return std::find(kMostTraded.begin(), kMostTraded.end(), code) != kMostTraded.end();
+  return std::find(kTenTraded.begin(), kTenTraded.end(), code) != kTenTraded.end();
 }
 
 Group groupOf(std::string_view code) {
@@ -99,31 +99,31 @@ class Comparison {
 
   Reason readAnswer() {
     for (const USDRateRef& rate : answer_.rates()) {
-      if (rate == nullptr) return RatesReason{Kind::wrongRate, {}, 0, 0, {}};
+      if (rate == nullptr) return RatesReason{Fault::wrongRate, {}, 0, 0, {}};
       const double value = rate->rate().doubleValue();
-      if (!isRate(value)) return RatesReason{Kind::wrongRate, rate->code(), 0, value, {}};
+      if (!isRate(value)) return RatesReason{Fault::wrongRate, rate->code(), 0, value, {}};
       const auto [at, isNew] = rates_.try_emplace(rate->code(), value);
       if (!isNew && at->second != value) {
-        return RatesReason{Kind::twice, rate->code(), at->second, value, {}};
+        return RatesReason{Fault::twice, rate->code(), at->second, value, {}};
       }
     }
     return std::nullopt;
   }
 
   Reason wrongDollar() const {
-    if (rates_.empty()) return RatesReason{Kind::noRates, {}, 0, 0, {}};
+    if (rates_.empty()) return RatesReason{Fault::noRates, {}, 0, 0, {}};
     const auto dollar = rates_.find("USD");
     const bool isThere = dollar != rates_.end();
     if (isThere && dollar->second == 1) {
-      return rates_.size() > 1 ? Reason() : RatesReason{Kind::noRates, {}, 0, 0, {}};
+      return rates_.size() > 1 ? Reason() : RatesReason{Fault::noRates, {}, 0, 0, {}};
     }
-    for (const std::string_view code : kMostTraded) {
+    for (const std::string_view code : kTenTraded) {
       const auto base = rates_.find(code);
       if (base == rates_.end() || base->second != 1) continue;
-      return RatesReason{Kind::otherBase, std::string(code), 0, 0, {}};
+      return RatesReason{Fault::otherBase, std::string(code), 0, 0, {}};
     }
-    if (!isThere) return RatesReason{Kind::noDollar, {}, 0, 0, {}};
-    return RatesReason{Kind::wrongDollar, "USD", 0, dollar->second, {}};
+    if (!isThere) return RatesReason{Fault::noDollar, {}, 0, 0, {}};
+    return RatesReason{Fault::wrongDollar, "USD", 0, dollar->second, {}};
   }
 
   bool isOfTheFuture(const Date& date) const {
@@ -133,10 +133,10 @@ class Comparison {
   Reason wrongDate() const {
     if (!published_) return std::nullopt;
     const double moment = published_->secondsSince1970();
-    if (isOfTheFuture(*published_)) return RatesReason{Kind::future, {}, 0, moment, {}};
+    if (isOfTheFuture(*published_)) return RatesReason{Fault::future, {}, 0, moment, {}};
     if (!held_.published || isOfTheFuture(*held_.published)) return std::nullopt;
     const double before = held_.published->secondsSince1970();
-    if (moment < before) return RatesReason{Kind::older, {}, before, moment, {}};
+    if (moment < before) return RatesReason{Fault::older, {}, before, moment, {}};
     return std::nullopt;
   }
 
@@ -171,7 +171,7 @@ class Comparison {
     ++tally.compared;
     addMove(group, std::abs(std::log(now / before.rate)), days);
     if (!leaps(group, before.rate, now, days, limits_)) return;
-    RatesReason reason{Kind::moved, code, before.rate, now, {}};
+    RatesReason reason{Fault::moved, code, before.rate, now, {}};
     if (isConfirmed(code, group, now)) return verdict_.notices.push_back(std::move(reason));
     if (++tally.leaped == 1) tally.first = reason;
     const bool isTaken =
@@ -194,7 +194,7 @@ class Comparison {
       if (rate == nullptr || rates_.contains(rate->code())) continue;
       const CurrencyFacts* const facts = currencyFacts(rate->code());
       if (facts == nullptr || facts->kind != CurrencyKind::official) continue;
-      return RatesReason{Kind::vanished, rate->code(), rate->rate().doubleValue(), 0, {}};
+      return RatesReason{Fault::vanished, rate->code(), rate->rate().doubleValue(), 0, {}};
     }
     return std::nullopt;
   }
@@ -224,7 +224,7 @@ class Comparison {
       const double most = compared < fewest ? 0 : std::max(1.0, std::floor(share * all));
       const auto found = static_cast<double>(leaped);
       if (found <= most) return std::nullopt;
-      return leaped == 1 ? first : RatesReason{Kind::manyMoved, {}, all, found, {}};
+      return leaped == 1 ? first : RatesReason{Fault::manyMoved, {}, all, found, {}};
     }
   };
 
@@ -234,7 +234,7 @@ class Comparison {
     std::nth_element(moves.begin(), middle, moves.end(),
                      [](const Move& a, const Move& b) { return a.beyond < b.beyond; });
     if (middle->beyond <= 0) return std::nullopt;
-    return RatesReason{Kind::allMoved, {}, 0, std::exp(middle->logarithm), {}};
+    return RatesReason{Fault::allMoved, {}, 0, std::exp(middle->logarithm), {}};
   }
 
   Reason tooMany() {
@@ -261,11 +261,11 @@ class Comparison {
 }  // namespace
 
 std::span<const std::string_view> mostTradedCodes() noexcept {
-  return kMostTraded;
+  return kTenTraded;
 }
 
 AnswerVerdict::AnswerVerdict(std::optional<std::string> reason) {
-  if (reason) against = RatesReason{Kind::other, {}, 0, 0, *std::move(reason)};
+  if (reason) against = RatesReason{Fault::other, {}, 0, 0, *std::move(reason)};
 }
 
 AnswerCheck plausible(const PlausibleLimits& limits) {
@@ -287,7 +287,7 @@ std::optional<RatesReason> contradiction(const RatesTable& first, const RatesTab
     if (other == rates.end()) continue;
     const double value = rate->rate().doubleValue();
     if (!leaps(groupOf(rate->code()), value, other->second, days, limits)) continue;
-    return RatesReason{Kind::contradiction, rate->code(), value, other->second, {}};
+    return RatesReason{Fault::contradiction, rate->code(), value, other->second, {}};
   }
   return std::nullopt;
 }

@@ -25,7 +25,7 @@ namespace {
 constexpr std::string_view kLoading = "Loading rates";
 constexpr std::string_view kTaking = "Taking new rates";
 
-const ResponseError& outOfMemory() {
+const ResponseError& lackOfMemory() {
   static const NoDestructor<ResponseError> error(
       ResponseError{ResponseError::Kind::tooLarge, {}, kOutOfMemory, 0});
   return *error;
@@ -77,7 +77,7 @@ void RateManager::loadRates(std::optional<std::vector<CurrencyRef>> forCurrencie
   const std::weak_ptr<RateManager*> self = self_;
   const bool isDone =
       guarded(*platform_.log, kLoading, [&] { load(forCurrencies, cache, sync, complete); });
-  if (!isDone && !self.expired()) tell(complete, false, &outOfMemory());
+  if (!isDone && !self.expired()) tell(complete, false, &lackOfMemory());
 }
 
 void RateManager::load(std::optional<std::vector<CurrencyRef>>& forCurrencies, bool cache,
@@ -150,7 +150,7 @@ std::optional<ResponseError> RateManager::takeAnswer(const Response& answer,
     tables[0] = {answer.rates(), answer.published(), answer.source(), origin};
     rejected = take(tables, &answer, sync);
   });
-  if (!isDone) return outOfMemory();
+  if (!isDone) return lackOfMemory();
   return rejected;
 }
 
@@ -159,7 +159,7 @@ std::optional<ResponseError> RateManager::takeTables(std::vector<RatesTable> tab
   if (tables.empty()) return rejected;
   const bool isDone =
       guarded(*platform_.log, kTaking, [&] { rejected = take(tables, nullptr, sync); });
-  if (!isDone) return outOfMemory();
+  if (!isDone) return lackOfMemory();
   return rejected;
 }
 

@@ -7,11 +7,11 @@
 namespace fexora {
 namespace {
 
-constexpr std::size_t kShownCharacters = 32;
+constexpr std::size_t kShownOfCode = 32;
 
 // A code comes from outside and may be anything.
 std::string shownCode(const std::string& code) {
-  return code.empty() ? "nothing" : oneLine(code, kShownCharacters);
+  return code.empty() ? "nothing" : oneLine(code, kShownOfCode);
 }
 
 std::string dayOf(double secondsSince1970) {

@@ -8,13 +8,13 @@
 namespace fexora {
 namespace {
 
-constexpr std::string_view kWatching = "Watching a folder";
+constexpr std::string_view kMonitoring = "Watching a folder";
 
 }  // namespace
 
 FolderMonitor::FolderMonitor(std::string path, Handler handler, Platform& platform)
     : path_(std::move(path)), platform_(platform) {
-  guarded(*platform_.log, kWatching, [&] {
+  guarded(*platform_.log, kMonitoring, [&] {
     delivery_ = std::make_shared<Delivery>();
     delivery_->handler = std::move(handler);
     // Not start(): no subclass's operation may run before the subclass is there.
@@ -28,7 +28,7 @@ FolderMonitor::~FolderMonitor() = default;
 void FolderMonitor::start() {
   if (delivery_ == nullptr || state() == State::on) return;
   setState(State::on);
-  guarded(*platform_.log, kWatching, [this] {
+  guarded(*platform_.log, kMonitoring, [this] {
     if (watch_ == nullptr) open();
     if (delivery_->isPending) deliverPending();
   });
@@ -53,7 +53,7 @@ void FolderMonitor::deliverPending() {
     if (delivery != nullptr && delivery->isPending) delivery->call();
   };
   platform_.loop->post([&platform = platform_, deliver] {
-    guarded(*platform.log, kWatching, [&] { platform.loop->post(deliver); });
+    guarded(*platform.log, kMonitoring, [&] { platform.loop->post(deliver); });
   });
 }
 

@@ -14,7 +14,7 @@
 namespace fexora {
 namespace {
 
-constexpr std::string_view kRates = "rates";
+constexpr std::string_view kRatesKey = "rates";
 
 // Known codes are; what a host gives may be anything.
 bool isPlain(const std::string& code) {
@@ -48,7 +48,7 @@ std::vector<USDRateRef> ratesIn(std::string_view text) {
 
 std::optional<RatesTable> tableIn(const Value& kept) {
   const Dictionary* content = kept.dictionary();
-  const std::string* rates = content != nullptr ? answerText(*content, kRates) : nullptr;
+  const std::string* rates = content != nullptr ? answerText(*content, kRatesKey) : nullptr;
   if (rates == nullptr) return std::nullopt;
   RatesTable table;
   table.rates = ratesIn(*rates);
@@ -100,7 +100,7 @@ std::vector<RatesTable> tablesBeside(const std::vector<USDRateRef>& rates,
 void keepTables(Dictionary& content, const std::vector<RatesTable>& tables) {
   Array kept;
   for (const RatesTable& table : tables) {
-    Dictionary each{{std::string(kRates), textOf(table.rates)},
+    Dictionary each{{std::string(kRatesKey), textOf(table.rates)},
                     {std::string(kAnswerSource), oneLine(table.source)}};
     if (table.published) each.set(kAnswerPublished, *table.published);
     each.set(kAnswerOrigin, table.origin == RatesAnswer::Origin::file ? kAnswerFile : "service");

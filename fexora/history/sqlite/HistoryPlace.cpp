@@ -13,11 +13,11 @@
 namespace fexora {
 namespace {
 
-constexpr std::uint32_t kFileMode = 0600;
+constexpr std::uint32_t kHistoryMode = 0600;
 constexpr std::string_view kJournal = "-journal";
 // A name that ended in "-journal" or "-wal" SQLite would take for another file's.
-constexpr std::string_view kAsidePrefix = "damaged-";
-constexpr std::string_view kAsideSuffix = ".sqlite";
+constexpr std::string_view kDamagedPrefix = "damaged-";
+constexpr std::string_view kDamagedSuffix = ".sqlite";
 
 SqliteFault::Kind kindOf(const std::error_code& error) {
   if (error == std::errc::no_space_on_device) return SqliteFault::Kind::full;
@@ -34,14 +34,14 @@ void must(const std::error_code& error) {
 
 // The number in "damaged-3.sqlite".
 std::optional<std::int64_t> asideNumber(std::string_view name) {
-  if (!name.starts_with(kAsidePrefix) || !name.ends_with(kAsideSuffix)) return std::nullopt;
-  name.remove_prefix(kAsidePrefix.size());
-  name.remove_suffix(kAsideSuffix.size());
+  if (!name.starts_with(kDamagedPrefix) || !name.ends_with(kDamagedSuffix)) return std::nullopt;
+  name.remove_prefix(kDamagedPrefix.size());
+  name.remove_suffix(kDamagedSuffix.size());
   return parseInteger(name);
 }
 
 std::string asideName(std::int64_t number) {
-  return std::string(kAsidePrefix) + integerText(number) + std::string(kAsideSuffix);
+  return std::string(kDamagedPrefix) + integerText(number) + std::string(kDamagedSuffix);
 }
 
 class OpenFolder {
@@ -103,7 +103,7 @@ void HistoryPlace::make() {
   const auto made = makePrivateFolder(files_, folder_);
   if (made != std::errc::file_exists) must(made);
   must(files_.mayChange(folder_));
-  const auto file = files_.createExclusive(pathOf(kHistoryFile), kFileMode);
+  const auto file = files_.createExclusive(pathOf(kHistoryFile), kHistoryMode);
   if (!file.ok() && file.error() == std::errc::file_exists) return;
   must(file.error());
   const auto flushed = files_.flush(*file);

@@ -16,9 +16,9 @@
 namespace fexora {
 namespace {
 
-constexpr std::uint32_t kFileMode = 0600;
+constexpr std::uint32_t kAnswerMode = 0600;
 constexpr std::string_view kSuffix = ".answer";
-constexpr std::uint32_t kOthersWrite = 0022;
+constexpr std::uint32_t kWritableByOthers = 0022;
 constexpr std::size_t kValidatorBytes = 1024;
 // Container, address and validators are shorter than this together.
 constexpr std::size_t kHeadBytes = std::size_t{64} << 10;
@@ -100,7 +100,7 @@ bool AnswerCache::save(const std::string& address, const StoredAnswer& answer) {
                                                        {"lastModified", answer.lastModified},
                                                        {"body", dataOf(answer.body)}});
   const std::string path = pathFor(address);
-  if (!file.ok() || replaceFile(files_, path, file.bytes, kFileMode).error) return false;
+  if (!file.ok() || replaceFile(files_, path, file.bytes, kAnswerMode).error) return false;
   removeOldest(path);
   return true;
 }
@@ -126,7 +126,7 @@ void AnswerCache::removeOldest(const std::string& kept) {
 bool AnswerCache::folderIsOurs() {
   const auto status = files_.statusOf(folder_);
   return status.ok() && status->type == FileStatus::Type::folder &&
-         status->owner == files_.user() && (status->mode & kOthersWrite) == 0;
+         status->owner == files_.user() && (status->mode & kWritableByOthers) == 0;
 }
 
 std::string AnswerCache::pathFor(const std::string& address) const {

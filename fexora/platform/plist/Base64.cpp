@@ -9,15 +9,15 @@
 namespace fexora {
 namespace {
 
-constexpr std::string_view kDigits =
+constexpr std::string_view kAlphabet =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-constexpr std::uint8_t kForeign = 0xFF;
+constexpr std::uint8_t kNoDigit = 0xFF;
 
 constexpr std::array<std::uint8_t, 256> digitValues() {
   std::array<std::uint8_t, 256> values{};
-  for (auto& value : values) value = kForeign;
-  for (std::size_t i = 0; i < kDigits.size(); ++i) {
-    values[static_cast<std::uint8_t>(kDigits[i])] = static_cast<std::uint8_t>(i);
+  for (auto& value : values) value = kNoDigit;
+  for (std::size_t i = 0; i < kAlphabet.size(); ++i) {
+    values[static_cast<std::uint8_t>(kAlphabet[i])] = static_cast<std::uint8_t>(i);
   }
   return values;
 }
@@ -30,9 +30,9 @@ void appendBase64(std::string& out, const Data& bytes) {
   unsigned count = 0;  // bits held, below 6 between bytes
   for (const std::uint8_t byte : bytes) {
     bits = (bits << 8U) | byte;
-    for (count += 8; count >= 6; count -= 6) out += kDigits[(bits >> (count - 6)) & 0x3FU];
+    for (count += 8; count >= 6; count -= 6) out += kAlphabet[(bits >> (count - 6)) & 0x3FU];
   }
-  if (count > 0) out += kDigits[(bits << (6 - count)) & 0x3FU];
+  if (count > 0) out += kAlphabet[(bits << (6 - count)) & 0x3FU];
   out.append((3 - bytes.size() % 3) % 3, '=');
 }
 
@@ -49,7 +49,7 @@ std::optional<Data> parseBase64(std::string_view text) {
       continue;
     }
     const std::uint8_t value = kValues[static_cast<std::uint8_t>(c)];
-    if (value == kForeign || padding > 0) return std::nullopt;
+    if (value == kNoDigit || padding > 0) return std::nullopt;
     bits = (bits << 6U) | value;
     // Of four digits the first completes no byte, each later one completes one.
     const std::size_t place = digits++ % 4;

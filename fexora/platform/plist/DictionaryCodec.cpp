@@ -14,7 +14,7 @@ namespace {
 // keys apart would outgrow what it saves.
 constexpr std::size_t kKeys = 1024;
 
-constexpr std::string_view kOpening = "<dict>\n";
+constexpr std::string_view kDictOpening = "<dict>\n";
 constexpr std::string_view kClosing = "</dict>\n";
 constexpr std::string_view kEmpty = "<dict/>\n";
 constexpr std::string_view kKeyStart = "\t<key>";
@@ -41,11 +41,11 @@ DictionaryCodec::Encoded DictionaryCodec::encode(const Dictionary& dictionary) {
   writing.rest = unchanged(dictionary);
   writing.file.reserve(file_.size() + file_.size() / 8);
   writing.file += kXmlPlistHead;
-  writing.file += kOpening;
+  writing.file += kDictOpening;
   const std::size_t empty = writing.file.size();
   for (const Dictionary::Entry& entry : dictionary) writeEntry(entry, writing);
   if (writing.file.size() == empty) {
-    writing.file.replace(empty - kOpening.size(), kOpening.size(), kEmpty);
+    writing.file.replace(empty - kDictOpening.size(), kDictOpening.size(), kEmpty);
   } else {
     writing.file += kClosing;
   }
@@ -152,8 +152,8 @@ DictionaryCodec::Decoded DictionaryCodec::decodeAnew(std::string_view bytes) {
 bool DictionaryCodec::readSegments(std::string_view bytes, std::vector<Segment>& segments) const {
   if (!bytes.starts_with(kXmlPlistHead)) return false;
   std::size_t at = kXmlPlistHead.size();
-  if (!bytes.substr(at).starts_with(kOpening)) return false;
-  at += kOpening.size();
+  if (!bytes.substr(at).starts_with(kDictOpening)) return false;
+  at += kDictOpening.size();
   std::size_t objects = 1;
   while (bytes.substr(at).starts_with(kKeyStart)) {
     Segment segment;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr double kSecondsPerDay = 86400.0;
 // Days from 1970-01-01 to 0001-01-01 and to 10000-01-01 in the proleptic Gregorian calendar.
-constexpr double kFirstDay = -719162.0;
+constexpr double kDayOfYearOne = -719162.0;
 constexpr double kDayAfterLast = 2932897.0;
 
 void appendPadded(std::string& out, unsigned value, int width) {
@@ -44,7 +44,7 @@ std::optional<std::string> Date::isoText() const {
   if (!std::isfinite(seconds_)) return std::nullopt;
   const double whole = std::floor(seconds_);
   const double day = std::floor(whole / kSecondsPerDay);
-  if (day < kFirstDay || day >= kDayAfterLast) return std::nullopt;
+  if (day < kDayOfYearOne || day >= kDayAfterLast) return std::nullopt;
   const std::chrono::year_month_day date{
       std::chrono::sys_days{std::chrono::days{static_cast<int>(day)}}};
   const auto second = static_cast<unsigned>(whole - day * kSecondsPerDay);

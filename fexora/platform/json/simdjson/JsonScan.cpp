@@ -11,7 +11,7 @@
 namespace fexora {
 namespace {
 
-constexpr std::string_view kSpace = " \t\r\n";
+constexpr std::string_view kJsonSpace = " \t\r\n";
 constexpr std::string_view kBetween = " \t\r\n,:]}";
 constexpr std::string_view kAfterScalar = " \t\r\n,:]}[{\"";
 constexpr std::size_t kNone = std::string_view::npos;
@@ -30,12 +30,12 @@ std::size_t endOfScalar(std::string_view text, std::size_t begin) {
 }
 
 bool isKey(std::string_view text, std::size_t end) {
-  const std::size_t next = text.find_first_not_of(kSpace, end);
+  const std::size_t next = text.find_first_not_of(kJsonSpace, end);
   return next != kNone && text[next] == ':';
 }
 
 // Cuts the digits off the head; false when there are none.
-bool takeDigits(std::string_view& text) {
+bool skipDigits(std::string_view& text) {
   const std::size_t count = std::min(text.find_first_not_of("0123456789"), text.size());
   text.remove_prefix(count);
   return count > 0;
@@ -50,11 +50,11 @@ bool takeOneOf(std::string_view& text, std::string_view signs) {
 // The grammar of RFC 8259, section 6.
 bool isJsonNumber(std::string_view text) {
   takeOneOf(text, "-");
-  if (!takeOneOf(text, "0") && !takeDigits(text)) return false;
-  if (takeOneOf(text, ".") && !takeDigits(text)) return false;
+  if (!takeOneOf(text, "0") && !skipDigits(text)) return false;
+  if (takeOneOf(text, ".") && !skipDigits(text)) return false;
   if (takeOneOf(text, "eE")) {
     takeOneOf(text, "+-");
-    if (!takeDigits(text)) return false;
+    if (!skipDigits(text)) return false;
   }
   return text.empty();
 }
