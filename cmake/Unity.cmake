@@ -26,9 +26,3 @@ function(fexora_compile_together target)
     set_source_files_properties(${source} PROPERTIES UNITY_GROUP unit_${unit})
   endforeach()
 endfunction()
-
-# Sources with CLI11 in them run once a start and take longest to compile: alone, and less optimized.
-function(fexora_read_command_line)
-  set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON
-                                                 COMPILE_OPTIONS $<$<CONFIG:Release>:-O1>)
-endfunction()

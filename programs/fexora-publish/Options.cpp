@@ -5,9 +5,8 @@
 #include <cmath>
 #include <string_view>
 
-#include <CLI/CLI.hpp>
-
 #include "programs/fexora-publish/Rejection.h"
+#include "programs/shared/OptionReader.h"
 #include "programs/shared/Words.h"
 
 namespace fexora::publish {
@@ -22,19 +21,15 @@ constexpr const char* kPurpose =
 constexpr std::array<std::string_view, 4> kWithValue = {"--output", "--max-age", "--min-count",
                                                         "--max-jump"};
 
-void addOptions(CLI::App& app, Options& options, bool& version) {
-  using program::addNumber;
-  app.set_help_flag("--help", "Print this help");
-  app.add_option("--output", options.output,
-                 "File to replace; standard output without it, or with -")
-      ->type_name("FILE");
-  addNumber(app, "--max-age", options.maxAge, "Reject a source older than so many days")
-      ->type_name("DAYS");
-  addNumber(app, "--min-count", options.minCount, "Reject fewer codes (1)")->type_name("N");
-  addNumber(app, "--max-jump", options.maxJump, "Reject a larger change to the published file")
-      ->type_name("PERCENT");
-  app.add_flag("--force", options.force, "Publish whatever the change");
-  app.add_flag("--version", version, "Print the version");
+void addOptions(program::OptionReader& reader, Options& options, bool& version) {
+  reader.addText("--output", options.output, "FILE",
+                 "File to replace; standard output without it, or with -");
+  reader.addNumber("--max-age", options.maxAge, "DAYS", "Reject a source older than so many days");
+  reader.addNumber("--min-count", options.minCount, "N", "Reject fewer codes (1)");
+  reader.addNumber("--max-jump", options.maxJump, "PERCENT",
+                   "Reject a larger change to the published file");
+  reader.addFlag("--force", options.force, "Publish whatever the change");
+  reader.addFlag("--version", version, "Print the version");
 }
 
 bool isBound(const std::optional<double>& value) {
@@ -60,15 +55,13 @@ void check(const Options& options) {
 
 Options readOptions(int count, char** words) try {
   Options options;
-  CLI::App app(kPurpose, "fexora-publish");
+  program::OptionReader reader(kPurpose, "fexora-publish", "--help");
   bool version = false;
-  addOptions(app, options, version);
+  addOptions(reader, options, version);
   auto sorted = program::sortWords({words + 1, words + count}, kWithValue);
   options.sources = std::move(sorted.operands);
-  try {
-    program::parseOptions(app, std::move(sorted.options));
-  } catch (const CLI::CallForHelp&) {
-    options.answer = program::helpText(app, "SOURCE…");
+  if (!reader.read(std::move(sorted.options))) {
+    options.answer = reader.help("SOURCE…");
     return options;
   }
   if (options.output == "-") options.output.clear();
@@ -78,7 +71,7 @@ Options readOptions(int count, char** words) try {
     check(options);
   }
   return options;
-} catch (const CLI::ParseError& error) {
+} catch (const program::OptionError& error) {
   throw rejection(error.what());
 }
 

@@ -7,9 +7,8 @@
 #include <string_view>
 #include <utility>
 
-#include <CLI/CLI.hpp>
-
 #include "programs/shared/Failure.h"
+#include "programs/shared/OptionReader.h"
 #include "programs/shared/Words.h"
 
 namespace fexora::program {
@@ -70,75 +69,67 @@ std::string commandsText() {
 }
 
 // Taken as they come, so that their order counts.
-void addChange(CLI::App& app, CommandLine& line, const char* name, bool adds, const char* purpose) {
+void addChange(OptionReader& reader, CommandLine& line, const char* name, bool adds,
+               const char* purpose) {
   const auto take = [&line, adds](const std::string& code) {
     line.changes.push_back({adds, code});
   };
-  app.add_option_function<std::string>(name, take, purpose)
-      ->type_name("CODE")
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
-      ->trigger_on_parse();
+  reader.addEach(name, take, "CODE", purpose);
 }
 
-void addSource(CLI::App& app, CommandLine& line) {
-  app.add_option("--source", line.sources, "Of this source of past rates alone, like ecb")
-      ->type_name("NAME");
+void addSource(OptionReader& reader, CommandLine& line) {
+  reader.addTexts("--source", line.sources, "NAME", "Of this source of past rates alone, like ecb");
 }
 
-void addOptions(CLI::App& app, CommandLine& line, bool& version) {
-  app.add_option("--container", line.container, "Folder of the store")->type_name("DIR");
-  app.add_option("--locale", line.locale, "Locale of numbers, like de_DE")->type_name("NAME");
-  app.add_option("--lang", line.language, "Language of names, like ja")->type_name("NAME");
-  app.add_flag("--json", line.json, "Print JSON");
-  app.add_flag("--verbose", line.verbose, "Show the library's log on standard error");
-  app.add_flag("--version", version, "Print the version");
+void addOptions(OptionReader& reader, CommandLine& line, bool& version) {
+  reader.addText("--container", line.container, "DIR", "Folder of the store");
+  reader.addText("--locale", line.locale, "NAME", "Locale of numbers, like de_DE");
+  reader.addText("--lang", line.language, "NAME", "Language of names, like ja");
+  reader.addFlag("--json", line.json, "Print JSON");
+  reader.addFlag("--verbose", line.verbose, "Show the library's log on standard error");
+  reader.addFlag("--version", version, "Print the version");
   switch (line.command) {
     case Command::convert:
-      app.add_flag("--invert", line.invert, "Divide by the rates instead of multiplying");
-      app.add_flag("--no-save", line.noSave, "Do not record the amount in the store");
-      app.add_flag("--rounded", line.rounded, "Round to each currency's minor unit");
-      app.add_flag("--plain", line.plain, "Print the numbers alone, one a line");
-      app.add_flag("--names", line.names, "Show names beside the codes");
-      app.add_option("--on", line.on, "By the rates of that day, or of the newest one before it")
-          ->type_name("DAY");
-      app.add_option("--before", line.before, "By the newest rates before that day")
-          ->type_name("DAY");
-      addNumber(app, "--at-most", line.atMost, "How many days older they may be (7)")
-          ->type_name("DAYS");
-      addSource(app, line);
-      app.footer(commandsText());
+      reader.addFlag("--invert", line.invert, "Divide by the rates instead of multiplying");
+      reader.addFlag("--no-save", line.noSave, "Do not record the amount in the store");
+      reader.addFlag("--rounded", line.rounded, "Round to each currency's minor unit");
+      reader.addFlag("--plain", line.plain, "Print the numbers alone, one a line");
+      reader.addFlag("--names", line.names, "Show names beside the codes");
+      reader.addText("--on", line.on, "DAY",
+                     "By the rates of that day, or of the newest one before it");
+      reader.addText("--before", line.before, "DAY", "By the newest rates before that day");
+      reader.addNumber("--at-most", line.atMost, "DAYS", "How many days older they may be (7)");
+      addSource(reader, line);
+      reader.setFooter(commandsText());
       break;
     case Command::select:
-      addChange(app, line, "--add", true, "Put this currency at the end, unless it is there");
-      addChange(app, line, "--remove", false, "Take this currency out");
+      addChange(reader, line, "--add", true, "Put this currency at the end, unless it is there");
+      addChange(reader, line, "--remove", false, "Take this currency out");
       break;
     case Command::search:
-      addNumber(app, "--limit", line.limit, "How many at most")->type_name("N");
-      app.add_flag("--plain", line.plain, "By code and name only, in the catalogue's order");
-      app.add_option("--exclude", line.exclude, "Leave this currency out")->type_name("CODE");
+      reader.addNumber("--limit", line.limit, "N", "How many at most");
+      reader.addFlag("--plain", line.plain, "By code and name only, in the catalogue's order");
+      reader.addTexts("--exclude", line.exclude, "CODE", "Leave this currency out");
       break;
     case Command::refresh:
-      app.add_option(
-             "--from", line.from,
-             "A named source (ecb, exchange-api, service), a file, - or an address that holds "
-             "rates; later ones add what is missing")
-          ->type_name("SOURCE");
-      app.add_option("--history", line.past,
-                     "Keep rates of past days: ecb, ecb-90, or files; takes none into the store")
-          ->type_name("SOURCE");
-      app.add_flag("--force", line.force, "Take rates that look wrong, too");
+      reader.addTexts(
+          "--from", line.from, "SOURCE",
+          "A named source (ecb, exchange-api, service), a file, - or an address that holds "
+          "rates; later ones add what is missing");
+      reader.addTexts("--history", line.past, "SOURCE",
+                      "Keep rates of past days: ecb, ecb-90, or files; takes none into the store");
+      reader.addFlag("--force", line.force, "Take rates that look wrong, too");
       break;
     case Command::history:
-      app.add_option("--since", line.since, "The first day")->type_name("DAY");
-      app.add_option("--until", line.until, "The last day")->type_name("DAY");
-      addSource(app, line);
-      app.add_flag("--plot", line.plot, "Draw it (the default on a terminal)");
-      app.add_flag("--csv", line.csv, "Print lines of values with commas between them");
+      reader.addText("--since", line.since, "DAY", "The first day");
+      reader.addText("--until", line.until, "DAY", "The last day");
+      addSource(reader, line);
+      reader.addFlag("--plot", line.plot, "Draw it (the default on a terminal)");
+      reader.addFlag("--csv", line.csv, "Print lines of values with commas between them");
       break;
     case Command::watch:
-      addNumber(app, "--count", line.count, "End after so many changes")->type_name("N");
-      addNumber(app, "--refresh", line.refresh, "Load fresh rates this often")
-          ->type_name("SECONDS");
+      reader.addNumber("--count", line.count, "N", "End after so many changes");
+      reader.addNumber("--refresh", line.refresh, "SECONDS", "Load fresh rates this often");
       break;
     default:
       break;
@@ -170,14 +161,14 @@ void checkRanges(const CommandLine& line) {
 
 }  // namespace
 
-// As CLI11 reads the flag: the last one counts.
+// As the flag is read: the last one counts.
 bool asksForJson(const std::vector<std::string>& words) try {
   constexpr std::string_view kFlag = "--json=";
   const auto end = std::find(words.begin(), words.end(), "--");
   bool asks = false;
   std::for_each(words.begin(), end, [&](const std::string& word) {
     if (word == "--json" || word == kFlag) asks = true;
-    if (word.starts_with(kFlag)) CLI::detail::lexical_cast(word.substr(kFlag.size()), asks);
+    if (word.starts_with(kFlag)) asks = flagValue(word.substr(kFlag.size())).value_or(asks);
   });
   return asks;
 } catch (const std::bad_alloc&) {
@@ -201,21 +192,19 @@ CommandLine readCommandLine(const std::vector<std::string>& words) try {
   line.command = entry.command;
   line.operands = std::move(sorted.operands);
 
-  CLI::App app(entry.purpose,
-               "fexora" + (*entry.name != '\0' ? std::string(" ") + entry.name : ""));
-  app.set_help_flag("-h,--help", "Print this help");
+  OptionReader reader(entry.purpose,
+                      "fexora" + (*entry.name != '\0' ? std::string(" ") + entry.name : ""),
+                      "-h,--help");
   bool version = false;
-  addOptions(app, line, version);
-  try {
-    parseOptions(app, std::move(sorted.options));
-  } catch (const CLI::CallForHelp&) {
-    line.answer = helpText(app, entry.operands);
+  addOptions(reader, line, version);
+  if (!reader.read(std::move(sorted.options))) {
+    line.answer = reader.help(entry.operands);
     return line;
   }
   if (version) line.answer = "fexora " FEXORA_VERSION;
   checkRanges(line);
   return line;
-} catch (const CLI::ParseError& error) {
+} catch (const OptionError& error) {
   throw usageFailure(error.what());
 }
 

@@ -10,14 +10,13 @@
 #include <utility>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
 #include "fexora/platform/files/ReadOnlyFiles.h"
 
 #include "programs/search/Answers.h"
 #include "programs/search/Session.h"
 #include "programs/shared/Failure.h"
 #include "programs/shared/JsonText.h"
+#include "programs/shared/OptionReader.h"
 #include "programs/shared/Process.h"
 #include "programs/shared/ShownNames.h"
 #include "programs/shared/Words.h"
@@ -47,34 +46,29 @@ std::string jsonOf(const std::vector<Answer>& answers) {
 }
 
 struct Options {
-  std::optional<std::string> query;
+  std::string query;  // empty: not given
   std::optional<double> idle;
   std::optional<std::string> answer;  // to --help or --version: print this and end
 };
 
-// Throws a CLI::Error.
+// Throws a program::OptionError.
 Options optionsOf(const std::vector<std::string>& words) {
   constexpr std::array<std::string_view, 2> kWithValue = {"--query", "--idle"};
-  CLI::App app("Answers the desktop's search on the session bus, which starts it.",
-               "fexora-search");
-  app.set_help_flag("-h,--help", "Print this help");
+  program::OptionReader reader("Answers the desktop's search on the session bus, which starts it.",
+                               "fexora-search", "-h,--help");
   Options options;
   bool version = false;
-  app.add_option("--query", options.query, "Print the answers to this as JSON instead")
-      ->type_name("TEXT");
-  program::addNumber(app, "--idle", options.idle, "End when nobody has asked for so long (60)")
-      ->type_name("SECONDS");
-  app.add_flag("--version", version, "Print the version");
+  reader.addText("--query", options.query, "TEXT", "Print the answers to this as JSON instead");
+  reader.addNumber("--idle", options.idle, "SECONDS", "End when nobody has asked for so long (60)");
+  reader.addFlag("--version", version, "Print the version");
   program::SortedWords sorted = program::sortWords(words, kWithValue);
-  if (!sorted.operands.empty()) throw CLI::ExtrasError(sorted.operands);
-  try {
-    program::parseOptions(app, std::move(sorted.options));
-  } catch (const CLI::CallForHelp&) {
-    options.answer = app.help();
+  if (!sorted.operands.empty()) {
+    throw program::OptionError("takes options alone, not " + program::joined(sorted.operands));
   }
+  if (!reader.read(std::move(sorted.options))) options.answer = reader.help({}) + "\n";
   if (version) options.answer = "fexora-search " FEXORA_VERSION "\n";
   if (options.idle && !(*options.idle > 0 && *options.idle <= kMostIdleSeconds)) {
-    throw CLI::ValidationError("--idle takes seconds up to a day");
+    throw program::OptionError("--idle takes seconds up to a day");
   }
   return options;
 }
@@ -83,8 +77,8 @@ int runProgram(const std::vector<std::string>& words) {
   Options options = optionsOf(words);
   if (!options.answer) {
     prepareLibrary();
-    if (!options.query) return serve(options.idle.value_or(kIdleSeconds)) ? 0 : 1;
-    options.answer = jsonOf(answersTo(*options.query, storeManager())) + "\n";
+    if (options.query.empty()) return serve(options.idle.value_or(kIdleSeconds)) ? 0 : 1;
+    options.answer = jsonOf(answersTo(options.query, storeManager())) + "\n";
   }
   if (std::fputs(options.answer->c_str(), stdout) >= 0 && std::fflush(stdout) == 0) return 0;
   std::fprintf(stderr, "fexora-search: standard output does not take the result: %s\n",
