@@ -54,12 +54,13 @@ def data():
     return f"CLDR {release[0]} of ICU {library()[2]}"
 
 
+@functools.cache
 def utf16(text):
     return (c_uint16 * (len(text) + 1))(*text.encode("utf-16-le")[::2], 0)
 
 
 def from_utf16(units, length):
-    return b"".join(units[i].to_bytes(2, "little") for i in range(length)).decode("utf-16-le")
+    return ctypes.string_at(units, 2 * length).decode("utf-16-le")
 
 
 class Bundle:
