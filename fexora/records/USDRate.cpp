@@ -23,8 +23,9 @@ std::size_t USDRate::hashValue() const {
 }
 
 void USDRate::mapping(Map& map) {
-  map.bind("rate", rate_, NumberTransform());
+  // In the order of the keys, in which the dictionary has them.
   map.bind("code", code_);
+  map.bind("rate", rate_, NumberTransform());
   if (map.isReading()) makeOneLine(code_, limits::kCodeCharacters);
 }
 

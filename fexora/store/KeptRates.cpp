@@ -85,12 +85,20 @@ std::vector<RatesTable> tablesBeside(const std::vector<USDRateRef>& rates,
     return momentOf(a) > momentOf(b);
   });
   std::unordered_set<std::string_view> codes;
-  for (const USDRateRef& rate : rates) codes.insert(rate->code());
+  const auto add = [&](std::string_view code, std::size_t place) {
+    // The tables of one source have the same codes in the same order.
+    if (place < rates.size() && rates[place]->code() == code) return false;
+    if (codes.empty()) {
+      for (const USDRateRef& rate : rates) codes.insert(rate->code());
+    }
+    return codes.insert(code).second;
+  };
   std::vector<RatesTable> beside;
   for (RatesTable& table : tables) {
     bool isNew = false;
-    for (const USDRateRef& rate : table.rates) {
-      if (rate != nullptr) isNew = codes.insert(rate->code()).second || isNew;
+    for (std::size_t place = 0; place < table.rates.size(); ++place) {
+      const USDRateRef& rate = table.rates[place];
+      if (rate != nullptr) isNew = add(rate->code(), place) || isNew;
     }
     if (isNew && beside.size() < limits::kKeptTables) beside.push_back(std::move(table));
   }

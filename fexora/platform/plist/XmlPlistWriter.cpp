@@ -1,5 +1,6 @@
 #include "fexora/platform/plist/XmlPlistWriter.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "fexora/platform/base/Limits.h"
@@ -11,6 +12,13 @@ namespace fexora {
 namespace {
 
 constexpr std::size_t kWhereBytes = 200;
+
+// Nearly all texts are codes and names of keys.
+bool standsAsItIs(std::string_view text) noexcept {
+  return std::all_of(text.begin(), text.end(), [](char c) {
+    return c >= ' ' && c <= '~' && c != '&' && c != '<' && c != '>';
+  });
+}
 
 // A carriage return would be read back as a line feed if it stood by itself.
 void appendEscaped(std::string& out, std::string_view text) {
@@ -82,7 +90,7 @@ bool XmlPlistWriter::append(const Value& value, std::size_t depth) {
     case Value::Kind::number:
       return appendNumber(*value.number());
     case Value::Kind::string:
-      return appendText("string", *value.string());
+      return appendText("<string>", *value.string(), "</string>\n");
     case Value::Kind::date:
       return appendDate(*value.date());
     case Value::Kind::data:
@@ -118,15 +126,16 @@ bool XmlPlistWriter::appendNumber(const NSNumber& number) {
   return true;
 }
 
-bool XmlPlistWriter::appendText(std::string_view tag, std::string_view text) {
+bool XmlPlistWriter::appendText(std::string_view open, std::string_view text,
+                                std::string_view close) {
+  if (standsAsItIs(text)) {
+    out_.append(open).append(text).append(close);
+    return true;
+  }
   if (!isPlistText(text)) return reject("text with control characters or broken UTF-8");
-  out_ += '<';
-  out_ += tag;
-  out_ += '>';
+  out_ += open;
   appendEscaped(out_, text);
-  out_ += "</";
-  out_ += tag;
-  out_ += ">\n";
+  out_ += close;
   return true;
 }
 
@@ -178,7 +187,8 @@ bool XmlPlistWriter::appendDictionary(const Dictionary& dictionary, std::size_t 
 
 bool XmlPlistWriter::appendEntry(const Dictionary::Entry& entry, std::size_t depth) {
   out_.append(depth, '\t');
-  const bool done = appendText("key", entry.first) && append(entry.second, depth) && isReadable();
+  const bool done =
+      appendText("<key>", entry.first, "</key>\n") && append(entry.second, depth) && isReadable();
   return done || rejectAt(printableName(entry.first));
 }
 

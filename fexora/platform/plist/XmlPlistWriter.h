@@ -48,7 +48,7 @@ class XmlPlistWriter {
   bool rejectAt(std::string_view where);
   bool append(const Value& value, std::size_t depth);
   bool appendNumber(const NSNumber& number);
-  bool appendText(std::string_view tag, std::string_view text);
+  bool appendText(std::string_view open, std::string_view text, std::string_view close);
   bool appendDate(const Date& date);
   bool appendArray(const Array& array, std::size_t depth);
   bool appendDictionary(const Dictionary& dictionary, std::size_t depth);
