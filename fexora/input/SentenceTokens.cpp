@@ -149,9 +149,10 @@ bool SentenceTokens::takeNumber() {
   if (exponent && !isLetter(at_ + digits)) {
     number.exponent = *exponent;
     extra = digits;
-  } else if (const std::size_t ending = evenEnding(rest); ending > 0) {
-    extra = ending;
-  } else if (marks_.canEnd(sign(at_)) && !isLetter(at_ + 1)) {
+  }
+  if (const std::size_t ending = evenEnding(rest.subspan(extra)); ending > 0) {
+    extra += ending;
+  } else if (extra == 0 && marks_.canEnd(sign(at_)) && !isLetter(at_ + 1)) {
     extra = 1;
   }
   if (extra > 0) {
