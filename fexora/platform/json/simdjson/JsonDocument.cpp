@@ -1,5 +1,6 @@
 #include "fexora/platform/json/simdjson/JsonDocument.h"
 
+#include <atomic>
 #include <new>
 #include <unordered_set>
 #include <utility>
@@ -123,14 +124,31 @@ class ObjectSource final : public MapSource {
 
 }  // namespace
 
-// The parser owns what the root refers to.
+// The parser owns what the root refers to. One that has read is kept for the next text, since its
+// buffers are of the size that the C library gives back to the system and takes anew each time;
+// those of a large text are not.
 class JsonDocument::Parsed {
  public:
+  static Parsed* take() {
+    Parsed* const kept = kept_.exchange(nullptr, std::memory_order_acquire);
+    return kept != nullptr ? kept : new Parsed;
+  }
+  static void giveBack(Parsed* parsed) noexcept {
+    constexpr std::size_t kLargestKept = std::size_t{256} << 10;
+    Parsed* none = nullptr;
+    if (parsed->parser_.capacity() > kLargestKept ||
+        !kept_.compare_exchange_strong(none, parsed, std::memory_order_release)) {
+      delete parsed;
+    }
+  }
+
   simdjson::error_code parse(std::string_view text) {
     // The parser copies what there is, even when that is nothing at no address.
     if (text.empty()) return simdjson::EMPTY;
-    const auto error = parser_.allocate(text.size(), kDepth);
-    return error ? error : parser_.parse(text.data(), text.size()).get(root_);
+    if (parser_.capacity() < text.size() || parser_.max_depth() != kDepth) {
+      if (const auto error = parser_.allocate(text.size(), kDepth)) return error;
+    }
+    return parser_.parse(text.data(), text.size()).get(root_);
   }
   std::unique_ptr<MapSource> object() const {
     dom::object object;
@@ -140,12 +158,19 @@ class JsonDocument::Parsed {
   const dom::element& root() const { return root_; }
 
  private:
+  static std::atomic<Parsed*> kept_;
+
   dom::parser parser_;
   dom::element root_;
 };
 
-JsonDocument::JsonDocument(std::string_view text, std::size_t values)
-    : parsed_(std::make_unique<Parsed>()) {
+std::atomic<JsonDocument::Parsed*> JsonDocument::Parsed::kept_ = nullptr;
+
+void JsonDocument::GiveBack::operator()(Parsed* parsed) const noexcept {
+  Parsed::giveBack(parsed);
+}
+
+JsonDocument::JsonDocument(std::string_view text, std::size_t values) : parsed_(Parsed::take()) {
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
   // A parser of today would skip one more.
   if (text.starts_with(kByteOrderMark)) {

@@ -3,8 +3,8 @@
 // Numbers without fraction and exponent that fit 64 bits become integers, all others reals; one
 // beyond the doubles is a text, so that one odd field does not cost the whole. True and false
 // become the integers 1 and 0, but for whole(). Of equal keys the first stays. A byte order mark
-// before the text is skipped. One thread at a time. Nothing throws but for memory that cannot be
-// had.
+// before the text is skipped. One thread at a time, several documents on several. Nothing throws
+// but for memory that cannot be had.
 #pragma once
 
 #include <cstddef>
@@ -47,11 +47,14 @@ class JsonDocument {
 
  private:
   class Parsed;
+  struct GiveBack {
+    void operator()(Parsed* parsed) const noexcept;
+  };
   void read(std::string_view text, std::size_t values);
 
   State state_ = State::notJson;
   std::string reason_;
-  std::unique_ptr<Parsed> parsed_;
+  std::unique_ptr<Parsed, GiveBack> parsed_;
   std::unique_ptr<MapSource> object_;
 };
 
