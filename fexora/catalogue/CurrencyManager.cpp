@@ -10,6 +10,7 @@
 #include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/files/ReadFile.h"
 #include "fexora/platform/plist/PropertyListReader.h"
+#include "fexora/platform/plist/XmlPlistWriter.h"
 #include "fexora/resources/EmbeddedCatalogue.h"
 
 namespace fexora {
@@ -24,6 +25,32 @@ std::string canonicalCode(Text& text, std::string_view code) {
   return isAscii(code) ? std::string(code) : text.canonical(code);
 }
 
+template <std::size_t Size>
+bool take(std::string_view& rest, const char (&expected)[Size]) noexcept {
+  if (!rest.starts_with(expected)) return false;
+  rest.remove_prefix(Size - 1);
+  return true;
+}
+
+// Whether the resource is the one that comes with the library, which need not be read: its codes
+// are built in.
+bool isEmbedded(std::string_view bytes) noexcept {
+  if (!bytes.starts_with(kXmlPlistHead)) return false;
+  bytes.remove_prefix(kXmlPlistHead.size());
+  if (!take(bytes, "<array>\n")) return false;
+  for (const std::string_view code : embeddedCatalogue()) {
+    if (!take(bytes, "\t<string>") || !bytes.starts_with(code)) return false;
+    bytes.remove_prefix(code.size());
+    if (!take(bytes, "</string>\n")) return false;
+  }
+  return take(bytes, "</array>\n") && bytes == kXmlPlistTail;
+}
+
+std::vector<std::string> embeddedCodes() {
+  const auto embedded = embeddedCatalogue();
+  return {embedded.begin(), embedded.end()};
+}
+
 // The resource's codes, or nothing with the reason.
 std::optional<std::vector<std::string>> readCodes(Platform& platform, const std::string& path,
                                                   std::string& reason) {
@@ -32,6 +59,7 @@ std::optional<std::vector<std::string>> readCodes(Platform& platform, const std:
     reason = file.error().message();
     return std::nullopt;
   }
+  if (isEmbedded(file->bytes)) return embeddedCodes();
   const auto list = readPropertyList(file->bytes);
   if (!list.ok()) {
     reason = list.error;
@@ -61,8 +89,7 @@ std::vector<std::string> catalogueCodes(Platform& platform) {
     platform.log->write("The catalogue " + *path + " cannot be used (" + reason +
                         "); the built-in one takes its place");
   }
-  const auto embedded = embeddedCatalogue();
-  return {embedded.begin(), embedded.end()};
+  return embeddedCodes();
 }
 
 }  // namespace
@@ -112,7 +139,8 @@ void CurrencyManager::indexCodes() const {
   const std::lock_guard lock(indexMutex_);
   if (indexIsCurrent()) return;
   const std::uint64_t changes = codeChanges_.load(std::memory_order_acquire);
-  std::unordered_map<std::string, std::uint32_t> places;
+  Places places;
+  places.reserve(_currencies.size());
   std::size_t longest = 0;
   for (std::uint32_t place = 0; place < _currencies.size(); ++place) {
     std::string code = canonicalCode(*platform_.text, _currencies[place]->code());
@@ -127,7 +155,8 @@ void CurrencyManager::indexCodes() const {
 std::uint32_t CurrencyManager::placeOfCode(std::string_view code) const {
   if (!indexIsCurrent()) indexCodes();
   if (code.size() > kMostShrinking * longestCode_) return kNoPlace;
-  const auto at = places_.find(canonicalCode(*platform_.text, code));
+  const auto at =
+      isAscii(code) ? places_.find(code) : places_.find(platform_.text->canonical(code));
   return at != places_.end() ? at->second : kNoPlace;
 }
 

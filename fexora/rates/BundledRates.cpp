@@ -1,9 +1,9 @@
 #include "fexora/rates/BundledRates.h"
 
-#include <algorithm>
 #include <new>
 #include <utility>
 
+#include "fexora/platform/mapping/MapSource.h"
 #include "fexora/resources/BundledRatesTable.h"
 
 namespace fexora {
@@ -15,17 +15,19 @@ Value bundledRates() {
   Array rates;
   rates.reserve(table.size());
   for (const BundledRate& rate : table) {
-    rates.emplace_back(Dictionary{{"code", rate.code}, {"rate", rate.rate}});
+    rates.emplace_back(Dictionary{{"code", std::string_view(rate.code)}, {"rate", rate.rate}});
   }
   return rates;
 }
 
-bool isBundled(const Value& stored, const BundledRate& bundled) {
-  const Dictionary* rate = stored.dictionary();
-  const Value* code = rate != nullptr ? rate->find("code") : nullptr;
-  const Value* figure = rate != nullptr ? rate->find("rate") : nullptr;
-  return code != nullptr && code->string() != nullptr && *code->string() == bundled.code &&
-         figure != nullptr && figure->number() != nullptr &&
+bool isBundled(const MapSource& stored, const BundledRate& bundled) {
+  Value scratch;
+  const Value* code = stored.find("code", scratch);
+  if (code == nullptr || code->string() == nullptr ||
+      *code->string() != std::string_view(bundled.code))
+    return false;
+  const Value* figure = stored.find("rate", scratch);
+  return figure != nullptr && figure->number() != nullptr &&
          figure->number()->doubleValue() == bundled.rate;
 }
 
@@ -33,10 +35,7 @@ bool isBundled(const Value& stored, const BundledRate& bundled) {
 
 bool hasRates(const StoreManager& store) {
   const Value* stored = store.ud().find(kUDUSDRates);
-  const Array* rates = stored != nullptr ? stored->array() : nullptr;
-  return rates != nullptr && !rates->empty() &&
-         std::all_of(rates->begin(), rates->end(),
-                     [](const Value& rate) { return rate.dictionary() != nullptr; });
+  return stored != nullptr && countDictionaries(*stored).value_or(0) > 0;
 }
 
 std::vector<USDRateRef> bundledUSDRates() {
@@ -44,7 +43,7 @@ std::vector<USDRateRef> bundledUSDRates() {
   std::vector<USDRateRef> rates;
   rates.reserve(table.size());
   for (const BundledRate& rate : table) {
-    rates.push_back(USDRate::make(rate.rate, std::string(rate.code)));
+    rates.push_back(USDRate::make(rate.rate, std::string(std::string_view(rate.code))));
   }
   return rates;
 }
@@ -71,10 +70,13 @@ bool hasBundledRates(const StoreManager& store) {
   const Date* date = updated != nullptr ? updated->date() : nullptr;
   if (date == nullptr || *date != bundledRatesDate()) return false;
   const Value* stored = store.ud().find(kUDUSDRates);
-  const Array* rates = stored != nullptr ? stored->array() : nullptr;
   const auto table = bundledRatesTable();
-  return rates != nullptr &&
-         std::equal(rates->begin(), rates->end(), table.begin(), table.end(), isBundled);
+  if (stored == nullptr || countDictionaries(*stored) != table.size()) return false;
+  bool areBundled = true;
+  visitDictionaries(*stored, [&](const MapSource& rate, std::size_t left) {
+    areBundled = areBundled && isBundled(rate, table[table.size() - left]);
+  });
+  return areBundled;
 }
 
 }  // namespace fexora

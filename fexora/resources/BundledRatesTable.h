@@ -2,15 +2,15 @@
 #pragma once
 
 #include <span>
-#include <string_view>
 
 #include "fexora/platform/values/Date.h"
+#include "fexora/resources/TableCode.h"
 
 namespace fexora {
 
 struct BundledRate {
-  std::string_view code;  // upper case
-  double rate;            // units that one US dollar buys; finite, above 0
+  TableCode code;  // upper case
+  double rate;     // units that one US dollar buys; finite, above 0
 };
 
 // In the order of the snapshot, the dollar's own 1 included; see data/PROVENANCE.md.

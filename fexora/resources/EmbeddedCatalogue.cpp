@@ -5,7 +5,7 @@ namespace fexora {
 namespace {
 
 // clang-format off
-constexpr std::string_view kCodes[] = {
+constexpr TableCode kCodes[] = {
     "USD", "EUR", "JPY", "GBP", "CNY", "AUD", "CAD", "CHF", "HKD", "SGD",
     "AED", "AFN", "ALL", "AMD", "AOA", "ARS", "AWG", "AZN", "BAM", "BBD",
     "BDT", "BHD", "BIF", "BMD", "BND", "BOB", "BOV", "BRL", "BSD", "BTN",
@@ -47,7 +47,7 @@ constexpr std::string_view kCodes[] = {
 
 }  // namespace
 
-std::span<const std::string_view> embeddedCatalogue() noexcept {
+std::span<const TableCode> embeddedCatalogue() noexcept {
   return kCodes;
 }
 

@@ -2,12 +2,13 @@
 #pragma once
 
 #include <span>
-#include <string_view>
+
+#include "fexora/resources/TableCode.h"
 
 namespace fexora {
 
 // The same codes as in Currency.plist, in the same order; see currencies.tsv, from which both are
 // made.
-std::span<const std::string_view> embeddedCatalogue() noexcept;
+std::span<const TableCode> embeddedCatalogue() noexcept;
 
 }  // namespace fexora

@@ -30,13 +30,17 @@ TEST(Resources, PlistAndEmbeddedCodes_AreTheSameAndKnowTheBundle) {
   EXPECT_EQ(read.value, Value(Array(embedded.begin(), embedded.end())));
   const std::set<std::string_view> known(embedded.begin(), embedded.end());
   EXPECT_EQ(bundledRatesTable().size(), 339U);
-  for (const auto& [code, rate] : bundledRatesTable()) EXPECT_TRUE(known.contains(code)) << code;
+  for (const BundledRate& rate : bundledRatesTable()) {
+    const std::string_view code = rate.code;
+    EXPECT_TRUE(known.contains(code)) << code;
+  }
 }
 
 // After the ten most traded ones each kind stands by code: it begins where the codes fall, but for
 // the metals.
 TEST(Resources, Currencies_StandByKindThenCode) {
-  const auto embedded = embeddedCatalogue();
+  const auto table = embeddedCatalogue();
+  const std::vector<std::string_view> embedded(table.begin(), table.end());
   std::vector<std::string_view> begins;
   for (std::size_t i = 10; i < embedded.size(); ++i) {
     if (i == 10 || embedded[i] < embedded[i - 1]) begins.push_back(embedded[i]);

@@ -1,5 +1,6 @@
 #include "fexora/platform/plist/PlistText.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -28,6 +29,15 @@ bool isPlistText(std::string_view text) noexcept {
     text.remove_prefix(length);
   }
   return true;
+}
+
+bool isUnescapedPlistText(std::string_view text) noexcept {
+  // Most texts are codes and numbers.
+  const auto isPlain = [](char c) {
+    return c >= ' ' && c <= '~' && c != '&' && c != '<' && c != '>';
+  };
+  return std::all_of(text.begin(), text.end(), isPlain) ||
+         (text.find_first_of("&<>\r") == std::string_view::npos && isPlistText(text));
 }
 
 std::string_view trimmedOfSpace(std::string_view text) noexcept {

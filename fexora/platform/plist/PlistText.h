@@ -12,6 +12,10 @@ namespace fexora {
 // tab, line feed and carriage return, and neither U+FFFE nor U+FFFF.
 FEXORA_API bool isPlistText(std::string_view text) noexcept;
 
+// Whether it also stands in XML as it is: without a sign that XML would read as something else, and
+// without a carriage return.
+FEXORA_API bool isUnescapedPlistText(std::string_view text) noexcept;
+
 // `text` without XML's white space at both ends.
 std::string_view trimmedOfSpace(std::string_view text) noexcept;
 // Whether there is nothing else than XML's white space.
