@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "fexora/catalogue/CataloguePlaces.h"
 #include "fexora/platform/base/Environment.h"
 #include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/base/Limits.h"
@@ -296,7 +297,11 @@ void RateManager::keep(std::vector<RatesTable>& tables, std::string message, boo
 bool RateManager::loadStoredRates(std::optional<std::vector<CurrencyRef>> forCurrencies) {
   const bool isDone = guarded(*platform_.log, kLoading, [&] {
     currencies_ = forCurrencies ? *std::move(forCurrencies) : catalogue().currencies();
-    if (const auto stored = store().loadUSDRates()) {
+    const CataloguePlaces places(catalogue());
+    const auto isKnown = [&places](std::string_view code) {
+      return places.ofCode(code) != CataloguePlaces::kNone;
+    };
+    if (const auto stored = store().loadUSDRates(isKnown)) {
       filterRatesForLocalCurrencies(*stored);
     } else {
       ratesForCurrenciesBasedOnUSDRates();

@@ -3,6 +3,7 @@
 
 #include "fexora/catalogue/CurrencyManager.h"
 #include "fexora/platform/mapping/Mapper.h"
+#include "fexora/platform/text/OneLine.h"
 #include "fexora/store/StoreManager.h"
 
 namespace fexora {
@@ -36,6 +37,25 @@ std::optional<std::vector<USDRateRef>> StoreManager::loadUSDRates() const {
   std::optional<std::vector<USDRateRef>> rates;
   attempt("Reading the kept rates", [&] {
     if (const Value* stored = ud().find(kUDUSDRates)) rates = Mapper<USDRate>::mapArray(*stored);
+  });
+  return rates;
+}
+
+std::optional<std::vector<USDRateRef>> StoreManager::loadUSDRates(const IsWanted& isWanted) const {
+  std::optional<std::vector<USDRateRef>> rates;
+  attempt("Reading some of the kept rates", [&] {
+    const Value* stored = ud().find(kUDUSDRates);
+    if (stored == nullptr) return;
+    Mapper<USDRate>::List list;
+    const auto add = list.visitor();
+    std::string code;
+    const bool isList = visitDictionaries(*stored, [&](const MapSource& rate, std::size_t left) {
+      code.clear();
+      rate.readText("code", code);
+      makeOneLine(code, limits::kCodeCharacters);
+      if (isWanted(code)) add(rate, left);
+    });
+    if (isList) rates = std::move(list).take();
   });
   return rates;
 }

@@ -11,6 +11,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -95,6 +96,9 @@ class FEXORA_API StoreManager : public UserStoreManager {
   std::optional<RatesAnswer> ratesAnswer() const;
   // Nothing when no list of rates is kept.
   virtual std::optional<std::vector<USDRateRef>> loadUSDRates() const;
+  // Of these only those whose code `isWanted`, in the same order: for whoever needs a few of many.
+  using IsWanted = std::function<bool(std::string_view code)>;
+  std::optional<std::vector<USDRateRef>> loadUSDRates(const IsWanted& isWanted) const;
   // Saves the file at once.
   virtual void saveCurrencies(const std::vector<CurrencyRef>& currencies);
   // The kept selection, which may be empty; without one the catalogue's USD and EUR, as far as it

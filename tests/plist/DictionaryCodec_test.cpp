@@ -9,8 +9,10 @@
 #include <gtest/gtest.h>
 
 #include "fexora/platform/base/Limits.h"
+#include "fexora/platform/mapping/MapSource.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/PropertyListWriter.h"
+#include "fexora/platform/plist/XmlPlistWriter.h"
 
 #include "tests/support/Describe.h"
 
@@ -141,6 +143,95 @@ TEST(DictionaryCodec, TextThatLooksLikeAKey_MisleadsNothing) {
     expectDecodes(warm, whole);
     expectDecodes(warm, file);
     expectDecodes(warm, whole);
+  }
+}
+
+std::string listOf(const std::vector<std::string>& records) {
+  std::string list = "<dict>\n\t<key>L</key>\n\t<array>\n";
+  for (const std::string& record : records) list += "\t\t<dict>\n" + record + "\t\t</dict>\n";
+  list += "\t</array>\n</dict>\n";
+  return std::string(kXmlPlistHead) + list + std::string(kXmlPlistTail);
+}
+
+std::string field(const std::string& key, const std::string& value) {
+  return "\t\t\t<key>" + key + "</key>\n\t\t\t" + value + "\n";
+}
+
+std::string fieldsOf(const MapSource& record) {
+  std::string fields;
+  Value scratch;
+  for (const char* key : {"code", "rate"}) {
+    const Value* value = record.find(key, scratch);
+    fields += value != nullptr ? describe(*value) : "none";
+  }
+  return fields;
+}
+
+const std::string kRate = field("code", "<string>EUR</string>") + field("rate", "<real>0.5</real>");
+
+// Left in the bytes or not, and asked for in whichever way: it is what the plain reader reads.
+TEST(DictionaryCodec, ListsOfRecords_ReadAsAnyOther) {
+  struct Case {
+    std::string eighth;
+    bool isLeft;
+  };
+  const std::vector<Case> cases = {
+      {kRate, true},
+      {field("code", "<string></string>") + field("rate", "<integer>-7</integer>"), true},
+      {field("code", "<string>\u00e9</string>") + field("rate", "<real>-1.5e+300</real>"), true},
+      {field("code", "<string>a b</string>") + field("rate", "<real>nan</real>"), true},
+      {field("code", "<real>1</real>") + field("rate", "<string>0,9</string>"), true},
+      {field("code", "<string>a</string>") +
+           field("rate", "<integer>9223372036854775807</integer>"),
+       true},
+      {field("code", "<string>a</string>") +
+           field("rate", "<integer>9223372036854775808</integer>"),
+       false},
+      {field("code", "<string>a&amp;b</string>") + field("rate", "<real>1</real>"), false},
+      {field("code", "<string>a</string>") + field("rate", "<real>-</real>"), false},
+      {field("code", "<string>a</string>") + field("rate", "<real></real>"), false},
+      {field("code", "<string>a</string>") + field("rate", "<true/>"), false},
+      {field("code", "<string>a</string>"), false},
+      {"", false},
+  };
+  for (const Case& each : cases) {
+    std::vector<std::string> records(9, kRate);
+    records[7] = each.eighth;
+    DictionaryCodec codec;
+    const Dictionary read = expectDecodes(codec, listOf(records));
+    const Value* const list = read.find("L");
+    EXPECT_EQ(list != nullptr && list->deferred() != nullptr, each.isLeft) << each.eighth;
+    if (list == nullptr) continue;
+    // By its elements, and without asking for them.
+    std::string elements;
+    for (const Value& element : *list->array()) {
+      elements += fieldsOf(DictionarySource(*element.dictionary()));
+    }
+    std::string visited;
+    std::size_t shown = 0;
+    visitDictionaries(*list, [&](const MapSource& record, std::size_t left) {
+      EXPECT_EQ(left, *countDictionaries(*list) - shown++);
+      visited += fieldsOf(record);
+    });
+    EXPECT_EQ(visited, elements);
+  }
+  // A key twice, more keys than are kept, and too few records.
+  DictionaryCodec codec;
+  expectDecodes(codec,
+                listOf(std::vector<std::string>(9, kRate + field("code", "<real>2</real>"))));
+  expectDecodes(codec, listOf(std::vector<std::string>(9, kRate + kRate + kRate)));
+  expectDecodes(codec, listOf(std::vector<std::string>(7, kRate)));
+}
+
+TEST(DictionaryCodec, ListOfRecordsWithADamage_IsRejectedOrReadAsAnyOther) {
+  const std::string whole = listOf(std::vector<std::string>(9, kRate));
+  for (std::size_t at = whole.find("<array>"); at < whole.size(); ++at) {
+    for (const char damage : {'<', '-', '\t', '&', '\x80', '1'}) {
+      std::string bytes = whole;
+      bytes[at] = damage;
+      DictionaryCodec codec;
+      expectDecodes(codec, bytes);
+    }
   }
 }
 

@@ -2,7 +2,41 @@
 
 #include <algorithm>
 
+#include "fexora/platform/plist/LaidOutRecords.h"
+
 namespace fexora {
+namespace {
+
+// A record of a list that was left in a file's bytes.
+class RecordSource final : public MapSource {
+ public:
+  explicit RecordSource(const LaidOutRecords::Record& record) noexcept : record_(record) {}
+
+  const Value* find(std::string_view key, Value& scratch) const override {
+    const auto* field = record_.find(key);
+    if (field == nullptr) return nullptr;
+    scratch = field->value();
+    return &scratch;
+  }
+  void readText(std::string_view key, std::string& text) const override {
+    const auto* field = record_.find(key);
+    if (field != nullptr && field->form == LaidOutRecords::Form::string) text = field->text;
+  }
+  void visitDictionary(std::string_view /*key*/, const Visitor& /*visit*/) const override {}
+  bool visitDictionaries(std::string_view /*key*/, const Visitor& /*visit*/) const override {
+    return false;
+  }
+
+ private:
+  const LaidOutRecords::Record& record_;
+};
+
+// Null when the list's elements are Values.
+const LaidOutRecords* recordsIn(const Value& list) noexcept {
+  return dynamic_cast<const LaidOutRecords*>(list.deferred());
+}
+
+}  // namespace
 
 MapSource::~MapSource() = default;
 
@@ -26,14 +60,25 @@ bool DictionarySource::visitDictionaries(std::string_view key, const Visitor& vi
   return value != nullptr && fexora::visitDictionaries(*value, visit);
 }
 
-bool visitDictionaries(const Value& list, const MapSource::Visitor& visit) {
+std::optional<std::size_t> countDictionaries(const Value& list) noexcept {
+  if (const LaidOutRecords* records = recordsIn(list)) return records->size();
   const Array* elements = list.array();
-  if (elements == nullptr) return false;
   const auto isDictionary = [](const Value& value) { return value.dictionary() != nullptr; };
-  if (!std::all_of(elements->begin(), elements->end(), isDictionary)) return false;
-  std::size_t left = elements->size();
-  for (const Value& element : *elements) {
-    visit(DictionarySource(*element.dictionary()), left--);
+  if (elements == nullptr || !std::all_of(elements->begin(), elements->end(), isDictionary)) {
+    return std::nullopt;
+  }
+  return elements->size();
+}
+
+bool visitDictionaries(const Value& list, const MapSource::Visitor& visit) {
+  std::optional<std::size_t> left = countDictionaries(list);
+  if (!left) return false;
+  if (const LaidOutRecords* records = recordsIn(list)) {
+    records->visit([&](const auto& record) { visit(RecordSource(record), (*left)--); });
+    return true;
+  }
+  for (const Value& element : *list.array()) {
+    visit(DictionarySource(*element.dictionary()), (*left)--);
   }
   return true;
 }

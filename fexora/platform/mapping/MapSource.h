@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -51,5 +52,8 @@ class FEXORA_API DictionarySource final : public MapSource {
 
 // Shows `visit` each element; false, with none shown, unless `list` is a list of dictionaries only.
 FEXORA_API bool visitDictionaries(const Value& list, const MapSource::Visitor& visit);
+
+// How many they are, as visitDictionaries() would show them; nothing unless it is such a list.
+FEXORA_API std::optional<std::size_t> countDictionaries(const Value& list) noexcept;
 
 }  // namespace fexora

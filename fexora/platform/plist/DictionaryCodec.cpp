@@ -22,7 +22,7 @@ constexpr std::string_view kKeyStart = "\t<key>";
 }  // namespace
 
 std::string_view DictionaryCodec::bytesOf(const Segment& segment) const noexcept {
-  return std::string_view(file_).substr(segment.begin, segment.size);
+  return std::string_view(*file_).substr(segment.begin, segment.size);
 }
 
 // A file in the making.
@@ -39,7 +39,8 @@ DictionaryCodec::Encoded DictionaryCodec::encode(const Dictionary& dictionary) {
   Writing writing;
   writing.content = dictionary;
   writing.rest = unchanged(dictionary);
-  writing.file.reserve(file_.size() + file_.size() / 8);
+  const std::size_t last = file_ != nullptr ? file_->size() : 0;
+  writing.file.reserve(last + last / 8);
   writing.file += kXmlPlistHead;
   writing.file += kDictOpening;
   const std::size_t empty = writing.file.size();
@@ -55,10 +56,10 @@ DictionaryCodec::Encoded DictionaryCodec::encode(const Dictionary& dictionary) {
   }
   // Of very many keys none is told apart at the next writing.
   if (dictionary.size() > kKeys) writing.segments.clear();
-  file_ = std::move(writing.file);
+  file_ = std::make_shared<const std::string>(std::move(writing.file));
   content_ = std::move(writing.content);
   segments_ = std::move(writing.segments);
-  return {file_, std::move(writing.error)};
+  return {*file_, std::move(writing.error)};
 }
 
 // What must have room in the file before anything new has.
@@ -118,19 +119,20 @@ std::string DictionaryCodec::writeSegment(const Dictionary::Entry& entry, const 
 }
 
 DictionaryCodec::Decoded DictionaryCodec::decode(std::string bytes) {
+  auto file = std::make_shared<const std::string>(std::move(bytes));
   std::vector<Segment> segments;
   Decoded result;
-  if (readSegments(bytes, segments)) {
+  if (readSegments(file, segments)) {
     std::vector<Dictionary::Entry> entries;
     entries.reserve(segments.size());
     for (const Segment& segment : segments) entries.emplace_back(segment.key, segment.value);
     result.dictionary = Dictionary::fromEntries(entries);
   } else {
     segments.clear();
-    result = decodeAnew(bytes);
+    result = decodeAnew(*file);
     if (!result.ok()) return result;
   }
-  file_ = std::move(bytes);
+  file_ = std::move(file);
   content_ = result.dictionary;
   segments_ = std::move(segments);
   return result;
@@ -149,7 +151,8 @@ DictionaryCodec::Decoded DictionaryCodec::decodeAnew(std::string_view bytes) {
 // Only the exact head leads to the first key, and each step goes from the beginning of a top-level
 // key's line to the end of its value's, read now or on an earlier reading of the same bytes. So
 // neither text nor comments that look like keys can mislead it.
-bool DictionaryCodec::readSegments(std::string_view bytes, std::vector<Segment>& segments) const {
+bool DictionaryCodec::readSegments(const Bytes& file, std::vector<Segment>& segments) const {
+  const std::string_view bytes = *file;
   if (!bytes.starts_with(kXmlPlistHead)) return false;
   std::size_t at = kXmlPlistHead.size();
   if (!bytes.substr(at).starts_with(kDictOpening)) return false;
@@ -157,7 +160,7 @@ bool DictionaryCodec::readSegments(std::string_view bytes, std::vector<Segment>&
   std::size_t objects = 1;
   while (bytes.substr(at).starts_with(kKeyStart)) {
     Segment segment;
-    if (segments.size() == kKeys || !readSegment(bytes, at, segment)) return false;
+    if (segments.size() == kKeys || !readSegment(file, at, segment)) return false;
     if (!segments.empty() && segments.back().key >= segment.key) return false;
     objects += segment.objects;
     at += segment.size;
@@ -168,8 +171,8 @@ bool DictionaryCodec::readSegments(std::string_view bytes, std::vector<Segment>&
          rest.substr(kClosing.size()) == kXmlPlistTail;
 }
 
-bool DictionaryCodec::readSegment(std::string_view bytes, std::size_t begin, Segment& out) const {
-  const std::string_view rest = bytes.substr(begin);
+bool DictionaryCodec::readSegment(const Bytes& file, std::size_t begin, Segment& out) const {
+  const std::string_view rest = std::string_view(*file).substr(begin);
   const std::string_view key =
       rest.substr(kKeyStart.size(), rest.find('<', kKeyStart.size()) - kKeyStart.size());
   if (const Segment* const last = segmentAt(rest, key)) {
@@ -178,7 +181,7 @@ bool DictionaryCodec::readSegment(std::string_view bytes, std::size_t begin, Seg
     return true;
   }
   Dictionary::Entry entry;
-  LaidOutPlistReader reader(rest);
+  LaidOutPlistReader reader(file, begin);
   if (!reader.readRootEntry(entry)) return false;
   out = {std::move(entry.first),
          std::move(entry.second),

@@ -12,11 +12,13 @@
 // A value that cannot be written stops no other: its key keeps the value that it has in the last
 // file, and is left out where it has none.
 //
-// Holds one copy of the last file. One thread at a time. Only std::bad_alloc is thrown, and leaves
-// the last file the last.
+// Holds one copy of the last file, and as long as somebody holds a list of records that was left in
+// the bytes of an earlier one (LaidOutRecords.h), that one's, too. One thread at a time. Only
+// std::bad_alloc is thrown, and leaves the last file the last.
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -65,13 +67,14 @@ class FEXORA_API DictionaryCodec {
   PlistRest unchanged(const Dictionary& dictionary) const noexcept;
   const Segment* segmentOf(const Dictionary::Entry& entry) const noexcept;
   Decoded decodeAnew(std::string_view bytes);
-  bool readSegments(std::string_view bytes, std::vector<Segment>& segments) const;
-  bool readSegment(std::string_view bytes, std::size_t begin, Segment& out) const;
+  using Bytes = std::shared_ptr<const std::string>;
+  bool readSegments(const Bytes& file, std::vector<Segment>& segments) const;
+  bool readSegment(const Bytes& file, std::size_t begin, Segment& out) const;
   std::string_view bytesOf(const Segment& segment) const noexcept;
   const Segment* segmentAt(std::string_view rest, std::string_view key) const noexcept;
   const Segment* segmentOf(std::string_view key) const noexcept;
 
-  std::string file_;
+  Bytes file_;                     // null before the first
   Dictionary content_;             // of the file
   std::vector<Segment> segments_;  // by key, ascending, as they stand in the file
 };

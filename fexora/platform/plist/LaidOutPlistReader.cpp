@@ -1,27 +1,24 @@
 #include "fexora/platform/plist/LaidOutPlistReader.h"
 
+#include <cstring>
 #include <string>
 #include <utility>
 
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/CutOff.h"
+#include "fexora/platform/plist/LaidOutRecords.h"
 #include "fexora/platform/plist/PlistText.h"
 #include "fexora/platform/plist/XmlPlistWriter.h"
 #include "fexora/platform/text/NumberText.h"
 
 namespace fexora {
-namespace {
 
-// Whether the text stands in XML as it is, and is allowed there.
-bool isPlain(std::string_view text) noexcept {
-  return text.find_first_of("&>\r") == std::string_view::npos && isPlistText(text);
-}
-
-}  // namespace
-
-bool LaidOutPlistReader::take(std::string_view expected) noexcept {
-  if (!rest_.starts_with(expected)) return false;
-  rest_.remove_prefix(expected.size());
+// A text of known length is compared in place, without a call.
+template <std::size_t Size>
+bool LaidOutPlistReader::take(const char (&expected)[Size]) noexcept {
+  constexpr std::size_t kLength = Size - 1;
+  if (rest_.size() < kLength || std::memcmp(rest_.data(), expected, kLength) != 0) return false;
+  rest_.remove_prefix(kLength);
   return true;
 }
 
@@ -32,7 +29,8 @@ bool LaidOutPlistReader::takeTabs(std::size_t count) noexcept {
   return true;
 }
 
-std::optional<std::string_view> LaidOutPlistReader::takeText(std::string_view closing) noexcept {
+template <std::size_t Size>
+std::optional<std::string_view> LaidOutPlistReader::takeText(const char (&closing)[Size]) noexcept {
   const std::string_view text = rest_.substr(0, rest_.find('<'));
   rest_.remove_prefix(text.size());
   if (!take(closing)) return std::nullopt;
@@ -40,7 +38,9 @@ std::optional<std::string_view> LaidOutPlistReader::takeText(std::string_view cl
 }
 
 bool LaidOutPlistReader::readFile(Value& out) {
-  return take(kXmlPlistHead) && readValue(0, out) && rest_ == kXmlPlistTail;
+  if (!rest_.starts_with(kXmlPlistHead)) return false;
+  rest_.remove_prefix(kXmlPlistHead.size());
+  return readValue(0, out) && rest_ == kXmlPlistTail;
 }
 
 bool LaidOutPlistReader::readRootEntry(Dictionary::Entry& out) {
@@ -63,7 +63,7 @@ bool LaidOutPlistReader::readValue(std::size_t depth, Value& out) {
 
 bool LaidOutPlistReader::readString(Value& out) {
   const auto text = takeText("</string>\n");
-  if (!text || !isPlain(*text)) return false;
+  if (!text || !isUnescapedPlistText(*text)) return false;
   out = Value(*text);
   return true;
 }
@@ -97,6 +97,7 @@ bool LaidOutPlistReader::readArray(std::size_t depth, Value& out) {
     return true;
   }
   if (!take(">\n")) return false;
+  if (readRecords(depth, out)) return takeTabs(depth - 1) && take("</array>\n");
   const std::size_t first = items_.size();
   // The closing element has one tab less than the items.
   while (rest_.find_first_not_of('\t') == depth) {
@@ -106,6 +107,21 @@ bool LaidOutPlistReader::readArray(std::size_t depth, Value& out) {
   }
   out = cutOff(items_, first);
   return takeTabs(depth - 1) && take("</array>\n");
+}
+
+// The elements of an array that are left where they are.
+bool LaidOutPlistReader::readRecords(std::size_t depth, Value& out) {
+  if (owner_ == nullptr || depth >= static_cast<std::size_t>(limits::kPropertyListDepth)) {
+    return false;
+  }
+  const auto at = static_cast<std::size_t>(rest_.data() - owner_->data());
+  auto list = LaidOutRecords::readAt(owner_, at, depth);
+  if (list == nullptr) return false;
+  objects_ += list->objects();
+  if (objects_ > limits::kPropertyListObjects) return false;
+  rest_.remove_prefix(list->length());
+  out = Value(std::shared_ptr<const DeferredList>(std::move(list)));
+  return true;
 }
 
 bool LaidOutPlistReader::readDictionary(std::size_t depth, Value& out) {
@@ -128,7 +144,7 @@ bool LaidOutPlistReader::readDictionary(std::size_t depth, Value& out) {
 bool LaidOutPlistReader::readEntry(std::size_t depth, Dictionary::Entry& out) {
   if (!takeTabs(depth) || !take("<key>")) return false;
   const auto key = takeText("</key>\n");
-  if (!key || !isPlain(*key)) return false;
+  if (!key || !isUnescapedPlistText(*key)) return false;
   out.first = *key;
   return readValue(depth, out.second);
 }

@@ -98,8 +98,11 @@ bool XmlPlistWriter::append(const Value& value, std::size_t depth) {
       appendBase64(out_, *value.data());
       out_ += "</data>\n";
       return true;
-    case Value::Kind::array:
-      return appendArray(*value.array(), depth + 1);
+    case Value::Kind::array: {
+      const Array* const elements = value.array();
+      if (elements == nullptr) throw std::bad_alloc();
+      return appendArray(*elements, depth + 1);
+    }
     case Value::Kind::dictionary:
       return appendDictionary(*value.dictionary(), depth + 1);
   }

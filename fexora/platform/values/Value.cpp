@@ -5,6 +5,8 @@
 #include <bit>
 #include <new>
 
+#include "fexora/platform/values/DeferredList.h"
+
 namespace fexora {
 namespace {
 
@@ -171,7 +173,12 @@ Value::Value(std::string_view text) {
 }
 Value::Value(Data data) : content_(std::make_shared<const Data>(std::move(data))) {}
 Value::Value(Array array) : content_(std::make_shared<const Array>(std::move(array))) {}
+Value::Value(std::shared_ptr<const DeferredList> list) noexcept : content_(std::move(list)) {}
 Value::Value(Dictionary dictionary) noexcept : content_(std::move(dictionary)) {}
+
+const Array* Value::deferredElements() const noexcept {
+  return deferred()->array();
+}
 
 bool Value::sameAs(const Value& other) const noexcept {
   if (kind() != other.kind()) return false;
@@ -195,7 +202,8 @@ bool Value::sameAs(const Value& other) const noexcept {
     case Kind::data:
       return data() == other.data();
     case Kind::array:
-      return array() == other.array();
+      // Without asking for the elements of either.
+      return deferred() == other.deferred() && payload<Array>() == other.payload<Array>();
     case Kind::dictionary:
       return dictionary()->block_ == other.dictionary()->block_;
   }
@@ -215,8 +223,11 @@ bool operator==(const Value& a, const Value& b) noexcept {
       return *a.string() == *b.string();
     case Value::Kind::data:
       return *a.data() == *b.data();
-    case Value::Kind::array:
-      return *a.array() == *b.array();
+    case Value::Kind::array: {
+      const Array* const some = a.array();
+      const Array* const others = b.array();
+      return some == others || (some != nullptr && others != nullptr && *some == *others);
+    }
     case Value::Kind::dictionary:
       return *a.dictionary() == *b.dictionary();
   }

@@ -23,6 +23,7 @@
 
 namespace fexora {
 
+class DeferredList;
 class Value;
 
 using Array = std::vector<Value>;
@@ -95,11 +96,13 @@ class FEXORA_API Value {
   Value(Date date) noexcept : content_(date) {}
   Value(Data data);
   Value(Array array);
+  Value(std::shared_ptr<const DeferredList> list) noexcept;  // not null
   Value(Dictionary dictionary) noexcept;
   // NOLINTEND(google-explicit-constructor)
 
   Kind kind() const noexcept {
-    return content_.index() == kShortText ? Kind::string : static_cast<Kind>(content_.index());
+    if (content_.index() == kShortText) return Kind::string;
+    return content_.index() == kDeferred ? Kind::array : static_cast<Kind>(content_.index());
   }
   bool isNull() const noexcept { return kind() == Kind::null; }
 
@@ -111,7 +114,12 @@ class FEXORA_API Value {
   }
   const Date* date() const noexcept { return std::get_if<Date>(&content_); }
   const Data* data() const noexcept { return payload<Data>(); }
-  const Array* array() const noexcept { return payload<Array>(); }
+  // Null, too, without memory for the elements of a list that was deferred until now.
+  const Array* array() const noexcept {
+    return content_.index() == kDeferred ? deferredElements() : payload<Array>();
+  }
+  // What the elements of a list are made of when they are asked for; else null.
+  const DeferredList* deferred() const noexcept { return payload<DeferredList>(); }
   const Dictionary* dictionary() const noexcept { return std::get_if<Dictionary>(&content_); }
 
   // Two values for which this is true are equal and of one kind; false says nothing. O(1): numbers,
@@ -130,10 +138,13 @@ class FEXORA_API Value {
   // A text that fits into a std::string without an allocation is held in place: most texts here
   // are codes and keys.
   static constexpr std::size_t kShortText = 7;
+  static constexpr std::size_t kDeferred = 8;
   void setText(std::string text);
+  const Array* deferredElements() const noexcept;
 
   std::variant<std::monostate, NSNumber, std::shared_ptr<const std::string>, Date,
-               std::shared_ptr<const Data>, std::shared_ptr<const Array>, Dictionary, std::string>
+               std::shared_ptr<const Data>, std::shared_ptr<const Array>, Dictionary, std::string,
+               std::shared_ptr<const DeferredList>>
       content_;
 };
 
