@@ -1,5 +1,6 @@
 #include "programs/shared/OptionReader.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <CLI/CLI.hpp>
@@ -8,26 +9,26 @@
 
 namespace fexora::program {
 
-OptionReader::OptionReader(const std::string& purpose, const std::string& program,
-                           const char* helpNames)
-    : app_(std::make_unique<CLI::App>(purpose, program)) {
-  app_->set_help_flag(helpNames, "Print this help");
-}
+OptionReader::OptionReader(std::string purpose, std::string program, const char* helpNames)
+    : purpose_(std::move(purpose)), program_(std::move(program)), helpNames_(helpNames) {}
 
 OptionReader::~OptionReader() = default;
 
 void OptionReader::addFlag(const char* name, bool& flag, const char* purpose) {
-  app_->add_flag(name, flag, purpose);
+  added_.push_back({name, [=, &flag](CLI::App& app) { app.add_flag(name, flag, purpose); }});
 }
 
 void OptionReader::addText(const char* name, std::string& text, const char* type,
                            const char* purpose) {
-  app_->add_option(name, text, purpose)->type_name(type);
+  added_.push_back(
+      {name, [=, &text](CLI::App& app) { app.add_option(name, text, purpose)->type_name(type); }});
 }
 
 void OptionReader::addTexts(const char* name, std::vector<std::string>& texts, const char* type,
                             const char* purpose) {
-  app_->add_option(name, texts, purpose)->type_name(type);
+  added_.push_back({name, [=, &texts](CLI::App& app) {
+                      app.add_option(name, texts, purpose)->type_name(type);
+                    }});
 }
 
 template <class Number, class Parse>
@@ -37,7 +38,9 @@ void OptionReader::addParsed(const char* name, std::optional<Number>& number, co
     number = parse(text);
     if (!number) throw CLI::ConversionError(text, name);
   };
-  app_->add_option_function<std::string>(name, take, purpose)->type_name(type);
+  added_.push_back({name, [=](CLI::App& app) {
+                      app.add_option_function<std::string>(name, take, purpose)->type_name(type);
+                    }});
 }
 
 void OptionReader::addNumber(const char* name, std::optional<std::int64_t>& number,
@@ -52,14 +55,27 @@ void OptionReader::addNumber(const char* name, std::optional<double>& number, co
 
 void OptionReader::addEach(const char* name, std::function<void(const std::string&)> take,
                            const char* type, const char* purpose) {
-  app_->add_option_function<std::string>(name, take, purpose)
-      ->type_name(type)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
-      ->trigger_on_parse();
+  added_.push_back({name, [=, take = std::move(take)](CLI::App& app) {
+                      app.add_option_function<std::string>(name, take, purpose)
+                          ->type_name(type)
+                          ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
+                          ->trigger_on_parse();
+                    }});
 }
 
-void OptionReader::setFooter(const std::string& text) {
-  app_->footer(text);
+void OptionReader::tell(const std::vector<std::string>* written) {
+  const auto isWanted = [written](std::string_view name) {
+    return written == nullptr ||
+           std::any_of(written->begin(), written->end(), [name](std::string_view option) {
+             return option.substr(0, option.find('=')) == name;
+           });
+  };
+  app_ = std::make_unique<CLI::App>(purpose_, program_);
+  app_->set_help_flag(helpNames_, "Print this help");
+  app_->footer(footer_);
+  for (const Added& each : added_) {
+    if (isWanted(each.name)) each.tell(*app_);
+  }
 }
 
 std::vector<std::string> OptionReader::names() const {
@@ -70,12 +86,11 @@ std::vector<std::string> OptionReader::names() const {
   return names;
 }
 
-bool OptionReader::read(std::vector<std::string> options) try {
+void OptionReader::readAll(std::vector<std::string> options) {
   const auto typed = options;
   try {
+    tell(nullptr);
     app_->parse(std::move(options));
-  } catch (const CLI::CallForHelp&) {
-    return false;
   } catch (const CLI::ExtrasError&) {
     for (auto option = typed.rbegin(); option != typed.rend(); ++option) {
       const std::string name = option->substr(0, option->find('='));
@@ -84,7 +99,18 @@ bool OptionReader::read(std::vector<std::string> options) try {
     }
     throw;
   }
+}
+
+bool OptionReader::read(std::vector<std::string> options) try {
+  try {
+    tell(&options);
+    app_->parse(std::vector(options));
+  } catch (const CLI::Error&) {
+    readAll(std::move(options));
+  }
   return true;
+} catch (const CLI::CallForHelp&) {
+  return false;
 } catch (const CLI::Error& error) {
   throw OptionError(error.what());
 }

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "programs/shared/Words.h"
@@ -19,12 +20,15 @@ class Option;
 
 namespace fexora::program {
 
+// CLI11 is told of the options that were written alone, since it takes time over each at every
+// start, and of all where there is help to give or an error to explain.
+//
 // What is added here is written by read() and outlives the reader. Each `type` names the value in
 // the help, like "NAME". Whatever is not given stays as it was.
 class OptionReader {
  public:
-  // `helpNames` like "-h,--help".
-  OptionReader(const std::string& purpose, const std::string& program, const char* helpNames);
+  // `helpNames` like "-h,--help"; each name and text given here lives as long as the reader.
+  OptionReader(std::string purpose, std::string program, const char* helpNames);
   ~OptionReader();
   OptionReader(const OptionReader&) = delete;
   OptionReader& operator=(const OptionReader&) = delete;
@@ -43,7 +47,7 @@ class OptionReader {
   void addEach(const char* name, std::function<void(const std::string&)> take, const char* type,
                const char* purpose);
   // A text below the options in the help.
-  void setFooter(const std::string& text);
+  void setFooter(std::string text) { footer_ = std::move(text); }
 
   // Options as sortWords() makes them. False when help was asked for. Throws an OptionError; of a
   // name that is none of the options with the nearest one that is.
@@ -53,11 +57,25 @@ class OptionReader {
   std::string help(std::string_view operands) const;
 
  private:
+  struct Added {
+    std::string_view name;
+    std::function<void(CLI::App&)> tell;
+  };
+
   template <class Number, class Parse>
   void addParsed(const char* name, std::optional<Number>& number, const char* type,
                  const char* purpose, Parse parse);
+  // Makes an app that knows the added options, those alone that are in `written` where there is
+  // such.
+  void tell(const std::vector<std::string>* written);
+  void readAll(std::vector<std::string> options);
   std::vector<std::string> names() const;
 
+  std::string purpose_;
+  std::string program_;
+  const char* helpNames_;
+  std::string footer_;
+  std::vector<Added> added_;
   std::unique_ptr<CLI::App> app_;
 };
 

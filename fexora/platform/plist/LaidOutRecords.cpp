@@ -31,7 +31,7 @@ bool takeClosing(std::string_view& rest, LaidOutRecords::Form form) noexcept {
                                             : takeLiteral(rest, "</integer>\n");
 }
 
-bool isDigit(char c) noexcept {
+bool isFigure(char c) noexcept {
   return c >= '0' && c <= '9';
 }
 
@@ -46,7 +46,7 @@ const char* endOfPlainText(const char* at, const char* end) noexcept {
 // reader refuses it, nor so few digits for an integer. What it does not take in is judged.
 const char* endOfPlainNumber(const char* start, const char* end, bool mayHavePoint) noexcept {
   constexpr std::ptrdiff_t kMost = 18;
-  const auto digits = [end](const char* from) { return std::find_if_not(from, end, isDigit); };
+  const auto digits = [end](const char* from) { return std::find_if_not(from, end, isFigure); };
   const char* const first = start != end && *start == '-' ? start + 1 : start;
   const char* const whole = digits(first);
   if (whole == first || whole - first > kMost) return start;
