@@ -11,6 +11,15 @@
 namespace fexora::program {
 namespace {
 
+// Whether asking may bring newer rates: of a source whose newest are old it has just brought them.
+bool wouldRefresh(const Freshness& fresh) {
+  constexpr double kJustAsked = 3600;
+  if (fresh.state == Freshness::State::fresh) return false;
+  if (!fresh.stored || fresh.origin == Freshness::Origin::bundled) return true;
+  const double age = Platform::process().loop->wallSeconds() - fresh.stored->secondsSince1970();
+  return age < 0 || age >= kJustAsked;
+}
+
 bool mayColour() {
   return isatty(STDOUT_FILENO) != 0 && std::getenv("NO_COLOR") == nullptr;
 }
@@ -65,7 +74,7 @@ void addFreshness(JsonText& json) {
 std::string ratesLine() {
   const Freshness fresh = rateManager().freshness();
   if (fresh.state == Freshness::State::none) return "no rates: fexora refresh";
-  return ratesText(fresh) + (fresh.state == Freshness::State::fresh ? "" : ": fexora refresh");
+  return ratesText(fresh) + (wouldRefresh(fresh) ? ": fexora refresh" : "");
 }
 
 std::string shownRatesLine() {

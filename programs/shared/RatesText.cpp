@@ -47,6 +47,11 @@ const char* originText(Freshness::Origin origin) {
   return "";
 }
 
+std::string fromText(Freshness::Origin origin, const std::string& source) {
+  const bool isNamed = !source.empty() && origin != Freshness::Origin::bundled;
+  return isNamed ? ", " + oneLine(source) : originText(origin);
+}
+
 }  // namespace
 
 std::string dayText(const Date& date) {
@@ -64,7 +69,7 @@ std::string dayText(const Date& date) {
 
 std::string ratesText(const Freshness& fresh) {
   if (fresh.published) {
-    return "rates of " + dayText(*fresh.published) + originText(fresh.origin) + ", " +
+    return "rates of " + dayText(*fresh.published) + fromText(fresh.origin, fresh.source) + ", " +
            ageText(*fresh.published, " old");
   }
   if (!fresh.stored) return "rates of an unknown day";
@@ -74,8 +79,7 @@ std::string ratesText(const Freshness& fresh) {
 
 std::string rateText(const RateOrigin& of) {
   const std::string day = of.published ? dayText(*of.published) : "an unknown day";
-  const std::string from = of.source.empty() ? originText(of.origin) : ", " + oneLine(of.source);
-  return "rate of " + day + from;
+  return "rate of " + day + fromText(of.origin, of.source);
 }
 
 }  // namespace fexora::program
