@@ -1,7 +1,6 @@
 #include "programs/desktop/FirstPaint.h"
 
 #include <QEvent>
-#include <QTimer>
 #include <QWidget>
 #include <utility>
 
@@ -19,10 +18,11 @@ class FirstPaint final : public QObject {
     if (event->type() != QEvent::Paint) return false;
     watched->removeEventFilter(this);
     // The children are painted after it.
-    QTimer::singleShot(0, this, [this] {
+    const auto runOnce = [this] {
       run_();
       deleteLater();
-    });
+    };
+    QMetaObject::invokeMethod(this, runOnce, Qt::QueuedConnection);
     return false;
   }
 

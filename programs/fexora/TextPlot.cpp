@@ -35,13 +35,13 @@ class Canvas {
         dotsHigh_(isBraille ? 4 : 1),
         columns_(columns),
         rows_(rows),
-        dots_(static_cast<std::size_t>(width() * height())) {}
+        dots_(at(0, height())) {}
 
   int width() const { return columns_ * dotsWide_; }
   int height() const { return rows_ * dotsHigh_; }
 
   // From above.
-  void set(int x, int y) { dots_[static_cast<std::size_t>(y * width() + x)] = true; }
+  void set(int x, int y) { dots_[at(x, y)] = true; }
 
   void line(int fromX, int fromY, int toX, int toY) {
     const int steps = std::max({std::abs(toX - fromX), std::abs(toY - fromY), 1});
@@ -66,6 +66,10 @@ class Canvas {
   }
 
  private:
+  std::size_t at(int x, int y) const {
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(width()) +
+           static_cast<std::size_t>(x);
+  }
   // The dots of a character, numbered as braille's are.
   unsigned inkOf(int column, int row) const {
     static constexpr std::array<std::array<unsigned, 2>, 4> kDots = {
@@ -73,9 +77,8 @@ class Canvas {
     unsigned ink = 0;
     for (int y = 0; y < dotsHigh_; ++y) {
       for (int x = 0; x < dotsWide_; ++x) {
-        const auto at =
-            static_cast<std::size_t>((row * dotsHigh_ + y) * width() + column * dotsWide_ + x);
-        if (dots_[at]) ink |= kDots.at(static_cast<std::size_t>(y)).at(static_cast<std::size_t>(x));
+        if (dots_[at(column * dotsWide_ + x, row * dotsHigh_ + y)])
+          ink |= kDots.at(static_cast<std::size_t>(y)).at(static_cast<std::size_t>(x));
       }
     }
     return ink;
@@ -162,7 +165,7 @@ class Plot {
 
   static std::string textOf(const DayMark& mark) {
     const std::chrono::year_month_day date(mark.day);
-    const std::string month = kMonths.at(static_cast<unsigned>(date.month()) - 1);
+    std::string month = kMonths.at(static_cast<unsigned>(date.month()) - 1);
     switch (mark.unit) {
       case DayMark::Unit::year:
         return std::to_string(static_cast<int>(date.year()));
