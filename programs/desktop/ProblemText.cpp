@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QTimeZone>
 
 #include "programs/desktop/Languages.h"
 #include "programs/desktop/QtText.h"
@@ -57,7 +58,7 @@ const char* sentenceOf(RatesReason::Kind kind) {
 
 QString dayText(double secondsSince1970) {
   return languageLocale().toString(
-      QDateTime::fromSecsSinceEpoch(static_cast<qint64>(secondsSince1970), Qt::UTC).date(),
+      QDateTime::fromSecsSinceEpoch(static_cast<qint64>(secondsSince1970), QTimeZone::utc()).date(),
       QCoreApplication::translate("FreshnessWords", "d MMMM yyyy", "a day"));
 }
 
