@@ -31,8 +31,8 @@ void addRatesDate(JsonText& json, const RatesDate& date);
 
 // Adds "rates", an object of what is known of the store's rates.
 void addFreshness(JsonText& json);
-// The same in words: "rates of 29 September, bundled, 57 days old: fexora refresh", without the advice
-// when it would bring nothing newer.
+// The same in words: "rates of 29 September, bundled, 57 days old: fexora refresh", without the
+// advice when it would bring nothing newer.
 std::string ratesLine();
 // That for standard output: in colour there when the rates are old and it is a terminal.
 std::string shownRatesLine();
