@@ -11,6 +11,7 @@
 #include "fexora/platform/files/ReadFile.h"
 #include "fexora/platform/plist/PropertyListReader.h"
 #include "fexora/platform/plist/XmlPlistWriter.h"
+#include "fexora/platform/text/TakeLiteral.h"
 #include "fexora/resources/EmbeddedCatalogue.h"
 
 namespace fexora {
@@ -25,25 +26,17 @@ std::string canonicalCode(Text& text, std::string_view code) {
   return isAscii(code) ? std::string(code) : text.canonical(code);
 }
 
-template <std::size_t Size>
-bool take(std::string_view& rest, const char (&expected)[Size]) noexcept {
-  if (!rest.starts_with(expected)) return false;
-  rest.remove_prefix(Size - 1);
-  return true;
-}
-
 // Whether the resource is the one that comes with the library, which need not be read: its codes
 // are built in.
 bool isEmbedded(std::string_view bytes) noexcept {
-  if (!bytes.starts_with(kXmlPlistHead)) return false;
-  bytes.remove_prefix(kXmlPlistHead.size());
-  if (!take(bytes, "<array>\n")) return false;
+  if (!takeText(bytes, kXmlPlistHead) || !takeLiteral(bytes, "<array>\n")) return false;
   for (const std::string_view code : embeddedCatalogue()) {
-    if (!take(bytes, "\t<string>") || !bytes.starts_with(code)) return false;
-    bytes.remove_prefix(code.size());
-    if (!take(bytes, "</string>\n")) return false;
+    if (!takeLiteral(bytes, "\t<string>") || !takeText(bytes, code) ||
+        !takeLiteral(bytes, "</string>\n")) {
+      return false;
+    }
   }
-  return take(bytes, "</array>\n") && bytes == kXmlPlistTail;
+  return takeLiteral(bytes, "</array>\n") && bytes == kXmlPlistTail;
 }
 
 std::vector<std::string> embeddedCodes() {
@@ -139,7 +132,7 @@ void CurrencyManager::indexCodes() const {
   const std::lock_guard lock(indexMutex_);
   if (indexIsCurrent()) return;
   const std::uint64_t changes = codeChanges_.load(std::memory_order_acquire);
-  Places places;
+  std::unordered_map<std::string, std::uint32_t> places;
   places.reserve(_currencies.size());
   std::size_t longest = 0;
   for (std::uint32_t place = 0; place < _currencies.size(); ++place) {
@@ -155,8 +148,7 @@ void CurrencyManager::indexCodes() const {
 std::uint32_t CurrencyManager::placeOfCode(std::string_view code) const {
   if (!indexIsCurrent()) indexCodes();
   if (code.size() > kMostShrinking * longestCode_) return kNoPlace;
-  const auto at =
-      isAscii(code) ? places_.find(code) : places_.find(platform_.text->canonical(code));
+  const auto at = places_.find(canonicalCode(*platform_.text, code));
   return at != places_.end() ? at->second : kNoPlace;
 }
 

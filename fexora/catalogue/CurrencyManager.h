@@ -9,7 +9,6 @@
 
 #include <atomic>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -107,17 +106,7 @@ class FEXORA_API CurrencyManager : public NSObject {
   std::atomic<std::uint64_t> codeChanges_ = 0;  // raised by the records
   // By canonical code the first place with it, and the bytes of the longest, as it was at
   // indexedChanges_. Made under indexMutex_; read without, by whoever has seen that it is current.
-  // Codes are short, and each start puts all of them in: the standard hash takes twice as long.
-  struct CodeHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view code) const noexcept {
-      std::uint64_t hash = 0xcbf29ce484222325;  // FNV-1a
-      for (const char c : code) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
-      return hash;
-    }
-  };
-  using Places = std::unordered_map<std::string, std::uint32_t, CodeHash, std::equal_to<>>;
-  mutable Places places_;
+  mutable std::unordered_map<std::string, std::uint32_t> places_;
   mutable std::size_t longestCode_ = 0;
   mutable std::atomic<std::uint64_t> indexedChanges_ = 0;
   mutable std::mutex indexMutex_;

@@ -96,7 +96,8 @@ class FEXORA_API StoreManager : public UserStoreManager {
   std::optional<RatesAnswer> ratesAnswer() const;
   // Nothing when no list of rates is kept.
   virtual std::optional<std::vector<USDRateRef>> loadUSDRates() const;
-  // Of these only those whose code `isWanted`, in the same order: for whoever needs a few of many.
+  // Of what is kept only those whose code `isWanted`, in the same order: for whoever needs a few of
+  // many. Looks into `ud` itself, whatever the one above has been made to do.
   using IsWanted = std::function<bool(std::string_view code)>;
   std::optional<std::vector<USDRateRef>> loadUSDRates(const IsWanted& isWanted) const;
   // Saves the file at once.

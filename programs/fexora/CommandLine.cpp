@@ -100,7 +100,7 @@ void addOptions(OptionReader& reader, CommandLine& line, bool& version) {
       reader.addText("--before", line.before, "DAY", "By the newest rates before that day");
       reader.addNumber("--at-most", line.atMost, "DAYS", "How many days older they may be (7)");
       addSource(reader, line);
-      reader.setFooter(commandsText());
+      reader.setFooter(commandsText);
       break;
     case Command::select:
       addChange(reader, line, "--add", true, "Put this currency at the end, unless it is there");

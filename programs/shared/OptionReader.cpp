@@ -72,7 +72,7 @@ void OptionReader::tell(const std::vector<std::string>* written) {
   };
   app_ = std::make_unique<CLI::App>(purpose_, program_);
   app_->set_help_flag(helpNames_, "Print this help");
-  app_->footer(footer_);
+  if (written == nullptr && footer_ != nullptr) app_->footer(footer_());
   for (const Added& each : added_) {
     if (isWanted(each.name)) each.tell(*app_);
   }

@@ -46,8 +46,8 @@ class OptionReader {
   // Takes each value as it comes, so that the order among several options counts.
   void addEach(const char* name, std::function<void(const std::string&)> take, const char* type,
                const char* purpose);
-  // A text below the options in the help.
-  void setFooter(std::string text) { footer_ = std::move(text); }
+  // A text below the options in the help, made when there is some.
+  void setFooter(std::string (*text)()) { footer_ = text; }
 
   // Options as sortWords() makes them. False when help was asked for. Throws an OptionError; of a
   // name that is none of the options with the nearest one that is.
@@ -74,7 +74,7 @@ class OptionReader {
   std::string purpose_;
   std::string program_;
   const char* helpNames_;
-  std::string footer_;
+  std::string (*footer_)() = nullptr;
   std::vector<Added> added_;
   std::unique_ptr<CLI::App> app_;
 };

@@ -1,6 +1,5 @@
 #include "fexora/platform/plist/LaidOutPlistReader.h"
 
-#include <cstring>
 #include <string>
 #include <utility>
 
@@ -10,16 +9,13 @@
 #include "fexora/platform/plist/PlistText.h"
 #include "fexora/platform/plist/XmlPlistWriter.h"
 #include "fexora/platform/text/NumberText.h"
+#include "fexora/platform/text/TakeLiteral.h"
 
 namespace fexora {
 
-// A text of known length is compared in place, without a call.
 template <std::size_t Size>
 bool LaidOutPlistReader::take(const char (&expected)[Size]) noexcept {
-  constexpr std::size_t kLength = Size - 1;
-  if (rest_.size() < kLength || std::memcmp(rest_.data(), expected, kLength) != 0) return false;
-  rest_.remove_prefix(kLength);
-  return true;
+  return takeLiteral(rest_, expected);
 }
 
 bool LaidOutPlistReader::takeTabs(std::size_t count) noexcept {
@@ -38,9 +34,7 @@ std::optional<std::string_view> LaidOutPlistReader::takeText(const char (&closin
 }
 
 bool LaidOutPlistReader::readFile(Value& out) {
-  if (!rest_.starts_with(kXmlPlistHead)) return false;
-  rest_.remove_prefix(kXmlPlistHead.size());
-  return readValue(0, out) && rest_ == kXmlPlistTail;
+  return fexora::takeText(rest_, kXmlPlistHead) && readValue(0, out) && rest_ == kXmlPlistTail;
 }
 
 bool LaidOutPlistReader::readRootEntry(Dictionary::Entry& out) {

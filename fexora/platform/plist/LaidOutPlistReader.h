@@ -23,7 +23,7 @@ namespace fexora {
 class LaidOutPlistReader {
  public:
   explicit LaidOutPlistReader(std::string_view bytes) : rest_(bytes) {}
-  // From `at` in the bytes on.
+  // From `at` in the bytes on, which are not null and stay as long as a list is left in them.
   LaidOutPlistReader(std::shared_ptr<const std::string> bytes, std::size_t at)
       : owner_(std::move(bytes)), rest_(std::string_view(*owner_).substr(at)) {}
 

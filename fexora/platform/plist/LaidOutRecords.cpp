@@ -1,23 +1,14 @@
 #include "fexora/platform/plist/LaidOutRecords.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 #include "fexora/platform/plist/PlistText.h"
 #include "fexora/platform/text/NumberText.h"
+#include "fexora/platform/text/TakeLiteral.h"
 
 namespace fexora {
 namespace {
-
-// A text of known length is compared in place, without a call.
-template <std::size_t Size>
-bool takeLiteral(std::string_view& rest, const char (&expected)[Size]) noexcept {
-  constexpr std::size_t kLength = Size - 1;
-  if (rest.size() < kLength || std::memcmp(rest.data(), expected, kLength) != 0) return false;
-  rest.remove_prefix(kLength);
-  return true;
-}
 
 bool takeOpening(std::string_view& rest, LaidOutRecords::Form form) noexcept {
   if (form == LaidOutRecords::Form::string) return takeLiteral(rest, "<string>");
@@ -35,14 +26,7 @@ bool isFigure(char c) noexcept {
   return c >= '0' && c <= '9';
 }
 
-// The end of a text that needs no judging: printable, with nothing to escape; else where it no
-// longer is one.
-const char* endOfPlainText(const char* at, const char* end) noexcept {
-  while (at != end && *at >= ' ' && *at <= '~' && *at != '<' && *at != '&' && *at != '>') ++at;
-  return at;
-}
-
-// The same of a number as nearly all are written, digits with at most one point between them: no
+// The end of a number as nearly all are written, digits with at most one point between them: no
 // reader refuses it, nor so few digits for an integer. What it does not take in is judged.
 const char* endOfPlainNumber(const char* start, const char* end, bool mayHavePoint) noexcept {
   constexpr std::ptrdiff_t kMost = 18;
@@ -59,15 +43,6 @@ bool isReadable(LaidOutRecords::Form form, std::string_view text) {
   if (form == LaidOutRecords::Form::string) return isUnescapedPlistText(text);
   return form == LaidOutRecords::Form::real ? parseDouble(text).has_value()
                                             : parseInteger(text).has_value();
-}
-
-bool takeFrom(std::string_view& rest, std::string_view expected) noexcept {
-  if (rest.size() < expected.size() ||
-      std::memcmp(rest.data(), expected.data(), expected.size()) != 0) {
-    return false;
-  }
-  rest.remove_prefix(expected.size());
-  return true;
 }
 
 // The form of the element at the head of `rest`, if it is one, by the letter behind the bracket.
@@ -90,7 +65,7 @@ bool takeValue(std::string_view& rest) {
   const char* const end = rest.data() + rest.size();
   const bool isText = form == LaidOutRecords::Form::string;
   const char* const plain =
-      isText ? endOfPlainText(rest.data(), end)
+      isText ? rest.data() + plainLength(rest)
              : endOfPlainNumber(rest.data(), end, form == LaidOutRecords::Form::real);
   const bool isPlain = plain != end && *plain == '<' && (isText || plain != rest.data());
   if (isPlain) {
@@ -145,9 +120,9 @@ bool LaidOutRecords::readShape(std::string_view rest, std::size_t depth) {
 bool LaidOutRecords::take(std::string_view& rest) const {
   std::string_view left = rest;
   for (const std::string_view before : before_) {
-    if (!takeFrom(left, before) || !takeValue(left)) return false;
+    if (!takeText(left, before) || !takeValue(left)) return false;
   }
-  if (!takeFrom(left, closing_)) return false;
+  if (!takeText(left, closing_)) return false;
   rest = left;
   return true;
 }

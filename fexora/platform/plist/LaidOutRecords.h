@@ -12,6 +12,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "fexora/platform/values/DeferredList.h"
@@ -32,7 +33,7 @@ class FEXORA_API LaidOutRecords final : public DeferredList {
     // May throw std::bad_alloc.
     Value value() const;
   };
-  // Valid as long as the list.
+  // Its texts are valid as long as the list.
   class Record {
    public:
     // The first one under `key`; null when there is none.
@@ -56,6 +57,7 @@ class FEXORA_API LaidOutRecords final : public DeferredList {
   // Values, each counted.
   std::size_t objects() const noexcept { return size_ * (1 + keys_.size()); }
 
+  // Calls visit(record) for each, in order; the record is valid during the call.
   template <class Visit>
   void visit(Visit visit) const {
     std::string_view rest = lines();

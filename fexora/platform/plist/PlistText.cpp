@@ -1,6 +1,5 @@
 #include "fexora/platform/plist/PlistText.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -32,11 +31,7 @@ bool isPlistText(std::string_view text) noexcept {
 }
 
 bool isUnescapedPlistText(std::string_view text) noexcept {
-  // Most texts are codes and numbers.
-  const auto isPlain = [](char c) {
-    return c >= ' ' && c <= '~' && c != '&' && c != '<' && c != '>';
-  };
-  return std::all_of(text.begin(), text.end(), isPlain) ||
+  return plainLength(text) == text.size() ||
          (text.find_first_of("&<>\r") == std::string_view::npos && isPlistText(text));
 }
 

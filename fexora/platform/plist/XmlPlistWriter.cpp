@@ -1,7 +1,7 @@
 #include "fexora/platform/plist/XmlPlistWriter.h"
 
-#include <algorithm>
 #include <cmath>
+#include <new>
 
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/Base64.h"
@@ -12,13 +12,6 @@ namespace fexora {
 namespace {
 
 constexpr std::size_t kWhereBytes = 200;
-
-// Nearly all texts are codes and names of keys.
-bool standsAsItIs(std::string_view text) noexcept {
-  return std::all_of(text.begin(), text.end(), [](char c) {
-    return c >= ' ' && c <= '~' && c != '&' && c != '<' && c != '>';
-  });
-}
 
 // A carriage return would be read back as a line feed if it stood by itself.
 void appendEscaped(std::string& out, std::string_view text) {
@@ -131,7 +124,7 @@ bool XmlPlistWriter::appendNumber(const NSNumber& number) {
 
 bool XmlPlistWriter::appendText(std::string_view open, std::string_view text,
                                 std::string_view close) {
-  if (standsAsItIs(text)) {
+  if (plainLength(text) == text.size()) {
     out_.append(open).append(text).append(close);
     return true;
   }

@@ -1,23 +1,16 @@
 #include "fexora/platform/text/icu/IcuLanguage.h"
 
-#include <map>
-#include <mutex>
 #include <optional>
 #include <utility>
 
 #include <unicode/plurrule.h>
 
-#include "fexora/platform/base/Limits.h"
 #include "fexora/platform/base/NoDestructor.h"
 #include "fexora/platform/text/icu/IcuLocale.h"
+#include "fexora/platform/text/icu/KeptByName.h"
 
 namespace fexora {
 namespace {
-
-struct KeptLanguages {
-  std::mutex mutex;
-  std::map<std::string, std::shared_ptr<const IcuLanguage>, std::less<>> byName;
-};
 
 std::unique_ptr<icu::LocaleDisplayNames> shortNamesIn(const icu::Locale& locale) {
   UDisplayContext length = UDISPCTX_LENGTH_SHORT;
@@ -57,15 +50,11 @@ IcuLanguage::IcuLanguage(const icu::Locale& locale)
     : locale_(locale), counts_(countsIn(locale)), shortNames_(shortNamesIn(locale)) {}
 
 std::shared_ptr<const IcuLanguage> IcuLanguage::named(std::string_view name) {
-  static NoDestructor<KeptLanguages> kept;
-  const std::lock_guard lock(kept->mutex);
-  const auto found = kept->byName.find(name);
-  if (found != kept->byName.end()) return found->second;
-  if (kept->byName.size() >= limits::kKeptLocales) kept->byName.clear();
-  const auto locale = languageLocale(name);
-  auto language = locale ? std::make_shared<const IcuLanguage>(*locale) : nullptr;
-  kept->byName.emplace(name, language);
-  return language;
+  static NoDestructor<KeptByName<IcuLanguage>> kept;
+  return kept->get(name, [&] {
+    const auto locale = languageLocale(name);
+    return locale ? std::make_shared<const IcuLanguage>(*locale) : nullptr;
+  });
 }
 
 std::vector<std::string> IcuLanguage::regionNames(const std::string& region) const {

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
-#include <mutex>
 
 #include <unicode/uchar.h>
 
@@ -13,6 +11,7 @@
 #include "fexora/platform/text/PlainNumbers.h"
 #include "fexora/platform/text/icu/IcuLocale.h"
 #include "fexora/platform/text/icu/IcuNumberWords.h"
+#include "fexora/platform/text/icu/KeptByName.h"
 
 namespace fexora {
 namespace {
@@ -27,11 +26,6 @@ std::unique_ptr<icu::DecimalFormat> makeFormat(const icu::Locale& locale,
   format.release();  // NOLINT(bugprone-unused-return-value): the cast pointer takes it over
   return std::unique_ptr<icu::DecimalFormat>(decimal);
 }
-
-struct Kept {
-  std::mutex mutex;
-  std::map<std::string, std::shared_ptr<const IcuNumbers>, std::less<>> byLocale;
-};
 
 // The digits as typed, rounded; nothing for an infinite number, which has none.
 std::optional<Decimal> roundedDecimal(const icu::Formattable& number, int maximumFractionDigits) {
@@ -106,14 +100,8 @@ IcuNumbers::IcuNumbers(std::string_view localeName) {
 }
 
 std::shared_ptr<const IcuNumbers> IcuNumbers::forLocale(std::string_view localeName) {
-  static NoDestructor<Kept> kept;
-  const std::lock_guard lock(kept->mutex);
-  const auto found = kept->byLocale.find(localeName);
-  if (found != kept->byLocale.end()) return found->second;
-  if (kept->byLocale.size() >= limits::kKeptLocales) kept->byLocale.clear();
-  auto numbers = std::make_shared<const IcuNumbers>(localeName);
-  kept->byLocale.emplace(localeName, numbers);
-  return numbers;
+  static NoDestructor<KeptByName<IcuNumbers>> kept;
+  return kept->get(localeName, [&] { return std::make_shared<const IcuNumbers>(localeName); });
 }
 
 std::optional<double> IcuNumbers::parse(std::string_view text,
