@@ -18,6 +18,24 @@ bool isFigureDigit(char c) noexcept {
   return c >= '0' && c <= '9';
 }
 
+// Digits with one point at most and one of them above zero: within the length of a figure they are
+// far from what a double cannot hold.
+bool isPlainFigure(std::string_view text) noexcept {
+  unsigned digits = 0;
+  int points = 0;
+  for (const char c : text) {
+    const auto digit = static_cast<unsigned char>(c - '0');
+    if (digit <= 9) {
+      digits |= digit;
+    } else if (c == '.') {
+      ++points;
+    } else {
+      return false;
+    }
+  }
+  return digits != 0 && points <= 1;
+}
+
 bool isSourceName(std::string_view text) noexcept {
   const auto isPrinted = [](char c) { return c > ' ' && c < '\x7F'; };
   return !text.empty() && text.size() <= kSourceLength &&
@@ -36,6 +54,7 @@ bool isTableCode(std::string_view text) noexcept {
 
 bool isFigure(std::string_view text) noexcept {
   if (text.empty() || text.size() > kFigureLength) return false;
+  if (isPlainFigure(text)) return true;
   if (!isFigureDigit(text.front()) && text.front() != '.') return false;
   const auto value = parseDouble(text);
   return value && std::isfinite(*value) && *value > 0 && std::isfinite(1 / *value);
@@ -44,23 +63,29 @@ bool isFigure(std::string_view text) noexcept {
 std::string tableText(const PublishedTable& table) {
   std::vector<const std::pair<std::string, std::string>*> lines;
   lines.reserve(table.figures.size());
-  std::size_t size = 1;
   for (const auto& line : table.figures) {
-    if (line.first == table.base) continue;
-    lines.push_back(&line);
-    size += line.first.size() + line.second.size() + 2;
+    if (line.first != table.base) lines.push_back(&line);
   }
-  std::stable_sort(lines.begin(), lines.end(),
-                   [](const auto* a, const auto* b) { return a->first < b->first; });
-  const auto end = std::unique(lines.begin(), lines.end(),
-                               [](const auto* a, const auto* b) { return a->first == b->first; });
+  const auto isBefore = [](const auto* a, const auto* b) { return a->first < b->first; };
+  const auto isNotBefore = [&](const auto* a, const auto* b) { return !isBefore(a, b); };
+  // Most tables are printed in this order, and all were that are merged with one that was kept.
+  if (std::adjacent_find(lines.begin(), lines.end(), isNotBefore) != lines.end()) {
+    std::stable_sort(lines.begin(), lines.end(), isBefore);
+    lines.erase(std::unique(lines.begin(), lines.end(), isNotBefore), lines.end());
+  }
   std::string text;
   if (lines.empty()) return text;
-  text.reserve(size);
-  text += '\n';
-  std::for_each(lines.begin(), end, [&text](const auto* line) {
-    text.append(line->first).append(" ").append(line->second).append("\n");
-  });
+  std::size_t size = 1;
+  for (const auto* line : lines) size += line->first.size() + line->second.size() + 2;
+  text.resize(size);
+  char* at = text.data();
+  *at++ = '\n';
+  for (const auto* line : lines) {
+    at = std::copy(line->first.begin(), line->first.end(), at);
+    *at++ = ' ';
+    at = std::copy(line->second.begin(), line->second.end(), at);
+    *at++ = '\n';
+  }
   return text;
 }
 
@@ -71,6 +96,11 @@ void readTableText(std::string_view text, PublishedTable& into) {
     if (blank == std::string_view::npos) continue;
     into.figures.emplace_back(line.substr(0, blank), line.substr(blank + 1));
   }
+}
+
+std::size_t countFigures(std::string_view text) noexcept {
+  const auto ends = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+  return ends == 0 ? 0 : ends - 1;
 }
 
 std::string_view figureOf(std::string_view text, std::string_view code) noexcept {
@@ -105,10 +135,11 @@ std::string tableFault(const PublishedTable& table) {
   if (!isTableCode(table.base)) return named("it does not say which currency it quotes");
   std::size_t bytes = 0;
   for (const auto& [code, figure] : table.figures) {
-    const std::string shown = code.substr(0, kCodeLength);
-    if (!isTableCode(code)) return named("\"" + shown + "\" is no currency code");
+    if (!isTableCode(code)) {
+      return named("\"" + code.substr(0, kCodeLength) + "\" is no currency code");
+    }
     if (!isFigure(figure)) {
-      return named(shown + ": \"" + figure.substr(0, kFigureLength) +
+      return named(code + ": \"" + figure.substr(0, kFigureLength) +
                    "\" is no finite and positive figure");
     }
     bytes += code.size() + figure.size() + 2;

@@ -4,6 +4,7 @@
 // Any thread. What takes memory may throw std::bad_alloc.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,9 @@ FEXORA_API bool isFigure(std::string_view text) noexcept;
 FEXORA_API std::string tableText(const PublishedTable& table);
 // The other way. A line that is none of tableText's is passed over.
 FEXORA_API void readTableText(std::string_view text, PublishedTable& into);
+
+// How many figures a text of tableText's has.
+FEXORA_API std::size_t countFigures(std::string_view text) noexcept;
 
 // The figure of a code, or an empty text: looked for by halving, so in a text of tableText's alone.
 FEXORA_API std::string_view figureOf(std::string_view text, std::string_view code) noexcept;

@@ -130,7 +130,9 @@ class History(ProgramTest):
     def test_damage_is_said_and_costs_nothing_else(self):
         self.fill()
         file = pathlib.Path(self.container / ".fexora-history/rates.sqlite")
-        file.write_bytes(file.read_bytes()[:4096] + bytes(4096) + file.read_bytes()[8192:])
+        whole = file.read_bytes()
+        page = int.from_bytes(whole[16:18], "big")
+        file.write_bytes(whole[:page] + bytes(page) + whole[2 * page:])
         self.assertIn("damaged", self.reject(1, "1", "USD", "EUR", "--on", "2026-09-11"))
         self.succeed("1", "USD", "EUR")
         code, out, err = self.run_program("refresh", "--history", EURO)

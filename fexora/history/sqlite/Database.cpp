@@ -118,10 +118,10 @@ void Statement::reset() noexcept {
 }
 
 std::string_view Statement::text(int column) {
-  const auto* const bytes = sqlite3_column_text(statement_, column);
+  // As a text it would be copied, for the zero at its end.
+  const auto* const bytes = static_cast<const char*>(sqlite3_column_blob(statement_, column));
   if (bytes == nullptr) return {};
-  return {reinterpret_cast<const char*>(bytes),
-          static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
+  return {bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
 }
 
 std::int64_t Statement::number(int column) {

@@ -97,12 +97,16 @@ std::int64_t checksum(const ReplacedRow& row) {
 }
 
 bool readRow(Statement& statement, HistoryRow& row, Day& day) {
-  row = {statement.text(0), statement.text(1), statement.text(2), statement.text(3),
+  row = {statement.text(0), sourceOf(statement), statement.text(2), statement.text(3),
          statement.number(4)};
   const auto date = dayFromIsoText(row.day);
   if (!date || checksum(row) != statement.number(5)) return false;
   day = *date;
   return true;
+}
+
+std::string_view sourceOf(Statement& statement) {
+  return statement.text(1);
 }
 
 }  // namespace fexora

@@ -50,5 +50,8 @@ std::int64_t checksum(const ReplacedRow& row);
 // A row of the columns "day, source, base, figures, taken, sum"; false when its checksum is another
 // one, or its day is none.
 bool readRow(Statement& statement, HistoryRow& row, Day& day);
+// The source of such a row, before it is known to be whole: SQLite has not gone for its figures
+// yet, so that rows which nobody asks for are passed over soon.
+std::string_view sourceOf(Statement& statement);
 
 }  // namespace fexora

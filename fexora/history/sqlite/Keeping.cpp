@@ -48,15 +48,11 @@ void Keeping::keep(const PublishedTable& table) {
   const std::string day = isoText(table.day);
   HistoryRow old;
   const bool isThere = find(day, table, old);
-  const std::string figures = tableText(isThere ? merged(table, old) : table);
+  const std::string figures = isThere ? tableText(merged(table, old)) : tableText(table);
   if (isThere && figures == old.figures) return;
   if (!isThere) ++kept_.tables;
   const HistoryRow row{day, table.source, table.base, figures, now_};
-  if (!isThere) {
-    PublishedTable counted;
-    readTableText(figures, counted);
-    kept_.figures += counted.figures.size();
-  }
+  if (!isThere) kept_.figures += countFigures(figures);
   // The row that is asked may not be replaced meanwhile.
   find_.reset();
   put_.reset();
@@ -85,9 +81,7 @@ PublishedTable Keeping::merged(const PublishedTable& table, const HistoryRow& ol
     ++common;
     if (figure != line.second) replace(old, line.first, figure);
   }
-  PublishedTable after;
-  readTableText(text, after);
-  kept_.figures += after.figures.size() - common;
+  kept_.figures += countFigures(text) - common;
   return both;
 }
 

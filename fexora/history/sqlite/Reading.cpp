@@ -21,6 +21,8 @@ constexpr const char* kOldestFirst =
 
 constexpr Day kFirstDay = std::chrono::year(1900) / 1 / 1;
 constexpr Day kLastDay = std::chrono::year(2199) / 12 / 31;
+// Of a series from 1999 to 2030.
+constexpr std::size_t kUsualDays = 8192;
 
 // Looks the pairs up that have no rate yet, in one day's tables after the other's.
 class DayLookup {
@@ -86,14 +88,15 @@ std::size_t ratesOn(Database& database, Day day, std::string_view from,
   HistoryRow row;
   Day rowDay{};
   while (rows.step()) {
+    const int rank = rankOf(question, sourceOf(rows));
+    if (rank < 0) continue;
     if (!readRow(rows, row, rowDay)) {
       ++damaged;
       continue;
     }
     if (rowDay != current && lookup.isDone()) break;
     current = rowDay;
-    const int rank = rankOf(question, row.source);
-    if (rank >= 0) lookup.look(row, rowDay, rank);
+    lookup.look(row, rowDay, rank);
   }
   return damaged;
 }
@@ -101,26 +104,32 @@ std::size_t ratesOn(Database& database, Day day, std::string_view from,
 std::size_t ratesBetween(Database& database, Day first, Day last, std::string_view from,
                          std::string_view to, const PastQuestion& question,
                          std::vector<DayRate>& rates) {
-  const std::string begin = isoText(std::clamp(first, kFirstDay, kLastDay));
-  const std::string end = isoText(std::clamp(last, kFirstDay, kLastDay));
   if (first > last) return 0;
+  first = std::clamp(first, kFirstDay, kLastDay);
+  last = std::clamp(last, kFirstDay, kLastDay);
+  const std::string begin = isoText(first);
+  const std::string end = isoText(last);
   Statement rows(database, kOldestFirst);
   rows.bind(1, begin).bind(2, end);
+  const auto days = static_cast<std::size_t>((last - first).count()) + 1;
   const PairInTables pair(from, to);
   std::map<std::string, std::vector<DayRate>, std::less<>> series;
   std::size_t damaged = 0;
   HistoryRow row;
   Day day{};
   while (rows.step()) {
+    if (rankOf(question, sourceOf(rows)) < 0) continue;
     if (!readRow(rows, row, day)) {
       ++damaged;
       continue;
     }
-    if (rankOf(question, row.source) < 0) continue;
     const auto found = pair.in({day, row.base, row.figures});
     if (!found) continue;
     auto at = series.find(row.source);
-    if (at == series.end()) at = series.try_emplace(std::string(row.source)).first;
+    if (at == series.end()) {
+      at = series.try_emplace(std::string(row.source)).first;
+      at->second.reserve(std::min(days, kUsualDays));
+    }
     at->second.push_back({day, found->rate, at->first});
   }
   const auto taken = chosen(series, question);

@@ -1,7 +1,8 @@
 // What is asked of the history's file. Each look-up lasts as long as its walk over the rows, and so
 // does its hold on the file.
 //
-// All throw a SqliteFault; those that give a number give that of the rows that fail their checksum.
+// All throw a SqliteFault; those that give a number give that of the rows that fail their checksum,
+// of those from the sources that are asked for.
 #pragma once
 
 #include <cstddef>
