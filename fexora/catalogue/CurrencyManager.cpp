@@ -5,6 +5,7 @@
 #include <span>
 #include <utility>
 
+#include "fexora/catalogue/CodeIndex.h"
 #include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/base/NoDestructor.h"
@@ -18,14 +19,6 @@ namespace fexora {
 namespace {
 
 constexpr std::string_view kLookUp = "Looking a currency up";
-// To how small a part of its bytes a text can come in the canonical form: the sign for the kelvin,
-// of three bytes, is a K there.
-constexpr std::size_t kMostShrinking = 3;
-
-std::string canonicalCode(Text& text, std::string_view code) {
-  return isAscii(code) ? std::string(code) : text.canonical(code);
-}
-
 // Whether the resource is the one that comes with the library, which need not be read: its codes
 // are built in.
 bool isEmbedded(std::string_view bytes) noexcept {
@@ -39,12 +32,8 @@ bool isEmbedded(std::string_view bytes) noexcept {
   return takeLiteral(bytes, "</array>\n") && bytes == kXmlPlistTail;
 }
 
-std::vector<std::string> embeddedCodes() {
-  const auto embedded = embeddedCatalogue();
-  return {embedded.begin(), embedded.end()};
-}
-
-// The resource's codes, or nothing with the reason.
+// The resource's codes. None where those that are built in take their place: `reason` says why,
+// unless they are the same.
 std::optional<std::vector<std::string>> readCodes(Platform& platform, const std::string& path,
                                                   std::string& reason) {
   const auto file = readWholeFile(*platform.files, path, limits::kCatalogueFileBytes);
@@ -52,7 +41,7 @@ std::optional<std::vector<std::string>> readCodes(Platform& platform, const std:
     reason = file.error().message();
     return std::nullopt;
   }
-  if (isEmbedded(file->bytes)) return embeddedCodes();
+  if (isEmbedded(file->bytes)) return std::nullopt;
   const auto list = readPropertyList(file->bytes);
   if (!list.ok()) {
     reason = list.error;
@@ -75,14 +64,16 @@ std::optional<std::vector<std::string>> readCodes(Platform& platform, const std:
   return codes;
 }
 
-std::vector<std::string> catalogueCodes(Platform& platform) {
+std::optional<std::vector<std::string>> installedCodes(Platform& platform) {
+  const auto path = platform.resources->path("Currency", "plist");
+  if (!path) return std::nullopt;
   std::string reason;
-  if (const auto path = platform.resources->path("Currency", "plist")) {
-    if (auto codes = readCodes(platform, *path, reason)) return *std::move(codes);
+  auto codes = readCodes(platform, *path, reason);
+  if (!reason.empty()) {
     platform.log->write("The catalogue " + *path + " cannot be used (" + reason +
                         "); the built-in one takes its place");
   }
-  return embeddedCodes();
+  return codes;
 }
 
 }  // namespace
@@ -106,18 +97,23 @@ CurrencyManager::~CurrencyManager() {
 }
 
 void CurrencyManager::loadCurrencies(Lifetime lifetime) {
-  auto codes = catalogueCodes(platform_);
+  auto codes = installedCodes(platform_);
+  const auto builtIn = embeddedCatalogue();
+  const std::size_t count = codes ? codes->size() : builtIn.size();
   std::vector<CurrencyRef> currencies;
-  currencies.reserve(codes.size());
+  currencies.reserve(count);
   // Records that live for ever stand in one block, and their references count nothing.
   std::unique_ptr<Currency[]> block;
-  if (lifetime == Lifetime::endless) block = std::make_unique<Currency[]>(codes.size());
-  for (std::string& code : codes) {
-    const auto place = static_cast<std::uint32_t>(currencies.size());
+  if (lifetime == Lifetime::endless) block = std::make_unique<Currency[]>(count);
+  for (std::size_t place = 0; place < count; ++place) {
     auto currency = block != nullptr ? CurrencyRef(std::shared_ptr<void>(), &block[place])
                                      : std::make_shared<Currency>();
-    currency->code_ = std::move(code);
-    currency->place_ = place;
+    if (codes) {
+      currency->code_ = std::move((*codes)[place]);
+    } else {
+      currency->code_ = builtIn[place];
+    }
+    currency->place_ = static_cast<std::uint32_t>(place);
     currency->codeChanges_ = &codeChanges_;
     currencies.push_back(std::move(currency));
   }
@@ -132,31 +128,20 @@ void CurrencyManager::indexCodes() const {
   const std::lock_guard lock(indexMutex_);
   if (indexIsCurrent()) return;
   const std::uint64_t changes = codeChanges_.load(std::memory_order_acquire);
-  std::unordered_map<std::string, std::uint32_t> places;
-  places.reserve(_currencies.size());
-  std::size_t longest = 0;
-  for (std::uint32_t place = 0; place < _currencies.size(); ++place) {
-    std::string code = canonicalCode(*platform_.text, _currencies[place]->code());
-    longest = std::max(longest, code.size());
-    places.try_emplace(std::move(code), place);
-  }
-  places_ = std::move(places);
-  longestCode_ = longest;
+  codes_ = std::make_unique<const CodeIndex>(_currencies, *platform_.text);
   indexedChanges_.store(changes, std::memory_order_release);
 }
 
 std::uint32_t CurrencyManager::placeOfCode(std::string_view code) const {
   if (!indexIsCurrent()) indexCodes();
-  if (code.size() > kMostShrinking * longestCode_) return kNoPlace;
-  const auto at = places_.find(canonicalCode(*platform_.text, code));
-  return at != places_.end() ? at->second : kNoPlace;
+  return codes_ != nullptr ? codes_->placeOf(code, *platform_.text) : kNoPlace;
 }
 
 std::uint32_t CurrencyManager::placeOf(const Currency& currency) const {
   const std::uint32_t place = currency.place_;
   // A record of this catalogue is usually the first with its code: then nothing is looked up.
   if (indexIsCurrent() && place < _currencies.size() && _currencies[place].get() == &currency &&
-      places_.size() == _currencies.size()) {
+      codes_->count() == _currencies.size()) {
     return place;
   }
   return placeOfCode(currency.code());

@@ -13,7 +13,6 @@
 #include <mutex>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "fexora/catalogue/Currency.h"
@@ -23,6 +22,7 @@
 
 namespace fexora {
 
+class CodeIndex;
 class RankingKeys;
 class SearchKeys;
 
@@ -104,10 +104,9 @@ class FEXORA_API CurrencyManager : public NSObject {
   std::unique_ptr<Currency[]> block_;  // the records of the shared catalogue, which never goes
   std::vector<CurrencyRef> _currencies;
   std::atomic<std::uint64_t> codeChanges_ = 0;  // raised by the records
-  // By canonical code the first place with it, and the bytes of the longest, as it was at
-  // indexedChanges_. Made under indexMutex_; read without, by whoever has seen that it is current.
-  mutable std::unordered_map<std::string, std::uint32_t> places_;
-  mutable std::size_t longestCode_ = 0;
+  // Of the list as it was at indexedChanges_. Made under indexMutex_; read without, by whoever has
+  // seen that it is current. Null where there was no memory for the list.
+  mutable std::unique_ptr<const CodeIndex> codes_;
   mutable std::atomic<std::uint64_t> indexedChanges_ = 0;
   mutable std::mutex indexMutex_;
   // Of searchedChanges_; these and the next under searchMutex_.
