@@ -475,6 +475,7 @@ const std::string_view kCurrencySigns =
     "₽\tRUB\n"
     "₾\tGEL\n"
     "₿\tBTC\n"
+    "⃀\tKGS\n"
     "レイ\tRON\n"
     "元\tCNY HKD TWD\n"
     "円\tJPY\n"

@@ -167,8 +167,11 @@ bool asksForJson(const std::vector<std::string>& words) try {
   const auto end = std::find(words.begin(), words.end(), "--");
   bool asks = false;
   std::for_each(words.begin(), end, [&](const std::string& word) {
-    if (word == "--json" || word == kFlag) asks = true;
-    if (word.starts_with(kFlag)) asks = flagValue(word.substr(kFlag.size())).value_or(asks);
+    if (word == "--json" || word == kFlag) {
+      asks = true;
+    } else if (word.starts_with(kFlag)) {
+      asks = flagValue(word.substr(kFlag.size())).value_or(asks);
+    }
   });
   return asks;
 } catch (const std::bad_alloc&) {
