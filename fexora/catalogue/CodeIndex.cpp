@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <functional>
 
 #include "fexora/platform/text/Text.h"
 
@@ -12,6 +11,13 @@ namespace {
 // To how small a part of its bytes a text can come in the canonical form: the sign for the kelvin,
 // of three bytes, is a K there.
 constexpr std::size_t kMostShrinking = 3;
+
+// FNV-1a: most codes have three letters, and nobody outside chooses what is in the index.
+std::size_t hashOfCode(std::string_view code) noexcept {
+  std::uint64_t hash = 0xcbf29ce484222325;
+  for (const char c : code) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+  return static_cast<std::size_t>(hash);
+}
 
 }  // namespace
 
@@ -39,7 +45,7 @@ std::string_view CodeIndex::codeAt(std::uint32_t place) const {
 }
 
 std::size_t CodeIndex::slotOf(std::string_view canonical) const {
-  std::size_t slot = std::hash<std::string_view>()(canonical) & (slots_.size() - 1);
+  std::size_t slot = hashOfCode(canonical) & (slots_.size() - 1);
   while (slots_[slot] != kNoPlace && codeAt(slots_[slot]) != canonical) {
     slot = (slot + 1) & (slots_.size() - 1);
   }

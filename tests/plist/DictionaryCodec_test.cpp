@@ -190,6 +190,12 @@ TEST(DictionaryCodec, ListsOfRecords_ReadAsAnyOther) {
       {field("code", "<string>a&amp;b</string>") + field("rate", "<real>1</real>"), false},
       {field("code", "<string>a</string>") + field("rate", "<real>-</real>"), false},
       {field("code", "<string>a</string>") + field("rate", "<real></real>"), false},
+      // Eight at a time, and one that is none among them.
+      {field("code", "<string>a</string>") + field("rate", "<real>-12345678.123456789</real>"),
+       true},
+      {field("code", "<string>a</string>") + field("rate", "<real>1234567:.12345678</real>"),
+       false},
+      {field("code", "<string>a</string>") + field("rate", "<real>0.123/45678</real>"), false},
       {field("code", "<string>a</string>") + field("rate", "<true/>"), false},
       {field("code", "<string>a</string>"), false},
       {"", false},

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <new>
 
+#include "fexora/platform/base/BringIn.h"
+
 namespace fexora {
 namespace {
 
@@ -47,7 +49,10 @@ std::error_code readInto(Files& files, Files::Handle handle, std::size_t limit, 
   if (status->size > limit) return std::make_error_code(std::errc::file_too_large);
   whole.status = *status;
   try {
-    whole.bytes.resize(static_cast<std::size_t>(status->size) + 1);
+    const std::size_t size = static_cast<std::size_t>(status->size) + 1;
+    whole.bytes.reserve(size);
+    bringIn(whole.bytes.data(), size);
+    whole.bytes.resize(size);
     return readAll(files, handle, limit, whole.bytes);
   } catch (const std::bad_alloc&) {
     return std::make_error_code(std::errc::not_enough_memory);

@@ -1,6 +1,7 @@
 #include "fexora/platform/plist/LaidOutRecords.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "fexora/platform/plist/PlistText.h"
@@ -22,20 +23,44 @@ bool takeClosing(std::string_view& rest, LaidOutRecords::Form form) noexcept {
                                             : takeLiteral(rest, "</integer>\n");
 }
 
+std::size_t openingLength(LaidOutRecords::Form form) noexcept {
+  if (form == LaidOutRecords::Form::string) return std::string_view("<string>").size();
+  return std::string_view(form == LaidOutRecords::Form::real ? "<real>" : "<integer>").size();
+}
+
+std::size_t closingLength(LaidOutRecords::Form form) noexcept {
+  return openingLength(form) + std::string_view("/\n").size();
+}
+
 bool isFigure(char c) noexcept {
   return c >= '0' && c <= '9';
+}
+
+// Whether all eight are figures: they alone are '0' to '?' as they are and with six added.
+bool areFigures(const char* eight) noexcept {
+  std::uint64_t word = 0;
+  std::memcpy(&word, eight, sizeof word);
+  constexpr std::uint64_t kHigh = 0xF0F0F0F0F0F0F0F0;
+  constexpr std::uint64_t kFigures = 0x3030303030303030;
+  constexpr std::uint64_t kSix = 0x0606060606060606;
+  return (word & kHigh) == kFigures && ((word + kSix) & kHigh) == kFigures;
+}
+
+const char* endOfFigures(const char* from, const char* end) noexcept {
+  while (end - from >= 8 && areFigures(from)) from += 8;
+  while (from != end && isFigure(*from)) ++from;
+  return from;
 }
 
 // The end of a number as nearly all are written, digits with at most one point between them: no
 // reader refuses it, nor so few digits for an integer. What it does not take in is judged.
 const char* endOfPlainNumber(const char* start, const char* end, bool mayHavePoint) noexcept {
   constexpr std::ptrdiff_t kMost = 18;
-  const auto digits = [end](const char* from) { return std::find_if_not(from, end, isFigure); };
   const char* const first = start != end && *start == '-' ? start + 1 : start;
-  const char* const whole = digits(first);
+  const char* const whole = endOfFigures(first, end);
   if (whole == first || whole - first > kMost) return start;
   if (!mayHavePoint || whole == end || *whole != '.') return whole;
-  const char* const part = digits(whole + 1);
+  const char* const part = endOfFigures(whole + 1, end);
   return part != whole + 1 ? part : whole;
 }
 
@@ -133,9 +158,9 @@ void LaidOutRecords::takeRead(std::string_view& rest, Record& record) const noex
     rest.remove_prefix(before_[i].size());
     Field& field = record.fields_[i];
     field.form = formAt(rest);
-    takeOpening(rest, field.form);
+    rest.remove_prefix(openingLength(field.form));
     field.text = takeToTag(rest);
-    takeClosing(rest, field.form);
+    rest.remove_prefix(closingLength(field.form));
   }
   rest.remove_prefix(closing_.size());
 }
