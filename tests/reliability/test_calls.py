@@ -21,7 +21,10 @@ SAVER = BIN / "reliability_saver"
 # A process that is traced cannot look for its own leaks, should it be built to.
 STRACE = ["/usr/bin/strace", "-E", "ASAN_OPTIONS=detect_leaks=0", "-f"]
 CAN_TRACE = subprocess.run([*STRACE, "-o", "/dev/null", "/bin/true"], check=False).returncode == 0
-ERRORS = ["EACCES", "EIO", "EMFILE", "ENFILE", "ENOMEM", "EINTR", "ENOSPC", "EDQUOT", "EROFS"]
+# One of those that are all taken alike, unless FEXORA_CALLS asks for them.
+ERRORS = ["EIO", "EINTR", "ENOSPC"]
+if "FEXORA_CALLS" in os.environ:
+    ERRORS += ["EACCES", "EMFILE", "ENFILE", "ENOMEM", "EDQUOT", "EROFS"]
 OF_A_SAVE = ["fsync", "rename", "flock", "fchmod", "getdents64", "mkdir"]
 
 
@@ -82,7 +85,7 @@ class Save(Calls):
             failures.extend([] if is_saved else [case])
 
         self.each(OF_A_SAVE, ["1", "1+", "2"], ["save", "1"], check)
-        self.assertGreater(len(failures), 60, "the tracer did what it was asked")
+        self.assertGreater(len(failures), 6 * len(ERRORS), "the tracer did what it was asked")
 
     def test_without_a_wake_up_or_a_watch_it_saves_and_says_so(self):
         def check(case, run):
@@ -184,10 +187,10 @@ class Refresh(Calls):
     def test_a_request_ends_with_an_error(self):
         self.refresh_without(["clone3", "socket", "connect", "sendto", "recvfrom", "poll",
                               "getsockopt", "setsockopt", "getsockname", "getpeername", "fcntl",
-                              "socketpair", "eventfd2"], 60)
+                              "socketpair", "eventfd2"], 6 * len(ERRORS))
 
     def test_what_keeps_its_answer_leaves_it_or_says_so(self):
-        self.refresh_without(OF_A_SAVE, 20)
+        self.refresh_without(OF_A_SAVE, 2 * len(ERRORS))
 
 
 if __name__ == "__main__":
