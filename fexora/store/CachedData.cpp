@@ -13,7 +13,7 @@ void StoreManager::saveUSDRates(const std::vector<USDRateRef>& rates, bool sync)
   const auto said = std::exchange(announced_, std::nullopt);
   attempt("Keeping the rates", [&] {
     Dictionary content = ud();
-    content.set(kUDUSDRates, Mapper<USDRate>::toJSONArray(rates));
+    content.set(kUDUSDRates, Mapper<USDRate>::toRootArray(rates));
     const Date now(platform().loop->wallSeconds());
     content.set(kUDUSDRatesUpdated, now);
     if (said) {

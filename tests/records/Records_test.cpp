@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "fexora/fexora.h"
+#include "fexora/platform/plist/PropertyListWriter.h"
 
 namespace fexora {
 namespace {
@@ -66,6 +67,47 @@ TEST(Mapper, RecordsThatDoNotMap_AreLeftOut) {
   ASSERT_EQ(records->size(), 2U);
   EXPECT_EQ((*records)[1]->name, "b");
   EXPECT_FALSE(Mapper<Picky>::mapArray(Array{Dictionary{{"name", "a"}}, "b"}).has_value());
+}
+
+// As bytes where that can be, and in a file always what a dictionary for each record gives.
+TEST(Mapper, ListsForAPropertyListsRoot_AreWrittenAsAnyOther) {
+  const std::string like = "A</string>\n\t\t\t<key>rate</key>\n\t\t\t<real>9";
+  const struct {
+    const char* what;
+    std::string code;
+    NSNumber rate;
+    std::size_t records;
+    bool isBytes;
+  } cases[] = {
+      {"a rate", "EUR", 0.8, 9, true},
+      {"a whole one", "EUR", 1, 9, true},
+      {"the smallest and no code", "", -5e-324, 9, true},
+      {"too few", "EUR", 0.8, 7, false},
+      {"none", "EUR", 0.8, 0, false},
+      {"what XML reads as something else", like, 0.8, 9, false},
+      {"another script", "\u20AC", 0.8, 9, false},
+      {"no number", "EUR", std::numeric_limits<double>::quiet_NaN(), 9, false},
+      {"without end", "EUR", -std::numeric_limits<double>::infinity(), 9, false},
+      {"yes or no", "EUR", NSNumber(true), 9, false},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.what);
+    std::vector<USDRateRef> rates(each.records, USDRate::make(0.5, "USD"));
+    if (!rates.empty()) rates.back() = USDRate::make(each.rate, each.code);
+    rates.push_back(nullptr);
+    const Value list = Mapper<USDRate>::toRootArray(rates);
+    const Value plain = Mapper<USDRate>::toJSONArray(rates);
+    EXPECT_EQ(list.deferred() != nullptr, each.isBytes);
+    for (const char* const key : {"L", "M"}) {
+      const PlistBytes written = writePropertyList(Dictionary{{"L", "before"}, {key, list}});
+      EXPECT_EQ(written.bytes, writePropertyList(Dictionary{{"L", "before"}, {key, plain}}).bytes);
+    }
+    // Further in, the lines have other tabs.
+    EXPECT_EQ(writePropertyList(Dictionary{{"D", Dictionary{{"L", list}}}}).bytes,
+              writePropertyList(Dictionary{{"D", Dictionary{{"L", plain}}}}).bytes);
+    ASSERT_NE(list.array(), nullptr);
+    EXPECT_EQ(list.array()->size(), plain.array()->size());
+  }
 }
 
 TEST(MappableModel, MappingFromAnotherRecord_TakesItsKeys) {

@@ -43,7 +43,9 @@ class FEXORA_API Map {
   template <class Field, class Transform>
   void bind(const char* key, Field& field, Transform transform);
 
-  // What has been written since the last call.
+  // What has been written since it was last taken or cleared.
+  const std::vector<Dictionary::Entry>& written() const noexcept { return written_; }
+  void clear() noexcept { written_.clear(); }
   Dictionary takeResult() {
     Dictionary result = Dictionary::fromEntries(written_);
     written_.clear();

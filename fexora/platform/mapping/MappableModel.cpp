@@ -39,9 +39,13 @@ Value jsonOf(const MappableModel& record) {
 }
 
 Value jsonOf(const MappableModel& record, Map& map) {
+  writeInto(map, record);
+  return map.takeResult();
+}
+
+void writeInto(Map& map, const MappableModel& record) {
   // One `mapping` serves both ways, so it cannot be const; a writing map only reads the fields.
   const_cast<MappableModel&>(record).mapping(map);  // NOLINT(cppcoreguidelines-pro-type-const-cast)
-  return map.takeResult();
 }
 
 }  // namespace fexora

@@ -46,7 +46,8 @@ class FEXORA_API MappableModel {
 
 // The record's JSON dictionary.
 FEXORA_API Value jsonOf(const MappableModel& record);
-// The same by a map that writes, for many records in turn.
+// The same by a map that writes, for many records in turn; or into the map alone.
 FEXORA_API Value jsonOf(const MappableModel& record, Map& map);
+FEXORA_API void writeInto(Map& map, const MappableModel& record);
 
 }  // namespace fexora

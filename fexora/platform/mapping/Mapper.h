@@ -11,6 +11,7 @@
 
 #include "fexora/platform/mapping/Map.h"
 #include "fexora/platform/mapping/MappableModel.h"
+#include "fexora/platform/plist/LaidOutRecordsWriter.h"
 
 namespace fexora {
 
@@ -85,6 +86,21 @@ class Mapper {
       if (record != nullptr) elements.push_back(jsonOf(*record, map));
     }
     return elements;
+  }
+  // The same for a value of a property list's root: the bytes of it, where that can be (see
+  // plist/LaidOutRecordsWriter.h).
+  static Value toRootArray(const std::vector<std::shared_ptr<Record>>& records) {
+    constexpr std::size_t kDepth = 2;  // the root and the list
+    LaidOutRecordsWriter writer(kDepth, records.size());
+    Map map = Map::writing();
+    for (const auto& record : records) {
+      if (record == nullptr) continue;
+      writeInto(map, *record);
+      if (!writer.add(map.written())) return toJSONArray(records);
+      map.clear();
+    }
+    std::shared_ptr<const DeferredList> list = writer.take();
+    return list != nullptr ? Value(std::move(list)) : toJSONArray(records);
   }
 
  private:

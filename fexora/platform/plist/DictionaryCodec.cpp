@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "fexora/platform/base/BringIn.h"
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/LaidOutPlistReader.h"
 #include "fexora/platform/plist/PropertyListReader.h"
@@ -41,6 +42,7 @@ DictionaryCodec::Encoded DictionaryCodec::encode(const Dictionary& dictionary) {
   writing.rest = unchanged(dictionary);
   const std::size_t last = file_ != nullptr ? file_->size() : 0;
   writing.file.reserve(last + last / 8);
+  bringIn(writing.file.data(), last);
   writing.file += kXmlPlistHead;
   writing.file += kDictOpening;
   const std::size_t empty = writing.file.size();

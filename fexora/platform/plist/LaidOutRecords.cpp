@@ -111,32 +111,39 @@ bool takeTabs(std::string_view& rest, std::size_t count) noexcept {
 
 std::shared_ptr<const LaidOutRecords> LaidOutRecords::readAt(
     std::shared_ptr<const std::string> bytes, std::size_t at, std::size_t depth) {
-  std::shared_ptr<LaidOutRecords> list(new LaidOutRecords(std::move(bytes)));
+  std::shared_ptr<LaidOutRecords> list(new LaidOutRecords(std::move(bytes), at, depth));
   const std::string_view all = std::string_view(*list->bytes_).substr(at);
-  if (!list->readShape(all, depth)) return nullptr;
+  if (!list->readShape(all)) return nullptr;
   std::string_view rest = all;
   while (list->take(rest)) ++list->size_;
   // What does not end the list there is a record of another kind.
   if (list->size_ < kFewestRecords || rest.find_first_not_of('\t') == depth) return nullptr;
-  list->at_ = at;
   list->length_ = all.size() - rest.size();
   return list;
 }
 
+std::shared_ptr<const LaidOutRecords> LaidOutRecords::written(
+    std::shared_ptr<const std::string> text, std::size_t depth, std::size_t size) {
+  std::shared_ptr<LaidOutRecords> list(new LaidOutRecords(std::move(text), 0, depth));
+  list->size_ = size;
+  list->length_ = list->bytes_->size();
+  return size >= kFewestRecords && list->readShape(list->lines()) ? list : nullptr;
+}
+
 // The lines of the first record, less its values.
-bool LaidOutRecords::readShape(std::string_view rest, std::size_t depth) {
+bool LaidOutRecords::readShape(std::string_view rest) {
   const char* from = rest.data();
-  if (!takeTabs(rest, depth) || !takeLiteral(rest, "<dict>\n")) return false;
-  while (takeTabs(rest, depth + 1)) {
+  if (!takeTabs(rest, depth_) || !takeLiteral(rest, "<dict>\n")) return false;
+  while (takeTabs(rest, depth_ + 1)) {
     if (keys_.size() == kMostFields || !takeLiteral(rest, "<key>")) return false;
     keys_.push_back(takeToTag(rest));
     if (!isUnescapedPlistText(keys_.back())) return false;
-    if (!takeLiteral(rest, "</key>\n") || !takeTabs(rest, depth + 1)) return false;
+    if (!takeLiteral(rest, "</key>\n") || !takeTabs(rest, depth_ + 1)) return false;
     before_.emplace_back(from, static_cast<std::size_t>(rest.data() - from));
     if (!takeValue(rest)) return false;
     from = rest.data();
   }
-  if (keys_.empty() || !takeTabs(rest, depth) || !takeLiteral(rest, "</dict>\n")) return false;
+  if (keys_.empty() || !takeTabs(rest, depth_) || !takeLiteral(rest, "</dict>\n")) return false;
   closing_ = {from, static_cast<std::size_t>(rest.data() - from)};
   return true;
 }

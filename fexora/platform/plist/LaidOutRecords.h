@@ -54,6 +54,9 @@ class FEXORA_API LaidOutRecords final : public DeferredList {
   std::size_t size() const noexcept { return size_; }
   // How many bytes they take.
   std::size_t length() const noexcept { return length_; }
+  // These bytes: whole lines, as they stand in a property list with depth() containers around them.
+  std::string_view lines() const noexcept { return std::string_view(*bytes_).substr(at_, length_); }
+  std::size_t depth() const noexcept { return depth_; }
   // Values, each counted.
   std::size_t objects() const noexcept { return size_ * (1 + keys_.size()); }
 
@@ -73,16 +76,21 @@ class FEXORA_API LaidOutRecords final : public DeferredList {
   Array makeElements() const override;
 
  private:
-  explicit LaidOutRecords(std::shared_ptr<const std::string> bytes) noexcept
-      : bytes_(std::move(bytes)) {}
+  LaidOutRecords(std::shared_ptr<const std::string> bytes, std::size_t at,
+                 std::size_t depth) noexcept
+      : bytes_(std::move(bytes)), at_(at), depth_(depth) {}
 
-  std::string_view lines() const noexcept { return std::string_view(*bytes_).substr(at_, length_); }
-  bool readShape(std::string_view rest, std::size_t depth);
+  friend class LaidOutRecordsWriter;
+  // The list of `size` records that the text is, from its beginning to its end.
+  static std::shared_ptr<const LaidOutRecords> written(std::shared_ptr<const std::string> text,
+                                                       std::size_t depth, std::size_t size);
+  bool readShape(std::string_view rest);
   bool take(std::string_view& rest) const;
   void takeRead(std::string_view& rest, Record& record) const noexcept;
 
   std::shared_ptr<const std::string> bytes_;
-  std::size_t at_ = 0;
+  std::size_t at_;
+  std::size_t depth_;
   std::size_t length_ = 0;
   std::size_t size_ = 0;
   std::vector<std::string_view> keys_;    // of each record, in the bytes' order

@@ -5,6 +5,7 @@
 
 #include "fexora/platform/base/Limits.h"
 #include "fexora/platform/plist/Base64.h"
+#include "fexora/platform/plist/LaidOutRecords.h"
 #include "fexora/platform/plist/PlistText.h"
 #include "fexora/platform/text/NumberText.h"
 
@@ -92,6 +93,8 @@ bool XmlPlistWriter::append(const Value& value, std::size_t depth) {
       out_ += "</data>\n";
       return true;
     case Value::Kind::array: {
+      const auto* const records = dynamic_cast<const LaidOutRecords*>(value.deferred());
+      if (records != nullptr && records->depth() == depth + 1) return appendRecords(*records);
       const Array* const elements = value.array();
       if (elements == nullptr) throw std::bad_alloc();
       return appendArray(*elements, depth + 1);
@@ -163,6 +166,17 @@ bool XmlPlistWriter::appendArray(const Array& array, std::size_t depth) {
   out_.append(depth - 1, '\t');
   out_ += "</array>\n";
   return true;
+}
+
+// As they stand: what was looked through there any reader reads.
+bool XmlPlistWriter::appendRecords(const LaidOutRecords& records) {
+  objects_ += records.objects();
+  if (objects_ + rest_.objects > limits::kPropertyListObjects) return reject("too many objects");
+  out_ += "<array>\n";
+  out_ += records.lines();
+  out_.append(records.depth() - 1, '\t');
+  out_ += "</array>\n";
+  return isReadable();
 }
 
 bool XmlPlistWriter::appendDictionary(const Dictionary& dictionary, std::size_t depth) {

@@ -9,6 +9,8 @@
 
 namespace fexora {
 
+class LaidOutRecords;
+
 // What stands before and after the root's element.
 inline constexpr std::string_view kXmlPlistHead =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
@@ -51,6 +53,7 @@ class XmlPlistWriter {
   bool appendText(std::string_view open, std::string_view text, std::string_view close);
   bool appendDate(const Date& date);
   bool appendArray(const Array& array, std::size_t depth);
+  bool appendRecords(const LaidOutRecords& records);
   bool appendDictionary(const Dictionary& dictionary, std::size_t depth);
   bool appendEntry(const Dictionary::Entry& entry, std::size_t depth);
 

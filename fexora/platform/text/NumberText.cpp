@@ -1,5 +1,6 @@
 #include "fexora/platform/text/NumberText.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -48,20 +49,25 @@ std::string integerText(std::int64_t value) {
   return out;
 }
 
+char* writeShortestText(char* at, double value) noexcept {
+  constexpr std::string_view kNan = "nan";
+  // std::to_chars would write its sign, too.
+  if (std::isnan(value)) return std::copy(kNan.begin(), kNan.end(), at);
+  return std::to_chars(at, at + kNumberTextBytes, value).ptr;
+}
+
+char* writeIntegerText(char* at, std::int64_t value) noexcept {
+  return std::to_chars(at, at + kNumberTextBytes, value).ptr;
+}
+
 void appendShortestText(std::string& out, double value) {
-  if (std::isnan(value)) {
-    out += "nan";
-    return;
-  }
-  std::array<char, 32> buffer{};
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
-  out.append(buffer.data(), end);
+  std::array<char, kNumberTextBytes> buffer{};
+  out.append(buffer.data(), writeShortestText(buffer.data(), value));
 }
 
 void appendIntegerText(std::string& out, std::int64_t value) {
-  std::array<char, 24> buffer{};
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
-  out.append(buffer.data(), end);
+  std::array<char, kNumberTextBytes> buffer{};
+  out.append(buffer.data(), writeIntegerText(buffer.data(), value));
 }
 
 std::string fixedText(double value, int digits) {

@@ -2,6 +2,7 @@
 // Text for people goes through Text (its locale's marks and digits).
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -18,6 +19,11 @@ FEXORA_API std::string integerText(std::int64_t value);
 // Appends to `out`; no allocation beyond the growth of `out`.
 FEXORA_API void appendShortestText(std::string& out, double value);
 FEXORA_API void appendIntegerText(std::string& out, std::int64_t value);
+
+// The same from `at` on, where there is room for kNumberTextBytes; the answer is where it ends.
+inline constexpr std::size_t kNumberTextBytes = 32;
+char* writeShortestText(char* at, double value) noexcept;
+char* writeIntegerText(char* at, std::int64_t value) noexcept;
 
 // `digits` digits after the point, like printf's %.*f: for the two printed forms of the records.
 FEXORA_API std::string fixedText(double value, int digits);
