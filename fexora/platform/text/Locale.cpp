@@ -1,5 +1,6 @@
 #include "fexora/platform/text/Locale.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <initializer_list>
@@ -63,15 +64,18 @@ std::string Locale::currentLanguage() {
 }
 
 bool Locale::hasPlainNumbers(std::string_view name) noexcept {
-  if (name.empty() || name == "C" || name == "POSIX") return true;
+  if (name.empty() || name == "C" || name == "POSIX" || name == "en") return true;
+  // Each amount that is read asks this: no call for names of other languages.
+  constexpr std::string_view kEnglish = "en_";
+  if (name.size() != kEnglish.size() + 2 || !name.starts_with(kEnglish)) return false;
   // Only the regions whose English numbers were compared with the plain form; India groups by two
   // and South Africa writes a comma, so they are not among them.
-  constexpr std::array<std::string_view, 10> kPlain = {"en",    "en_US", "en_GB", "en_AU", "en_CA",
-                                                       "en_IE", "en_NZ", "en_SG", "en_HK", "en_PH"};
-  for (const std::string_view plain : kPlain) {
-    if (name == plain) return true;
-  }
-  return false;
+  constexpr std::array<std::string_view, 9> kRegions = {"US", "GB", "AU", "CA", "IE",
+                                                        "NZ", "SG", "HK", "PH"};
+  const std::string_view region = name.substr(kEnglish.size());
+  return std::any_of(kRegions.begin(), kRegions.end(), [region](std::string_view one) {
+    return one[0] == region[0] && one[1] == region[1];
+  });
 }
 
 }  // namespace fexora
