@@ -21,7 +21,7 @@ std::size_t hashOfCode(std::string_view code) noexcept {
 
 }  // namespace
 
-CodeIndex::CodeIndex(const std::vector<CurrencyRef>& list, Text& text) : list_(&list) {
+CodeIndex::CodeIndex(const std::vector<CurrencyRef>& list, Text& text) : list_(list) {
   const auto isPlain = [](const CurrencyRef& currency) { return isAscii(currency->code()); };
   if (!std::all_of(list.begin(), list.end(), isPlain)) {
     canonical_.reserve(list.size());
@@ -41,7 +41,7 @@ CodeIndex::CodeIndex(const std::vector<CurrencyRef>& list, Text& text) : list_(&
 }
 
 std::string_view CodeIndex::codeAt(std::uint32_t place) const {
-  return canonical_.empty() ? std::string_view((*list_)[place]->code()) : canonical_[place];
+  return canonical_.empty() ? std::string_view(list_[place]->code()) : canonical_[place];
 }
 
 std::size_t CodeIndex::slotOf(std::string_view canonical) const {
@@ -53,7 +53,7 @@ std::size_t CodeIndex::slotOf(std::string_view canonical) const {
 }
 
 std::uint32_t CodeIndex::placeOf(std::string_view code, Text& text) const {
-  if (slots_.empty() || code.size() > kMostShrinking * longest_) return kNoPlace;
+  if (code.size() > kMostShrinking * longest_) return kNoPlace;
   return slots_[isAscii(code) ? slotOf(code) : slotOf(text.canonical(code))];
 }
 

@@ -19,6 +19,7 @@ namespace fexora {
 namespace {
 
 constexpr std::string_view kLookUp = "Looking a currency up";
+
 // Whether the resource is the one that comes with the library, which need not be read: its codes
 // are built in.
 bool isEmbedded(std::string_view bytes) noexcept {

@@ -82,6 +82,7 @@ TEST(Mapper, ListsForAPropertyListsRoot_AreWrittenAsAnyOther) {
       {"a rate", "EUR", 0.8, 9, true},
       {"a whole one", "EUR", 1, 9, true},
       {"the smallest and no code", "", -5e-324, 9, true},
+      {"longer than there is room for", std::string(100'000, 'A'), 0.8, 9, true},
       {"too few", "EUR", 0.8, 7, false},
       {"none", "EUR", 0.8, 0, false},
       {"what XML reads as something else", like, 0.8, 9, false},

@@ -1,5 +1,6 @@
 #include "fexora/platform/plist/LaidOutRecordsWriter.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <utility>
@@ -16,6 +17,8 @@ constexpr std::size_t kTags = std::string_view("<integer></integer>\n").size();
 
 // Room is taken in such steps of the text's capacity.
 constexpr std::size_t kStep = 4096;
+
+constexpr std::size_t kUsualRecord = 256;  // in bytes
 
 char* put(char* at, std::string_view text) noexcept {
   std::memcpy(at, text.data(), text.size());
@@ -79,7 +82,8 @@ bool LaidOutRecordsWriter::begin(std::span<const Dictionary::Entry> fields) {
     lines_.push_back({key, std::move(before)});
   }
   closing_ = tabs + "</dict>\n";
-  const std::size_t most = records_ * mostOf(fields) + kStep;
+  // Where the first is long, the others need not be.
+  const std::size_t most = records_ * std::min(mostOf(fields), kUsualRecord) + kStep;
   text_.reserve(most);
   bringIn(text_.data(), most);
   return true;
