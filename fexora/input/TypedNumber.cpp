@@ -98,8 +98,12 @@ NumberReading readWithOneMark(TypedRun run, std::size_t at, const Rules& rules) 
   if (!marks.canBeDecimal(mark, fraction.size())) return readGrouped(run, {}, rules);
   const NumberReading decimal = numberOf(run.first(at), fraction, rules);
   const bool open = at > 0 && at <= kThree && run[0].sign != U'0' && fraction.size() == kThree;
-  if (!open || !marks.canGroup(mark)) return decimal;
-  return readOpen(decimal.value, numberOf(run, {}, rules).value, mark, marks);
+  if (!open || !marks.canGroup(mark) || !decimal.reason.empty()) return decimal;
+  const NumberReading grouped = numberOf(run, {}, rules);
+  const NumberReading read = readOpen(decimal.value, grouped.value, mark, marks);
+  // A thousand times as much may be too large, where it is one of the readings.
+  const bool isTaken = read.other || read.value != decimal.value;
+  return isTaken && !grouped.reason.empty() ? grouped : read;
 }
 
 }  // namespace
@@ -132,6 +136,8 @@ bool TypedMarks::canGroup(char32_t mark) const noexcept {
 }
 
 NumberReading readOpen(double decimal, double grouped, char32_t mark, const TypedMarks& marks) {
+  // With an exponent both may be too small to be told from zero.
+  if (decimal == grouped) return {decimal, {}, {}, 0};
   // Programs write a point before any fraction.
   const bool mayBeProgram = mark == U'.' && !marks.isLocalesGrouping(mark);
   if (marks.isWhole() && !mayBeProgram) return {grouped, {}, {}, 0};

@@ -109,6 +109,8 @@ TEST(TypedAmount, OneOpenMark_IsTheLocalesOrAmbiguous) {
            {"en_US", "BTC 1.234", 1.234, {}},
            {"en_US", "1,234e3", 1234000, 1234},
            {"en_US", "1.234e3", 1234, {}},
+           {"en_US", "1.231e306", 1.231e306, {}},
+           {"de_DE", "1.231e-400", 0, {}},
            // As parseAmount reads it there.
            {"de_DE", "-1,5E-1 €", -.15, {}},
            {"sv_SE", "5×10^3", 5000, {}}}) {
@@ -166,6 +168,9 @@ TEST(TypedAmount, WhatIsNoAmount_SaysWhere) {
                                                    {"kr$5", 0},
                                                    {"5$3", 1},
                                                    {"1e400", 0},
+                                                   {"1.231e400", 0},
+                                                   {"1,231e400", 0},
+                                                   {"1,231e306", 0},
                                                    {"1e", 1},
                                                    {"1﹐234", 1},
                                                    {"1․234", 1},
