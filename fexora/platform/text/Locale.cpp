@@ -64,15 +64,16 @@ std::string Locale::currentLanguage() {
 }
 
 bool Locale::hasPlainNumbers(std::string_view name) noexcept {
-  if (name.empty() || name == "C" || name == "POSIX" || name == "en") return true;
-  // Each amount that is read asks this: no call for names of other languages.
-  constexpr std::string_view kEnglish = "en_";
-  if (name.size() != kEnglish.size() + 2 || !name.starts_with(kEnglish)) return false;
+  // Each amount that is read asks this: the usual names are told without a call.
+  const bool isEnglish = name.size() == 5 && name[0] == 'e' && name[1] == 'n' && name[2] == '_';
+  if (!isEnglish) {
+    return name.empty() || name == "C" || name == "en" || (name[0] == 'P' && name == "POSIX");
+  }
   // Only the regions whose English numbers were compared with the plain form; India groups by two
   // and South Africa writes a comma, so they are not among them.
   constexpr std::array<std::string_view, 9> kRegions = {"US", "GB", "AU", "CA", "IE",
                                                         "NZ", "SG", "HK", "PH"};
-  const std::string_view region = name.substr(kEnglish.size());
+  const std::string_view region = name.substr(3);
   return std::any_of(kRegions.begin(), kRegions.end(), [region](std::string_view one) {
     return one[0] == region[0] && one[1] == region[1];
   });

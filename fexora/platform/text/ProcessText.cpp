@@ -11,7 +11,11 @@ namespace fexora {
 ProcessText::ProcessText(std::function<Text*()> open) : open_(std::move(open)) {}
 
 Text* ProcessText::module() {
-  std::call_once(opened_, [this] { module_ = open_(); });
+  // Each text asks: a flag is read in less than call_once takes to find that it is done.
+  if (!isOpened_.load(std::memory_order_acquire)) {
+    std::call_once(opened_, [this] { module_ = open_(); });
+    isOpened_.store(true, std::memory_order_release);
+  }
   return module_;
 }
 

@@ -1,6 +1,7 @@
 // The process's Text: ASCII and plain numbers by itself, everything else through the text module.
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <mutex>
 
@@ -36,6 +37,7 @@ class ProcessText final : public Text {
   Text* module();
 
   std::once_flag opened_;
+  std::atomic<bool> isOpened_ = false;
   std::function<Text*()> open_;
   Text* module_ = nullptr;
 };

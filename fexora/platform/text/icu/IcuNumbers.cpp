@@ -76,6 +76,15 @@ NumberMarks marksOf(const icu::DecimalFormat& format, const icu::Locale& locale)
   return marks;
 }
 
+KeptByName<IcuNumbers>& keptNumbers() {
+  static NoDestructor<KeptByName<IcuNumbers>> kept;
+  return *kept;
+}
+
+auto maker(std::string_view localeName) {
+  return [localeName] { return std::make_shared<const IcuNumbers>(localeName); };
+}
+
 }  // namespace
 
 IcuNumbers::IcuNumbers(std::string_view localeName) {
@@ -100,8 +109,12 @@ IcuNumbers::IcuNumbers(std::string_view localeName) {
 }
 
 std::shared_ptr<const IcuNumbers> IcuNumbers::forLocale(std::string_view localeName) {
-  static NoDestructor<KeptByName<IcuNumbers>> kept;
-  return kept->get(localeName, [&] { return std::make_shared<const IcuNumbers>(localeName); });
+  return keptNumbers().get(localeName, maker(localeName));
+}
+
+std::string IcuNumbers::decimalSeparator(std::string_view localeName) {
+  return keptNumbers().ask(localeName, maker(localeName),
+                           [](const IcuNumbers& numbers) { return numbers.decimalSeparator_; });
 }
 
 std::optional<double> IcuNumbers::parse(std::string_view text,

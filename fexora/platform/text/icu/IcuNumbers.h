@@ -24,8 +24,9 @@ class IcuNumbers {
 
   // The kept one of a locale.
   static std::shared_ptr<const IcuNumbers> forLocale(std::string_view localeName);
+  // The kept one's: each amount that is read asks for it.
+  static std::string decimalSeparator(std::string_view localeName);
 
-  const std::string& decimalSeparator() const noexcept { return decimalSeparator_; }
   const NumberMarks& marks() const noexcept { return marks_; }
   // Made at the first call.
   const std::vector<NumberWord>& words() const;

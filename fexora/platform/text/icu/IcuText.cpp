@@ -187,7 +187,7 @@ bool IcuText::contains(std::string_view whole, std::string_view part) {
 }
 
 std::string IcuText::decimalSeparator(std::string_view locale) {
-  return IcuNumbers::forLocale(locale)->decimalSeparator();
+  return IcuNumbers::decimalSeparator(locale);
 }
 
 NumberMarks IcuText::numberMarks(std::string_view locale) {

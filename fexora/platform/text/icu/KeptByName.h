@@ -22,15 +22,24 @@ class KeptByName {
   template <class Make>
   std::shared_ptr<const Object> get(std::string_view name, Make make) {
     const std::lock_guard lock(mutex_);
-    const auto found = byName_.find(name);
-    if (found != byName_.end()) return found->second;
-    if (byName_.size() >= limits::kKeptLocales) byName_.clear();
-    std::shared_ptr<const Object> made = make();
-    byName_.emplace(name, made);
-    return made;
+    return kept(name, make);
+  }
+  // ask(object), for what is said in less time than the object is shared in. `make` gives no null.
+  template <class Make, class Ask>
+  auto ask(std::string_view name, Make make, Ask ask) {
+    const std::lock_guard lock(mutex_);
+    return ask(*kept(name, make));
   }
 
  private:
+  template <class Make>
+  const std::shared_ptr<const Object>& kept(std::string_view name, const Make& make) {
+    const auto found = byName_.find(name);
+    if (found != byName_.end()) return found->second;
+    if (byName_.size() >= limits::kKeptLocales) byName_.clear();
+    return byName_.emplace(name, make()).first->second;
+  }
+
   std::mutex mutex_;
   std::map<std::string, std::shared_ptr<const Object>, std::less<>> byName_;
 };
