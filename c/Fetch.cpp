@@ -14,6 +14,7 @@
 
 #include "programs/sources/NamedSources.h"
 #include "programs/sources/SourcesModule.h"
+#include "programs/sources/TakenTables.h"
 
 namespace fexora::c {
 namespace {
@@ -177,10 +178,7 @@ class Asking {
       Fetched fetched;
       Outcome got = fetch(step, address, Request(session_, turn, until), fetched);
       if (turn.isCancelled()) return got;
-      if (got.isOk() && fetched.answer != nullptr) {
-        return session_.take(*fetched.answer, RatesAnswer::Origin::service);
-      }
-      if (got.isOk()) return session_.take(std::move(fetched.tables));
+      if (got.isOk()) return takeFetched(step, address, fetched);
       if (first.isOk()) first = got;
     }
     return first;
@@ -191,6 +189,25 @@ class Asking {
     std::shared_ptr<Response> answer;
     std::vector<RatesTable> tables;
   };
+
+  Outcome takeFetched(const sources::SourceStep& step, const std::string& address,
+                      Fetched& fetched) {
+    if (fetched.answer != nullptr) {
+      const Response& answer = *fetched.answer;
+      Outcome taken = session_.take(answer, RatesAnswer::Origin::service);
+      if (!taken.isOk()) return taken;
+      fetched.tables.resize(1);
+      fetched.tables[0].rates = answer.rates();
+      fetched.tables[0].published = answer.published();
+    } else {
+      Outcome taken = session_.take(fetched.tables);
+      if (!taken.isOk()) return taken;
+    }
+    session_.keep(step.name.empty()
+                      ? sources::takenTables({address}, fetched.tables)
+                      : sources::takenTables(step.name, fetched.tables, Date(wallClockSeconds())));
+    return {};
+  }
 
   static Outcome fetch(const sources::SourceStep& step, const std::string& address,
                        Request&& request, Fetched& fetched) {
@@ -224,7 +241,9 @@ Outcome refreshRates(fexora_session& session, const char* from, double seconds) 
   if (from != nullptr && !isAddress && !isSourceName(from)) {
     std::vector<RatesTable> tables;
     Outcome read = readFile(from, tables);
-    return read.isOk() ? session.take(std::move(tables)) : read;
+    if (read.isOk()) read = session.take(tables);
+    if (read.isOk()) session.keep(sources::takenTables({from}, tables));
+    return read;
   }
   if (isAddress) return Asking(session, {{{}, {from}}}, seconds).take();
   const auto steps = from != nullptr ? std::vector{sources::stepFor(from, session.ratesURL())}

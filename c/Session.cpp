@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/loop/Clocks.h"
 
 using fexora::c::SessionRates;
@@ -135,28 +136,43 @@ fexora::c::Outcome fexora_session::show(double amount, const fexora::CurrencyRef
   return saved();
 }
 
+// Made at first use, under historyMutex_; null for a session in memory.
+fexora::RateHistory* fexora_session::history() {
+  if (history_ == nullptr) {
+    const std::lock_guard lock(mutex_);
+    const std::string& folder = store_->applicationDocumentsDirectory();
+    if (!folder.empty()) history_ = fexora::rateHistory(folder, *platform_.files, log_);
+  }
+  return history_.get();
+}
+
+void fexora_session::keep(const std::vector<fexora::PublishedTable>& tables) {
+  if (!isWritable()) return;
+  fexora::guarded(log_, "Keeping the rates for later", [&] {
+    const std::lock_guard lock(historyMutex_);
+    fexora::RateHistory* const past = history();
+    if (past == nullptr) return;
+    const fexora::Kept kept = past->keep(tables, fexora::wallClockSeconds());
+    if (!kept.notice.empty()) log_.write(kept.notice);
+    if (!kept.problem.empty()) log_.write("The rates are not kept for later: " + kept.problem);
+  });
+}
+
 fexora::c::Outcome fexora_session::on(const std::string& day, std::uint32_t from, std::uint32_t to,
                                       const fexora::PastQuestion& question,
                                       fexora::PastRate& found) {
   const auto when = fexora::dayFromIsoText(day);
   if (!when) return fexora::c::misuse("expected a day like 2024-02-29");
-  const fexora::c::Codes& codes = fexora::c::Codes::all();
-  const std::string folder = [this] {
-    const std::lock_guard lock(mutex_);
-    return store_->applicationDocumentsDirectory();
-  }();
-  const std::lock_guard lock(historyMutex_);
-  if (history_ == nullptr && !folder.empty()) {
-    history_ = fexora::rateHistory(folder, *platform_.files, log_);
-  }
   if (from == to) {
     found = {1.0, *when, "", fexora::PastRate::How::printed};
     return {};
   }
-  auto rate =
-      history_ != nullptr ? history_->on(*when, codes[from], codes[to], question) : std::nullopt;
-  if (!rate && history_ != nullptr && !history_->problem().empty()) {
-    return {FEXORA_STORE, history_->problem()};
+  const fexora::c::Codes& codes = fexora::c::Codes::all();
+  const std::lock_guard lock(historyMutex_);
+  fexora::RateHistory* const past = history();
+  auto rate = past != nullptr ? past->on(*when, codes[from], codes[to], question) : std::nullopt;
+  if (!rate && past != nullptr && !past->problem().empty()) {
+    return {FEXORA_STORE, past->problem()};
   }
   if (!rate) {
     return {FEXORA_NO_RATE, std::string("there is no rate of ") + codes[from] + " in " + codes[to] +

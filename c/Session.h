@@ -47,6 +47,9 @@ struct fexora_session {
   Outcome take(std::vector<fexora::RatesTable> tables);
   Outcome show(double amount, const fexora::CurrencyRef& currency);
 
+  // Keeps tables for the questions after the past, where the session may write and has a folder.
+  // What cannot be kept is said in the log: the rates were taken all the same.
+  void keep(const std::vector<fexora::PublishedTable>& tables);
   // The past's rate.
   Outcome on(const std::string& day, std::uint32_t from, std::uint32_t to,
              const fexora::PastQuestion& question, fexora::PastRate& found);
@@ -72,6 +75,7 @@ struct fexora_session {
   void readStore();
   Outcome taken(const std::optional<fexora::ResponseError>& rejected);
   Outcome saved() const;
+  fexora::RateHistory* history();
 
   const std::uint32_t flags_;
   const std::optional<std::string> folder_;  // nothing: the person's
@@ -92,7 +96,7 @@ struct fexora_session {
   fexora::c::SessionRatesRef table_;  // under tableMutex_
 
   std::mutex historyMutex_;
-  std::unique_ptr<fexora::RateHistory> history_;  // under historyMutex_; made at first use
+  std::unique_ptr<fexora::RateHistory> history_;  // under historyMutex_: see history()
 
   std::atomic<std::uint32_t> cancels_ = 0;
   const fexora::WakeUp cancelled_;

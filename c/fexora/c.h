@@ -129,10 +129,10 @@ typedef struct fexora_past {
 } fexora_past;
 
 /* The rate of a past day ("2024-02-29"), out of the history that is kept beside the store (see
- * `fexora refresh --history`); a session in memory has none. `source`: whose rates count, or null
- * for all. `at_most_before`: how many days the rate may be older; below zero the usual seven, since
- * nobody publishes on holidays. FEXORA_NO_RATE where there is none, FEXORA_STORE where the history
- * cannot be read. May wait for the disk. */
+ * fexora_refresh() and, for the years before, `fexora refresh --history`); a session in memory has
+ * none. `source`: whose rates count, or null for all. `at_most_before`: how many days the rate may
+ * be older; below zero the usual seven, since nobody publishes on holidays. FEXORA_NO_RATE where
+ * there is none, FEXORA_STORE where the history cannot be read. May wait for the disk. */
 FEXORA_C_API int fexora_rate_on(fexora_session* session, const char* day, const char* from,
                                 const char* to, const char* source, int at_most_before,
                                 fexora_past* past, size_t size, fexora_error* error);
@@ -187,7 +187,8 @@ FEXORA_C_API int fexora_read_rates(fexora_session* session, const char* text, si
  * public sources one after the other, until an answer is taken; the failure is the first one's.
  * Waits `seconds` at most, shared among all addresses (0: the library's own bounds for each, which
  * are never exceeded). Conversions go on meanwhile. One refresh a session at a time; a second one
- * waits for its turn. */
+ * waits for its turn. A session that may write keeps what was taken in the history beside its
+ * store, too, by the day of the rates; where it cannot, the session's log says so. */
 FEXORA_C_API int fexora_refresh(fexora_session* session, const char* from, double seconds,
                                 fexora_error* error);
 /* Ends each refresh of the session that has begun: it returns FEXORA_CANCELLED. Nothing where none

@@ -183,8 +183,9 @@ class Session:
 
     def rate_on(self, day: date | str, source: str, target: str, *, publisher: str | None = None,
                 at_most_before: int = 7) -> PastRate:
-        """The rate of a past day, out of the history that `fexora refresh --history` fills.
+        """The rate of a past day, out of the history beside the store.
 
+        Each refresh() adds the day of its rates, `fexora refresh --history` the years before.
         Of `publisher` alone, where one is named, and at most so many days older than the day.
         """
         handle, found = self._held(), _native.Past()
@@ -231,7 +232,8 @@ class Session:
         """The same from a source's name, a file or an address, in `timeout` seconds at most.
 
         None asks as the program and the windows do: by the store's setting `ratesFrom`, else a
-        configured service, else "exchange-api" and then "ecb".
+        configured service, else "exchange-api" and then "ecb". A session that may write keeps what
+        was taken for rate_on(), too.
         Ctrl-C ends it; so does cancel(), from any thread and from a signal's handler.
         """
         handle = self._held()

@@ -139,6 +139,11 @@ class Sources(ProgramTest):
 
         self.assertEqual(refresh("", "ecb"), [["0", "exchange-api", "0.90000000000000002"],
                                               ["0", "ecb", "0.88888888888888884"]])
+        # Both are kept for the questions after the past, as the bank and as the dollar's table.
+        for source, rate in (("ecb", 1.125), ("usd", 1 / 0.9)):
+            found = self.json("1", "EUR", "USD", "--on", self.day, "--source", source)["items"][0]
+            self.assertEqual((found["day"], found["source"]), (self.day, source))
+            self.assertAlmostEqual(found["rate"], rate, 14)
         self.service.paths["/slow"] = slow(self.day)
         self.service.requests.clear()
         base = self.service.base

@@ -1,4 +1,4 @@
-#include "programs/shared/TakenTables.h"
+#include "programs/sources/TakenTables.h"
 
 #include <utility>
 
@@ -8,20 +8,19 @@
 
 #include "programs/sources/NamedSources.h"
 
-namespace fexora::program {
+namespace fexora::sources {
 namespace {
 
 // The name by which past rates of such a table are chosen; see PastTables.h.
 std::string sourceOf(const std::string& name, const RatesTable& table) {
-  if (name == sources::kService || name == "ecb") return name;
+  if (name == kService || name == "ecb") return name;
   if (table.base == "EUR") return "ecb";
   return ascii::lowercased(table.base);
 }
 
-PublishedTable tableOf(const RatesTable& rates, std::string source) {
-  const Date now(Platform::process().loop->wallSeconds());
-  const double moment = rates.published.value_or(now).secondsSince1970();
-  PublishedTable table{dayOfMoment(moment), std::move(source), rates.base, rates.figures};
+PublishedTable tableOf(const RatesTable& rates, std::string source, Date published) {
+  PublishedTable table{dayOfMoment(published.secondsSince1970()), std::move(source), rates.base,
+                       rates.figures};
   if (table.figures.empty()) {
     table.base = "USD";
     for (const USDRateRef& rate : rates.rates) {
@@ -37,8 +36,7 @@ PublishedTable tableOf(const RatesTable& rates, std::string source) {
 std::vector<PublishedTable> withBundle(std::vector<PublishedTable> tables) {
   RatesTable bundled;
   bundled.rates = bundledUSDRates();
-  bundled.published = bundledRatesDay();
-  tables.push_back(tableOf(bundled, "bundled"));
+  tables.push_back(tableOf(bundled, "bundled", bundledRatesDay()));
   std::erase_if(tables, [](const PublishedTable& table) { return table.figures.empty(); });
   return tables;
 }
@@ -46,10 +44,12 @@ std::vector<PublishedTable> withBundle(std::vector<PublishedTable> tables) {
 }  // namespace
 
 std::vector<PublishedTable> takenTables(const std::string& name,
-                                        const std::vector<RatesTable>& tables) {
+                                        const std::vector<RatesTable>& tables, Date now) {
   std::vector<PublishedTable> taken;
   taken.reserve(tables.size() + 1);
-  for (const RatesTable& table : tables) taken.push_back(tableOf(table, sourceOf(name, table)));
+  for (const RatesTable& table : tables) {
+    taken.push_back(tableOf(table, sourceOf(name, table), table.published.value_or(now)));
+  }
   return withBundle(std::move(taken));
 }
 
@@ -58,9 +58,10 @@ std::vector<PublishedTable> takenTables(const std::vector<std::string>& operands
   std::vector<PublishedTable> taken;
   for (std::size_t i = 0; i < tables.size(); ++i) {
     const std::string name = i < operands.size() ? operands[i] : std::string();
-    if (tables[i].published) taken.push_back(tableOf(tables[i], sourceOf(name, tables[i])));
+    if (!tables[i].published) continue;
+    taken.push_back(tableOf(tables[i], sourceOf(name, tables[i]), *tables[i].published));
   }
   return withBundle(std::move(taken));
 }
 
-}  // namespace fexora::program
+}  // namespace fexora::sources
