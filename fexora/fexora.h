@@ -11,6 +11,7 @@
 #include "fexora/catalogue/NSCurrency.h"
 #include "fexora/catalogue/NearCurrencies.h"
 #include "fexora/history/RateHistory.h"
+#include "fexora/history/TakenTable.h"
 #include "fexora/input/CalculationDetection.h"
 #include "fexora/input/Sentence.h"
 #include "fexora/input/TypedAmount.h"

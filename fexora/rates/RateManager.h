@@ -109,8 +109,8 @@ class FEXORA_API RateManager : public NSObject {
   // What the check said of the last answer that it looked at.
   const AnswerVerdict& verdict() const { return verdict_; }
   // Told of each table that was taken, once it is in the store, as it was printed where that is
-  // known: for a host that keeps them. It may not end this manager; what it throws is said in the
-  // log.
+  // known: for a host that keeps them (takenTable, RateHistory). It may not end this manager; what
+  // it throws is said in the log.
   using TableTaken = std::function<void(const RatesTable& table)>;
   void setTableTaken(TableTaken told) { tableTaken_ = std::move(told); }
 

@@ -2,9 +2,7 @@
 
 #include <utility>
 
-#include "fexora/history/TableText.h"
 #include "fexora/platform/text/AsciiCase.h"
-#include "fexora/platform/text/NumberText.h"
 
 #include "programs/sources/NamedSources.h"
 
@@ -18,25 +16,10 @@ std::string sourceOf(const std::string& name, const RatesTable& table) {
   return ascii::lowercased(table.base);
 }
 
-PublishedTable tableOf(const RatesTable& rates, std::string source, Date published) {
-  PublishedTable table{dayOfMoment(published.secondsSince1970()), std::move(source), rates.base,
-                       rates.figures};
-  if (table.figures.empty()) {
-    table.base = "USD";
-    for (const USDRateRef& rate : rates.rates) {
-      table.figures.emplace_back(rate->code(), shortestText(rate->rate().doubleValue()));
-    }
-  }
-  std::erase_if(table.figures, [](const auto& line) {
-    return !isTableCode(line.first) || !isFigure(line.second);
-  });
-  return table;
-}
-
 std::vector<PublishedTable> withBundle(std::vector<PublishedTable> tables) {
   RatesTable bundled;
   bundled.rates = bundledUSDRates();
-  tables.push_back(tableOf(bundled, "bundled", bundledRatesDay()));
+  tables.push_back(takenTable(bundled, "bundled", bundledRatesDay()));
   std::erase_if(tables, [](const PublishedTable& table) { return table.figures.empty(); });
   return tables;
 }
@@ -48,7 +31,7 @@ std::vector<PublishedTable> takenTables(const std::string& name,
   std::vector<PublishedTable> taken;
   taken.reserve(tables.size() + 1);
   for (const RatesTable& table : tables) {
-    taken.push_back(tableOf(table, sourceOf(name, table), table.published.value_or(now)));
+    taken.push_back(takenTable(table, sourceOf(name, table), now));
   }
   return withBundle(std::move(taken));
 }
@@ -59,7 +42,7 @@ std::vector<PublishedTable> takenTables(const std::vector<std::string>& operands
   for (std::size_t i = 0; i < tables.size(); ++i) {
     const std::string name = i < operands.size() ? operands[i] : std::string();
     if (!tables[i].published) continue;
-    taken.push_back(tableOf(tables[i], sourceOf(name, tables[i]), *tables[i].published));
+    taken.push_back(takenTable(tables[i], sourceOf(name, tables[i]), *tables[i].published));
   }
   return withBundle(std::move(taken));
 }

@@ -7,11 +7,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <limits>
 #include <tuple>
 
 #include <gtest/gtest.h>
 
 #include "fexora/history/FigureQuotient.h"
+#include "fexora/history/TakenTable.h"
 #include "fexora/platform/base/Log.h"
 #include "fexora/platform/files/PosixFiles.h"
 
@@ -184,6 +186,24 @@ TEST(RateHistory, Keeping_AddsCorrectsAndTakesAllOrNothing) {
   EXPECT_EQ(std::filesystem::status(world.file()).permissions(), std::filesystem::perms(0600));
   EXPECT_EQ(
       std::distance(std::filesystem::directory_iterator(world.folder / ".fexora-history"), {}), 1);
+}
+
+TEST(TakenTable, OfAnyRates_IsOneThatIsKept) {
+  RatesTable rates;
+  rates.rates = {nullptr, USDRate::make(0.1, "EUR"), USDRate::make(1, "E R"),
+                 USDRate::make(std::numeric_limits<double>::infinity(), "GBP")};
+  const PublishedTable taken = takenTable(rates, "till", Date(kNow));
+  EXPECT_EQ(std::tuple(isoText(taken.day), taken.source, taken.base),
+            std::tuple("2026-09-21", "till", "USD"));
+  World world;
+  EXPECT_EQ(world.keep({taken}).problem, "");
+  EXPECT_EQ(world.history->on(day("2026-09-21"), "USD", "EUR", {.sources = {"till"}})->rate, 0.1);
+  rates.base = "EUR";
+  rates.figures = {{"USD", "1.1000"}, {"G", "-"}};
+  rates.published = Date(kNow - 86'400);
+  EXPECT_EQ(world.keep({takenTable(rates, "ecb", Date(kNow))}).problem, "");
+  EXPECT_EQ(world.history->published(day("2026-09-20")).front().figures,
+            (std::vector<std::pair<std::string, std::string>>{{"USD", "1.1000"}}));
 }
 
 class Refusing final : public PosixFiles {
