@@ -154,6 +154,9 @@ void checkRanges(const CommandLine& line) {
   if (line.plot + line.csv + line.json > 1) {
     throw usageFailure("give one of --plot, --csv and --json");
   }
+  if ((line.plot || line.csv) && line.operands.empty()) {
+    throw usageFailure("--plot and --csv take two currencies, as in: fexora history USD EUR --csv");
+  }
   if (line.refresh && !(*line.refresh >= 1 && std::isfinite(*line.refresh))) {
     throw usageFailure("--refresh takes a number of seconds from 1");
   }

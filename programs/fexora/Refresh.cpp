@@ -151,8 +151,10 @@ void printRefresh(const CommandLine& line, const StoreManager& store, std::size_
   const std::string& message = rateManager().serviceMessage();
   const Freshness fresh = rateManager().freshness();
   if (line.json) {
+    // An answer without rates leaves none that would be fresh.
+    const bool isOfFile = fresh.origin == Freshness::Origin::file;
     JsonText json;
-    json.beginObject().key("origin").string(text(fresh.origin));
+    json.beginObject().key("origin").string(isOfFile ? "file" : "service");
     json.key("count").integer(static_cast<std::int64_t>(came));
     json.key("message").string(message);
     json.key("updated").stringOrNull(ratesDate().updated).endObject();

@@ -49,7 +49,10 @@ Enum enumCase(Text name, Text value, const char* zero, const char* one) {
 std::vector<CurrencyRef> currencyList(Text value) {
   std::vector<std::string> codes;
   std::istringstream in(value);
-  for (std::string code; std::getline(in, code, ',');) codes.push_back(code);
+  for (std::string code; std::getline(in >> std::ws, code, ',');) {
+    code.erase(code.find_last_not_of(" \t") + 1);
+    codes.push_back(code);
+  }
   return currenciesFromTexts(codes);
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "fexora/fexora.h"
+#include "fexora/platform/loop/LazyRunLoop.h"
 
 #include "programs/fexora/CommandLine.h"
 #include "programs/fexora/Commands.h"
@@ -36,7 +37,12 @@ bool waits(Command command) {
 // Before anything else asks the library, since it reads these at its first use.
 void prepareLibrary(const CommandLine& line) {
   static NoFolderWatch noWatch;
-  if (!waits(line.command)) Platform::process().folderWatch = &noWatch;
+  // Calls nothing, as no loop would before the command's end.
+  static LazyRunLoop noLoop([]() -> RunLoop* { return nullptr; });
+  if (!waits(line.command)) {
+    Platform::process().folderWatch = &noWatch;
+    Platform::process().loop = &noLoop;
+  }
   if (!line.verbose) Log::setProcessSink({});
   if (!line.container.empty()) setenv("FEXORA_CONTAINER", line.container.c_str(), 1);
   requireLocale("--locale", line.locale);

@@ -2,17 +2,20 @@
 // answer is asked of the program: tests/programs/test_network.py.
 #include <array>
 #include <atomic>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <semaphore>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include "fexora/platform/network/NetworkManager.h"
+#include "fexora/platform/network/ShownAddress.h"
 #include "fexora/platform/network/curl/CurlTransport.h"
 #include "fexora/records/Response.h"
 
@@ -103,6 +106,18 @@ Outcome TransportTest::ask(const std::string& address, const std::shared_ptr<Tra
   EXPECT_EQ(outcome.completions, 1);
   EXPECT_NE(outcome.record != nullptr, outcome.error.has_value());
   return outcome;
+}
+
+TEST(ShownAddress, WithoutUserSecretAndQuery_HasItsHost) {
+  for (const auto& [address, shown] : std::initializer_list<std::pair<const char*, const char*>>{
+           {"https://host:81/npm/@owner/x", "https://host:81/npm/@owner/x"},
+           {"https://u:p@host/@owner", "https://***@owner"},
+           {"https://user:1/2@host/x", "https://***@host/x"},
+           {"https://user:a/@host/x", "https://***@host/x"},
+           {"https://a.b/@c https://u:p@host/@d", "https://***@host/@d"},
+           {"https://host/@a?key https://host/x?", "https://host/@a?*** https://host/x?"}}) {
+    EXPECT_EQ(shownAddress(address), shown);
+  }
 }
 
 TEST_F(TransportTest, AddressMalformed) {

@@ -76,6 +76,7 @@ class History(ProgramTest):
                       ["--on", "2026-09-11", "--at-most", "-1"]):
             self.reject(2, "1", "USD", "EUR", *words)
         self.reject(2, "history", "USD")
+        self.reject(2, "history", "--csv")
         self.reject(1, "history", "USD", "XAU")
 
     def test_files_are_kept_whole_or_not_at_all(self):

@@ -18,7 +18,8 @@ class Settings(ProgramTest):
         for name, typed, value in [
                 ("fraction", "5", 5), ("mode", "dark", 1), ("seporate", "0", False),
                 ("namingInWidget", "1", 1), ("numberOfCurrenciesInWidget", "250", 250),
-                ("todayCurrencies", "eur,GBP", ["EUR", "GBP"]), ("todayConversionMode", "rate", 1),
+                ("todayCurrencies", "eur, GBP ", ["EUR", "GBP"]),
+                ("todayConversionMode", "rate", 1),
                 ("todayRelativeCurrency", "jpy", "JPY")]:
             for words in ([name, typed], []):
                 self.assertEqual(self.json("settings", *words)[name], value)

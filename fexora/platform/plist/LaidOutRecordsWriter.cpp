@@ -13,7 +13,7 @@ namespace fexora {
 namespace {
 
 // Of a value's two tags and its line's end.
-constexpr std::size_t kTags = std::string_view("<integer></integer>\n").size();
+constexpr std::size_t kValueTags = std::string_view("<integer></integer>\n").size();
 
 // Room is taken in such steps of the text's capacity.
 constexpr std::size_t kStep = 4096;
@@ -94,7 +94,8 @@ std::size_t LaidOutRecordsWriter::mostOf(std::span<const Dictionary::Entry> fiel
   std::size_t most = closing_.size();
   for (std::size_t i = 0; i < fields.size(); ++i) {
     const std::string* const text = fields[i].second.string();
-    most += lines_[i].before.size() + kTags + (text != nullptr ? text->size() : kNumberTextBytes);
+    most +=
+        lines_[i].before.size() + kValueTags + (text != nullptr ? text->size() : kNumberTextBytes);
   }
   return most;
 }
