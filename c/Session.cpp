@@ -77,9 +77,8 @@ SessionRatesRef fexora_session::rates() const {
 void fexora_session::readStore() {
   isReloaded_ = false;
   fexora::seedBundledRates(*store_);
-  const fexora::Freshness fresh = rates_->freshness();
-  auto table = std::make_shared<const SessionRates>(
-      *store_, secondsOf(fresh.published ? fresh.published : fresh.stored));
+  auto table =
+      std::make_shared<const SessionRates>(*store_, secondsOf(rates_->freshness().published));
   const std::lock_guard lock(tableMutex_);
   table_ = std::move(table);
 }

@@ -28,7 +28,7 @@
 // the mark; where it has none, the mark stands between groups ("¥1,234"), unless it is a point,
 // which programs write, and the locale does not group with it. A number with "e" and a power of ten
 // opens in the same way; one with another exponent of the locale's is what parseAmount reads there.
-// After the number ",-", ".-" and "/-" mean that nothing is beyond it ("5,- €").
+// After the number ",-", ".-" and "/-" mean that nothing is beyond it ("5,- €"), as ",--" does.
 //
 // A currency is a sign (catalogue/CurrencySigns.h) or a code of the library's table
 // (catalogue/EnglishNames.h) in any case; a text that is both counts as the sign. After a letter or

@@ -183,7 +183,11 @@ std::size_t evenEnding(TypedRun run) noexcept {
   constexpr std::u32string_view kDashes = U"-\u2013\u2014";
   const bool isEnding =
       run.size() >= 2 && contains(kFirst, run[0].sign) && contains(kDashes, run[1].sign);
-  return isEnding && (run.size() == 2 || !isTypedDigit(run[2])) ? 2 : 0;
+  if (!isEnding) return 0;
+  const auto endsAt = [run](std::size_t at) { return run.size() == at || !isTypedDigit(run[at]); };
+  // Not the minus behind "5-".
+  const bool isDouble = run.size() >= 3 && contains(kDashes, run[2].sign) && endsAt(3);
+  return isDouble ? 3 : endsAt(2) ? 2 : 0;
 }
 
 TypedMarks::Money moneyOf(std::string_view code) noexcept {

@@ -66,7 +66,7 @@ NumberReading readNumber(TypedRun run, const TypedMarks& marks, std::string_view
 std::optional<std::string> exponentOf(TypedRun run);
 
 // How many symbols at the head of what follows a number say that nothing is beyond it: ",-", ".-",
-// "/-" and the same with a dash, not before a digit; 0 for none.
+// "/-" and the same with a dash or with two (",--"), not before a digit; 0 for none.
 std::size_t evenEnding(TypedRun run) noexcept;
 
 // What a currency's code says about the numbers beside it; nothing for an empty one.

@@ -147,10 +147,6 @@ void checkRanges(const CommandLine& line) {
   if (!line.on.empty() && !line.before.empty()) {
     throw usageFailure("--on and --before name one day each: give one of them");
   }
-  if (line.atMost && line.on.empty() && line.before.empty() &&
-      (line.operands.empty() || line.operands.front() != "-")) {
-    throw usageFailure("--at-most goes with --on or --before");
-  }
   if (line.plot + line.csv + line.json > 1) {
     throw usageFailure("give one of --plot, --csv and --json");
   }

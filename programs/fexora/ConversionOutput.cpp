@@ -132,7 +132,7 @@ void printTable(const Conversion& conversion, const CommandLine& options,
   if (!conversion.on) return printLine(shownRatesLine());
   const PastDay& on = *conversion.on;
   printLine((on.day == on.asked ? "at the rates of " : "at the rates before ") +
-            weekdayText(on.asked) + ", not today's");
+            weekdayText(on.asked) + (on.day == today() ? "" : ", not today's"));
 }
 
 }  // namespace

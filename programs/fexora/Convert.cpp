@@ -114,7 +114,14 @@ Exit convert(const CommandLine& line) {
   }
   const bool isMany = line.operands[0] == kStandardInput;
   const Sentence sentence = isMany ? Sentence() : readOperands(line.operands);
-  const std::optional<PastDay> on = dayOf(sentence, line, pastDayOf(line));
+  const std::optional<PastDay> named = pastDayOf(line);
+  if (named && sentence.day) {
+    throw usageFailure("the sentence names a day, and so does an option: give one of them");
+  }
+  const std::optional<PastDay> on = dayOf(sentence, line, named);
+  if (!isMany && !on && (line.atMost || !line.sources.empty())) {
+    throw usageFailure("--at-most and --source go with a day, as in: fexora 100 USD EUR --on DAY");
+  }
   // An amount of the past is not the last one.
   const bool saves = !line.noSave && !on;
   StoreManager& store = openStore(saves);

@@ -11,10 +11,6 @@ namespace {
 
 constexpr std::size_t kDayLength = 10;
 
-Day today() {
-  return dayOfMoment(Platform::process().loop->wallSeconds());
-}
-
 Date dateOf(Day day) {
   return Date(static_cast<double>(std::chrono::sys_seconds(day).time_since_epoch().count()));
 }
@@ -31,6 +27,10 @@ void requirePast(std::string_view option, Day day) {
 }
 
 }  // namespace
+
+Day today() {
+  return dayOfMoment(Platform::process().loop->wallSeconds());
+}
 
 Day dayFromText(std::string_view option, std::string_view typed) {
   if (typed == "today") return today();

@@ -11,6 +11,9 @@
 
 namespace fexora::program {
 
+// In UTC.
+Day today();
+
 struct PastDay {
   Day asked{};  // as it was named
   Day day{};    // the newest that counts: the one before, where that was asked for

@@ -77,7 +77,7 @@ static void rates_and_structs(const char* file) {
     fexora_freshness freshness;
     unsigned char after[8];
   } room;
-  double rate = 0;
+  double rate = 0, day = 0;
   size_t count = 0;
   const char* first[2] = {NULL, NULL};
   FAILS(FEXORA_REFUSED, fexora_set_rates(s, codes, wild, 2, NAN, NULL, &failure));
@@ -97,6 +97,8 @@ static void rates_and_structs(const char* file) {
   OK(fexora_read_rates(any, "code,rate\nEUR,0.8\n", 18, &failure));
   OK(fexora_rate(any, "USD", "EUR", &rate, NULL, &failure));
   CHECK(rate == 0.8);
+  OK(fexora_rate(any, "USD", "EUR", &rate, &day, &failure));
+  CHECK(isnan(day)); /* the text does not say */
   FAILS(FEXORA_REFUSED, fexora_read_rates(any, "{", 1, &failure));
   FAILS(FEXORA_NETWORK, fexora_refresh(any, "/nowhere", 0, &failure));
   OK(fexora_refresh(any, file, 0, &failure));

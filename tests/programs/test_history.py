@@ -73,7 +73,8 @@ class History(ProgramTest):
         tomorrow = str(datetime.date.today() + datetime.timedelta(3))
         for words in (["--on", "yesterday?"], ["--on", "2026-02-30"], ["--on", tomorrow],
                       ["--at-most", "3"], ["--on", "2026-09-11", "--before", "2026-09-11"],
-                      ["--on", "2026-09-11", "--at-most", "-1"]):
+                      ["--on", "2026-09-11", "--at-most", "-1"], ["--source", "ecb"],
+                      ["yesterday", "--on", "2026-09-11"]):
             self.reject(2, "1", "USD", "EUR", *words)
         self.reject(2, "history", "USD")
         self.reject(2, "history", "--csv")
