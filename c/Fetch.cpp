@@ -203,9 +203,7 @@ class Asking {
       Outcome taken = session_.take(fetched.tables);
       if (!taken.isOk()) return taken;
     }
-    session_.keep(step.name.empty()
-                      ? sources::takenTables({address}, fetched.tables)
-                      : sources::takenTables(step.name, fetched.tables, Date(wallClockSeconds())));
+    session_.keep(sources::takenTables({step.name.empty() ? address : step.name}, fetched.tables));
     return {};
   }
 

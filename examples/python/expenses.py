@@ -8,7 +8,7 @@ from __future__ import annotations
 
 import csv
 import sys
-from decimal import Decimal
+from decimal import Decimal, InvalidOperation
 
 import fexora
 
@@ -22,6 +22,13 @@ def rate_of(day: str, source: str, target: str) -> tuple[float, str]:
         return rate.value, rate.published.date().isoformat() if rate.published else ""
 
 
+def converted(row: dict[str, str], target: str) -> tuple[Decimal, str]:
+    rate, day = rate_of(row["day"], row["currency"], target)
+    exact = Decimal(row["amount"]) * Decimal(repr(rate))
+    amount = fexora.round_amount(exact, target)
+    return amount, day
+
+
 def main(path: str, target: str = "EUR") -> None:
     with open(path, newline="", encoding="utf-8") as file:
         rows = csv.DictReader(file)
@@ -30,9 +37,11 @@ def main(path: str, target: str = "EUR") -> None:
         out.writeheader()
         total = Decimal(0)
         for row in rows:
-            rate, day = rate_of(row["day"], row["currency"], target)
-            exact = Decimal(row["amount"]) * Decimal(repr(rate))
-            amount = fexora.round_amount(exact, target)
+            try:
+                amount, day = converted(row, target)
+            except InvalidOperation:
+                sys.exit(f"{path}, line {rows.line_num}: \"{row['amount']}\" is no amount; "
+                         "expected one like 1250.50")
             total += amount
             out.writerow({**row, target: amount, "rate of": day})
         sys.stdout.flush()

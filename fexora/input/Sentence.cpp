@@ -22,6 +22,7 @@ constexpr std::string_view kTooLong = "this is too long for a sentence about mon
 constexpr std::string_view kNothing = "there is no number and no currency in it";
 constexpr std::string_view kUnknown = "this is no currency";
 constexpr std::string_view kSecondNumber = "this is a second number";
+constexpr std::string_view kNoDay = "this is no day; expected one like 2024-03-01 or 1 March 2024";
 constexpr std::string_view kMark = "this cannot stand here";
 constexpr std::size_t kOffered = 3;
 
@@ -60,7 +61,7 @@ class Reading {
   bool isBetweenWord(std::size_t token) const;
   bool isLead(std::size_t token) const;
   bool onlyLeadFollows() const;
-  bool isAccounting(std::size_t begin, std::size_t end) const;
+  bool isAccounting(std::size_t begin, std::size_t end, const Mention& money) const;
   void fillAmount(const Quantity& quantity);
   void noteMention(const Mention& mention, bool isSource);
   void note(Notice kind, std::size_t first, std::size_t last, const CurrencyRef& currency,
@@ -124,7 +125,7 @@ void Reading::takeAmount() {
   amountAt_ = begin;
   Quantity quantity = calculation_.evaluate();
   if (cursor_.failed()) return;
-  if (isAccounting(begin, cursor_.at())) {
+  if (quantity.money && isAccounting(begin, cursor_.at(), *quantity.money)) {
     quantity.value = -quantity.value;
     quantity.other = -quantity.other;
     note(Notice::accounting, begin, cursor_.at(), quantity.money->currency, quantity.value);
@@ -132,16 +133,18 @@ void Reading::takeAmount() {
   fillAmount(quantity);
 }
 
-// "(5 €)", with nothing of a calculation in it.
-bool Reading::isAccounting(std::size_t begin, std::size_t end) const {
-  const auto& all = tokens_.all();
-  if (!all[begin].isMark(U'(') || end < begin + 4 || !all[end - 1].isMark(U')')) return false;
-  std::size_t numbers = 0;
-  for (std::size_t at = begin + 1; at + 1 < end; ++at) {
-    if (all[at].kind == SentenceToken::Kind::mark) return false;
-    numbers += all[at].kind == SentenceToken::Kind::number ? 1 : 0;
+// "(5 €)", "$(5)": one number in parentheses, its currency before or beside it, and nothing of a
+// calculation.
+bool Reading::isAccounting(std::size_t begin, std::size_t end, const Mention& money) const {
+  std::u32string marks;  // with a 0 for a number
+  std::size_t closing = 0;
+  for (std::size_t at = begin; at < end; ++at) {
+    const SentenceToken& token = tokens_.all()[at];
+    if (token.isMark(U')')) closing = at;
+    if (token.kind == SentenceToken::Kind::number) marks += U'0';
+    if (token.kind == SentenceToken::Kind::mark) marks += token.sign;
   }
-  return numbers == 1;
+  return marks == U"(0)" && money.first < closing;
 }
 
 void Reading::fillAmount(const Quantity& quantity) {
@@ -328,11 +331,14 @@ Sentence readAlone(std::string_view text, const Reader& reader, Sentence problem
   return sentence;
 }
 
+enum class Days { all, iso };
+
 // The same without the day that it names; nothing where it names none, or is wrong without it, too.
-std::optional<Sentence> readDated(std::string_view text, const SentenceOptions& options) {
+std::optional<Sentence> readDated(std::string_view text, const SentenceOptions& options,
+                                  Days days) {
   const auto today = std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
   const auto day = sentenceDay(text, today);
-  if (!day) return std::nullopt;
+  if (!day || (days == Days::iso && !day->isIso)) return std::nullopt;
   Sentence sentence = readSentence(text.substr(day->begin, day->end - day->begin), options);
   if (sentence.problem || sentence.day) return std::nullopt;
   sentence.amountEnd += day->begin;
@@ -346,6 +352,10 @@ Sentence readSentence(std::string_view text, const SentenceOptions& options) {
   if (text.size() > limits::kSentenceBytes) {
     return rejected(Kind::tooLong, kTooLong, limits::kSentenceBytes);
   }
+  // "2024-03-01 usd eur" would be a subtraction, too.
+  if (text.find('-') != std::string_view::npos) {
+    if (auto dated = readDated(text, options, Days::iso)) return *std::move(dated);
+  }
   Text& rules = options.rules != nullptr ? *options.rules : Text::process();
   const CurrencyManager& catalogue =
       options.catalogue != nullptr ? *options.catalogue : currencyManager();
@@ -354,11 +364,13 @@ Sentence readSentence(std::string_view text, const SentenceOptions& options) {
   if (tokens.broken()) return rejected(Kind::notText, kBroken, *tokens.broken());
   Sentence sentence = readTokens(tokens, reader);
   if (!sentence.problem) return sentence;
-  if (auto dated = readDated(text, options)) return *std::move(dated);
+  if (auto dated = readDated(text, options, Days::all)) return *std::move(dated);
   sentence = readAlone(text, reader, std::move(sentence));
-  const bool isWord = sentence.problem && sentence.problem->kind == Kind::unknownCurrency;
-  if (isWord && options.offers) {
-    SentenceProblem& problem = *sentence.problem;
+  if (!sentence.problem || sentence.problem->kind != Kind::unknownCurrency) return sentence;
+  SentenceProblem& problem = *sentence.problem;
+  if (problem.place > 0 && opensDay(text.substr(problem.place, problem.length))) {
+    problem = {Kind::unknownDay, problem.place, text.size() - problem.place, kNoDay, {}};
+  } else if (options.offers) {
     problem.near = nearCurrencies(catalogue, text.substr(problem.place, problem.length), kOffered);
   }
   return sentence;

@@ -122,6 +122,7 @@ struct Found {
   chrono::sys_days day;
   std::size_t words;
   bool hasYear;
+  bool isIso = false;
 };
 
 std::optional<Found> namedMonth(const std::vector<DayWord>& words, chrono::sys_days today) {
@@ -151,21 +152,29 @@ std::optional<Found> namedMonth(const std::vector<DayWord>& words, chrono::sys_d
 std::optional<Found> foundAtEnd(const std::vector<DayWord>& words, chrono::sys_days today) {
   const std::string& last = words.front().lower;
   if (isOneOf(kYesterday, last)) return Found{today - chrono::days(1), 1, true};
-  if (const auto day = isoDay(last)) return Found{*day, 1, true};
+  if (const auto day = isoDay(last)) return Found{*day, 1, true, true};
   if (const auto day = japaneseDay(last)) return Found{*day, 1, true};
   return namedMonth(words, today);
+}
+
+// "2024-03-01 usd eur", "2024-03-01 -5 usd"; a sign that stands alone goes on with a calculation.
+std::optional<SentenceDay> atFront(std::string_view text) {
+  constexpr std::size_t kIso = 10;
+  const std::size_t begin = std::min(text.find_first_not_of(" \t"), text.size());
+  const auto day = isoDay(text.substr(begin, kIso));
+  const std::size_t end = begin + kIso;
+  const auto rest = day ? text.find_first_not_of(" \t", end) : std::string_view::npos;
+  if (rest == std::string_view::npos || rest == end) return std::nullopt;
+  for (const std::string_view sign : {"+ ", "- ", "\u2212 "}) {
+    if (text.substr(rest).starts_with(sign)) return std::nullopt;
+  }
+  return SentenceDay{*day, rest, text.size(), true};
 }
 
 }  // namespace
 
 std::optional<SentenceDay> sentenceDay(std::string_view text, chrono::sys_days today) {
-  constexpr std::size_t kIso = 10;
-  if (const auto day = isoDay(text.substr(0, kIso)); day && text.size() > kIso) {
-    const auto rest = text.find_first_not_of(" \t", kIso);
-    const bool isAmount =
-        rest != std::string_view::npos && rest > kIso && text[rest] >= '0' && text[rest] <= '9';
-    if (isAmount) return SentenceDay{*day, rest, text.size()};
-  }
+  if (const auto day = atFront(text)) return day;
   const std::vector<DayWord> words = lastWords(text);
   if (words.empty()) return std::nullopt;
   const auto found = foundAtEnd(words, today);
@@ -176,7 +185,11 @@ std::optional<SentenceDay> sentenceDay(std::string_view text, chrono::sys_days t
   const std::size_t end = isTold ? before.begin : words[found->words - 1].begin;
   const auto last = text.substr(0, end).find_last_not_of(kBetweenWords);
   if (last == std::string_view::npos) return std::nullopt;
-  return SentenceDay{found->day, 0, last + 1};
+  return SentenceDay{found->day, 0, last + 1, found->isIso};
+}
+
+bool opensDay(std::string_view word) {
+  return isOneOf(kBefore, ascii::lowercased(word));
 }
 
 }  // namespace fexora

@@ -24,6 +24,7 @@ struct SentenceProblem {
     secondCurrency,   // a calculation with two
     unknownCurrency,  // a word that is no currency, or only the beginning of one
     unit,             // a unit of weight beside what is no metal
+    unknownDay,       // from a word that a day follows, such as "on", to the end
   };
   Kind kind = Kind::none;
   // Bytes of the sentence.

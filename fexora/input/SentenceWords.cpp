@@ -6,37 +6,19 @@
 namespace fexora {
 namespace {
 
-struct KnownWord {
-  std::string_view text;
-  SentenceWord kind;
-};
-using enum SentenceWord;
 // In order, byte by byte.
-constexpr KnownWord kKnown[] = {{"a", between},      {"als", between},    {"and", between},
-                                {"as", between},     {"at", between},     {"auf", between},
-                                {"aus", lead},       {"combien", lead},   {"convert", lead},
-                                {"convertir", lead}, {"cours", lead},     {"de", of},
-                                {"depuis", lead},    {"des", of},         {"du", of},
-                                {"en", between},     {"et", between},     {"exchange", lead},
-                                {"fait", lead},      {"font", lead},      {"from", lead},
-                                {"how", lead},       {"in", between},     {"into", between},
-                                {"is", lead},        {"kurs", lead},      {"many", lead},
-                                {"much", lead},      {"nach", between},   {"of", of},
-                                {"price", lead},     {"rate", lead},      {"rates", lead},
-                                {"sind", lead},      {"taux", lead},      {"the", lead},
-                                {"to", between},     {"umrechnen", lead}, {"und", between},
-                                {"value", lead},     {"vers", between},   {"viel", lead},
-                                {"vom", of},         {"von", of},         {"wechselkurs", lead},
-                                {"what", lead},      {"whats", lead},     {"wie", lead},
-                                {"worth", lead},     {"zu", between},     {"à", between},
-                                {"إلى", between},    {"الى", between},    {"ب", between},
-                                {"بـ", between},     {"تحويل", lead},     {"حول", lead},
-                                {"سعر", lead},       {"في", between},     {"كم", lead},
-                                {"من", of},          {"و", between},      {"يساوي", lead},
-                                {"から", lead},      {"が", between},     {"で", between},
-                                {"と", between},     {"に", between},     {"の", of},
-                                {"は", between},     {"へ", between},     {"を", between},
-                                {"レート", lead},    {"何", between},     {"換算", lead}};
+constexpr std::string_view kJoiningWords[] = {
+    "a",    "als", "and", "as",   "at", "auf", "en",  "et",  "in", "into",
+    "nach", "to",  "und", "vers", "zu", "à",   "إلى", "الى", "ب",  "بـ",
+    "في",   "و",   "が",  "で",   "と", "に",  "は",  "へ",  "を", "何"};
+constexpr std::string_view kOfWords[] = {"de", "des", "du", "of", "vom", "von", "من", "の"};
+constexpr std::string_view kLeadWords[] = {
+    "aujourd'hui", "aus",   "combien", "convert",   "convertir", "cours", "depuis",      "exchange",
+    "fait",        "font",  "from",    "heute",     "how",       "is",    "jetzt",       "kurs",
+    "maintenant",  "many",  "much",    "now",       "price",     "rate",  "rates",       "sind",
+    "taux",        "the",   "today",   "umrechnen", "value",     "viel",  "wechselkurs", "what",
+    "whats",       "wie",   "worth",   "الآن",      "اليوم",     "تحويل", "حول",         "سعر",
+    "كم",          "يساوي", "から",    "レート",    "今",        "今日",  "換算"};
 
 // In order.
 constexpr std::string_view kPlain[] = {
@@ -87,21 +69,24 @@ constexpr Weight kWeights[] = {
     {"أونصة", kTroyOunce},
 };
 
-constexpr bool isBefore(const KnownWord& one, const KnownWord& other) noexcept {
-  return one.text < other.text;
+template <std::size_t N>
+constexpr bool holdsWord(const std::string_view (&words)[N], std::string_view word) noexcept {
+  return std::binary_search(std::begin(words), std::end(words), word);
 }
-static_assert(std::is_sorted(std::begin(kKnown), std::end(kKnown), isBefore));
+static_assert(std::is_sorted(std::begin(kJoiningWords), std::end(kJoiningWords)));
+static_assert(std::is_sorted(std::begin(kOfWords), std::end(kOfWords)));
+static_assert(std::is_sorted(std::begin(kLeadWords), std::end(kLeadWords)));
 
 }  // namespace
 
 SentenceWord sentenceWord(std::string_view word) noexcept {
-  const auto* const at =
-      std::lower_bound(std::begin(kKnown), std::end(kKnown), KnownWord{word, none}, isBefore);
-  return at != std::end(kKnown) && at->text == word ? at->kind : none;
+  if (holdsWord(kJoiningWords, word)) return SentenceWord::between;
+  if (holdsWord(kOfWords, word)) return SentenceWord::of;
+  return holdsWord(kLeadWords, word) ? SentenceWord::lead : SentenceWord::none;
 }
 
 bool isPlainWord(std::string_view word) noexcept {
-  return std::binary_search(std::begin(kPlain), std::end(kPlain), word);
+  return holdsWord(kPlain, word);
 }
 
 bool isWrittenAsName(std::string_view word) noexcept {

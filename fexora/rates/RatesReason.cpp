@@ -1,5 +1,7 @@
 #include "fexora/rates/RatesReason.h"
 
+#include <utility>
+
 #include "fexora/platform/text/NumberText.h"
 #include "fexora/platform/text/OneLine.h"
 #include "fexora/platform/values/Date.h"
@@ -14,9 +16,19 @@ std::string shownCode(const std::string& code) {
   return code.empty() ? "nothing" : oneLine(code, kShownOfCode);
 }
 
-std::string dayOf(double secondsSince1970) {
+// Its day and its time of day, in UTC.
+std::pair<std::string, std::string> momentOf(double secondsSince1970) {
   const auto text = Date(secondsSince1970).isoText();
-  return text ? text->substr(0, text->find('T')) : "no day of the calendar";
+  if (!text) return {"no day of the calendar", {}};
+  const std::size_t day = text->find('T');
+  return {text->substr(0, day), text->substr(day + 1)};
+}
+
+std::string olderText(double now, double before) {
+  const auto [day, time] = momentOf(now);
+  const auto [heldDay, heldTime] = momentOf(before);
+  const std::string text = "they are of " + day + ", older than those of " + heldDay;
+  return day != heldDay || time.empty() ? text : text + " (" + time + ", before " + heldTime + ")";
 }
 
 }  // namespace
@@ -48,9 +60,9 @@ std::string RatesReason::sentence() const {
       return "the sources contradict each other: " + shownCode(code) + " is " + figure(before) +
              " in one and " + figure(now) + " in another";
     case Kind::future:
-      return "they are of the future, " + dayOf(now);
+      return "they are of the future, " + momentOf(now).first;
     case Kind::older:
-      return "they are of " + dayOf(now) + ", older than those of " + dayOf(before);
+      return olderText(now, before);
     case Kind::unchecked:
       return "the check of the rates failed";
     case Kind::other:

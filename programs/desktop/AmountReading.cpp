@@ -33,6 +33,9 @@ QString problemOf(const std::string& typed, const SentenceProblem& problem) {
       return say(QT_TRANSLATE_NOOP("AmountReading", "Too large a number"));
     case Problem::secondCurrency:
       return say(QT_TRANSLATE_NOOP("AmountReading", "Two currencies in one calculation"));
+    case Problem::unknownDay:
+      return say(QT_TRANSLATE_NOOP("AmountReading", "No day; write it like %1"))
+          .arg(QStringLiteral("2024-03-01"));
     case Problem::unknownCurrency:
       if (problem.place > 0) return unknownCurrency(typed, problem);
       break;
@@ -55,6 +58,9 @@ QString noticeOf(const Sentence& sentence) {
       case Notice::name:
         return say(QT_TRANSLATE_NOOP("AmountReading", "“%1” was read as %2"))
             .arg(toQt(notice.text), name);
+      case Notice::accounting:
+        return say(QT_TRANSLATE_NOOP("AmountReading", "“%1” was read as %2"))
+            .arg(toQt(notice.text), plainNumber(notice.value));
       case Notice::hundredths:
         if (notice.value != kHundred) continue;
         return say(QT_TRANSLATE_NOOP("AmountReading", "%1: hundredths of %2"))

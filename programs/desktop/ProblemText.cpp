@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QTimeZone>
+#include <cmath>
 
 #include "programs/desktop/Languages.h"
 #include "programs/desktop/QtText.h"
@@ -62,6 +63,17 @@ QString dayText(double secondsSince1970) {
       QCoreApplication::translate("FreshnessWords", "d MMMM yyyy", "a day"));
 }
 
+// Two moments, told by their days, and by their times where the day is the same.
+QString momentText(double secondsSince1970, double other) {
+  constexpr double kDay = 86400;
+  if (std::floor(secondsSince1970 / kDay) != std::floor(other / kDay)) {
+    return dayText(secondsSince1970);
+  }
+  return languageLocale().toString(
+      QDateTime::fromSecsSinceEpoch(static_cast<qint64>(secondsSince1970), QTimeZone::utc()),
+      QLocale::LongFormat);
+}
+
 const char* sentenceOf(ResponseError::Kind kind) {
   using Kind = ResponseError::Kind;
   switch (kind) {
@@ -104,11 +116,13 @@ QString inWords(const RatesReason& reason) {
   using Kind = RatesReason::Kind;
   if (reason.kind == Kind::other) return lineOf(reason.text);
   const bool isDated = reason.kind == Kind::future || reason.kind == Kind::older;
-  const auto argument = [&](double value) { return isDated ? dayText(value) : plainNumber(value); };
+  const auto argument = [&](double value, double other) {
+    return isDated ? momentText(value, other) : plainNumber(value);
+  };
   QString words = translated(sentenceOf(reason.kind));
   // The figures first: a code may hold a percent sign.
-  words.replace(QStringLiteral("%2"), argument(reason.before));
-  words.replace(QStringLiteral("%3"), argument(reason.now));
+  words.replace(QStringLiteral("%2"), argument(reason.before, reason.now));
+  words.replace(QStringLiteral("%3"), argument(reason.now, reason.before));
   return words.replace(QStringLiteral("%1"), lineOf(reason.code.substr(0, kLongestCode)));
 }
 

@@ -71,7 +71,7 @@ void Refresher::startIfStale() {
 }
 
 void Refresher::keep(const std::string& name, const std::vector<RatesTable>& tables) {
-  history_.keep(sources::takenTables(name, tables, desk_.now()), this, [this](const QString& line) {
+  history_.keep(sources::takenTables({name}, tables), this, [this](const QString& line) {
     if (isRunning_ || !problem_.isEmpty()) return;
     problem_ = line;
     emit stateChanged();

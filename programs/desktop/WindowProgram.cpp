@@ -6,6 +6,8 @@
 #include <QWidget>
 #include <algorithm>
 #include <chrono>
+#include <iterator>
+#include <string_view>
 
 #include "programs/desktop/EndSignals.h"
 #include "programs/desktop/FirstPaint.h"
@@ -26,6 +28,13 @@ QStringList withOperandsMarked(QStringList arguments) {
 }
 
 }  // namespace
+
+void answerWithoutDisplay(int count, char** arguments) {
+  constexpr std::string_view kTold[] = {"-h", "--help", "--help-all", "-v", "--version"};
+  const bool isTold =
+      count > 1 && std::find(std::begin(kTold), std::end(kTold), arguments[1]) != std::end(kTold);
+  if (isTold) qputenv("QT_QPA_PLATFORM", "offscreen");
+}
 
 void prepareApplication(QApplication& application, const QString& id, const QString& name) {
   QApplication::setOrganizationName(QStringLiteral("fexora"));

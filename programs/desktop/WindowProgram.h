@@ -5,6 +5,9 @@
 
 namespace fexora::desktop {
 
+// Before the application: --help and --version are answered without a display, too.
+void answerWithoutDisplay(int count, char** arguments);
+
 // Names and language of a program; before any widget. `id` is that of its .desktop file.
 void prepareApplication(QApplication& application, const QString& id, const QString& name);
 

@@ -22,8 +22,8 @@ void checkAge(const Options& options, const Source& source, Date today) {
   // Somewhere it is tomorrow already.
   if (days < -1) throw rejection(rates + " lie in the future");
   if (!options.maxAge || days <= *options.maxAge) return;
-  throw rejection(rates + " are " + shortestText(days) + " days old, more than " +
-                  shortestText(*options.maxAge));
+  throw rejection(rates + " are " + shortestText(days) + (days == 1 ? " day" : " days") +
+                  " old, more than " + shortestText(*options.maxAge));
 }
 
 void checkCount(const Options& options, const MergedRates& rates) {

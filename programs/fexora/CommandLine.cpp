@@ -29,7 +29,7 @@ constexpr std::array<CommandEntry, 8> kCommands = {{
     {"select", Command::select, "[CODE…]", "Show, replace or change the stored selection."},
     {"settings", Command::settings, "[NAME [VALUE]]", "Show the settings, or set one."},
     {"search", Command::search, "TEXT…", "Find currencies by code, sign, name or country."},
-    {"refresh", Command::refresh, "[SOURCE…]",
+    {"refresh", Command::refresh, "",
      "Load fresh rates and wait for them: from where the setting ratesFrom says, or from sources."},
     {"history", Command::history, "[SRC DST…]",
      "Show how the rate of a pair moved, or which past days are kept."},

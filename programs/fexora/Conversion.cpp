@@ -96,7 +96,8 @@ void tellMissing(const std::vector<std::string>& unknown, const std::vector<std:
   if (!noRates.empty()) {
     result.problem += (unknown.empty() ? "there is no rate from " : "; there is no rate from ") +
                       result.source->code() + " to " + listed(noRates);
-    if (result.on) result.problem += dayAndReach(*result.on) + whatIsKept(history(store));
+    if (result.on)
+      result.problem += dayAndReach(*result.on) + whatIsKept(history(store), result.on->day);
   }
   if (result.lines.empty()) {
     throw Failure{Exit::noCurrency, unknown.empty() ? "rate" : "currency", result.problem};

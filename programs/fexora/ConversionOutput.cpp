@@ -1,5 +1,7 @@
 // How a conversion is shown: a table for people, an object for programs.
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 
 #include "fexora/platform/text/NumberText.h"
@@ -80,12 +82,20 @@ std::string shownAmount(const ConversionLine& line, const Conversion& conversion
       .amount(line.item.dstAmount.doubleValue());
 }
 
+// All its digits, without an exponent.
+std::string digitsOf(double value) {
+  std::array<char, 512> text;  // the smallest double has 326 characters
+  return {
+      text.data(),
+      std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed).ptr};
+}
+
 // For a script: whatever the locale and the settings are.
 void printNumbers(const Conversion& conversion, const CommandLine& options) {
   for (const ConversionLine& line : conversion.lines) {
     const double value = line.item.dstAmount.doubleValue();
     const auto digits = roundedDigits(line, conversion, options);
-    printLine(digits ? fixedText(value, *digits) : shortestText(value));
+    printLine(digits ? fixedText(value, *digits) : digitsOf(value));
   }
 }
 

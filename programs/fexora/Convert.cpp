@@ -47,7 +47,7 @@ std::optional<PastDay> dayOf(const Sentence& sentence, const CommandLine& line,
 // exit code is the largest of theirs.
 class Lines {
  public:
-  // `on` is the day of the lines that do not begin with one of their own.
+  // `on` is the day of the lines that name none of their own.
   Lines(const CommandLine& line, StoreManager& store, const std::optional<PastDay>& on)
       : line_(line), store_(store), on_(on) {}
 
@@ -73,11 +73,10 @@ class Lines {
   void end() { endAsked_.end(); }
 
  private:
-  Exit convertNumbered(std::string text, const std::string& place) {
+  Exit convertNumbered(const std::string& text, const std::string& place) {
     try {
-      const auto day = takeDay(text);
       const Sentence sentence = readLine(text, line_);
-      const auto on = day ? std::optional(pastDayOf(line_, *day)) : dayOf(sentence, line_, on_);
+      const auto on = sentence.day ? std::optional(pastDayOf(line_, *sentence.day)) : on_;
       if (!on) isRecorded_ = true;
       return convertOne(sentence, line_, store_, false, place, on);
     } catch (Failure& failure) {

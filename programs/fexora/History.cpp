@@ -205,7 +205,7 @@ Exit history(const CommandLine& line) {
   std::string problem;
   if (!missing.empty()) {
     problem = "there is no past rate from " + all.front().source->code() + " to " +
-              listed(missing) + " in these days" + whatIsKept(rates);
+              listed(missing) + " in these days" + whatIsKept(rates, spanOf(line).last);
   }
   if (missing.size() == all.size()) throw Failure{Exit::noCurrency, "rate", problem};
   const bool isPlot = line.plot || (!line.csv && !line.json && isatty(STDOUT_FILENO) != 0);

@@ -10,10 +10,7 @@
 
 namespace fexora::program {
 
-// Those of one source that has a name, "service" included; and the rates that come with the
-// program.
-void keepTables(const std::string& name, const std::vector<RatesTable>& tables);
-// Those of each operand: a name, an address, a file or -.
-void keepSources(const std::vector<std::string>& operands, const std::vector<RatesTable>& tables);
+// And the rates that come with the program. `names` as in TakenTables.h.
+void keepTables(const std::vector<std::string>& names, const std::vector<RatesTable>& tables);
 
 }  // namespace fexora::program

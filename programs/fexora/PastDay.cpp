@@ -9,8 +9,6 @@
 namespace fexora::program {
 namespace {
 
-constexpr std::size_t kDayLength = 10;
-
 Date dateOf(Day day) {
   return Date(static_cast<double>(std::chrono::sys_seconds(day).time_since_epoch().count()));
 }
@@ -64,15 +62,6 @@ PastDay pastDayOf(const CommandLine& line, Day day) {
   return {day, day, pastQuestionOf(line)};
 }
 
-std::optional<Day> takeDay(std::string& line) {
-  const auto day = dayFromIsoText(std::string_view(line).substr(0, kDayLength));
-  if (!day || line.size() == kDayLength || (line[kDayLength] != ' ' && line[kDayLength] != '\t')) {
-    return std::nullopt;
-  }
-  line.erase(0, std::min(line.find_first_not_of(" \t", kDayLength), line.size()));
-  return day;
-}
-
 RateHistory& history(StoreManager& store) {
   static RateHistory* const rates =
       rateHistory(store.applicationDocumentsDirectory(), *Platform::process().files,
@@ -91,7 +80,7 @@ std::string weekdayText(Day day) {
   return std::string(kWeekdays.at(std::chrono::weekday(day).c_encoding())) + " " + shownDay(day);
 }
 
-std::string whatIsKept(RateHistory& rates) {
+std::string whatIsKept(RateHistory& rates, Day last) {
   const HistorySummary kept = rates.summary();
   if (!kept.problem.empty()) return "; " + kept.problem;
   if (kept.sources.empty()) {
@@ -99,7 +88,9 @@ std::string whatIsKept(RateHistory& rates) {
   }
   Day first = kept.sources.front().first;
   for (const HistorySummary::Line& line : kept.sources) first = std::min(first, line.first);
-  return "; the history begins on " + shownDay(first);
+  // It may have gaps, or lack the source or a currency.
+  const std::string rest = last < first ? "" : ", and fexora history tells what it has";
+  return "; the history begins on " + shownDay(first) + rest;
 }
 
 }  // namespace fexora::program

@@ -30,9 +30,6 @@ PastDay pastDayOf(const CommandLine& line, Day day);
 // The sources that --source names.
 PastQuestion pastQuestionOf(const CommandLine& line);
 
-// Takes the day and the blanks behind it off the head of a line that begins with one.
-std::optional<Day> takeDay(std::string& line);
-
 // The history in the store's folder, whether there is one or not. Lives as long as the process.
 RateHistory& history(StoreManager& store);
 
@@ -40,7 +37,7 @@ RateHistory& history(StoreManager& store);
 std::string shownDay(Day day);
 // "Friday 11 September", with the year when it is not this one.
 std::string weekdayText(Day day);
-// Why there is no rate: what the history holds instead, after "; ".
-std::string whatIsKept(RateHistory& rates);
+// Why there is no rate of `last` or before it: what the history holds instead, after "; ".
+std::string whatIsKept(RateHistory& rates, Day last);
 
 }  // namespace fexora::program

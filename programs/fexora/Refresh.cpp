@@ -26,12 +26,18 @@ std::string whatStays(const StoreManager& store) {
   return "; the cached rates stay: " + ratesText(rateManager().freshness());
 }
 
+bool isWithoutRates() {
+  const auto& against = rateManager().verdict().against;
+  return against && against->kind == RatesReason::Kind::noRates;
+}
+
 // What a person may type next.
 std::string advice(const RatesProblem& problem) {
   using Kind = ResponseError::Kind;
   switch (problem.cause) {
     case RatesProblem::Cause::refused:
-      return " (fexora refresh --force takes them)";
+      // Without any it would only empty the store.
+      return isWithoutRates() ? "" : " (fexora refresh --force takes them)";
     case RatesProblem::Cause::nowhere:
       return "";
     case RatesProblem::Cause::unread:
@@ -47,12 +53,18 @@ std::string advice(const RatesProblem& problem) {
              : " (another source: fexora refresh --from ecb)";
 }
 
+// What the service said instead of rates.
+std::string serviceWords() {
+  const std::string& message = rateManager().serviceMessage();
+  return isWithoutRates() && !message.empty() ? "; the service says: " + message : "";
+}
+
 Failure failureOf(const StoreManager& store, const RatesProblem& problem) {
   const std::string end = advice(problem) + whatStays(store);
   switch (problem.cause) {
     case RatesProblem::Cause::refused:
       return {Exit::network, "implausible",
-              "the new rates look wrong: " + problem.error.message + end};
+              "the new rates look wrong: " + problem.error.message + serviceWords() + end};
     case RatesProblem::Cause::nowhere:
       return {Exit::network, "nowhere",
               "nobody is asked for rates, as the setting ratesFrom says; fexora settings ratesFrom "
@@ -70,7 +82,7 @@ Failure failureOf(const StoreManager& store, const RatesProblem& problem) {
 FreshRates& freshRates() {
   static auto* const fresh = [] {
     auto* const made = new FreshRates(rateManager(), storeManager());
-    made->setTaken(keepTables);
+    made->setTaken([](const std::string& name, const auto& tables) { keepTables({name}, tables); });
     return made;
   }();
   return *fresh;
@@ -113,7 +125,7 @@ Codes refreshFrom(const std::vector<std::string>& sources, const StoreManager& s
   if (const auto error = rateManager().takeTables(tables, true)) {
     throw failureOf(store, {RatesProblem::Cause::refused, *error});
   }
-  keepSources(sources, tables);
+  keepTables(sources, tables);
   for (const RatesReason& reason : rateManager().verdict().leftOut) came.erase(reason.code);
   return came;
 }
@@ -179,7 +191,12 @@ void startRefresh(const StoreManager& store, std::function<void(std::optional<Fa
 }
 
 void refresh(const CommandLine& line) {
-  if (!line.operands.empty() && line.past.empty()) throw usageFailure("refresh takes options only");
+  if (!line.operands.empty() && line.past.empty()) {
+    throw usageFailure("refresh takes sources by an option, as in: fexora refresh --from ecb");
+  }
+  if (!line.from.empty() && !line.past.empty()) {
+    throw usageFailure("--from and --history are two tasks: give one of them");
+  }
   StoreManager& store = openStoreInFolder();
   if (!line.past.empty()) return importHistory(line, store);
   if (line.force) rateManager().setAnswerCheck({});
@@ -190,7 +207,7 @@ void refresh(const CommandLine& line) {
   } else {
     came = refreshFrom(line.from, store);
   }
-  if (came.empty()) printMessage("warning: the answer holds no rates");
+  if (came.empty()) printMessage("warning: the answer holds no rates of known currencies");
   tellNotices();
   printRefresh(line, store, came.size());
   requireSaved(store);

@@ -49,6 +49,10 @@ Failure failureOf(const std::string& text, const SentenceProblem& problem) {
             "there is no currency " + quoted(word) + atPlace(text, problem.place) +
                 "; expected a code like USD or a whole name" + near};
   }
+  if (problem.kind == Kind::unknownDay) {
+    return {Exit::usage, "day",
+            quoted(word) + " is no day; expected one like 2024-03-01 or 1 March 2024"};
+  }
   std::string message = quoted(problem.place < text.size() ? wordAt(text, problem.place) : text);
   if (problem.kind == Kind::unknownCurrency) {
     message += " is no finite number and no currency; expected an amount like " + plainly(12.5);

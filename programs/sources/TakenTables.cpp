@@ -1,6 +1,6 @@
 #include "programs/sources/TakenTables.h"
 
-#include <utility>
+#include <algorithm>
 
 #include "fexora/platform/text/AsciiCase.h"
 
@@ -16,35 +16,21 @@ std::string sourceOf(const std::string& name, const RatesTable& table) {
   return ascii::lowercased(table.base);
 }
 
-std::vector<PublishedTable> withBundle(std::vector<PublishedTable> tables) {
-  RatesTable bundled;
-  bundled.rates = bundledUSDRates();
-  tables.push_back(takenTable(bundled, "bundled", bundledRatesDay()));
-  std::erase_if(tables, [](const PublishedTable& table) { return table.figures.empty(); });
-  return tables;
-}
-
 }  // namespace
 
-std::vector<PublishedTable> takenTables(const std::string& name,
-                                        const std::vector<RatesTable>& tables, Date now) {
-  std::vector<PublishedTable> taken;
-  taken.reserve(tables.size() + 1);
-  for (const RatesTable& table : tables) {
-    taken.push_back(takenTable(table, sourceOf(name, table), now));
-  }
-  return withBundle(std::move(taken));
-}
-
-std::vector<PublishedTable> takenTables(const std::vector<std::string>& operands,
+std::vector<PublishedTable> takenTables(const std::vector<std::string>& names,
                                         const std::vector<RatesTable>& tables) {
   std::vector<PublishedTable> taken;
   for (std::size_t i = 0; i < tables.size(); ++i) {
-    const std::string name = i < operands.size() ? operands[i] : std::string();
+    const std::string& name = names[std::min(i, names.size() - 1)];
     if (!tables[i].published) continue;
     taken.push_back(takenTable(tables[i], sourceOf(name, tables[i]), *tables[i].published));
   }
-  return withBundle(std::move(taken));
+  RatesTable bundled;
+  bundled.rates = bundledUSDRates();
+  taken.push_back(takenTable(bundled, "bundled", bundledRatesDay()));
+  std::erase_if(taken, [](const PublishedTable& table) { return table.figures.empty(); });
+  return taken;
 }
 
 }  // namespace fexora::sources

@@ -8,14 +8,11 @@
 
 namespace fexora::sources {
 
-// Of one source that has a name, "service" included, and of the rates that come with the program.
-// Figures as they were printed; what no table takes is left out. One of an unknown day is of the
-// day of `now`, the moment at which they came.
-std::vector<PublishedTable> takenTables(const std::string& name,
-                                        const std::vector<RatesTable>& tables, Date now);
-// The same of sources of any kind, one for each table: a name, an address, a file or -. One of an
-// unknown day is left out: nothing can be said of it later.
-std::vector<PublishedTable> takenTables(const std::vector<std::string>& operands,
+// Of sources of any kind, and of the rates that come with the program. `names` has one of each
+// table, or one of them all: a name, "service" included, an address, a file or -. Figures as they
+// were printed; what no table takes is left out, and so is a table of an unknown day: nothing can
+// be said of it later.
+std::vector<PublishedTable> takenTables(const std::vector<std::string>& names,
                                         const std::vector<RatesTable>& tables);
 
 }  // namespace fexora::sources

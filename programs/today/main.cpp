@@ -11,6 +11,7 @@
 int main(int count, char** arguments) {
   using namespace fexora::desktop;
   fexora::program::prepareProcess();
+  answerWithoutDisplay(count, arguments);
   QApplication application(count, arguments);
   const Desk desk = Desk::process();
   const QString id = QStringLiteral("org.fexora.Today");

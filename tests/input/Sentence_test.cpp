@@ -199,7 +199,9 @@ TEST_F(SentenceTest, DaysAtTheEnd_AreReadWhereNothingIsGuessed) {
                         {"100 usd eur on 30 feb 2024", "", ""},
                         {"1 march 2024", "", ""},
                         {"yesterday", "", ""},
-                        {"2024-03-01 usd", "", ""}}) {
+                        {"2024-03-01 usd eur", "usd eur", "2024-03-01"},
+                        {"2024-03-01 - 5 usd", "", ""},
+                        {"2024-03-01", "", ""}}) {
     const auto found = sentenceDay(row.text, today);
     ASSERT_EQ(found.has_value(), *row.day != '\0') << row.text;
     if (!found) continue;

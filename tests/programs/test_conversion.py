@@ -139,6 +139,8 @@ class Conversion(ProgramTest):
         shown = self.succeed("1234.5", "USD", "USD", "JPY", "--plain", "--locale", "de_DE")
         self.assertEqual([float(line) for line in shown.splitlines()],
                          [1234.5, 1234.5 * rates["JPY"]])
+        for small_or_large in ("1e-9", "1e25"):
+            self.assertRegex(self.succeed(small_or_large, "USD", "EUR", "--plain"), r"^[0-9.]+\n$")
         self.assertEqual(self.succeed("2", "USD", "EUR", "--plain", "--rounded"),
                          f"{2 * rates['EUR']:.2f}\n")
 

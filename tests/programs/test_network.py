@@ -156,6 +156,10 @@ class Answers(ServedTest):
                 '{"rates": null}')):
             self.assertEqual(self.failure(3, "refresh")["kind"], "implausible")
             self.assertEqual(self.store.read_bytes(), self.before)
+        self.service.script = answer('{"serviceMessage": "closed for good", "rates": []}')
+        message = self.failure(3, "refresh")["message"]
+        self.assertIn("there are none; the service says: closed for good; the cached", message)
+        self.service.script = answer("{}")
         code, out, err = self.run_program("refresh", "--force", "--json")
         self.assertEqual((code, json.loads(out)["count"], json.loads(out)["message"]), (0, 0, ""))
         self.assertIn("no rates", err)

@@ -72,6 +72,22 @@ class Package(unittest.TestCase):
             self.assertEqual(fexora.round_amount(Decimal(amount), code, mode), Decimal(expected))
             self.assertEqual(fexora.round_amount(float(amount), code, mode), float(expected))
 
+    def test_the_command(self):
+        def command(text):
+            done = subprocess.run([sys.executable, "-B", "-m", "fexora", *text.split()], text=True,
+                                  capture_output=True)
+            return done.returncode, done.stdout, done.stderr
+
+        code, out, err = command("100 usd in btc jpy")
+        bitcoin, yen = (float(line.split()[0].replace(",", "")) for line in out.splitlines())
+        self.assertAlmostEqual(bitcoin / fexora.convert(100, "USD", "BTC"), 1, delta=0.005)
+        self.assertEqual(yen, round(fexora.convert(100, "USD", "JPY")))
+        day = fexora.freshness().published.date()
+        self.assertEqual((code, err), (0, f"rates of {day}, bundled\n"))
+        code, out, err = command("100")
+        self.assertEqual((code, out), (1, ""))
+        self.assertIn("expected a currency after the amount", err)
+
     def test_past_day_is_the_historys(self):
         subprocess.run([os.environ["FEXORA_TEST_KEEP"], self.folder], check=True)
         with Session(self.folder) as session:

@@ -43,6 +43,10 @@
         <translation>قوس بلا مقابل</translation>
     </message>
     <message>
+        <source>No day; write it like %1</source>
+        <translation>ليس تاريخًا؛ اكتبه مثل %1</translation>
+    </message>
+    <message>
         <source>Divided by zero</source>
         <translation>قسمة على صفر</translation>
     </message>

@@ -43,6 +43,10 @@
         <translation>Eine Klammer hat kein Gegenstück</translation>
     </message>
     <message>
+        <source>No day; write it like %1</source>
+        <translation>Kein Tag; zum Beispiel %1</translation>
+    </message>
+    <message>
         <source>Divided by zero</source>
         <translation>Durch null geteilt</translation>
     </message>

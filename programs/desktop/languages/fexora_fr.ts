@@ -43,6 +43,10 @@
         <translation>Une parenthèse est seule</translation>
     </message>
     <message>
+        <source>No day; write it like %1</source>
+        <translation>Pas un jour ; par exemple %1</translation>
+    </message>
+    <message>
         <source>Divided by zero</source>
         <translation>Division par zéro</translation>
     </message>

@@ -43,6 +43,10 @@
         <translation>括弧が対になっていません</translation>
     </message>
     <message>
+        <source>No day; write it like %1</source>
+        <translation>日付ではありません。例: %1</translation>
+    </message>
+    <message>
         <source>Divided by zero</source>
         <translation>0 で割っています</translation>
     </message>
