@@ -25,6 +25,10 @@ endif()
 if(FEXORA_WERROR)
   add_compile_options(-Werror)
 endif()
+if(FEXORA_TESTS OR FEXORA_SANITIZE)
+  # An empty optional that is read, or a place behind the end of a list, ends the program.
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+endif()
 if(NOT FEXORA_SANITIZE)
   # A symbol that the library forgot to export stops the build, not a module at run time.
   add_link_options(-Wl,-z,defs)
