@@ -115,6 +115,7 @@ int fexora_read_rates(fexora_session* session, const char* text, size_t size, fe
 int fexora_refresh(fexora_session* session, const char* from, double seconds, fexora_error* error) {
   return withSession(session, error, [&] {
     if (!(seconds >= 0)) return misuse("seconds are 0 or more");
+    if (from != nullptr && *from == '\0') return misuse("no source is named");
     return refreshRates(*session, from, seconds);
   });
 }

@@ -163,8 +163,8 @@ void printPlot(const Series& series, const StoreManager& store) {
   printLine(row("lowest   ", series.lowest()));
   printLine(row("highest  ", series.highest()));
   const double percent = (last.rate / first.rate - 1) * 100;
-  printLine(row("last     ", last) + "   " + (percent < 0 ? "" : "+") + fixedText(percent, 2) +
-            " %");
+  printLine(row("last     ", last) + "   " + (percent < 0 ? "" : "+") +
+            Text::process().formatNumber(percent, Locale::current(), {2, 2, true}) + " %");
   printLine(std::to_string(series.rates.size()) +
             (series.rates.size() == 1 ? " day, from " : " days, from ") + first.source);
 }

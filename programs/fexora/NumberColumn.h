@@ -6,6 +6,9 @@
 
 namespace fexora::program {
 
+// In characters, each of which takes one column.
+std::size_t numberWidth(const std::string& text);
+
 class NumberColumn {
  public:
   void add(std::string text);

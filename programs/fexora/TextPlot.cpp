@@ -10,8 +10,8 @@
 
 #include "fexora/platform/base/Environment.h"
 #include "fexora/platform/text/AsciiCase.h"
-#include "fexora/platform/text/NumberText.h"
 
+#include "programs/fexora/NumberColumn.h"
 #include "programs/shared/PlotScale.h"
 
 namespace fexora::program {
@@ -105,7 +105,7 @@ class Plot {
       : rates_(rates), isBraille_(form.isBraille), scale_(plotScale(rates)) {
     const int columns = std::clamp(form.columns, kFewestColumns, kMostColumns) - 1;
     for (const double value : scale_.numbers()) {
-      labelWidth_ = std::max(labelWidth_, fixedText(value, scale_.digits).size());
+      labelWidth_ = std::max(labelWidth_, numberWidth(numberText(value)));
     }
     width_ = std::max(columns - static_cast<int>(labelWidth_) - 2, 10);
     first_ = rates.front().day;
@@ -118,7 +118,7 @@ class Plot {
     std::vector<std::string> lines;
     for (int row = 0; row < kRows; ++row) {
       const std::string label = labelOf(row);
-      std::string line(labelWidth_ - label.size(), ' ');
+      std::string line(labelWidth_ - numberWidth(label), ' ');
       line.append(label).append(" ");
       line += isBraille_ ? (label.empty() ? "│" : "┤") : "|";
       lines.push_back(line + canvas.row(row));
@@ -128,12 +128,17 @@ class Plot {
   }
 
  private:
+  std::string numberText(double value) const {
+    return fexora::Text::process().formatNumber(value, Locale::current(),
+                                                {scale_.digits, scale_.digits, false});
+  }
+
   // The number that stands beside a row: one whose own place falls into it.
   std::string labelOf(int row) const {
     for (const double value : scale_.numbers()) {
       const double part = (scale_.high - value) / (scale_.high - scale_.low);
       if (std::min(static_cast<int>(part * kRows), kRows - 1) == row) {
-        return fixedText(value, scale_.digits);
+        return numberText(value);
       }
     }
     return {};

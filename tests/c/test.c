@@ -101,6 +101,7 @@ static void rates_and_structs(const char* file) {
   CHECK(isnan(day)); /* the text does not say */
   FAILS(FEXORA_REFUSED, fexora_read_rates(any, "{", 1, &failure));
   FAILS(FEXORA_NETWORK, fexora_refresh(any, "/nowhere", 0, &failure));
+  FAILS(FEXORA_MISUSE, fexora_refresh(any, "", 0, &failure));
   OK(fexora_refresh(any, file, 0, &failure));
   OK(fexora_codes(any, NULL, 0, &count, &failure));
   CHECK(count > 100);

@@ -128,6 +128,8 @@ class History(ProgramTest):
             self.assertTrue(any(char == ink or char > ink == "\u2800"
                                 for char in "".join(plot[2:14])), plot)
             self.assertRegex("\n".join(plot), r"\n  lowest +0\.740* +10 September")
+            self.assertNotRegex(self.succeed("history", "USD", "GBP", "--plot", "--locale", "de_DE",
+                                             env=env), r"\d\.\d")
 
     def test_damage_is_said_and_costs_nothing_else(self):
         self.fill()
