@@ -6,29 +6,31 @@ namespace fexora::desktop {
 
 HistoryThread::HistoryThread(const Desk& desk, QObject* parent) : QObject(parent), desk_(desk) {
   connect(
-      this, &HistoryThread::ended, this, [](const std::function<void()>& done) { done(); },
-      Qt::QueuedConnection);
+      this, &HistoryThread::ended, this, [this] { told_.take()(); }, Qt::QueuedConnection);
 }
 
 HistoryThread::~HistoryThread() {
-  if (worker_ == nullptr) return;
+  if (!thread_.joinable()) return;
   // Behind all that waits there.
-  emit begun([this] { thread_.quit(); });
-  thread_.wait();
+  steps_.put({});
+  thread_.join();
 }
 
+// Not by Qt's threads and events, whose locks a thread checker does not see.
 void HistoryThread::run(std::function<void(RateHistory&)> work) {
-  if (worker_ == nullptr) {
+  if (!thread_.joinable()) {
     history_ = rateHistory(desk_.store.applicationDocumentsDirectory(), *desk_.platform.files,
                            *desk_.platform.log);
-    worker_ = std::make_unique<QObject>();
-    worker_->moveToThread(&thread_);
-    connect(this, &HistoryThread::begun, worker_.get(),
-            [](const std::function<void()>& step) { step(); });
-    thread_.setObjectName(QStringLiteral("history"));
-    thread_.start();
+    thread_ = std::thread([this] {
+      while (const auto step = steps_.take()) step();
+    });
   }
-  emit begun([this, work = std::move(work)] { work(*history_); });
+  steps_.put([this, work = std::move(work)] { work(*history_); });
+}
+
+void HistoryThread::tell(std::function<void()> done) {
+  told_.put(std::move(done));
+  emit ended();
 }
 
 void HistoryThread::keep(std::vector<PublishedTable> tables, QObject* asker,

@@ -6,13 +6,14 @@
 
 #include <QObject>
 #include <QPointer>
-#include <QThread>
 #include <functional>
 #include <memory>
+#include <thread>
 #include <type_traits>
 #include <utility>
 
 #include "programs/desktop/Desk.h"
+#include "programs/desktop/StepQueue.h"
 
 namespace fexora::desktop {
 
@@ -47,18 +48,18 @@ class HistoryThread final : public QObject {
  signals:
   // Other tables than before are kept.
   void changed();
-  // This object's own way to its thread and back.
-  void begun(std::function<void()> work);
-  void ended(std::function<void()> done);
+  // This object's own way back from its thread: there is one step more to be told.
+  void ended();
 
  private:
   void run(std::function<void(RateHistory&)> work);
-  void tell(std::function<void()> done) { emit ended(std::move(done)); }
+  void tell(std::function<void()> done);
 
   Desk desk_;
-  QThread thread_;
-  std::unique_ptr<QObject> worker_;  // lives on the thread
+  StepQueue steps_;  // of the thread; an empty one ends it
+  StepQueue told_;   // of the main thread
   std::unique_ptr<RateHistory> history_;
+  std::thread thread_;
 };
 
 }  // namespace fexora::desktop
