@@ -339,8 +339,11 @@ std::optional<Sentence> readDated(std::string_view text, const SentenceOptions& 
   const auto today = std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
   const auto day = sentenceDay(text, today);
   if (!day || (days == Days::iso && !day->isIso)) return std::nullopt;
-  Sentence sentence = readSentence(text.substr(day->begin, day->end - day->begin), options);
-  if (sentence.problem || sentence.day) return std::nullopt;
+  const std::string_view rest = text.substr(day->begin, day->end - day->begin);
+  // Before it is read: each day in a row would be tried with and without all that follow.
+  if (sentenceDay(rest, today)) return std::nullopt;
+  Sentence sentence = readSentence(rest, options);
+  if (sentence.problem) return std::nullopt;
   sentence.amountEnd += day->begin;
   sentence.day = day->day;
   return sentence;

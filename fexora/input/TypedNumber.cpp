@@ -53,8 +53,9 @@ NumberReading numberOf(TypedRun whole, TypedRun fraction, const Rules& rules) {
   appendDigits(text, fraction);
   if (!rules.exponent.empty()) text.append("e").append(rules.exponent);
   const double value = parseDouble(text).value_or(0.0);
-  return std::isfinite(value) ? NumberReading{value, {}, {}, 0}
-                              : rejected(kNumberTooLarge, whole.front());
+  return std::isfinite(value)
+             ? NumberReading{value, {}, {}, 0}
+             : rejected(kNumberTooLarge, (whole.empty() ? fraction : whole).front());
 }
 
 // Where the last group of a wrong size begins, or where another mark than `mark` stands.

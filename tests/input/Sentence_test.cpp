@@ -157,6 +157,7 @@ TEST_F(SentenceTest, WhatIsWrong_SaysWhereAndWhatIsNear) {
                                   {"10 to 5", Problem::unexpected, 6, ""},
                                   {"1.2.3 usd", Problem::noNumber, 0, ""},
                                   {"0x10 usd", Problem::noNumber, 1, ""},
+                                  {".5e400 usd", Problem::noNumber, 0, ""},
                                   {"12+", Problem::incomplete, 3, ""},
                                   {"12+*3 usd", Problem::unexpected, 3, ""},
                                   {"(1+2 usd", Problem::unbalanced, 0, ""},
@@ -215,6 +216,11 @@ TEST_F(SentenceTest, DaysAtTheEnd_AreReadWhereNothingIsGuessed) {
   EXPECT_EQ(dated.destinations.size(), 1u);
   EXPECT_FALSE(read("100 usd in eur").day);
   EXPECT_TRUE(read("100 usd in foo on 1 march 2024").problem);
+  // As many days as fit cost no more than their length.
+  std::string days;
+  while (days.size() < 900) days += "2024-03-01 ";
+  EXPECT_TRUE(read(days + "x").problem);
+  EXPECT_FALSE(read("usd eur " + days).day);
 }
 
 TEST_F(SentenceTest, CodesInPlainLocales_OpenNoModule) {
