@@ -148,7 +148,7 @@ enum fexora_origin {
 enum fexora_state {
   FEXORA_STATE_NONE,
   FEXORA_STATE_FRESH, /* of today, or of the last working day */
-  FEXORA_STATE_STALE, /* a service's of an unknown day, too, however new they look */
+  FEXORA_STATE_STALE, /* rates of an unknown day, too, however new they look */
   FEXORA_STATE_OLD    /* a week or more, or nobody knows */
 };
 

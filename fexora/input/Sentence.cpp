@@ -331,21 +331,25 @@ Sentence readAlone(std::string_view text, const Reader& reader, Sentence problem
   return sentence;
 }
 
-enum class Days { all, iso };
+std::string_view withoutDay(std::string_view text, const SentenceDay& day) {
+  return text.substr(day.begin, day.end - day.begin);
+}
 
-// The same without the day that it names; nothing where it names none, or is wrong without it, too.
-std::optional<Sentence> readDated(std::string_view text, const SentenceOptions& options,
-                                  Days days) {
+// The day that the text names, where what is left names no other: each day in a row would be tried
+// with and without all that follow.
+std::optional<SentenceDay> onlyDay(std::string_view text) {
   const auto today = std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
   const auto day = sentenceDay(text, today);
-  if (!day || (days == Days::iso && !day->isIso)) return std::nullopt;
-  const std::string_view rest = text.substr(day->begin, day->end - day->begin);
-  // Before it is read: each day in a row would be tried with and without all that follow.
-  if (sentenceDay(rest, today)) return std::nullopt;
-  Sentence sentence = readSentence(rest, options);
+  return day && !sentenceDay(withoutDay(text, *day), today) ? day : std::nullopt;
+}
+
+// The same without its day; nothing where it is wrong without it, too.
+std::optional<Sentence> readDated(std::string_view text, const SentenceDay& day,
+                                  const SentenceOptions& options) {
+  Sentence sentence = readSentence(withoutDay(text, day), options);
   if (sentence.problem) return std::nullopt;
-  sentence.amountEnd += day->begin;
-  sentence.day = day->day;
+  sentence.amountEnd += day.begin;
+  sentence.day = day.day;
   return sentence;
 }
 
@@ -355,9 +359,12 @@ Sentence readSentence(std::string_view text, const SentenceOptions& options) {
   if (text.size() > limits::kSentenceBytes) {
     return rejected(Kind::tooLong, kTooLong, limits::kSentenceBytes);
   }
-  // "2024-03-01 usd eur" would be a subtraction, too.
-  if (text.find('-') != std::string_view::npos) {
-    if (auto dated = readDated(text, options, Days::iso)) return *std::move(dated);
+  // "2024-03-01 usd eur" would be a subtraction, too; all other days are looked for where there is
+  // no other reading.
+  const bool mayBeIso = text.find('-') != std::string_view::npos;
+  auto day = mayBeIso ? onlyDay(text) : std::nullopt;
+  if (day && day->isIso) {
+    if (auto dated = readDated(text, *day, options)) return *std::move(dated);
   }
   Text& rules = options.rules != nullptr ? *options.rules : Text::process();
   const CurrencyManager& catalogue =
@@ -367,7 +374,10 @@ Sentence readSentence(std::string_view text, const SentenceOptions& options) {
   if (tokens.broken()) return rejected(Kind::notText, kBroken, *tokens.broken());
   Sentence sentence = readTokens(tokens, reader);
   if (!sentence.problem) return sentence;
-  if (auto dated = readDated(text, options, Days::all)) return *std::move(dated);
+  if (!mayBeIso) day = onlyDay(text);
+  if (day && !day->isIso) {
+    if (auto dated = readDated(text, *day, options)) return *std::move(dated);
+  }
   sentence = readAlone(text, reader, std::move(sentence));
   if (!sentence.problem || sentence.problem->kind != Kind::unknownCurrency) return sentence;
   SentenceProblem& problem = *sentence.problem;

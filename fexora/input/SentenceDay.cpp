@@ -97,6 +97,8 @@ std::optional<chrono::sys_days> dayOf(unsigned year, unsigned month, unsigned da
 std::optional<chrono::sys_days> isoDay(std::string_view text) {
   constexpr std::size_t kLength = 10;
   if (text.size() != kLength || text[4] != '-' || text[7] != '-') return std::nullopt;
+  // No "1." and no "1st".
+  if (text.find_first_not_of("0123456789-") != std::string_view::npos) return std::nullopt;
   const auto year = number(text.substr(0, 4), 4);
   const auto month = number(text.substr(5, 2), 2);
   const auto day = number(text.substr(8), 2);
@@ -157,7 +159,8 @@ std::optional<Found> foundAtEnd(const std::vector<DayWord>& words, chrono::sys_d
   return namedMonth(words, today);
 }
 
-// "2024-03-01 usd eur", "2024-03-01 -5 usd"; a sign that stands alone goes on with a calculation.
+// "2024-03-01 usd eur", "2024-03-01 -5 usd". Before one word it may be a number of that currency,
+// and a sign that stands alone goes on with a calculation.
 std::optional<SentenceDay> atFront(std::string_view text) {
   constexpr std::size_t kIso = 10;
   const std::size_t begin = std::min(text.find_first_not_of(" \t"), text.size());
@@ -165,8 +168,10 @@ std::optional<SentenceDay> atFront(std::string_view text) {
   const std::size_t end = begin + kIso;
   const auto rest = day ? text.find_first_not_of(" \t", end) : std::string_view::npos;
   if (rest == std::string_view::npos || rest == end) return std::nullopt;
+  const std::string_view asked = text.substr(rest, text.find_last_not_of(" \t") + 1 - rest);
+  if (asked.find_first_of(" \t0123456789") == std::string_view::npos) return std::nullopt;
   for (const std::string_view sign : {"+ ", "- ", "\u2212 "}) {
-    if (text.substr(rest).starts_with(sign)) return std::nullopt;
+    if (asked.starts_with(sign)) return std::nullopt;
   }
   return SentenceDay{*day, rest, text.size(), true};
 }

@@ -172,11 +172,11 @@ std::optional<ResponseError> RateManager::take(std::vector<RatesTable>& tables,
     // Any check's: it may quote the answer.
     makeOneLine(sentence);
     makeOneLine(reason->text);
-    platform_.log->write("New rates were not taken: " + sentence);
     // Why there are none the service may say.
     const bool isTold = reason->kind == RatesReason::Kind::noRates && answer != nullptr &&
                         !answer->serviceMessage().empty();
-    if (isTold) serviceMessage_ = oneLine(answer->serviceMessage());
+    if (isTold) sentence += "; the service says: " + oneLine(answer->serviceMessage());
+    platform_.log->write("New rates were not taken: " + sentence);
     verdict_ = *std::move(reason);
     return ResponseError{ResponseError::Kind::implausible, {}, std::move(sentence), 0};
   }

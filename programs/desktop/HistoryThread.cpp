@@ -10,7 +10,6 @@ HistoryThread::HistoryThread(const Desk& desk, QObject* parent) : QObject(parent
 }
 
 HistoryThread::~HistoryThread() {
-  if (!thread_.joinable()) return;
   // Behind all that waits there.
   steps_.put({});
   thread_.join();
@@ -18,13 +17,14 @@ HistoryThread::~HistoryThread() {
 
 // Not by Qt's threads and events, whose locks a thread checker does not see.
 void HistoryThread::run(std::function<void(RateHistory&)> work) {
-  if (!thread_.joinable()) {
+  if (history_ == nullptr) {
     history_ = rateHistory(desk_.store.applicationDocumentsDirectory(), *desk_.platform.files,
                            *desk_.platform.log);
-    thread_ = std::thread([this] {
+    hasThread_ = thread_.start([this] {
       while (const auto step = steps_.take()) step();
     });
   }
+  if (!hasThread_) return work(*history_);
   steps_.put([this, work = std::move(work)] { work(*history_); });
 }
 

@@ -8,9 +8,10 @@
 #include <QPointer>
 #include <functional>
 #include <memory>
-#include <thread>
 #include <type_traits>
 #include <utility>
+
+#include "fexora/platform/network/WorkerThread.h"
 
 #include "programs/desktop/Desk.h"
 #include "programs/desktop/StepQueue.h"
@@ -21,7 +22,8 @@ class HistoryThread final : public QObject {
   Q_OBJECT
 
  public:
-  // Of the container that the store lies in. No thread before the first call.
+  // Of the container that the store lies in. No thread before the first call; where the machine
+  // gives none, the main thread does the work.
   explicit HistoryThread(const Desk& desk, QObject* parent = nullptr);
   // What was begun comes to its end, and so does what waits behind it; nobody is told any more.
   ~HistoryThread() override;
@@ -59,7 +61,8 @@ class HistoryThread final : public QObject {
   StepQueue steps_;  // of the thread; an empty one ends it
   StepQueue told_;   // of the main thread
   std::unique_ptr<RateHistory> history_;
-  std::thread thread_;
+  bool hasThread_ = false;
+  WorkerThread thread_;
 };
 
 }  // namespace fexora::desktop

@@ -1,4 +1,5 @@
-// Steps that one thread hands to another, in their order. Any thread.
+// Steps that one thread hands to another, in their order. Any thread. Steps that nobody took go
+// with the queue, which outlives whoever waits for one.
 #pragma once
 
 #include <condition_variable>

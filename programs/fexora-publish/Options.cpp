@@ -16,8 +16,7 @@ constexpr const char* kPurpose =
     "Makes the rates service's answer, rates.json, from one or more sources: a euro reference XML, "
     "JSON (of the dollar, of another base, or a service's own answer) or a CSV of \"code,rate\" in "
     "units that one dollar buys. Later sources fill what earlier ones lack. Whatever is wrong with "
-    "a source, nothing is written. A SOURCE is a "
-    "file, or - for standard input.";
+    "a source, nothing is written. A SOURCE is a file, or - for standard input.";
 
 constexpr std::array<std::string_view, 4> kWithValue = {"--output", "--max-age", "--min-count",
                                                         "--max-jump"};

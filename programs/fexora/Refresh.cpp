@@ -53,18 +53,12 @@ std::string advice(const RatesProblem& problem) {
              : " (another source: fexora refresh --from ecb)";
 }
 
-// What the service said instead of rates.
-std::string serviceWords() {
-  const std::string& message = rateManager().serviceMessage();
-  return isWithoutRates() && !message.empty() ? "; the service says: " + message : "";
-}
-
 Failure failureOf(const StoreManager& store, const RatesProblem& problem) {
   const std::string end = advice(problem) + whatStays(store);
   switch (problem.cause) {
     case RatesProblem::Cause::refused:
       return {Exit::network, "implausible",
-              "the new rates look wrong: " + problem.error.message + serviceWords() + end};
+              "the new rates look wrong: " + problem.error.message + end};
     case RatesProblem::Cause::nowhere:
       return {Exit::network, "nowhere",
               "nobody is asked for rates, as the setting ratesFrom says; fexora settings ratesFrom "

@@ -50,8 +50,7 @@ Failure failureOf(const std::string& text, const SentenceProblem& problem) {
                 "; expected a code like USD or a whole name" + near};
   }
   if (problem.kind == Kind::unknownDay) {
-    return {Exit::usage, "day",
-            quoted(word) + " is no day; expected one like 2024-03-01 or 1 March 2024"};
+    return {Exit::usage, "day", quoted(word) + ": " + std::string(problem.reason)};
   }
   std::string message = quoted(problem.place < text.size() ? wordAt(text, problem.place) : text);
   if (problem.kind == Kind::unknownCurrency) {

@@ -32,8 +32,8 @@ def convert(asked: fexora.Reading, source: str, session: fexora.Session) -> None
         past = session.rate_on(asked.day, source, target)
         print(shown(asked.amount * past.value, target))
         tell(f"{target}: rate of {past.day}, {past.publisher}")
-    rates = session.freshness()
     if asked.day is None:
+        rates = session.freshness()
         day = f"{rates.published:%Y-%m-%d}" if rates.published else "an unknown day"
         tell(f"rates of {day}, {rates.source or rates.origin}")
 

@@ -200,6 +200,8 @@ TEST_F(SentenceTest, DaysAtTheEnd_AreReadWhereNothingIsGuessed) {
                         {"100 usd eur on 30 feb 2024", "", ""},
                         {"1 march 2024", "", ""},
                         {"yesterday", "", ""},
+                        {"2024-03-01 usd", "", ""},
+                        {"2024-1.-1. usd eur", "", ""},
                         {"2024-03-01 usd eur", "usd eur", "2024-03-01"},
                         {"2024-03-01 - 5 usd", "", ""},
                         {"2024-03-01", "", ""}}) {
