@@ -67,16 +67,13 @@ std::vector<const char*> DollarRates::codes() const {
 SessionRates::SessionRates(const StoreManager& store, double published) {
   tables_.push_back(std::make_shared<const DollarRates>(
       store.loadUSDRates().value_or(std::vector<USDRateRef>()), published));
-  bool hasBundle = false;
-  const auto addBundle = [&] {
-    if (!std::exchange(hasBundle, true)) tables_.push_back(DollarRates::bundled());
-  };
-  for (RatesTable& table : keptTables(store.ud())) {
-    if (!table.published || *table.published < bundledRatesDay()) addBundle();
+  std::vector<RatesTable> kept = keptTables(store.ud());
+  const std::size_t before = 1 + rankBeforeBundle(kept);
+  for (RatesTable& table : kept) {
     const double day = table.published ? table.published->secondsSince1970() : std::nan("");
     tables_.push_back(std::make_shared<const DollarRates>(std::move(table.rates), day));
   }
-  addBundle();
+  tables_.insert(tables_.begin() + static_cast<std::ptrdiff_t>(before), DollarRates::bundled());
 }
 
 Outcome SessionRates::pair(std::uint32_t from, std::uint32_t to, DollarRates::Pair& found) const {

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "fexora/platform/text/OneLine.h"
 #include "fexora/platform/text/Utf8.h"
 
 namespace fexora::c {
@@ -12,7 +13,12 @@ namespace {
 int fill(fexora_code code, std::string_view message, fexora_error* error) noexcept {
   if (code == FEXORA_OK || error == nullptr) return code;
   error->code = code;
-  putText(message, error->message, sizeof error->message);
+  // It may quote a source or what somebody typed.
+  try {
+    putText(oneLine(message), error->message, sizeof error->message);
+  } catch (...) {
+    putText("out of memory", error->message, sizeof error->message);
+  }
   return code;
 }
 

@@ -8,6 +8,8 @@
 #include "fexora/platform/base/Guarded.h"
 #include "fexora/platform/loop/Clocks.h"
 
+#include "programs/sources/TakenTables.h"
+
 using fexora::c::SessionRates;
 using fexora::c::SessionRatesRef;
 
@@ -117,7 +119,7 @@ fexora::c::Outcome fexora_session::take(std::vector<fexora::RatesTable> tables) 
 
 fexora::c::Outcome fexora_session::taken(const std::optional<fexora::ResponseError>& rejected) {
   if (rejected && rejected->message == fexora::kOutOfMemory) throw std::bad_alloc();
-  if (rejected) return {FEXORA_REFUSED, rejected->message};
+  if (rejected) return {FEXORA_REFUSED, "the rates were not taken: " + rejected->message};
   readStore();
   return isWritable() ? saved() : Outcome();
 }
@@ -158,14 +160,14 @@ void fexora_session::keep(const std::vector<fexora::PublishedTable>& tables) {
 }
 
 fexora::c::Outcome fexora_session::on(const std::string& day, std::uint32_t from, std::uint32_t to,
-                                      const fexora::PastQuestion& question,
-                                      fexora::PastRate& found) {
+                                      fexora::PastQuestion question, fexora::PastRate& found) {
   const auto when = fexora::dayFromIsoText(day);
   if (!when) return fexora::c::misuse("expected a day like 2024-02-29");
   if (from == to) {
     found = {1.0, *when, "", fexora::PastRate::How::printed};
     return {};
   }
+  for (std::string& source : question.sources) source = fexora::sources::nameInHistory(source);
   const fexora::c::Codes& codes = fexora::c::Codes::all();
   const std::lock_guard lock(historyMutex_);
   fexora::RateHistory* const past = history();

@@ -52,7 +52,7 @@ struct fexora_session {
   void keep(const std::vector<fexora::PublishedTable>& tables);
   // The past's rate.
   Outcome on(const std::string& day, std::uint32_t from, std::uint32_t to,
-             const fexora::PastQuestion& question, fexora::PastRate& found);
+             fexora::PastQuestion question, fexora::PastRate& found);
 
   int descriptor() const noexcept { return loop_.descriptor(); }
   // Whether the store was read anew.

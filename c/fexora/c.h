@@ -96,8 +96,9 @@ FEXORA_C_API int fexora_set_log(fexora_session* session, void (*line)(void* data
 
 /* How many units of `to` one unit of `from` buys, and (null: not asked) the day of the rates as
  * seconds since 1970, not-a-number where it is not known. By the session's rates where these have
- * both, and by the law's ratios for withdrawn currencies; else by those that come with the library.
- * No rate mixes the two. Of a currency in itself it is 1. */
+ * both, and by the law's ratios for withdrawn currencies; else by the older ones that the store
+ * keeps beside, and by those that come with the library, the newest first. No rate mixes two days
+ * or two sources. Of a currency in itself it is 1. */
 FEXORA_C_API int fexora_rate(fexora_session* session, const char* from, const char* to,
                              double* rate, double* published, fexora_error* error);
 /* amount × rate in doubles, nothing rounded and nothing recorded; infinite and not-a-number go
@@ -130,9 +131,10 @@ typedef struct fexora_past {
 
 /* The rate of a past day ("2024-02-29"), out of the history that is kept beside the store (see
  * fexora_refresh() and, for the years before, `fexora refresh --history`); a session in memory has
- * none. `source`: whose rates count, or null for all. `at_most_before`: how many days the rate may
- * be older; below zero the usual seven, since nobody publishes on holidays. FEXORA_NO_RATE where
- * there is none, FEXORA_STORE where the history cannot be read. May wait for the disk. */
+ * none. `source`: whose rates count ("ecb", "exchange-api"), or null for all. `at_most_before`: how
+ * many days the rate may be older; below zero the usual seven, since nobody publishes on holidays.
+ * FEXORA_NO_RATE where there is none, FEXORA_STORE where the history cannot be read. May wait for
+ * the disk. */
 FEXORA_C_API int fexora_rate_on(fexora_session* session, const char* day, const char* from,
                                 const char* to, const char* source, int at_most_before,
                                 fexora_past* past, size_t size, fexora_error* error);
@@ -223,8 +225,9 @@ typedef struct fexora_reading {
 } fexora_reading;
 
 /* An amount as people of `locale` (null: the process's) write it, and the currencies that it is of
- * and goes to: "1,234.50", "€5", "100 usd in eur". Nothing is guessed in silence: what may be read
- * in two ways has `other`. */
+ * and goes to: "1,234.50", "€5", "100 usd in eur". A number that may be read in two ways has
+ * `other`. A sign or a name that several currencies share ("$", "peso") is that of the locale's
+ * region, else the most traded one. */
 FEXORA_C_API int fexora_read(const char* text, const char* locale, fexora_reading* reading,
                              size_t size, fexora_error* error);
 

@@ -98,16 +98,26 @@ bool Calculation::takeOf(const Quantity& left) {
   return true;
 }
 
+// -1 for a minus before the number or parenthesis that begins here, else 1.
+double Calculation::signAt(std::size_t token) const {
+  const auto& all = cursor_.tokens().all();
+  while (token < all.size() && all[token].kind != SentenceToken::Kind::number &&
+         !all[token].isMark(U'(')) {
+    if (all[token++].isMark(U'-')) return -1;
+  }
+  return 1;
+}
+
 // power = value [ "^" power ] [ "%" ]
 Quantity Calculation::power() {
+  const double sign = signAt(cursor_.at());
   Quantity value = this->value();
   if (takesSign(U'^')) {
-    const bool isNegative = std::signbit(value.value);
     const Quantity exponent = power();
     join(value, exponent, false);
-    // As it is written in mathematics, -2^2 is -4.
-    value.value = std::pow(std::fabs(value.value), exponent.value) * (isNegative ? -1 : 1);
-    value.other = std::pow(std::fabs(value.other), exponent.other) * (isNegative ? -1 : 1);
+    // As it is written in mathematics: -2^2 is -4, and (-2)^2 is 4.
+    value.value = sign * std::pow(sign * value.value, exponent.value);
+    value.other = sign * std::pow(sign * value.other, exponent.other);
     return value;
   }
   if (cursor_.looksAt(U'%')) {

@@ -30,6 +30,7 @@ class Calculation {
   Quantity inParentheses();
   bool takeOf(const Quantity& left);
   bool takesSign(char32_t sign);
+  double signAt(std::size_t token) const;
   void join(Quantity& left, const Quantity& right, bool isQuotient);
 
   SentenceCursor& cursor_;

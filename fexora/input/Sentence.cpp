@@ -343,11 +343,10 @@ std::optional<SentenceDay> onlyDay(std::string_view text) {
   return day && !sentenceDay(withoutDay(text, *day), today) ? day : std::nullopt;
 }
 
-// The same without its day; nothing where it is wrong without it, too.
-std::optional<Sentence> readDated(std::string_view text, const SentenceDay& day,
-                                  const SentenceOptions& options) {
+// The same without its day.
+Sentence readDated(std::string_view text, const SentenceDay& day, const SentenceOptions& options) {
   Sentence sentence = readSentence(withoutDay(text, day), options);
-  if (sentence.problem) return std::nullopt;
+  if (sentence.problem) sentence.problem->place += day.begin;
   sentence.amountEnd += day.begin;
   sentence.day = day.day;
   return sentence;
@@ -363,8 +362,10 @@ Sentence readSentence(std::string_view text, const SentenceOptions& options) {
   // no other reading.
   const bool mayBeIso = text.find('-') != std::string_view::npos;
   auto day = mayBeIso ? onlyDay(text) : std::nullopt;
+  std::optional<Sentence> dated;
   if (day && day->isIso) {
-    if (auto dated = readDated(text, *day, options)) return *std::move(dated);
+    dated = readDated(text, *day, options);
+    if (!dated->problem) return *std::move(dated);
   }
   Text& rules = options.rules != nullptr ? *options.rules : Text::process();
   const CurrencyManager& catalogue =
@@ -375,9 +376,9 @@ Sentence readSentence(std::string_view text, const SentenceOptions& options) {
   Sentence sentence = readTokens(tokens, reader);
   if (!sentence.problem) return sentence;
   if (!mayBeIso) day = onlyDay(text);
-  if (day && !day->isIso) {
-    if (auto dated = readDated(text, *day, options)) return *std::move(dated);
-  }
+  if (day && !day->isIso) dated = readDated(text, *day, options);
+  // After a day at the front it is wrong at its own place, and not in the day's figures.
+  if (dated && (!dated->problem || day->begin > 0)) return *std::move(dated);
   sentence = readAlone(text, reader, std::move(sentence));
   if (!sentence.problem || sentence.problem->kind != Kind::unknownCurrency) return sentence;
   SentenceProblem& problem = *sentence.problem;
@@ -387,6 +388,12 @@ Sentence readSentence(std::string_view text, const SentenceOptions& options) {
     problem.near = nearCurrencies(catalogue, text.substr(problem.place, problem.length), kOffered);
   }
   return sentence;
+}
+
+bool isBlankText(std::string_view text) {
+  const TypedSymbols typed = typedSymbols(text);
+  return !typed.broken && std::all_of(typed.symbols.begin(), typed.symbols.end(),
+                                      [](const TypedSymbol& s) { return s.sign <= U' '; });
 }
 
 }  // namespace fexora

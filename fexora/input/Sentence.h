@@ -84,4 +84,7 @@ struct SentenceOptions {
 // catalogue and the host's strings are.
 FEXORA_API Sentence readSentence(std::string_view text, const SentenceOptions& options = {});
 
+// Whether nothing is written: blanks of any kind, and what is passed over. Any thread.
+FEXORA_API bool isBlankText(std::string_view text);
+
 }  // namespace fexora

@@ -109,7 +109,8 @@ void SentenceAmount::takeWords(Quantity& quantity) {
   takeMoney(quantity);
 }
 
-// "5-", and "5.00- EUR"; between two numbers it is a sign of the calculation.
+// "5-", and "5.00- EUR"; between two numbers it is a sign of the calculation, and in "20-dollar" a
+// hyphen.
 void SentenceAmount::takeTrailingMinus(Quantity& quantity) {
   if (!cursor_.looksAt(U'-') || !cursor_.token()->isGlued || quantity.value < 0 ||
       startsAt(cursor_.at() + 1)) {
@@ -118,8 +119,10 @@ void SentenceAmount::takeTrailingMinus(Quantity& quantity) {
   const auto next = currencies_.at(cursor_.at() + 1);
   // "usd-eur"
   if (next && quantity.money) return;
+  const SentenceToken* const word = cursor_.token(1);
+  const bool isHyphen = word != nullptr && word->kind == SentenceToken::Kind::word && word->isGlued;
   cursor_.moveTo(cursor_.at() + 1);
-  scale(quantity, -1, -1);
+  if (!isHyphen) scale(quantity, -1, -1);
 }
 
 void SentenceAmount::scale(Quantity& quantity, double factor, double other) {

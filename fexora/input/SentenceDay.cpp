@@ -135,10 +135,14 @@ std::optional<Found> namedMonth(const std::vector<DayWord>& words, chrono::sys_d
     const auto named = monthOf(words[month].lower);
     if (!numbered || !named) return std::nullopt;
     if (year) return dayOf(*year, *named, *numbered);
-    // The last such day there was.
+    // The last such day there was: 29 February may have been eight years ago.
+    constexpr unsigned kMostYears = 8;
     const auto now = static_cast<unsigned>(static_cast<int>(chrono::year_month_day(today).year()));
-    const auto thisYear = dayOf(now, *named, *numbered);
-    return thisYear && *thisYear <= today ? thisYear : dayOf(now - 1, *named, *numbered);
+    for (unsigned ago = 0; ago <= kMostYears; ++ago) {
+      const auto last = dayOf(now - ago, *named, *numbered);
+      if (last && *last <= today) return last;
+    }
+    return std::nullopt;
   };
   const auto year = words.front().lower.size() == 4 ? number(words.front().lower, 4) : std::nullopt;
   if (year) {

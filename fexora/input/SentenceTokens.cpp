@@ -184,8 +184,8 @@ bool SentenceTokens::takeSign() {
     add(TokenKind::word, length);
     // "S/." and "S/" are one.
     if (sign(at_) == U'.' && run.back().sign == U'/') {
-      tokens_.back().end += 1;
-      ++at_;
+      const std::size_t dot = symbols_.symbols[at_++].place;
+      tokens_.back().end = dot + utf8Length(text_.substr(dot));
     }
     return true;
   }

@@ -1,5 +1,6 @@
 #include "fexora/rates/BundledRates.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -50,6 +51,14 @@ std::vector<USDRateRef> bundledUSDRates() {
 
 Date bundledRatesDay() noexcept {
   return bundledRatesDate();
+}
+
+std::size_t rankBeforeBundle(std::vector<RatesTable>& tables) {
+  const Date day = bundledRatesDay();
+  const auto first = std::stable_partition(
+      tables.begin(), tables.end(),
+      [day](const RatesTable& table) { return !table.published || !(*table.published < day); });
+  return static_cast<std::size_t>(first - tables.begin());
 }
 
 bool seedBundledRates(StoreManager& store) {

@@ -1,6 +1,10 @@
 // The rates that come with the library, so that the first start can convert offline.
 #pragma once
 
+#include <cstddef>
+#include <vector>
+
+#include "fexora/store/KeptRates.h"
 #include "fexora/store/StoreManager.h"
 
 namespace fexora {
@@ -13,6 +17,11 @@ FEXORA_API bool seedBundledRates(StoreManager& store);
 // The bundled rates as records, and the day they were taken. May throw std::bad_alloc. Any thread.
 FEXORA_API std::vector<USDRateRef> bundledUSDRates();
 FEXORA_API Date bundledRatesDay() noexcept;
+
+// How many of the tables answer before the bundled rates: those that are no older, and those of an
+// unknown day, which somebody chose. Puts these first, each part in the order that it had. Any
+// thread.
+FEXORA_API std::size_t rankBeforeBundle(std::vector<RatesTable>& tables);
 
 // Whether the store keeps rates, as loadUSDRates() would find them: a list that is not empty. Makes
 // no records. Main thread.

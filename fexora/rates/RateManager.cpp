@@ -216,7 +216,9 @@ std::optional<RatesReason> RateManager::lookAt(std::vector<RatesTable>& tables,
   HeldRates before = held();
   for (RatesTable& table : tables) {
     const bool isFirst = &table == &tables.front();
-    if (auto reason = isFirst ? std::nullopt : contradiction(tables.front(), table)) return reason;
+    for (const RatesTable* earlier = &tables.front(); earlier != &table; ++earlier) {
+      if (auto reason = contradiction(*earlier, table)) return reason;
+    }
     AnswerVerdict verdict =
         isFirst && answer != nullptr ? look(*answer, before) : look(answerOf(table), before);
     if (verdict.against) return verdict.against;

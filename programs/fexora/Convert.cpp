@@ -43,7 +43,7 @@ std::optional<PastDay> dayOf(const Sentence& sentence, const CommandLine& line,
   return pastDayOf(line, *sentence.day);
 }
 
-// One amount a line, empty lines passed over. What is wrong with one costs the others nothing; the
+// One amount a line, blank ones passed over. What is wrong with one costs the others nothing; the
 // exit code is the largest of theirs.
 class Lines {
  public:
@@ -57,7 +57,7 @@ class Lines {
     InputLines lines(endAsked_);
     try {
       while (const auto amount = lines.next()) {
-        if (amount->empty()) continue;
+        if (isBlankText(*amount)) continue;
         const std::string place = "line " + std::to_string(lines.number()) + ": ";
         exit = std::max(exit, convertNumbered(*amount, place));
       }

@@ -190,6 +190,9 @@ std::vector<Series> seriesOf(const CommandLine& line, RateHistory& rates) {
 }  // namespace
 
 Exit history(const CommandLine& line) {
+  if (line.operands.empty() && !(line.since.empty() && line.until.empty())) {
+    throw usageFailure("--since and --until go with two currencies, as in: fexora history USD EUR");
+  }
   StoreManager& store = openStore(false);
   RateHistory& rates = history(store);
   if (line.operands.empty()) {

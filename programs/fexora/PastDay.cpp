@@ -5,17 +5,13 @@
 
 #include "programs/shared/Failure.h"
 #include "programs/shared/RatesText.h"
+#include "programs/sources/TakenTables.h"
 
 namespace fexora::program {
 namespace {
 
 Date dateOf(Day day) {
   return Date(static_cast<double>(std::chrono::sys_seconds(day).time_since_epoch().count()));
-}
-
-// A source may be called as those are that it is from.
-std::string sourceName(const std::string& typed) {
-  return typed == "exchange-api" ? "usd" : typed;
 }
 
 // What has begun somewhere on earth is no day to come.
@@ -44,7 +40,8 @@ Day dayFromText(std::string_view option, std::string_view typed) {
 
 PastQuestion pastQuestionOf(const CommandLine& line) {
   PastQuestion question;
-  for (const std::string& source : line.sources) question.sources.push_back(sourceName(source));
+  for (const std::string& source : line.sources)
+    question.sources.push_back(sources::nameInHistory(source));
   if (line.atMost) question.atMostBefore = static_cast<int>(*line.atMost);
   return question;
 }

@@ -6,19 +6,19 @@ namespace fexora::program {
 
 OtherRates::OtherRates(const StoreManager& store) {
   add(store.loadUSDRates().value_or(std::vector<USDRateRef>()), std::nullopt);
-  const RateOrigin bundle{bundledRatesDay(), {}, Freshness::Origin::bundled};
-  bool hasBundle = false;
-  const auto addBundle = [&] {
-    if (!std::exchange(hasBundle, true)) add(bundledUSDRates(), bundle);
+  std::vector<RatesTable> kept = keptTables(store.ud());
+  const std::size_t before = rankBeforeBundle(kept);
+  const auto addBundle = [this] {
+    add(bundledUSDRates(), RateOrigin{bundledRatesDay(), {}, Freshness::Origin::bundled});
   };
-  for (RatesTable& table : keptTables(store.ud())) {
-    if (!table.published || *table.published < *bundle.published) addBundle();
+  for (RatesTable& table : kept) {
+    if (&table == kept.data() + before) addBundle();
     const bool isFile = table.origin == RatesAnswer::Origin::file;
     add(std::move(table.rates),
         RateOrigin{table.published, std::move(table.source),
                    isFile ? Freshness::Origin::file : Freshness::Origin::service});
   }
-  addBundle();
+  if (before == kept.size()) addBundle();
 }
 
 void OtherRates::add(std::vector<USDRateRef> rates, std::optional<RateOrigin> of) {

@@ -119,8 +119,9 @@ std::string sentenceOf(const std::vector<std::string>& words) {
 }
 
 Sentence readWords(const std::vector<std::string>& words) {
-  if (std::find(words.begin(), words.end(), std::string()) != words.end()) {
-    throw Failure{Exit::usage, "amount", "\"\" is no amount and no currency"};
+  const auto empty = std::find_if(words.begin(), words.end(), isBlankText);
+  if (empty != words.end()) {
+    throw Failure{Exit::usage, "amount", quoted(*empty) + " is no amount and no currency"};
   }
   const std::string text = sentenceOf(words);
   Sentence sentence = readSentence(text);

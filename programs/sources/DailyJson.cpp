@@ -69,12 +69,12 @@ class DailyReader {
     must(field.value().get(value));
     ondemand::json_type type{};
     must(value.type().get(type));
-    if (key == "date" || key == "base") {
+    if (key == "base") {
       std::string_view text;
       must(value.get_string().get(text));
-      (key == "date" ? day_ : base_) = text;
-    } else if (key == "updated") {
-      takeMoment(value);
+      base_ = text;
+    } else if (key == "date" || key == "updated" || key == "timestamp") {
+      takeDay(value, type);
     } else if (type == ondemand::json_type::object) {
       takeTable(key, value);
     } else if (type == ondemand::json_type::array && key == "rates") {
@@ -82,7 +82,15 @@ class DailyReader {
     }
   }
 
-  void takeMoment(ondemand::value value) {
+  // A day, with or without a time of it, or a moment.
+  void takeDay(ondemand::value value, ondemand::json_type type) {
+    constexpr std::size_t kDay = 10;
+    if (type == ondemand::json_type::string) {
+      std::string_view text;
+      must(value.get_string().get(text));
+      day_ = text.substr(0, kDay);
+      return;
+    }
     double seconds = 0;
     must(value.get_double().get(seconds));
     Response answer;
@@ -94,9 +102,14 @@ class DailyReader {
 
   // {"usd": {"eur": 0.85}}, or {"base": "USD", "rates": {"EUR": 0.85}}
   void takeTable(const std::string& key, ondemand::value value) {
-    if (hasFigures_) tables_.reject(line_, {}, "its rates come twice");
+    // Beside "rates" other objects say other things: "meta", "terms".
+    const bool isRates = key == "rates";
+    if (hasRates_ && !isRates) return;
+    if (hasFigures_ && !isRates) tables_.reject(line_, {}, "its rates come twice");
+    figures_.clear();
+    hasRates_ = isRates;
     hasFigures_ = true;
-    if (key != "rates") base_ = key;
+    tableBase_ = isRates ? std::string() : key;
     ondemand::object list;
     must(value.get_object().get(list));
     for (auto field : list) {
@@ -109,7 +122,10 @@ class DailyReader {
 
   // [{"code": "EUR", "rate": 0.85}] of a rates service
   void takeList(ondemand::value value) {
+    figures_.clear();
+    tableBase_.clear();
     hasFigures_ = true;
+    hasRates_ = true;
     isService_ = true;
     ondemand::array list;
     must(value.get_array().get(list));
@@ -148,10 +164,10 @@ class DailyReader {
   void handOut() {
     if (!hasFigures_) tables_.reject(line_, {}, "it has no rates");
     if (day_.empty()) tables_.reject(line_, {}, "its rates name no day");
-    if (base_.empty()) base_ = "USD";
-    if (!isTableCode(base_)) tables_.reject(line_, {}, "its base is no currency code");
-    const std::string source = isService_ ? "service" : ascii::lowercased(base_);
-    tables_.setSource(source, base_);
+    const std::string base = tableBase_.empty() ? base_.value_or("USD") : tableBase_;
+    if (!isTableCode(base)) tables_.reject(line_, {}, "its base is no currency code");
+    const std::string source = isService_ ? "service" : ascii::lowercased(base);
+    tables_.setSource(source, base);
     tables_.begin(line_, day_);
     for (const Figure& figure : figures_) tables_.add(figure.line, figure.code, figure.text);
     tables_.end();
@@ -162,9 +178,11 @@ class DailyReader {
   std::size_t at_ = 0;
   std::size_t line_ = 1;
   std::string day_;
-  std::string base_;
+  std::optional<std::string> base_;
+  std::string tableBase_;  // where the table's own key is its base
   std::vector<Figure> figures_;
   bool hasFigures_ = false;
+  bool hasRates_ = false;  // by that key
   bool isService_ = false;
 };
 

@@ -28,6 +28,7 @@ class JsonReader {
     }
     const Value whole = document.whole();
     if (whole.dictionary() == nullptr) rejectWhole("it is no JSON object");
+    hasRates_ = whole.dictionary()->find("rates") != nullptr;
     for (const auto& [key, value] : *whole.dictionary()) takeMember(key, value);
     if (!seenRates_) rejectWhole("it has no rates: neither an object \"usd\" nor \"rates\"");
     return std::move(rates_).finish();
@@ -63,7 +64,9 @@ class JsonReader {
     if (key == "base" && value.string() != nullptr)
       return rates_.setBase(lineOf(key), *value.string());
     if (key == "rates") return takeRates(value);
-    if (key != "usd" && (value.dictionary() == nullptr || !RateCollector::isCode(key))) return;
+    // Beside "rates" other objects say other things: "meta", "terms".
+    const bool isTable = value.dictionary() != nullptr && RateCollector::isCode(key) && !hasRates_;
+    if (key != "usd" && !isTable) return;
     rates_.setBase(lineOf(key), key);
     beginRates(key);
     if (value.dictionary() == nullptr) rates_.reject(lineOf(key), {}, "\"usd\" is no object");
@@ -131,6 +134,7 @@ class JsonReader {
   const std::string& text_;
   std::unordered_map<std::string_view, std::size_t> lines_;
   RateCollector rates_;
+  bool hasRates_ = false;
   bool seenRates_ = false;
 };
 

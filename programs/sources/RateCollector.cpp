@@ -62,6 +62,7 @@ void RateCollector::setMoment(Date moment) {
 }
 
 void RateCollector::setBase(std::size_t line, std::string_view code) {
+  if (!isCode(code)) reject(line, {}, "its base is no currency code");
   const std::string base = ascii::uppercased(code);
   if (hasBase_ && base != source_.base) {
     reject(line, code, "it is said to be of one " + source_.base + ", too");

@@ -20,7 +20,6 @@ std::string readAll(std::istream& in, const std::string& name) {
   if (in.bad()) throw SourceProblem{name + ": it cannot be read"};
   text.resize(static_cast<std::size_t>(in.gcount()));
   if (text.size() > limits::kAnswerBytes) throw SourceProblem{name + ": it is too large"};
-  if (text.starts_with(kByteOrderMark)) text.erase(0, kByteOrderMark.size());
   return text;
 }
 
@@ -34,6 +33,9 @@ Date modified(const std::string& path, Date today) {
 }  // namespace
 
 Source readText(const std::string& name, const std::string& text, Date undated) {
+  if (text.starts_with(kByteOrderMark)) {
+    return readText(name, text.substr(kByteOrderMark.size()), undated);
+  }
   switch (text[std::min(text.find_first_not_of(" \t\r\n"), text.size())]) {
     case '<':
       return readEuroXml(name, text, undated);

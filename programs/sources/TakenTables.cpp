@@ -33,4 +33,8 @@ std::vector<PublishedTable> takenTables(const std::vector<std::string>& names,
   return taken;
 }
 
+std::string nameInHistory(std::string_view name) {
+  return std::string(name == "exchange-api" ? "usd" : name);
+}
+
 }  // namespace fexora::sources

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "fexora/fexora.h"
@@ -14,5 +15,9 @@ namespace fexora::sources {
 // day: nothing can be said of it later.
 std::vector<PublishedTable> takenTables(const std::vector<std::string>& names,
                                         const std::vector<RatesTable>& tables);
+
+// The name under which the history keeps what comes from a source that is called so: "usd" of
+// "exchange-api"; most are called the same.
+std::string nameInHistory(std::string_view name);
 
 }  // namespace fexora::sources

@@ -14,7 +14,8 @@ import threading
 from collections.abc import Iterable
 from ctypes import byref, c_double, sizeof
 from datetime import date
-from decimal import (ROUND_DOWN, ROUND_HALF_DOWN, ROUND_HALF_EVEN, ROUND_HALF_UP, ROUND_UP, Decimal)
+from decimal import (ROUND_DOWN, ROUND_HALF_DOWN, ROUND_HALF_EVEN, ROUND_HALF_UP, ROUND_UP,
+                     Decimal, getcontext, localcontext)
 from time import monotonic
 
 from . import _native
@@ -127,6 +128,9 @@ def read(text: str, locale: str | None = None) -> Reading:
     """An amount as people write it, and the currencies that it is of and goes to."""
     found = _native.Reading()
     _native.call("read", _native.text(text), _native.optional(locale), byref(found), sizeof(found))
+    if found.target_count > len(found.targets):
+        raise AmountError(f"{text!r}: expected {len(found.targets)} currencies at most after the "
+                          f"amount, not {found.target_count}")
     targets = (code.decode() for code in found.targets[:found.target_count] if code)
     return Reading(found.amount, None if found.other != found.other else found.other,
                    found.source.decode() if found.source else None, tuple(targets),
@@ -170,6 +174,9 @@ def round_amount(amount: float | Decimal, code: str,
     if mode not in ROUNDINGS:
         raise MisuseError(f"mode {mode!r}: expected one of {', '.join(ROUNDINGS)}")
     if isinstance(amount, Decimal):
+        if not amount.is_finite():
+            facts(code)
+            return amount
         return _round_decimal(amount, facts(code), mode)
     rounded = c_double()
     _native.call("round", c_double(amount), _native.text(code), ROUNDINGS.index(mode),
@@ -177,17 +184,28 @@ def round_amount(amount: float | Decimal, code: str,
     return rounded.value
 
 
+def _as_many_digits_as(amount: Decimal) -> Any:
+    """In which nothing that rounding such an amount gives is too long."""
+    digits = len(amount.as_tuple().digits) + abs(amount.adjusted())
+    context = getcontext().copy()
+    context.prec = max(context.prec, digits + 20)
+    return localcontext(context)
+
+
 def _round_decimal(amount: Decimal, known: Facts, mode: Rounding) -> Decimal:
     if mode == "cash" and known.cash_step is not None:
         step = Decimal(repr(known.cash_step))
         half = ROUND_HALF_DOWN if known.cash_half_down else ROUND_HALF_UP
-        return (amount / step).quantize(Decimal(1), half) * step
+        with _as_many_digits_as(amount):
+            return (amount / step).quantize(Decimal(1), half) * step
     if known.digits is None:
         return amount
-    return amount.quantize(Decimal(1).scaleb(-known.digits), _DECIMAL.get(mode, ROUND_HALF_UP))
+    with _as_many_digits_as(amount):
+        return amount.quantize(Decimal(1).scaleb(-known.digits), _DECIMAL.get(mode, ROUND_HALF_UP))
 
 
 def format_amount(amount: float | Decimal, digits: int = 2, *, grouping: bool = True,
                   locale: str | None = None) -> str:
-    """The amount as people of a locale ("de_DE"; None: the process's) write it."""
+    """The amount as people of a locale ("de_DE"; None: the process's) write it; of a Decimal the
+    double that is nearest, which has its first 15 digits."""
     return _native.written("format", float(amount), digits, grouping, _native.optional(locale))

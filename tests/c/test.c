@@ -94,6 +94,9 @@ static void rates_and_structs(const char* file) {
   CHECK(room.after[0] == 0 && room.after[7] == 0);
   OK(fexora_codes(any, first, 1, &count, &failure));
   CHECK((size_t)room.freshness.count == count && count > 2 && first[0] != NULL && first[1] == NULL);
+  OK(fexora_read_rates(any, "\xEF\xBB\xBF{\"usd\":{\"eur\":0.7}}", 22, &failure));
+  FAILS(FEXORA_REFUSED, fexora_read_rates(any, "EUR,0.8\033\n", 9, &failure));
+  CHECK(strpbrk(failure.message, "\033\n") == NULL);
   OK(fexora_read_rates(any, "code,rate\nEUR,0.8\n", 18, &failure));
   OK(fexora_rate(any, "USD", "EUR", &rate, NULL, &failure));
   CHECK(rate == 0.8);

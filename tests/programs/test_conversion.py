@@ -114,7 +114,8 @@ class Conversion(ProgramTest):
 
     def test_amounts_of_standard_input(self):
         code, out, err = self.run_program("-", "USD", "EUR", "--json",
-                                          text=f"1\n\n2+3\r\nx\n{'5' * 5000}\n1,234\n4")
+                                          text=f"1\n\n2+3\r\nx\n{'5' * 5000}\n1,234\n4\n"
+                                               "\t \u00a0\n")
         lines = [json.loads(line) for line in out.splitlines()]
         self.assertEqual([line.get("amount") for line in lines], [1, 5, None, None, 1234, 4])
         self.assertRegex(err, r'\Afexora: line 4: "x".*\n.* line 5: it is longer.*\n'

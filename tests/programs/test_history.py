@@ -78,6 +78,7 @@ class History(ProgramTest):
             self.reject(2, "1", "USD", "EUR", *words)
         self.reject(2, "history", "USD")
         self.reject(2, "history", "--csv")
+        self.reject(2, "history", "--since", "nonsense")
         self.reject(1, "history", "USD", "XAU")
 
     def test_files_are_kept_whole_or_not_at_all(self):
@@ -103,6 +104,13 @@ class History(ProgramTest):
                          (0, {"read": 4, "tables": 3, "figures": 4, "corrected": 1,
                               "passedOver": 0}))
         self.assertIn("USD 2026-09-11: 1.1593 instead of 1.1592", err)
+        # What stands beside the rates, and at what time of its day it was said, is passed over.
+        (self.files / "more.json").write_text(
+            '{"meta": {"of": {}}, "timestamp": "2026-09-08T06:00:00Z", "rates": {"CAD": 1.37}, '
+            '"terms": {"a": 1}}')
+        self.succeed("refresh", "--history", self.files / "more.json")
+        more = self.past("1", "USD", "CAD", "--on", "2026-09-08", "--source", "exchange-api")
+        self.assertEqual(more["items"][0]["amount"], 1.37)
         past = self.past("1", "EUR", "CYP", "--on", "2026-09-08", "--source", "ecb")
         self.assertEqual(past["items"][0]["how"], "printed")
 

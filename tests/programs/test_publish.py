@@ -97,6 +97,7 @@ class Sources(Publish):
         expected = {"USD": 1, "EUR": 1 / 1.25, "GBP": 0.75 / 1.25}
         for text in ('{"base": "EUR", "date": "2026-09-29", "rates": {"USD": 1.25, "GBP": 0.75}}',
                      '{"date": "2026-09-29", "eur": {"usd": 1.25, "gbp": 0.75}}',
+                     '{"rates": {"USD": 1.25, "GBP": 0.75}, "meta": {"is": {}}, "base": "eur"}',
                      "eur,1\nusd,1.25\ngbp,0.75\n"):
             self.assertEqual(self.rates("-", text=text), expected)
         passed = self.run_program("-", text='{"usd": {"$wen": 1, "btc.b": 2, "eur": 0.85}}')
@@ -132,7 +133,7 @@ class Sources(Publish):
             ('{"base": "EUR", "usd": {"gbp": 1}}', "usd", "EUR"),
             ('{"usd": {"gbp": true}}', "gbp", "number"),
             ('{"base": "EUR", "rates": {"GBP": 0.86}}', "EUR", "dollar"),
-            ('{"eur": {"gbp": 1}}', "usd"),
+            ('{"eur": {"gbp": 1}}', "usd"), ('{"base": "\\u001b", "rates": {"gbp": 1}}', "base"),
             ('{"date": "2026-02-30",\n"usd": {"gbp": 1}}', "2026-02-30", "date")])
 
     def test_xml_that_is_rejected(self):

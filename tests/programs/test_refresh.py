@@ -76,6 +76,7 @@ class Refresh(ServedTest):
         result = self.run_program("refresh", "--force", "--from", str(self.folder / "own"),
                                   "--from", "-", text="JPY,140\n")
         self.assertIn("3 rates", result[1])
+        self.assertEqual(self.json("1", "USD", "JPY")["items"][0]["amount"], 140)
         (self.folder / "more").write_text("EUR,9\nJPY,150\n")
         words = ("refresh", "--from", str(self.folder / "own"), "--from", str(self.folder / "more"))
         self.assertIn("EUR is 0.5 in one and 9 in another", self.reject(3, *words))
@@ -86,6 +87,9 @@ class Refresh(ServedTest):
         self.assertEqual((euro["amount"], "published" in euro), (0.5, False))
         self.assertEqual((yen["amount"], yen["published"][:10], yen["source"]),
                          (150, "2026-10-01", "more"))
+        (self.folder / "third").write_text("JPY,9\n")
+        self.assertIn("JPY is 150 in one and 9 in another",
+                      self.reject(3, *words, "--from", str(self.folder / "third")))
         self.assertIn("(rate of 1 October, more)", self.succeed("1", "USD", "EUR", "JPY"))
 
     def test_what_may_not_replace_the_rates_stays_out_and_says_why(self):

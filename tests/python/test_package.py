@@ -71,6 +71,10 @@ class Package(unittest.TestCase):
                                              ("1.05", "NZD", "cash", "1.0")]:
             self.assertEqual(fexora.round_amount(Decimal(amount), code, mode), Decimal(expected))
             self.assertEqual(fexora.round_amount(float(amount), code, mode), float(expected))
+        whole = "123456789012345678901234567890"
+        self.assertEqual(fexora.round_amount(Decimal(whole + ".125"), "USD"),
+                         Decimal(whole + ".12"))
+        self.assertEqual(fexora.round_amount(Decimal("-inf"), "USD"), Decimal("-inf"))
 
     def test_the_command(self):
         def command(text):
@@ -110,6 +114,7 @@ class Package(unittest.TestCase):
                 ("LookupError", lambda: fexora.convert(1, "QQQ", "EUR")),
                 ("LookupError", lambda: fexora.facts("GBp")),
                 ("ValueError", lambda: fexora.read("1..2")),
+                ("ValueError", lambda: fexora.read(f"5 usd {' '.join(fexora.codes()[:13])}")),
                 ("ValueError", lambda: fexora.convert(1, "USD\0X", "EUR")),
                 ("ValueError", lambda: Session.in_memory().set_rates({"EUR": 1e9})),
                 ("ValueError", lambda: closed.convert(1, "USD", "EUR")),
