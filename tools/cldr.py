@@ -6,7 +6,7 @@ import pathlib
 import re
 from ctypes import POINTER, byref, c_char_p, c_int, c_int32, c_int8, c_uint16, c_void_p
 
-SYMBOL, LONG_NAME, NARROW_SYMBOL, FORMAL_SYMBOL, VARIANT_SYMBOL = range(5)
+SYMBOL, LONG_NAME, NARROW_SYMBOL = range(3)
 CASH = 1
 # Directional marks are for whoever lays text out; they are no part of a sign.
 MARKS = re.compile("[\u200e\u200f\u061c]")
@@ -131,6 +131,23 @@ def sign(code, locale, style=SYMBOL):
     units = read(utf16(code), locale.encode(), style, None, byref(length))
     text = MARKS.sub("", from_utf16(units, length.value))
     return text if text != code else None
+
+
+def signs():
+    """The signs of currencies in the locales: code and sign, as often as the data has them."""
+    opened = function("ures_openDirect", c_void_p, c_char_p, c_char_p)
+    child = function("ures_getByKey", c_void_p, c_void_p, c_char_p, c_void_p)
+    for locale in ["root", *locales()]:
+        for kind in ("", "%narrow", "%formal", "%variant"):
+            try:
+                own = opened(f"icudt{library()[2]}l-curr".encode(), locale.encode())
+                entries = Bundle(child(own, f"Currencies{kind}".encode(), None)).children()
+            except LookupError:  # it has what the locales above it have
+                continue
+            for entry in entries:
+                # Beside the sign there is the name.
+                text = entry if kind else entry.children()[0]
+                yield entry.key(), MARKS.sub("", text.text())
 
 
 def locales():
