@@ -162,6 +162,12 @@ void Value::setText(std::string text) {
   }
 }
 
+// Here, and not in the header: a swap is code for each pair of kinds, in every unit that has it.
+Value& Value::operator=(Value other) noexcept {
+  content_.swap(other.content_);
+  return *this;
+}
+
 Value::Value(const char* text) {
   if (text != nullptr) setText(text);
 }

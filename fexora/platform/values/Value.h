@@ -79,10 +79,7 @@ class FEXORA_API Value {
   Value(const Value& other) = default;
   Value(Value&& other) noexcept = default;
   // By value: what is assigned may be a part of what this value alone holds.
-  Value& operator=(Value other) noexcept {
-    content_.swap(other.content_);
-    return *this;
-  }
+  Value& operator=(Value other) noexcept;
   ~Value() = default;
   // NOLINTBEGIN(google-explicit-constructor): each kind of content stands wherever a Value is
   // taken.
