@@ -4,6 +4,8 @@ namespace fexora {
 namespace {
 
 constexpr PopularName kPopularNames[] = {
+    {"american dollar", WordList("USD")},
+    {"american dollars", WordList("USD")},
     {"aussie", WordList("AUD")},
     {"aussie dollar", WordList("AUD")},
     {"aussie dollars", WordList("AUD")},

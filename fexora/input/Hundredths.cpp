@@ -21,6 +21,7 @@ constexpr Part kCoins[] = {
     {"pence", "GBP"},  {"penny", "GBP"}, {"pennies", "GBP"},  {"rappen", "CHF"},
     {"paise", "INR"},  {"grosz", "PLN"}, {"groszy", "PLN"},   {"ore", ""},
     {"セント", ""},    {"سنت", ""},      {"سنتات", ""},       {"kopeks", "RUB"},
+    {"¢", ""},
 };
 
 template <std::size_t N>

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "fexora/catalogue/CurrencySigns.h"
+#include "fexora/input/Hundredths.h"
 #include "fexora/input/TypedSides.h"
 #include "fexora/platform/text/AsciiCase.h"
 #include "fexora/platform/text/Utf8.h"
@@ -180,7 +181,8 @@ bool SentenceTokens::takeSign() {
                     [](const TypedSymbol& s) { return isTypedLetter(s.sign); })) {
       return false;
     }
-    if (!readSign(spelled(run), {})) continue;
+    const std::string spelt = spelled(run);
+    if (!readSign(spelt, {}) && !coinsOf(spelt)) continue;
     add(TokenKind::word, length);
     // "S/." and "S/" are one.
     if (sign(at_) == U'.' && run.back().sign == U'/') {

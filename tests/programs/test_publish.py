@@ -98,6 +98,8 @@ class Sources(Publish):
         for text in ('{"base": "EUR", "date": "2026-09-29", "rates": {"USD": 1.25, "GBP": 0.75}}',
                      '{"date": "2026-09-29", "eur": {"usd": 1.25, "gbp": 0.75}}',
                      '{"rates": {"USD": 1.25, "GBP": 0.75}, "meta": {"is": {}}, "base": "eur"}',
+                     'Currency;Rate\r\n"eur";1\r\nusd;"1,25"\r\ngbp ; 0,75\r\n',
+                     '"code","rate"\n"eur","1"\nusd,"1,25"\ngbp,0.75\n',
                      "eur,1\nusd,1.25\ngbp,0.75\n"):
             self.assertEqual(self.rates("-", text=text), expected)
         passed = self.run_program("-", text='{"usd": {"$wen": 1, "btc.b": 2, "eur": 0.85}}')
