@@ -392,8 +392,10 @@ Sentence readSentence(std::string_view text, const SentenceOptions& options) {
 
 bool isBlankText(std::string_view text) {
   const TypedSymbols typed = typedSymbols(text);
-  return !typed.broken && std::all_of(typed.symbols.begin(), typed.symbols.end(),
-                                      [](const TypedSymbol& s) { return s.sign <= U' '; });
+  return !typed.broken &&
+         std::all_of(typed.symbols.begin(), typed.symbols.end(), [](const TypedSymbol& s) {
+           return s.sign == U' ' || (s.sign >= U'\t' && s.sign <= U'\r');
+         });
 }
 
 }  // namespace fexora

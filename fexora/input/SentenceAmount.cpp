@@ -1,5 +1,6 @@
 #include "fexora/input/SentenceAmount.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <utility>
@@ -80,7 +81,8 @@ Quantity SentenceAmount::operand() {
   if (quantity.money) takeParts(quantity, *quantity.money);
   takeWords(quantity);
   if (isNegative) scale(quantity, -1, -1);
-  if (!isNegative) takeTrailingMinus(quantity);
+  // "5k-usd"
+  if (!isNegative && takeTrailingMinus(quantity)) takeMoney(quantity);
   const SentenceToken* const next = cursor_.token();
   const bool isForeign = next != nullptr && next->kind != SentenceToken::Kind::mark &&
                          next->isGlued && cursor_.at() == first + 1;
@@ -109,20 +111,34 @@ void SentenceAmount::takeWords(Quantity& quantity) {
   takeMoney(quantity);
 }
 
-// "5-", and "5.00- EUR"; between two numbers it is a sign of the calculation, and in "20-dollar" a
-// hyphen.
-void SentenceAmount::takeTrailingMinus(Quantity& quantity) {
+// "5-", and "5.00- EUR"; between two numbers it is a sign of the calculation, in "usd->eur" a part
+// of an arrow, and in "20-dollar" a hyphen.
+bool SentenceAmount::takeTrailingMinus(Quantity& quantity) {
   if (!cursor_.looksAt(U'-') || !cursor_.token()->isGlued || quantity.value < 0 ||
-      startsAt(cursor_.at() + 1)) {
-    return;
+      startsAt(cursor_.at() + 1) ||
+      (cursor_.token(1) != nullptr && cursor_.token(1)->isMark(U'>'))) {
+    return false;
   }
   const auto next = currencies_.at(cursor_.at() + 1);
   // "usd-eur"
-  if (next && quantity.money) return;
-  const SentenceToken* const word = cursor_.token(1);
-  const bool isHyphen = word != nullptr && word->kind == SentenceToken::Kind::word && word->isGlued;
+  if (next && quantity.money) return false;
+  const bool isHyphen = looksAtHyphen(next.has_value());
   cursor_.moveTo(cursor_.at() + 1);
   if (!isHyphen) scale(quantity, -1, -1);
+  return isHyphen;
+}
+
+// Between a number and a word. "1.234,50-EUR" is how accountants write a negative amount.
+bool SentenceAmount::looksAtHyphen(bool isBeforeMoney) const {
+  const SentenceToken& mark = *cursor_.token();
+  const SentenceToken* const word = cursor_.token(1);
+  const bool isWord = word != nullptr && word->kind == SentenceToken::Kind::word && word->isGlued &&
+                      isTypedLetter(word->run.front().sign);
+  const bool isAscii = mark.end - mark.begin == 1;
+  if (!isWord || !isAscii || !isBeforeMoney || cursor_.at() != number_ + 1)
+    return isWord && isAscii;
+  const TypedRun number = cursor_.tokens().all()[number_].run;
+  return std::all_of(number.begin(), number.end(), isTypedDigit);
 }
 
 void SentenceAmount::scale(Quantity& quantity, double factor, double other) {

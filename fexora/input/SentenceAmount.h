@@ -49,7 +49,8 @@ class SentenceAmount {
 
  private:
   bool takeMinus();
-  void takeTrailingMinus(Quantity& quantity);
+  bool takeTrailingMinus(Quantity& quantity);  // true: it was a hyphen
+  bool looksAtHyphen(bool isBeforeMoney) const;
   void takeNumber(const SentenceToken& number, Quantity& quantity);
   void takeFactors(Quantity& quantity);
   bool takeGluedFactor(Quantity& quantity);

@@ -119,9 +119,11 @@ std::string sentenceOf(const std::vector<std::string>& words) {
 }
 
 Sentence readWords(const std::vector<std::string>& words) {
-  const auto empty = std::find_if(words.begin(), words.end(), isBlankText);
-  if (empty != words.end()) {
-    throw Failure{Exit::usage, "amount", quoted(*empty) + " is no amount and no currency"};
+  // What a script's variable is that was never set.
+  const bool isBlank = !words.empty() && isBlankText(words.front());
+  if (isBlank || std::find(words.begin(), words.end(), std::string()) != words.end()) {
+    const std::string blank = isBlank ? words.front() : std::string();
+    throw Failure{Exit::usage, "amount", quoted(blank) + " is no amount and no currency"};
   }
   const std::string text = sentenceOf(words);
   Sentence sentence = readSentence(text);

@@ -74,7 +74,7 @@ class DailyReader {
       must(value.get_string().get(text));
       base_ = text;
     } else if (key == "date" || key == "updated" || key == "timestamp") {
-      takeDay(value, type);
+      takeDay(key, value, type);
     } else if (type == ondemand::json_type::object) {
       takeTable(key, value);
     } else if (type == ondemand::json_type::array && key == "rates") {
@@ -82,15 +82,25 @@ class DailyReader {
     }
   }
 
-  // A day, with or without a time of it, or a moment.
-  void takeDay(ondemand::value value, ondemand::json_type type) {
+  // A day, with or without a time of it; else of a moment.
+  void takeDay(const std::string& key, ondemand::value value, ondemand::json_type type) {
     constexpr std::size_t kDay = 10;
-    if (type == ondemand::json_type::string) {
-      std::string_view text;
+    std::string_view text;
+    if (key == "date") {
       must(value.get_string().get(text));
       day_ = text.substr(0, kDay);
+      hasDate_ = true;
+    } else if (hasDate_) {
       return;
+    } else if (type == ondemand::json_type::string) {
+      must(value.get_string().get(text));
+      if (dayFromIsoText(text.substr(0, kDay))) day_ = text.substr(0, kDay);
+    } else if (type == ondemand::json_type::number) {
+      takeMoment(value);
     }
+  }
+
+  void takeMoment(ondemand::value value) {
     double seconds = 0;
     must(value.get_double().get(seconds));
     Response answer;
@@ -100,16 +110,27 @@ class DailyReader {
     }
   }
 
+  void beginRates() {
+    if (hasRates_) tables_.reject(line_, {}, "its rates come twice");
+    hasRates_ = true;
+    hasFigures_ = true;
+    figures_.clear();
+    tableBase_.clear();
+  }
+
   // {"usd": {"eur": 0.85}}, or {"base": "USD", "rates": {"EUR": 0.85}}
   void takeTable(const std::string& key, ondemand::value value) {
     // Beside "rates" other objects say other things: "meta", "terms".
     const bool isRates = key == "rates";
     if (hasRates_ && !isRates) return;
-    if (hasFigures_ && !isRates) tables_.reject(line_, {}, "its rates come twice");
-    figures_.clear();
-    hasRates_ = isRates;
+    if (isRates) {
+      beginRates();
+    } else {
+      areSeveral_ = hasFigures_;
+      tableBase_ = key;
+    }
     hasFigures_ = true;
-    tableBase_ = isRates ? std::string() : key;
+    figures_.clear();
     ondemand::object list;
     must(value.get_object().get(list));
     for (auto field : list) {
@@ -122,10 +143,7 @@ class DailyReader {
 
   // [{"code": "EUR", "rate": 0.85}] of a rates service
   void takeList(ondemand::value value) {
-    figures_.clear();
-    tableBase_.clear();
-    hasFigures_ = true;
-    hasRates_ = true;
+    beginRates();
     isService_ = true;
     ondemand::array list;
     must(value.get_array().get(list));
@@ -163,6 +181,7 @@ class DailyReader {
 
   void handOut() {
     if (!hasFigures_) tables_.reject(line_, {}, "it has no rates");
+    if (areSeveral_ && !hasRates_) tables_.reject(line_, {}, "its rates come twice");
     if (day_.empty()) tables_.reject(line_, {}, "its rates name no day");
     const std::string base = tableBase_.empty() ? base_.value_or("USD") : tableBase_;
     if (!isTableCode(base)) tables_.reject(line_, {}, "its base is no currency code");
@@ -182,7 +201,9 @@ class DailyReader {
   std::string tableBase_;  // where the table's own key is its base
   std::vector<Figure> figures_;
   bool hasFigures_ = false;
-  bool hasRates_ = false;  // by that key
+  bool hasRates_ = false;    // by that key
+  bool areSeveral_ = false;  // by other keys
+  bool hasDate_ = false;
   bool isService_ = false;
 };
 

@@ -8,12 +8,10 @@
 #include "fexora/records/Response.h"
 
 #include "programs/sources/Source.h"
+#include "programs/sources/SourceText.h"
 
 namespace fexora::sources {
 namespace {
-
-// How much of a figure that is none is shown.
-constexpr std::size_t kShownBytes = 40;
 
 class JsonReader {
  public:
@@ -73,9 +71,11 @@ class JsonReader {
     takeTable(*value.dictionary());
   }
 
-  // A day, or seconds or milliseconds since 1970.
+  // A day, or seconds or milliseconds since 1970. The day of "date" counts more than a moment.
   void takeDate(const std::string& key, const Value& value) {
     constexpr std::size_t kDay = 10;
+    if (hasDate_) return;
+    hasDate_ = key == "date";
     if (value.string() != nullptr) {
       return rates_.setDate(lineOf(key), value.string()->substr(0, kDay));
     }
@@ -135,6 +135,7 @@ class JsonReader {
   std::unordered_map<std::string_view, std::size_t> lines_;
   RateCollector rates_;
   bool hasRates_ = false;
+  bool hasDate_ = false;
   bool seenRates_ = false;
 };
 

@@ -6,6 +6,7 @@
 #include "fexora/rates/AnswerCheck.h"
 
 #include "programs/sources/Source.h"
+#include "programs/sources/SourceText.h"
 
 namespace fexora::sources {
 namespace {
@@ -27,7 +28,8 @@ void RateCollector::reject(std::size_t line, std::string_view code, const std::s
 
 double RateCollector::number(std::size_t line, std::string_view code, std::string_view text) const {
   const auto number = parseDouble(text);
-  if (!number) reject(line, code, "\"" + std::string(text.substr(0, 40)) + "\" is no number");
+  if (!number)
+    reject(line, code, "\"" + std::string(text.substr(0, kShownBytes)) + "\" is no number");
   return *number;
 }
 
@@ -51,7 +53,7 @@ void RateCollector::checkRate(const SourceRate& rate) const {
 
 void RateCollector::setDate(std::size_t line, std::string_view day) {
   const auto date = Date::fromIsoText(std::string(day) + "T00:00:00Z");
-  if (!date) reject(line, {}, "\"" + std::string(day.substr(0, 40)) + "\" is no date");
+  if (!date) reject(line, {}, "\"" + std::string(day.substr(0, kShownBytes)) + "\" is no date");
   source_.date = *date;
   source_.isDated = true;
 }

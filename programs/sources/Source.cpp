@@ -32,10 +32,10 @@ Date modified(const std::string& path, Date today) {
 
 }  // namespace
 
-Source readText(const std::string& name, const std::string& text, Date undated) {
-  if (text.starts_with(kByteOrderMark)) {
-    return readText(name, text.substr(kByteOrderMark.size()), undated);
-  }
+Source readText(const std::string& name, const std::string& published, Date undated) {
+  const bool isMarked = published.starts_with(kByteOrderMark);
+  const std::string unmarked = isMarked ? published.substr(kByteOrderMark.size()) : std::string();
+  const std::string& text = isMarked ? unmarked : published;
   switch (text[std::min(text.find_first_not_of(" \t\r\n"), text.size())]) {
     case '<':
       return readEuroXml(name, text, undated);

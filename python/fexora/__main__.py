@@ -20,6 +20,8 @@ def shown(amount: float, code: str) -> str:
 
 
 def tell(line: str) -> None:
+    # What was printed before is to be seen before, in one file or pipe, too.
+    sys.stdout.flush()
     print(line, file=sys.stderr)
 
 

@@ -85,6 +85,8 @@ class History(ProgramTest):
         bad = self.new_folder() / "bad.json"
         for text in ('{"date": "2026-09-12", "usd": {"eur": 0}}', '{"usd": {"eur": 1}}',
                      "code,rate\nEUR,1\n", '{"date": "2026-09-12"}',
+                     '{"date": "2026-09-12", "rates": {"EUR": 1}, "rates": {"EUR": 2}}',
+                     '{"date": "2026-09-12", "usd": {"EUR": 1}, "eur": {"USD": 2}}',
                      '<Cube time="2026-09-12"><Cube currency="USD" rate="x"/></Cube>',
                      "Date,USD\n2026-09-12,1,2\n", "", '{"date": "2099-01-01", "usd": {"eur": 1}}'):
             bad.write_text(text)
@@ -106,8 +108,8 @@ class History(ProgramTest):
         self.assertIn("USD 2026-09-11: 1.1593 instead of 1.1592", err)
         # What stands beside the rates, and at what time of its day it was said, is passed over.
         (self.files / "more.json").write_text(
-            '{"meta": {"of": {}}, "timestamp": "2026-09-08T06:00:00Z", "rates": {"CAD": 1.37}, '
-            '"terms": {"a": 1}}')
+            '{"meta": {"of": {}}, "by": {"a": 1}, "timestamp": "2026-09-08T06:00:00Z", '
+            '"rates": {"CAD": 1.37}, "terms": {"a": 1}}')
         self.succeed("refresh", "--history", self.files / "more.json")
         more = self.past("1", "USD", "CAD", "--on", "2026-09-08", "--source", "exchange-api")
         self.assertEqual(more["items"][0]["amount"], 1.37)

@@ -98,8 +98,9 @@ class Sources(Publish):
         for text in ('{"base": "EUR", "date": "2026-09-29", "rates": {"USD": 1.25, "GBP": 0.75}}',
                      '{"date": "2026-09-29", "eur": {"usd": 1.25, "gbp": 0.75}}',
                      '{"rates": {"USD": 1.25, "GBP": 0.75}, "meta": {"is": {}}, "base": "eur"}',
-                     'Currency;Rate\r\n"eur";1\r\nusd;"1,25"\r\ngbp ; 0,75\r\n',
+                     'Currency;Rate\r\n"eur";1\r\nusd;"1,25"\r\ngbp ; 0,750\r\n',
                      '"code","rate"\n"eur","1"\nusd,"1,25"\ngbp,0.75\n',
+                     "eur,\t1\nusd,\t1.25\ngbp,\t0.75\n",
                      "eur,1\nusd,1.25\ngbp,0.75\n"):
             self.assertEqual(self.rates("-", text=text), expected)
         passed = self.run_program("-", text='{"usd": {"$wen": 1, "btc.b": 2, "eur": 0.85}}')
@@ -118,6 +119,9 @@ class Sources(Publish):
             ("eur,1\n\ngbp,0\n", "line 3", "GBP", "positive"), ("gbp,\n", "line 1", "gbp"),
             ("gbp,1e999\n", "line 1", "GBP", "finite"),
             ("gbp,1e-320\n", "line 1", "GBP", "reciprocal"),
+            ('"jpy","1,234"\n', "line 1", "1,234", "two ways"),
+            ("eur;0,85\njpy;1.234\n", "line 2", "1.234", "two ways"),
+            ("eur,rate\n", "line 1", "eur", "no number"),
             ('g"p,1\n', "line 1", 'g"p', "code"), (",1\n", "line 1", "code"),
             ("gbp,1\nGBP,1\n", "line 2", "GBP", "line 1"), ("usd,1.1\n", "line 1", "USD"),
             ("code,rate\n", "no rates"), (" " * (LIMIT + 1), "too large")])
