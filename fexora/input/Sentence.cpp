@@ -10,6 +10,7 @@
 #include "fexora/input/SentenceDay.h"
 #include "fexora/input/SentenceWords.h"
 #include "fexora/platform/base/Limits.h"
+#include "fexora/platform/text/Utf8.h"
 
 namespace fexora {
 namespace {
@@ -391,11 +392,14 @@ Sentence readSentence(std::string_view text, const SentenceOptions& options) {
 }
 
 bool isBlankText(std::string_view text) {
-  const TypedSymbols typed = typedSymbols(text);
-  return !typed.broken &&
-         std::all_of(typed.symbols.begin(), typed.symbols.end(), [](const TypedSymbol& s) {
-           return s.sign == U' ' || (s.sign >= U'\t' && s.sign <= U'\r');
-         });
+  while (!text.empty()) {
+    const std::size_t length = utf8Length(text);
+    if (length == 0) return false;
+    const auto form = typedForm(codePoint(text));
+    if (form && *form != U' ' && (*form < U'\t' || *form > U'\r')) return false;
+    text.remove_prefix(length);
+  }
+  return true;
 }
 
 }  // namespace fexora

@@ -135,10 +135,10 @@ bool SentenceAmount::looksAtHyphen(bool isBeforeMoney) const {
   const bool isWord = word != nullptr && word->kind == SentenceToken::Kind::word && word->isGlued &&
                       isTypedLetter(word->run.front().sign);
   const bool isAscii = mark.end - mark.begin == 1;
-  if (!isWord || !isAscii || !isBeforeMoney || cursor_.at() != number_ + 1)
-    return isWord && isAscii;
+  if (!isWord || !isAscii) return false;
+  const bool mayBeMinus = isBeforeMoney && cursor_.at() == number_ + 1;
   const TypedRun number = cursor_.tokens().all()[number_].run;
-  return std::all_of(number.begin(), number.end(), isTypedDigit);
+  return !mayBeMinus || std::all_of(number.begin(), number.end(), isTypedDigit);
 }
 
 void SentenceAmount::scale(Quantity& quantity, double factor, double other) {

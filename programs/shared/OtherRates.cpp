@@ -5,29 +5,29 @@
 namespace fexora::program {
 
 OtherRates::OtherRates(const StoreManager& store) {
-  add(store.loadUSDRates().value_or(std::vector<USDRateRef>()), std::nullopt);
+  tables_.push_back(
+      tableOf(store.loadUSDRates().value_or(std::vector<USDRateRef>()), std::nullopt));
   std::vector<RatesTable> kept = keptTables(store.ud());
-  const std::size_t before = rankBeforeBundle(kept);
-  const auto addBundle = [this] {
-    add(bundledUSDRates(), RateOrigin{bundledRatesDay(), {}, Freshness::Origin::bundled});
-  };
+  const std::size_t before = 1 + rankBeforeBundle(kept);
   for (RatesTable& table : kept) {
-    if (&table == kept.data() + before) addBundle();
     const bool isFile = table.origin == RatesAnswer::Origin::file;
-    add(std::move(table.rates),
-        RateOrigin{table.published, std::move(table.source),
-                   isFile ? Freshness::Origin::file : Freshness::Origin::service});
+    tables_.push_back(
+        tableOf(std::move(table.rates),
+                RateOrigin{table.published, std::move(table.source),
+                           isFile ? Freshness::Origin::file : Freshness::Origin::service}));
   }
-  if (before == kept.size()) addBundle();
+  tables_.insert(
+      tables_.begin() + static_cast<std::ptrdiff_t>(before),
+      tableOf(bundledUSDRates(), RateOrigin{bundledRatesDay(), {}, Freshness::Origin::bundled}));
 }
 
-void OtherRates::add(std::vector<USDRateRef> rates, std::optional<RateOrigin> of) {
+OtherRates::Table OtherRates::tableOf(std::vector<USDRateRef> rates, std::optional<RateOrigin> of) {
   Table table{{{"USD", 1.0}}, std::move(of)};
   for (const USDRateRef& rate : withSuccessors(std::move(rates))) {
     const double value = rate->rate().doubleValue();
     if (value > 0) table.rates.try_emplace(rate->code(), value);
   }
-  tables_.push_back(std::move(table));
+  return table;
 }
 
 std::optional<OtherRates::Found> OtherRates::find(const CurrencyRef& source,

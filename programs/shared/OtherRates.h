@@ -35,7 +35,7 @@ class OtherRates {
     std::unordered_map<std::string, double> rates;  // by code; see USDRate
     std::optional<RateOrigin> of;
   };
-  void add(std::vector<USDRateRef> rates, std::optional<RateOrigin> of);
+  static Table tableOf(std::vector<USDRateRef> rates, std::optional<RateOrigin> of);
 
   std::vector<Table> tables_;
 };

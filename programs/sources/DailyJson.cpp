@@ -113,24 +113,21 @@ class DailyReader {
   void beginRates() {
     if (hasRates_) tables_.reject(line_, {}, "its rates come twice");
     hasRates_ = true;
-    hasFigures_ = true;
     figures_.clear();
     tableBase_.clear();
   }
 
   // {"usd": {"eur": 0.85}}, or {"base": "USD", "rates": {"EUR": 0.85}}
   void takeTable(const std::string& key, ondemand::value value) {
-    // Beside "rates" other objects say other things: "meta", "terms".
-    const bool isRates = key == "rates";
-    if (hasRates_ && !isRates) return;
-    if (isRates) {
+    if (key == "rates") {
       beginRates();
     } else {
-      areSeveral_ = hasFigures_;
+      // Beside "rates" other objects say other things: "meta", "terms".
+      if (hasRates_) return;
+      ++others_;
+      figures_.clear();
       tableBase_ = key;
     }
-    hasFigures_ = true;
-    figures_.clear();
     ondemand::object list;
     must(value.get_object().get(list));
     for (auto field : list) {
@@ -180,8 +177,8 @@ class DailyReader {
   }
 
   void handOut() {
-    if (!hasFigures_) tables_.reject(line_, {}, "it has no rates");
-    if (areSeveral_ && !hasRates_) tables_.reject(line_, {}, "its rates come twice");
+    if (!hasRates_ && others_ == 0) tables_.reject(line_, {}, "it has no rates");
+    if (!hasRates_ && others_ > 1) tables_.reject(line_, {}, "its rates come twice");
     if (day_.empty()) tables_.reject(line_, {}, "its rates name no day");
     const std::string base = tableBase_.empty() ? base_.value_or("USD") : tableBase_;
     if (!isTableCode(base)) tables_.reject(line_, {}, "its base is no currency code");
@@ -200,9 +197,8 @@ class DailyReader {
   std::optional<std::string> base_;
   std::string tableBase_;  // where the table's own key is its base
   std::vector<Figure> figures_;
-  bool hasFigures_ = false;
-  bool hasRates_ = false;    // by that key
-  bool areSeveral_ = false;  // by other keys
+  bool hasRates_ = false;  // by that key
+  int others_ = 0;         // objects by other keys before it
   bool hasDate_ = false;
   bool isService_ = false;
 };

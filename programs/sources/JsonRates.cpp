@@ -75,8 +75,8 @@ class JsonReader {
   void takeDate(const std::string& key, const Value& value) {
     constexpr std::size_t kDay = 10;
     if (hasDate_) return;
-    hasDate_ = key == "date";
     if (value.string() != nullptr) {
+      hasDate_ = key == "date";
       return rates_.setDate(lineOf(key), value.string()->substr(0, kDay));
     }
     if (value.number() == nullptr) return;

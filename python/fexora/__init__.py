@@ -174,9 +174,6 @@ def round_amount(amount: float | Decimal, code: str,
     if mode not in ROUNDINGS:
         raise MisuseError(f"mode {mode!r}: expected one of {', '.join(ROUNDINGS)}")
     if isinstance(amount, Decimal):
-        if not amount.is_finite():
-            facts(code)
-            return amount
         return _round_decimal(amount, facts(code), mode)
     rounded = c_double()
     _native.call("round", c_double(amount), _native.text(code), ROUNDINGS.index(mode),
@@ -193,6 +190,8 @@ def _as_many_digits_as(amount: Decimal) -> Any:
 
 
 def _round_decimal(amount: Decimal, known: Facts, mode: Rounding) -> Decimal:
+    if not amount.is_finite():
+        return amount
     if mode == "cash" and known.cash_step is not None:
         step = Decimal(repr(known.cash_step))
         half = ROUND_HALF_DOWN if known.cash_half_down else ROUND_HALF_UP

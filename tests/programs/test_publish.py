@@ -103,6 +103,8 @@ class Sources(Publish):
                      "eur,\t1\nusd,\t1.25\ngbp,\t0.75\n",
                      "eur,1\nusd,1.25\ngbp,0.75\n"):
             self.assertEqual(self.rates("-", text=text), expected)
+        undated = self.publish("-", text='{"date": null, "updated": 1790640000, "usd": {"eur": 1}}')
+        self.assertEqual(undated["updated"], 1790640000)
         passed = self.run_program("-", text='{"usd": {"$wen": 1, "btc.b": 2, "eur": 0.85}}')
         self.assertEqual(self.answer(passed[1])["rates"], {"USD": 1, "EUR": 0.85})
         self.assertIn("2 keys that are no currency code", passed[2])
